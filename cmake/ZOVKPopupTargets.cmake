@@ -1,0 +1,29 @@
+# How every target of the project is made: one language level, one set of warnings, one place
+# for sanitizers and the compiler cache.
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_C_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+endif()
+
+add_library(zovkpopup_options INTERFACE)
+target_compile_features(zovkpopup_options INTERFACE cxx_std_20)
+target_compile_options(zovkpopup_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+  $<$<BOOL:${ZOVKPOPUP_WERROR}>:-Werror>
+  $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>)
+target_include_directories(zovkpopup_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+if(ZOVKPOPUP_SANITIZE)
+  target_compile_options(zovkpopup_options INTERFACE
+    -fsanitize=${ZOVKPOPUP_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(zovkpopup_options INTERFACE -fsanitize=${ZOVKPOPUP_SANITIZE})
+endif()
+
+# zovkpopup_folder(NAME SOURCES... LINK...): the static library of one source folder.
+function(zovkpopup_folder name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  set_target_properties(${name} PROPERTIES
+    POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+  target_link_libraries(${name} PUBLIC zovkpopup_options ${ARG_LINK} PRIVATE ${ARG_PRIVATE_LINK})
+endfunction()

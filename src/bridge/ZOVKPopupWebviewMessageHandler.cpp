@@ -1,0 +1,50 @@
+#include "bridge/ZOVKPopupWebviewMessageHandler.h"
+
+#include "network/ZOVKPopupCommonTool.h"
+
+namespace zovk {
+namespace {
+
+std::string_view actionOf(const boost::json::object& message) {
+  const auto* action = message.if_contains("action");
+  return action != nullptr && action->is_string() ? std::string_view(action->get_string())
+                                                  : std::string_view();
+}
+
+std::optional<std::int32_t> popupCode(std::string_view action) {
+  if (action == "skip") return 0;
+  if (action == "commit") return 1;
+  if (action == "cancel") return 2;
+  return std::nullopt;
+}
+
+// All three words are a commit: on this channel the choice itself travels in the message.
+std::optional<std::int32_t> openSdkCode(std::string_view action) {
+  if (action == "confirm" || action == "reject" || action == "cancel") return 1;
+  return std::nullopt;
+}
+
+}  // namespace
+
+void ZOVKPopupWebviewMessageHandler::didReceiveScriptMessage(
+    const std::string& name, const std::optional<boost::json::value>& body) {
+  if (!body) return;
+  if (const auto* text = body->if_string()) {
+    if (name != kPopupChannel) return;
+    const auto parsed = ZOVKPopupCommonTool::jsonStringToDictionary(std::string(*text));
+    if (!parsed || !parsed->is_object()) return;
+    deliver(popupCode(actionOf(parsed->get_object())), parsed->get_object());
+  } else if (body->is_object() && name == kOpenSdkChannel) {
+    deliver(openSdkCode(actionOf(body->get_object())), body->get_object());
+  }
+}
+
+void ZOVKPopupWebviewMessageHandler::deliver(std::optional<std::int32_t> code,
+                                             const boost::json::object& message) const {
+  if (!code || !callback_) return;
+  const auto* text = message.if_contains("msg");
+  const Callback callback = callback_;  // the call may replace or drop the handler's own
+  callback(*code, text != nullptr ? *text : boost::json::value(""));
+}
+
+}  // namespace zovk

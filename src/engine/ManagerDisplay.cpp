@@ -1,0 +1,155 @@
+#include <algorithm>
+#include <utility>
+
+#include "engine/ZOVKPopupManager.h"
+#include "presentation/ZOVKPopupViewController.h"
+
+namespace zovk {
+namespace {
+
+constexpr std::int32_t kError = -1;
+constexpr std::int32_t kSkip = 0;
+constexpr std::int32_t kCommit = 1;
+
+CallbackPointer shared(const ZOVKPopupComplete& complete) {
+  return complete ? std::make_shared<const ZOVKPopupComplete>(complete) : nullptr;
+}
+
+}  // namespace
+
+void ZOVKPopupManager::showPopup(const std::string& scene, std::uint64_t sceneType,
+                                 const ZOVKPopupComplete& complete) {
+  constexpr DebugLog debug = managerLog("ZOVKPopupManager::showPopup");
+  const CallbackPointer callback = shared(complete);
+  debug("Show Popup, scene:%@, sceneType:%d, complete:%p", scene, sceneType, callback.get());
+  const ListPointer source = list(&State::mergePopupArr);
+  const PopupList valid = scene.empty() ? getValidPopupForSceneType(sceneType, *source)
+                                        : getValidPopupForScene(scene, *source);
+  if (valid.empty()) {
+    debug("No valid Popup for scene:%@ sceneType:%d", scene, sceneType);
+    if (callback != nullptr) (*callback)(kError, "No valid Popup now");
+    return;
+  }
+  if (valid.front()->pop_freq == kPopFreqConditional) return showAfterCondition(valid, callback);
+  cachePopup(valid, callback);
+  showPopup();
+}
+
+// Asks the condition of the first popup. On a commit the others are queued; the queue goes on by
+// itself when the conditional popup's entry has ended.
+void ZOVKPopupManager::showAfterCondition(const PopupList& popups,
+                                          const CallbackPointer& complete) {
+  const auto chain = std::make_shared<const ZOVKPopupComplete>(
+      [self = shared_from_this(), popups, complete](std::int32_t code, const std::string& msg) {
+        if (code != kCommit) {
+          if (complete != nullptr) (*complete)(code, msg);
+          return;
+        }
+        // A lone conditional popup's commit is not told: nothing of the request is left to show.
+        if (popups.size() < 2) return;
+        self->cachePopup(PopupList(popups.begin() + 1, popups.end()), complete);
+      });
+  queryConditionPopup(popups.front(), chain);
+}
+
+void ZOVKPopupManager::cachePopup(const PopupList& popups, const CallbackPointer& complete) {
+  constexpr DebugLog debug = managerLog("ZOVKPopupManager::cachePopup");
+  debug("Cache Popup, Popup count:%d, complete:%p", popups.size(), complete.get());
+  if (popups.empty()) logError("popupArr is NULL or empty");
+  if (complete == nullptr) debug("complete is NULL");
+  {
+    const LockGuard lock(mutex_);
+    state_.popupCache.push_back({popups, complete});
+  }
+  debug("Cache callback done");
+}
+
+std::optional<QueueEntry> ZOVKPopupManager::headOfCache() const {
+  constexpr DebugLog debug = managerLog("ZOVKPopupManager::getPopupFromCache");
+  debug("Get Popup from cache");
+  const LockGuard lock(mutex_);
+  if (state_.popupCache.empty()) return std::nullopt;
+  return state_.popupCache.front();
+}
+
+std::optional<PopupList> ZOVKPopupManager::getPopupFromCache() {
+  auto head = headOfCache();
+  if (!head) return std::nullopt;
+  return std::move(head->popups);
+}
+
+void ZOVKPopupManager::showPopup() {
+  constexpr DebugLog debug = managerLog("ZOVKPopupManager::showPopup");
+  debug("Show Popup");
+  const auto entry = headOfCache();
+  if (!entry) {
+    debug("No Popup to show");
+    return endShowing();
+  }
+  bool busy = false;
+  {
+    const LockGuard lock(mutex_);
+    busy = std::exchange(state_.isPopuping, true);
+  }
+  if (busy) return debug("Be Popuping now, waiting for last Popup finish");
+  platform_->mainQueue.async(
+      [self = shared_from_this(), entry = *entry] { self->present(entry); });
+}
+
+void ZOVKPopupManager::endShowing() {
+  const auto end = [self = shared_from_this()] {
+    self->stopCheckKeyWindow();
+    self->releasePopupWindow();
+  };
+  // Timer and window belong to the main thread, wherever the queue was found empty.
+  if (platform_->mainQueue.isMainThread()) return end();
+  platform_->mainQueue.async(end);
+}
+
+void ZOVKPopupManager::present(const QueueEntry& entry) {
+  constexpr DebugLog debug = managerLog("ZOVKPopupManager::showPopup");
+  if (window_ == nullptr) initPopupWindow();
+  debug("Start show Popup");
+  const auto self = weak_from_this();
+  auto controller = std::make_shared<ZOVKPopupViewController>(
+      platform_, [self](const std::optional<std::string>& data, boost::json::object* extraJson) {
+        const auto manager = self.lock();
+        return manager != nullptr && manager->parseConditionPopupResp(data, extraJson);
+      });
+  controller->setLoginState(gameID(), gameKey(), loginState());
+  controller->showPopup(entry.popups, window_.get(),
+                        [self, entry](std::int32_t code, const std::string& msg) {
+                          if (const auto manager = self.lock()) {
+                            manager->finishEntry(entry, code, msg);
+                          }
+                        });
+  startCheckKeyWindow();
+}
+
+void ZOVKPopupManager::finishEntry(const QueueEntry& entry, std::int32_t action,
+                                   const std::string& msg) {
+  constexpr DebugLog debug = managerLog("ZOVKPopupManager::showPopup");
+  debug("Show Popup done");
+  doCallback(entry.complete, action, msg);
+  {
+    const LockGuard lock(mutex_);
+    std::erase(state_.popupCache, entry);
+    state_.isPopuping = false;
+  }
+  showPopup();
+}
+
+void ZOVKPopupManager::doCallback(const CallbackPointer& complete, std::int32_t action,
+                                  const std::string& msg) {
+  constexpr DebugLog debug = managerLog("ZOVKPopupManager::doCallback");
+  if (complete == nullptr) return;
+  debug("Do callback");
+  if (action != kError || !msg.empty()) return (*complete)(action, msg);
+  platform_->mainQueue.async([complete] {
+    constexpr DebugLog later = managerLog("ZOVKPopupManager::doCallback");
+    later("Do callback");
+    (*complete)(kSkip, "reatin complete");
+  });
+}
+
+}  // namespace zovk

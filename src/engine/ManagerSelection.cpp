@@ -1,0 +1,59 @@
+#include "engine/Selection.h"
+#include "engine/ZOVKPopupManager.h"
+#include "storage/ZOVKPopupFileManager.h"
+
+namespace zovk {
+
+bool ZOVKPopupManager::havePopup(std::uint64_t sceneType) {
+  constexpr DebugLog debug = managerLog("ZOVKPopupManager::havePopup");
+  debug("sceneType:%d", sceneType);
+  const bool found =
+      !getValidPopupForSceneType(sceneType, *list(&State::mergePopupArr)).empty();
+  debug(found ? "Have Popup for sceneType:%d" : "No Popup for sceneType:%d", sceneType);
+  return found;
+}
+
+PopupList ZOVKPopupManager::getValidPopupForSceneType(std::uint64_t sceneType,
+                                                      const PopupList& srcPopups) {
+  constexpr DebugLog debug = managerLog("ZOVKPopupManager::getValidPopupForSceneType");
+  debug("Get valid Popup, sceneType:%d, srcPopups count:%d", sceneType, srcPopups.size());
+  if (srcPopups.empty()) {
+    logError("srcPopups empty");
+    return {};
+  }
+  auto* const files = ZOVKPopupFileManager::sharedInstance();
+  if (files == nullptr) return {};
+  const SelectionContext context{getCurrentTime(), loginState(), *files};
+  PopupList valid;
+  for (const PopupPointer& popup : srcPopups) {
+    if (judgeForSceneType(*popup, sceneType, context) == Verdict::kPassed) valid.push_back(popup);
+  }
+  rankPopups(valid);
+  return valid;
+}
+
+PopupList ZOVKPopupManager::getValidPopupForScene(const std::string& scene,
+                                                  const PopupList& srcPopups) {
+  constexpr DebugLog debug = managerLog("ZOVKPopupManager::getValidPopupForScene");
+  debug("Get valid Popup, scene:%@, srcPopups count:%d", scene, srcPopups.size());
+  if (scene.empty()) {
+    logError("Param scene illegal");
+    return {};
+  }
+  if (srcPopups.empty()) {
+    debug("srcPopups empty");
+    return {};
+  }
+  auto* const files = ZOVKPopupFileManager::sharedInstance();
+  if (files == nullptr) return {};
+  const SelectionContext context{getCurrentTime(), loginState(), *files};
+  for (const PopupPointer& popup : srcPopups) {
+    if (judgeForScene(*popup, scene, context) != Verdict::kPassed) continue;
+    // One scene stands for one popup: no later one takes its place when its content fails.
+    if (judgeContentForScene(*popup, context) == Verdict::kPassed) return {popup};
+    return {};
+  }
+  return {};
+}
+
+}  // namespace zovk

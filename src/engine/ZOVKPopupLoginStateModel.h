@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace zovk {
+
+/// The player's login state. An absent text is an empty one.
+struct ZOVKPopupLoginStateModel {
+  std::int32_t channelID = 1;  ///< Compared with a popup's `valid_platform`.
+  std::string openID;
+  std::string token;
+  std::string jwtToken;
+};
+
+}  // namespace zovk

@@ -1,0 +1,181 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <boost/json/object.hpp>
+#include <boost/json/value.hpp>
+
+#include "engine/ZOVKPopup.h"
+#include "engine/ZOVKPopupLoginStateModel.h"
+#include "engine/ZOVKPopupModel.h"
+#include "logging/ZPLogger.h"
+#include "platform/Platform.h"
+#include "support/SharedInstance.h"
+#include "support/ThreadSafety.h"
+
+namespace zovk {
+
+/// A host's callback as the queue holds it: null for none, one object for each request, so that
+/// two requests are told apart by it.
+using CallbackPointer = std::shared_ptr<const ZOVKPopupComplete>;
+
+/// What is waiting to be shown: popups in showing order, and who is told. Both may be none.
+struct QueueEntry {
+  PopupList popups;
+  CallbackPointer complete;
+  friend bool operator==(const QueueEntry&, const QueueEntry&) = default;
+};
+
+/// The popup engine: the lists of popups, the display queue, the popup window.
+///
+/// Show requests and selections may come on any thread and work on snapshots of the lists; a lock
+/// guards the fields and is never held across a callback. Window, timer and page controller
+/// belong to the main thread. The object owns all it holds; whoever calls back later refers to it
+/// weakly. Nothing throws; a failure is one log line and a false, absent or -1 result.
+class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
+ public:
+  /// The one object, made on first use; null when there is no platform.
+  static ZOVKPopupManager* sharedInstance();
+  static ZOVKPopupManager* sharedInstanceSynch();
+  static ZOVKPopupManager* sharedInstanceNoSynch();
+  static ZOVKPopupManager* allocWithZone();
+  /// Drops the object, on the main thread; nobody may be using it. The next access makes a fresh one.
+  static void purgeSharedInstance();
+  ZOVKPopupManager* copyWithZone() { return this; }
+
+  explicit ZOVKPopupManager(std::shared_ptr<Platform> platform);
+  ~ZOVKPopupManager();
+  ZOVKPopupManager(const ZOVKPopupManager&) = delete;
+  ZOVKPopupManager& operator=(const ZOVKPopupManager&) = delete;
+  void init();
+
+  void startPopup(const std::string& baseUrl, const std::string& gameID,
+                  const std::string& gameKey);
+  void setChannelID(std::int32_t channelID, const std::string& openID, const std::string& token,
+                    const std::string& jwtToken);
+
+  // The configuration document.
+  /// True when the document was accepted; `popUps`, which may be null, then holds its records.
+  bool parseConfigFile(std::string_view fileData, std::uint64_t configType, PopupList* popUps);
+  void loadConfigFile();
+  void loadRemoteConfig();
+  void loadLocalConfig();
+  void mergeConfig();
+  void deleteExpiredPopup();
+  void deleteExpirePopupFile(const PopupList& popups);
+  void deleteExpirePopupOnceRecord(const PopupList& popups);
+  /// Seconds since 1970 by the device's own clock.
+  double getCurrentTime() const;
+
+  // Selection.
+  bool havePopup(std::uint64_t sceneType);
+  /// The valid popups, best first; empty when there is none.
+  PopupList getValidPopupForSceneType(std::uint64_t sceneType, const PopupList& srcPopups);
+  /// One popup at the most.
+  PopupList getValidPopupForScene(const std::string& scene, const PopupList& srcPopups);
+
+  // The display queue and its window.
+  void showPopup(const std::string& scene, std::uint64_t sceneType,
+                 const ZOVKPopupComplete& complete);
+  void cachePopup(const PopupList& popups, const CallbackPointer& complete);
+  /// Popups of the oldest entry; absent when the queue is empty.
+  std::optional<PopupList> getPopupFromCache();
+  void showPopup();
+  void initPopupWindow();
+  void releasePopupWindow();
+  void startCheckKeyWindow();
+  void makePopupToKeyWindow();
+  void stopCheckKeyWindow();
+  void doCallback(const CallbackPointer& complete, std::int32_t action, const std::string& msg);
+
+  // The privacy policy.
+  void showPolicy(const ZOVKPopupComplete& complete);
+  bool needToShowPolicy();
+  void savePolicyState();
+
+  // The popup service.
+  void requestRemoteConfig();
+  void handleRemoteConfigResponse(const std::optional<std::string>& data);
+  void downloadRemotePopupFile(const PopupList& popups);
+  void queryConditionPopup(const PopupPointer& popup, const CallbackPointer& complete);
+  /// Whether the answer says that the popup is to be shown. `extraJson`, which may be null, then
+  /// receives the answer's extra parameters.
+  bool parseConditionPopupResp(const std::optional<std::string>& data,
+                               boost::json::object* extraJson);
+
+  // State, each field as a copy of the moment.
+  bool isPopupStart() const;
+  bool isPopuping() const;
+  const std::shared_ptr<Window>& window() const { return window_; }
+  const std::shared_ptr<Timer>& timer() const { return timer_; }
+  std::optional<std::string> policyPublishTime() const;
+  std::deque<QueueEntry> popupCache() const;
+  PopupList remotePopupArr() const;
+  PopupList localPopupArr() const;
+  PopupList mergePopupArr() const;
+  double startTime() const;
+  double serverTime() const;
+  double requestTime() const;
+  std::string popUrl() const;
+  std::string gameID() const;
+  std::string gameKey() const;
+  ZOVKPopupLoginStateModel loginState() const;
+  void setRemotePopupArr(PopupList popups);
+  void setLocalPopupArr(PopupList popups);
+  void setMergePopupArr(PopupList popups);
+
+ private:
+  friend class SharedInstance<ZOVKPopupManager>;
+  using Shared = SharedInstance<ZOVKPopupManager>;
+  using ListPointer = std::shared_ptr<const PopupList>;
+  static std::shared_ptr<ZOVKPopupManager> make();
+
+  struct State {
+    bool isPopupStart = false;
+    bool isPopuping = false;
+    std::optional<std::string> policyPublishTime;
+    std::deque<QueueEntry> popupCache;
+    ListPointer remotePopupArr = std::make_shared<const PopupList>();
+    ListPointer localPopupArr = std::make_shared<const PopupList>();
+    ListPointer mergePopupArr = std::make_shared<const PopupList>();
+    double startTime = 0;
+    double serverTime = 0;
+    double requestTime = 0;
+    std::string popUrl;
+    std::string gameID;
+    std::string gameKey;
+    ZOVKPopupLoginStateModel loginState;
+  };
+  ListPointer list(ListPointer State::*field) const;
+  void setList(ListPointer State::*field, PopupList popups);
+  bool readDocument(const boost::json::value& document, std::uint64_t configType,
+                    PopupList* popUps);
+  bool readRemoteHead(const boost::json::value& document);
+  std::optional<QueueEntry> headOfCache() const;
+  void present(const QueueEntry& entry);
+  void endShowing();
+  void finishEntry(const QueueEntry& entry, std::int32_t action, const std::string& msg);
+  void showAfterCondition(const PopupList& popups, const CallbackPointer& complete);
+  void handleConditionAnswer(const PopupPointer& popup, const CallbackPointer& complete,
+                             bool success, const std::optional<std::string>& data);
+  void savePage(const ZOVKPopupModel& popup, bool success, const std::optional<std::string>& path);
+
+  std::shared_ptr<Platform> platform_;
+  mutable Mutex mutex_;
+  State state_ ZOVK_GUARDED_BY(mutex_);
+  std::shared_ptr<Window> window_;
+  std::shared_ptr<Timer> timer_;
+};
+
+/// The debug lines of one operation of the engine.
+constexpr DebugLog managerLog(const char* function) {
+  return {"ZOVKPopupManager", function};
+}
+
+}  // namespace zovk

@@ -1,0 +1,103 @@
+#include "host/ZOVKPopupHost.h"
+
+#include <thread>
+#include <utility>
+
+#include "engine/ZOVKPopupManager.h"
+#include "host/LoggerSetUp.h"
+#include "platform/CurrentPlatform.h"
+#include "platform/HostedPlatform.h"
+#include "storage/ZOVKPopupFileManager.h"
+
+namespace zovk {
+namespace {
+
+// Main thread only, but for the default platform, which the main thread's first call makes.
+struct Host {
+  std::shared_ptr<HostedPlatform> platform;
+  std::thread::id mainThread;
+  bool shutDown = false;
+  bool pumping = false;
+};
+
+Host& host() {
+  static auto* const instance = new Host;
+  return *instance;
+}
+
+bool install(std::shared_ptr<HostedPlatform> platform) {
+  // The interfaces stay for as long as someone holds them.
+  const std::shared_ptr<Platform> interfaces(platform, &platform->interfaces());
+  host() = {std::move(platform), std::this_thread::get_id()};
+  setUpLogger(interfaces);
+  setCurrentPlatform(interfaces);
+  return true;
+}
+
+void installDefault() {
+  if (host().platform != nullptr || host().shutDown) return;
+  if (auto platform = makeDefaultPlatform({})) install(std::move(platform));
+}
+
+// True on the main thread of a host that is set up; says so once more when it is another thread.
+bool isOnMainThread(const char* operation) {
+  if (host().platform == nullptr) return false;
+  if (host().mainThread == std::this_thread::get_id()) return true;
+  logError("ZOVKPopupHost::%s was called on another thread than the main thread", operation);
+  return false;
+}
+
+const bool kDefaultIsKnown = (setDefaultPlatform(installDefault), true);
+
+}  // namespace
+
+bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
+  if (host().platform != nullptr) return setUp(std::shared_ptr<HostedPlatform>());
+  return setUp(makeDefaultPlatform({settings.applicationId, settings.resourceDirectory,
+                                    settings.dataDirectory, settings.helperPath,
+                                    settings.nativeWindow, settings.logSink}));
+}
+
+bool ZOVKPopupHost::setUp(std::shared_ptr<HostedPlatform> platform) {
+  if (host().platform != nullptr) {
+    logError("ZOVKPopupHost::setUp was called before, or the popups are already in use");
+    return false;
+  }
+  if (platform == nullptr || !kDefaultIsKnown) {
+    logError("ZOVKPopupHost::setUp found no platform");
+    return false;
+  }
+  return install(std::move(platform));
+}
+
+void ZOVKPopupHost::pump(std::chrono::microseconds budget) {
+  if (!isOnMainThread("pump") || host().pumping) return;
+  const auto platform = host().platform;  // a callback may shut down
+  host().pumping = true;
+  platform->pump(budget);
+  host().pumping = false;
+}
+
+int ZOVKPopupHost::pollDescriptor() {
+  return host().platform != nullptr ? host().platform->pollDescriptor() : -1;
+}
+
+void ZOVKPopupHost::gameWindowDidBecomeKey() {
+  if (isOnMainThread("gameWindowDidBecomeKey")) host().platform->gameWindowDidBecomeKey();
+}
+
+void ZOVKPopupHost::shutDown() {
+  if (!isOnMainThread("shutDown")) return;
+  const auto platform = std::exchange(host().platform, nullptr);
+  host().shutDown = true;
+  if (auto* const manager = ZOVKPopupManager::sharedInstanceNoSynch()) {
+    manager->stopCheckKeyWindow();
+    manager->releasePopupWindow();
+  }
+  platform->shutDown();
+  setCurrentPlatform(nullptr);
+  ZOVKPopupManager::purgeSharedInstance();
+  ZOVKPopupFileManager::purgeSharedInstance();
+}
+
+}  // namespace zovk

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#if defined(__GNUC__)
+#define ZOVKPOPUP_API __attribute__((visibility("default")))
+#else
+#define ZOVKPOPUP_API
+#endif
+
+namespace zovk {
+
+class HostedPlatform;
+
+/// What a game may say about itself. Every member has a default.
+struct ZOVKPopupHostSettings {
+  /// Names the application's own data: letters, digits, dots, dashes, underscores. By default the
+  /// program's name.
+  std::string applicationId;
+  /// Where the game's resources lie (absolute path); by default the program's own directory.
+  /// The resource bundle "ZOVKPopupResource.bundle" is looked for there first, then beside the library.
+  std::string resourceDirectory;
+  /// The application's home directory; by default `$XDG_DATA_HOME/<applicationId>`.
+  std::string dataDirectory;
+  /// The helper program `zovkpopup-webhost`; by default the one installed with the library.
+  std::string helperPath;
+  /// The X11 window of the game, 0 when it has none: popups cover it and give the focus back to it.
+  std::uint64_t nativeWindow = 0;
+  /// Takes the log lines, without line ends, instead of standard error. Called from any thread,
+  /// also while other calls are under way; it must not call back into the library.
+  std::function<void(std::string_view line)> logSink;
+};
+
+/// Ties the popups to a game's loop. Every call belongs to one thread, the main thread: the one
+/// that calls `setUp`, or the first call of `ZOVKPopup` where the game does without `setUp`.
+/// Host callbacks that are not immediate come from `pump`.
+class ZOVKPOPUP_API ZOVKPopupHost {
+ public:
+  /// Call once before anything else, and again only after `shutDown`. False, with one error line,
+  /// when it was called before, when the popups are already in use, or when no platform is linked in.
+  static bool setUp(const ZOVKPopupHostSettings& settings);
+  /// The same with a platform of the host's own.
+  static bool setUp(std::shared_ptr<HostedPlatform> platform);
+
+  /// Runs what is due and returns; never waits. Call it once a frame. No task is begun after
+  /// `budget` has passed; what is left is run by the next call. Does nothing when not set up, or
+  /// when called from within a callback. Host callbacks must not throw.
+  static void pump(std::chrono::microseconds budget = std::chrono::milliseconds(2));
+
+  /// A descriptor that is readable when `pump` has something to do, for hosts with an event loop
+  /// of their own; -1 when not set up. The library owns it, until `shutDown`.
+  static int pollDescriptor();
+
+  /// Tells that the game's own window took the keyboard. Games that gave `nativeWindow` on X11
+  /// need not.
+  static void gameWindowDidBecomeKey();
+
+  /// Ends everything within two seconds: an open popup closes and its callback is not called.
+  /// May be called twice. Later calls of `ZOVKPopup` log an error; show requests are answered -1.
+  static void shutDown();
+};
+
+}  // namespace zovk

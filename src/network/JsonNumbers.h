@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include <boost/json/value.hpp>
+
+namespace zovk {
+
+/// Integer value of a text: after white space and a sign, its leading decimal digits, held to the
+/// 32-bit range; 0 when there are none.
+std::int32_t intValueOfText(std::string_view text);
+
+/// Integer value of a JSON value: numbers are cut towards zero and held to the 32-bit range, true
+/// is 1 and false 0, texts as above. Throws `std::invalid_argument` for null, arrays and objects.
+std::int32_t intValue(const boost::json::value& value);
+
+/// The same for a double; a text gives the number that it starts with, or 0.
+double doubleValue(const boost::json::value& value);
+
+}  // namespace zovk

@@ -1,0 +1,43 @@
+#include "network/UrlText.h"
+
+#include <boost/url/encode.hpp>
+#include <boost/url/grammar/lut_chars.hpp>
+#include <boost/url/parse.hpp>
+#include <boost/url/pct_string_view.hpp>
+#include <boost/url/rfc/pchars.hpp>
+#include <boost/url/url_view.hpp>
+
+#include "support/Utf8.h"
+
+namespace zovk {
+namespace {
+
+constexpr auto kPathCharacters = boost::urls::pchars + '/';
+constexpr auto kQueryCharacters = boost::urls::pchars + "/?";
+
+}  // namespace
+
+std::optional<std::string> withoutPercentEncoding(std::string_view text) {
+  const auto encoded =
+      boost::urls::make_pct_string_view(boost::urls::string_view(text.data(), text.size()));
+  if (!encoded) return std::nullopt;
+  std::string decoded = encoded->decode();
+  if (!isUtf8(decoded)) return std::nullopt;
+  return decoded;
+}
+
+std::string withQueryEncoding(std::string_view text) {
+  return boost::urls::encode(boost::urls::string_view(text.data(), text.size()), kQueryCharacters);
+}
+
+std::string withPathEncoding(std::string_view path) {
+  return boost::urls::encode(boost::urls::string_view(path.data(), path.size()), kPathCharacters);
+}
+
+std::string pathOfUrl(std::string_view url) {
+  const auto parsed =
+      boost::urls::parse_uri_reference(boost::urls::string_view(url.data(), url.size()));
+  return parsed ? parsed->path() : std::string();
+}
+
+}  // namespace zovk

@@ -1,0 +1,94 @@
+#include "network/ZOVKPopupCommonTool.h"
+
+#include <boost/json/parse.hpp>
+#include <boost/json/serialize.hpp>
+
+#include "logging/ZPLogger.h"
+#include "network/UrlText.h"
+#include "support/Md5.h"
+
+namespace zovk {
+namespace {
+
+// Stores one piece of a query. Pieces that do not decode, or have no key, are passed over.
+void storePair(std::string_view piece, boost::json::object& pairs) {
+  const std::string_view keyText = piece.substr(0, piece.find('='));
+  const std::size_t lastSign = piece.rfind('=');
+  const std::string_view valueText =
+      lastSign == std::string_view::npos ? piece : piece.substr(lastSign + 1);
+  const auto key = withoutPercentEncoding(keyText);
+  const auto value = withoutPercentEncoding(valueText);
+  if (key && !key->empty() && value) pairs[*key] = *value;
+}
+
+std::string textOf(const boost::json::value& value) {
+  if (const auto* text = value.if_string()) return std::string(*text);
+  if (const bool* flag = value.if_bool()) return *flag ? "1" : "0";
+  return boost::json::serialize(value);
+}
+
+}  // namespace
+
+std::optional<std::string> ZOVKPopupCommonTool::dictionaryToData(
+    const std::optional<boost::json::object>& dictionary) {
+  if (!dictionary || dictionary->empty()) return std::nullopt;
+  std::string text = boost::json::serialize(*dictionary);
+  std::erase_if(text, [](char c) { return c == ' ' || c == '\n' || c == '\r'; });
+  return text;
+}
+
+std::string ZOVKPopupCommonTool::dictionaryToJsonString(
+    const std::optional<boost::json::object>& dictionary) {
+  return dictionaryToData(dictionary).value_or("");
+}
+
+std::optional<boost::json::value> ZOVKPopupCommonTool::jsonStringToDictionary(
+    const std::optional<std::string>& jsonString) {
+  constexpr DebugLog debug{"ZOVKPopupCommonTool", "ZOVKPopupCommonTool::jsonStringToDictionary"};
+  if (!jsonString) {
+    debug("jsonString nil to dictionary");
+    return std::nullopt;
+  }
+  boost::json::error_code error;
+  boost::json::value parsed = boost::json::parse(*jsonString, error);
+  if (error) {
+    logError("jsonStringToDictionary parse failed: %@", error.message());
+    return std::nullopt;
+  }
+  return parsed;
+}
+
+std::string ZOVKPopupCommonTool::getTextMD5(std::string_view text) {
+  if (text.empty()) return "";
+  return md5Hex(text.substr(0, text.find('\0')));
+}
+
+boost::json::object ZOVKPopupCommonTool::urlParamToDictionary(std::string_view url) {
+  boost::json::object pairs;
+  const std::size_t question = url.find('?');
+  if (question == std::string_view::npos) return pairs;
+  std::string_view kept = url.substr(question + 1);
+  // The fragment is kept and the query dropped: page addresses carry their parameters there.
+  if (const std::size_t fragment = kept.find('#'); fragment != std::string_view::npos) {
+    kept.remove_prefix(fragment);
+  }
+  while (true) {
+    const std::size_t end = kept.find('&');
+    storePair(kept.substr(0, end), pairs);
+    if (end == std::string_view::npos) return pairs;
+    kept.remove_prefix(end + 1);
+  }
+}
+
+std::string ZOVKPopupCommonTool::dictionaryToUrlParam(const boost::json::object& dictionary,
+                                                      bool needEncode) {
+  std::string query;
+  for (const auto& [key, value] : dictionary) {
+    const std::string text = textOf(value);
+    if (!query.empty()) query += '&';
+    query.append(key).append("=").append(needEncode ? withQueryEncoding(text) : text);
+  }
+  return query;
+}
+
+}  // namespace zovk

@@ -1,0 +1,136 @@
+#include "network/ZOVKPopupNetwork.h"
+
+#include <deque>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "logging/ZPLogger.h"
+#include "network/UrlText.h"
+#include "network/ZOVKPopupCommonTool.h"
+
+namespace zovk {
+namespace {
+
+constexpr std::chrono::seconds kRequestTimeout{15};
+
+// Every task that was started, newest first. None is ever taken out: a task that was sent lives
+// as long as the process, whoever lets go of it.
+void keepTask(std::shared_ptr<UrlTask> task) {
+  static Mutex mutex;
+  static auto* const requestTaskArray = new std::deque<std::shared_ptr<UrlTask>>;
+  const LockGuard lock(mutex);
+  requestTaskArray->push_front(std::move(task));
+}
+
+const void* identity(const auto& callback) {
+  return callback ? &callback : nullptr;
+}
+
+}  // namespace
+
+std::string commonParameterText(const ZOVKPopupUrlParams& p) {
+  return fmt::format("game_id={}&install_id={}&os={}&version={}", p.gameID, p.installID, p.os,
+                     p.version);
+}
+
+std::string signatureSource(const ZOVKPopupUrlParams& p, const std::string& bodyText) {
+  const std::string path = p.actionPath.empty() ? pathOfUrl(p.urlStr) : p.actionPath;
+  return path + "?" + commonParameterText(p) + bodyText + p.gameKey;
+}
+
+std::string signedUrl(const ZOVKPopupUrlParams& p, const std::string& signature) {
+  const bool hasQuery = p.actionPath.empty() && p.urlStr.find('?') != std::string::npos;
+  return fmt::format("{}{}{}{}&sig={}", p.urlStr, p.actionPath, hasQuery ? "&" : "?",
+                     commonParameterText(p), signature);
+}
+
+void ZOVKPopupNetwork::startRequest(std::int32_t type, const ZOVKPopupUrlParams& urlParams,
+                                    const RequestComplete& complete) {
+  constexpr DebugLog debug{"ZOVKPopupNetwork", "ZOVKPopupNetwork::startRequest"};
+  debug("Start request, type:%d, urlStr:%@, postInfo:%@, complete:%p", type, urlParams.urlStr,
+        [&] { return urlParams.postInfo ? logText(*urlParams.postInfo) : std::string("(null)"); },
+        identity(complete));
+  if (urlParams.urlStr.empty()) {
+    logError("Url illegal");
+    if (complete) return complete(false, std::nullopt);
+  } else {
+    const LockGuard lock(mutex_);
+    requestComplete_ = complete;
+  }
+  const std::string bodyText = ZOVKPopupCommonTool::dictionaryToJsonString(urlParams.postInfo);
+  const std::string source = signatureSource(urlParams, bodyText);
+  const std::string signature = ZOVKPopupCommonTool::getTextMD5(source);
+  debug("sigSource:%@\nsig:%@", source, signature);
+
+  UrlRequest request;
+  request.url = signedUrl(urlParams, signature);
+  request.timeout = kRequestTimeout;
+  if (type == kPost) {
+    request.method = "POST";
+    if (bodyText.empty()) {
+      logError("postInfo illegal");
+    } else {
+      request.body = bodyText;
+    }
+  }
+  auto task = session_.dataTask(
+      std::move(request),
+      [self = shared_from_this()](const DataResult& result) { self->finishRequest(result); });
+  keepTask(task);
+  task->resume();
+}
+
+void ZOVKPopupNetwork::finishRequest(const DataResult& result) {
+  constexpr DebugLog debug{"ZOVKPopupNetwork", "ZOVKPopupNetwork::startRequest"};
+  if (result.error) {
+    logError("Request url:%@, error:%@", result.url, *result.error);
+  } else {
+    debug("Request url:%@, finished, data length:%d", result.url,
+          result.body ? result.body->size() : 0);
+  }
+  RequestComplete complete;
+  {
+    const LockGuard lock(mutex_);
+    complete = std::exchange(requestComplete_, nullptr);
+  }
+  if (!complete) return debug("Callback is Null");
+  complete(!result.error, result.error ? std::nullopt : result.body);
+}
+
+void ZOVKPopupNetwork::startDownload(const std::string& urlStr, const DownloadComplete& complete) {
+  constexpr DebugLog debug{"ZOVKPopupNetwork", "ZOVKPopupNetwork::startDownload"};
+  debug("Start download, urlStr:%@, complete:%p", urlStr, identity(complete));
+  if (urlStr.empty()) {
+    debug("Url illegal");
+    if (complete) complete(false, std::nullopt);
+  }
+  {
+    const LockGuard lock(mutex_);
+    downloadComplete_ = complete;
+  }
+  session_
+      .downloadTask(urlStr,
+                    [self = shared_from_this()](const DownloadResult& result) {
+                      self->finishDownload(result);
+                    })
+      ->resume();
+}
+
+void ZOVKPopupNetwork::finishDownload(const DownloadResult& result) {
+  constexpr DebugLog debug{"ZOVKPopupNetwork", "ZOVKPopupNetwork::startDownload"};
+  if (result.error) {
+    logError("Download from url:%@, error:%@", result.url, *result.error);
+  } else {
+    debug("Download from url:%@, finished, file path:%@", result.url, result.path);
+  }
+  DownloadComplete complete;
+  {
+    const LockGuard lock(mutex_);
+    complete = std::exchange(downloadComplete_, nullptr);
+  }
+  if (!complete) return debug("Callback is Null");
+  complete(!result.error, result.error ? std::nullopt : result.path);
+}
+
+}  // namespace zovk

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/Platform.h"
+
+namespace zovk {
+
+/// What a host may say about itself. Everything has a default.
+struct PlatformSettings {
+  /// Names the application's own data; letters, digits, dots, dashes and underscores. By default
+  /// the name of the program.
+  std::string applicationId;
+  /// Where the host's resources lie; by default beside the program.
+  std::string resourceDirectory;
+  /// The application's home directory; by default below the user's data directory.
+  std::string dataDirectory;
+  /// The helper program that shows the pages; by default the one installed with the library.
+  std::string helperPath;
+  /// The X11 window of the game, 0 for none: where popups are placed, and where focus returns to.
+  std::uint64_t nativeWindow = 0;
+  /// Takes the log lines instead of standard error; called from any thread.
+  std::function<void(std::string_view line)> logSink;
+};
+
+/// A platform that a host drives. Made, pumped and shut down on one thread, the main thread.
+/// Whoever makes it owns it. `pump` runs what is due and returns; the host's callbacks come from it.
+class HostedPlatform {
+ public:
+  virtual ~HostedPlatform() = default;
+  virtual Platform& interfaces() = 0;
+  /// Runs tasks, timers and events that are due, for `budget` at most, and never waits. A task
+  /// that has begun is finished; what is left runs next time.
+  virtual void pump(std::chrono::microseconds budget) = 0;
+  /// Readable when a pump would find something to do; -1 when the platform has none.
+  virtual int pollDescriptor() const = 0;
+  /// Tells that the game's own window took the keyboard. Hosts with a `nativeWindow` need not.
+  virtual void gameWindowDidBecomeKey() = 0;
+  /// Ends threads and helper processes within two seconds. Repeatable; nothing is called back
+  /// afterwards.
+  virtual void shutDown() = 0;
+};
+
+/// The platform that was linked in; null when there is none.
+std::shared_ptr<HostedPlatform> makeDefaultPlatform(const PlatformSettings& settings);
+
+}  // namespace zovk

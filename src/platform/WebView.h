@@ -1,0 +1,94 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <boost/json/value.hpp>
+
+#include "platform/View.h"
+
+namespace zovk {
+
+enum class TargetFrame {
+  kNone,  ///< The page asked for a new window.
+  kMain,
+  kSub,
+};
+
+/// A navigation that a page wants to make.
+struct NavigationAction {
+  std::string url;
+  TargetFrame targetFrame = TargetFrame::kMain;
+};
+
+enum class NavigationPolicy { kCancel, kAllow };
+
+/// Answers one navigation. The first answer counts, later ones do nothing, and dropping the last
+/// copy unanswered cancels, so that a page is never left waiting. Main thread only.
+using NavigationDecision = std::function<void(NavigationPolicy)>;
+
+/// What happens in a web view. Main thread only; each event comes from the host's pump. The web
+/// view refers to its delegate without owning it and goes on without one: navigations are then
+/// allowed. No method may fail.
+class WebViewDelegate {
+ public:
+  virtual ~WebViewDelegate() = default;
+  virtual void decidePolicyForNavigationAction(const NavigationAction& action,
+                                               const NavigationDecision& decide) = 0;
+  virtual void didStartProvisionalNavigation() = 0;
+  virtual void didFailProvisionalNavigation(const std::string& error) = 0;
+  virtual void didFailNavigation(const std::string& error) = 0;
+  virtual void didFinishNavigation() = 0;
+  virtual void webContentProcessDidTerminate() = 0;
+  /// The page asked for a new window; none is ever made.
+  virtual void createWebView(const NavigationAction& action) = 0;
+};
+
+/// Receives what pages post. Main thread only.
+class ScriptMessageHandler {
+ public:
+  virtual ~ScriptMessageHandler() = default;
+  /// `body` is what the page posted: any JSON value; absent when it posted nothing.
+  virtual void didReceiveScriptMessage(const std::string& name,
+                                       const std::optional<boost::json::value>& body) = 0;
+};
+
+/// How a web view is made. The handlers are kept by the web view's configuration.
+struct WebViewConfiguration {
+  std::map<std::string, std::shared_ptr<ScriptMessageHandler>> scriptMessageHandlers;
+  bool allowsInlineMediaPlayback = false;
+  bool prefersMobileContent = false;
+  bool bounces = true;
+  bool showsVerticalScrollIndicator = true;
+  bool adjustsContentInset = true;
+  bool opaque = true;
+};
+
+/// The result of a script: exactly one of the two is present. A script without a value gives null.
+struct ScriptResult {
+  std::optional<boost::json::value> value;
+  std::optional<std::string> error;
+};
+
+/// A page in a view. Main thread only; commands go out in order, events and results come back
+/// from the host's pump. The holder owns it and it owns its handlers. Failures to load come as
+/// events, failures of a script in its result; a web view that is gone answers every script with
+/// an error.
+class WebView : public View {
+ public:
+  virtual void setNavigationDelegate(std::weak_ptr<WebViewDelegate> delegate) = 0;
+  virtual void load(const std::string& url) = 0;
+  /// Loads a file address; the page may read nothing but what `readAccessUrl` names.
+  virtual void loadFile(const std::string& url, const std::string& readAccessUrl) = 0;
+  virtual void stopLoading() = 0;
+  virtual void reload() = 0;
+  /// The address of the page, as last heard; empty when there is none.
+  virtual std::string url() const = 0;
+  virtual void evaluateJavaScript(const std::string& script,
+                                  std::function<void(const ScriptResult&)> completion) = 0;
+};
+
+}  // namespace zovk

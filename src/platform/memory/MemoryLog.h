@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "logging/ZPLogger.h"
+#include "platform/Platform.h"
+#include "support/ThreadSafety.h"
+
+namespace zovk {
+
+/// Keeps the log lines. Any thread. Copies share their lines, so that a logger that outlives a
+/// test still writes into something that exists.
+class MemoryLog final : public PlatformLog {
+ public:
+  void writeLine(std::string_view line) override;
+
+  std::vector<std::string> lines() const;
+  std::vector<std::string> linesContaining(std::string_view text) const;
+  /// Whether some line contains the text.
+  bool contains(std::string_view text) const { return count(text) > 0; }
+  /// How many lines contain the text.
+  std::size_t count(std::string_view text) const;
+  void clear();
+
+ private:
+  struct Lines {
+    mutable Mutex mutex;
+    std::vector<std::string> all ZOVK_GUARDED_BY(mutex);
+  };
+  std::shared_ptr<Lines> lines_ = std::make_shared<Lines>();
+};
+
+/// Makes the logger write into `log`, with debug lines or without.
+LogEnvironment memoryLogEnvironment(const MemoryLog& log, bool debug);
+
+}  // namespace zovk

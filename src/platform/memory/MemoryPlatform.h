@@ -1,0 +1,64 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/HostedPlatform.h"
+#include "platform/Platform.h"
+#include "platform/memory/MemoryBundles.h"
+#include "platform/memory/MemoryDevice.h"
+#include "platform/memory/MemoryFileSystem.h"
+#include "platform/memory/MemoryLog.h"
+#include "platform/memory/MemoryScheduler.h"
+#include "platform/memory/MemorySettings.h"
+#include "platform/memory/MemoryUrlSession.h"
+#include "platform/memory/MemoryUserInterface.h"
+
+namespace zovk {
+
+/// A whole platform in memory, in virtual time. The thread that makes it is its main thread.
+/// There are the directories "/app" with its resource bundle, "/tmp" and the home directory's
+/// "Library/Caches".
+class MemoryPlatform : public std::enable_shared_from_this<MemoryPlatform> {
+ public:
+  MemoryPlatform();
+  ~MemoryPlatform();
+  MemoryPlatform(const MemoryPlatform&) = delete;
+  MemoryPlatform& operator=(const MemoryPlatform&) = delete;
+
+  MemoryLog log;
+  MemoryScheduler scheduler;
+  MemoryFileSystem files;
+  MemoryBundles bundles{files};
+  MemorySettings settings;
+  MemoryDevice device;
+  MemoryUrlSession urlSession{files};
+  MemoryUserInterface userInterface{scheduler};
+  Platform interfaces{log,     scheduler, scheduler, scheduler,  files,
+                      bundles, settings,  device,    urlSession, userInterface};
+
+  /// The interfaces, for those who keep a platform. Keeps this object alive where it was made by
+  /// make_shared; otherwise its maker must.
+  std::shared_ptr<Platform> shared();
+  /// Answers nothing any more and runs nothing any more. Repeatable.
+  void shutDown();
+
+  /// Delivers answered requests and runs ready tasks until neither is left.
+  void settle();
+};
+
+/// The memory platform as a host drives one. `pump` runs what is due at the scheduler's own time,
+/// which only `memory().scheduler` moves.
+class MemoryHostedPlatform final : public HostedPlatform {
+ public:
+  MemoryPlatform& memory() { return *memory_; }
+  Platform& interfaces() override { return memory_->interfaces; }
+  void pump(std::chrono::microseconds budget) override { memory_->scheduler.runReady(budget); }
+  int pollDescriptor() const override { return -1; }
+  void gameWindowDidBecomeKey() override { memory_->userInterface.otherWindowTakesKey(); }
+  void shutDown() override { memory_->shutDown(); }
+
+ private:
+  std::shared_ptr<MemoryPlatform> memory_ = std::make_shared<MemoryPlatform>();
+};
+
+}  // namespace zovk

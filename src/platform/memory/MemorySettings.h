@@ -1,0 +1,37 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+
+#include "platform/SettingsStore.h"
+#include "support/ThreadSafety.h"
+
+namespace zovk {
+
+/// Settings in memory that tell what is on disk from what is not yet. Any thread.
+class MemorySettings final : public SettingsStore {
+ public:
+  std::optional<std::string> value(const std::string& key) const override;
+  void set(const std::string& key, const std::string& value) override;
+  void remove(const std::string& key) override;
+  void synchronize() override;
+
+  std::map<std::string, std::string> all() const;
+  /// What a start after a crash would find.
+  std::map<std::string, std::string> saved() const;
+  /// As a crash does: goes back to what is saved.
+  void dropUnsaved();
+  /// From now on nothing that is set or removed is kept.
+  void loseWrites(bool lose);
+  int synchronizeCount() const;
+
+ private:
+  mutable Mutex mutex_;
+  std::map<std::string, std::string> values_ ZOVK_GUARDED_BY(mutex_);
+  std::map<std::string, std::string> saved_ ZOVK_GUARDED_BY(mutex_);
+  bool loseWrites_ ZOVK_GUARDED_BY(mutex_) = false;
+  int synchronizeCount_ ZOVK_GUARDED_BY(mutex_) = 0;
+};
+
+}  // namespace zovk

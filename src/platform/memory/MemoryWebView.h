@@ -1,0 +1,100 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/WebView.h"
+#include "platform/memory/MemoryScheduler.h"
+#include "platform/memory/MemoryView.h"
+
+namespace zovk {
+
+/// How a navigation was decided, which may come later.
+class MemoryDecision {
+ public:
+  std::optional<NavigationPolicy> answer() const { return *answer_; }
+  bool undecided() const { return !answer_->has_value(); }
+  bool allowed() const { return *answer_ == NavigationPolicy::kAllow; }
+  bool cancelled() const { return *answer_ == NavigationPolicy::kCancel; }
+
+ private:
+  friend class MemoryWebView;
+  std::shared_ptr<std::optional<NavigationPolicy>> answer_ =
+      std::make_shared<std::optional<NavigationPolicy>>();
+};
+
+/// One command to load.
+struct MemoryLoad {
+  std::string url;
+  std::optional<std::string> readAccessUrl;  ///< Present for a file.
+  friend bool operator==(const MemoryLoad&, const MemoryLoad&) = default;
+};
+
+/// A web view without pages: it records what it is told, and a test plays the page. Main thread
+/// only. What the test plays reaches the delegate or handler at once; results of scripts come
+/// through the scheduler, which must outlive every script that is under way.
+class MemoryWebView final : public MemoryViewCommands<WebView> {
+ public:
+  using ScriptHandler = std::function<ScriptResult(const std::string& script)>;
+
+  MemoryWebView(MemoryScheduler& scheduler, WebViewConfiguration configuration);
+  ~MemoryWebView() override;
+  MemoryWebView(const MemoryWebView&) = delete;
+  MemoryWebView& operator=(const MemoryWebView&) = delete;
+
+  void setNavigationDelegate(std::weak_ptr<WebViewDelegate> delegate) override;
+  void load(const std::string& url) override;
+  void loadFile(const std::string& url, const std::string& readAccessUrl) override;
+  void stopLoading() override { ++stopCount_; }
+  void reload() override { ++reloadCount_; }
+  std::string url() const override { return url_; }
+  void evaluateJavaScript(const std::string& script,
+                          std::function<void(const ScriptResult&)> completion) override;
+
+  // What it was told.
+
+  const WebViewConfiguration& configuration() const { return configuration_; }
+  const std::vector<MemoryLoad>& loads() const { return loads_; }
+  /// The address of the last load; empty when there was none.
+  std::string lastLoad() const { return loads_.empty() ? std::string() : loads_.back().url; }
+  int stopCount() const { return stopCount_; }
+  int reloadCount() const { return reloadCount_; }
+  const std::vector<std::string>& scripts() const { return scripts_; }
+  /// Answers scripts, when their results are due; without it every script gives null.
+  void setScriptHandler(ScriptHandler handler) { scriptHandler_ = std::move(handler); }
+
+  // The page, as the test plays it.
+
+  /// False when no handler of that name is there.
+  bool postMessage(const std::string& name, const std::optional<boost::json::value>& body);
+  /// The page wants to go somewhere. Allowed when there is no delegate.
+  MemoryDecision navigate(const std::string& url, TargetFrame target = TargetFrame::kMain);
+  void requestNewWindow(const std::string& url);
+  void setUrl(const std::string& url) { url_ = url; }
+  /// The page of the last allowed navigation of the main frame begins to load.
+  void startProvisional();
+  void finish();
+  void failProvisional(const std::string& error);
+  void fail(const std::string& error);
+  void terminateProcess();
+  /// Plays a load that goes well: navigation, start, finish. False when it was not allowed at once.
+  bool open(const std::string& url);
+
+ private:
+  MemoryScheduler& scheduler_;
+  WebViewConfiguration configuration_;
+  std::weak_ptr<WebViewDelegate> delegate_;
+  std::vector<MemoryLoad> loads_;
+  std::vector<std::string> scripts_;
+  ScriptHandler scriptHandler_;
+  std::string url_;
+  std::shared_ptr<std::string> allowedUrl_ = std::make_shared<std::string>();
+  std::shared_ptr<MemoryWebView*> self_;  // told apart from a gone one by results under way
+  int stopCount_ = 0;
+  int reloadCount_ = 0;
+};
+
+}  // namespace zovk

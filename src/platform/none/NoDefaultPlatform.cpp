@@ -1,0 +1,9 @@
+#include "platform/HostedPlatform.h"
+
+namespace zovk {
+
+std::shared_ptr<HostedPlatform> makeDefaultPlatform(const PlatformSettings& /*settings*/) {
+  return nullptr;
+}
+
+}  // namespace zovk

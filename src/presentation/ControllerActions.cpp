@@ -1,0 +1,96 @@
+#include <array>
+
+#include <boost/json/parse.hpp>
+
+#include "network/ZOVKPopupCommonTool.h"
+#include "presentation/ActionScope.h"
+#include "presentation/ZOVKPopupViewController.h"
+
+namespace zovk {
+namespace {
+
+constexpr std::int32_t kSkip = 0;
+constexpr std::int32_t kCommit = 1;
+constexpr std::array<const char*, 4> kActionNames = {"error", "skip", "commit", "cancel"};
+
+boost::json::object resultRecordOf(std::int32_t action, const boost::json::value& message) {
+  boost::json::object record;
+  record["action"] = kActionNames.at(static_cast<std::size_t>(action + 1));
+  record["msg"] = message.is_string() ? message : boost::json::value("");
+  return record;
+}
+
+}  // namespace
+
+void ZOVKPopupViewController::handleCallbackMessage(std::int32_t action,
+                                                    const boost::json::value& callbackMessage) {
+  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::handleCallbackMessage");
+  const ActionScope scope(*this);
+  if (tornDown_) return;
+  const boost::json::object record = resultRecordOf(action, callbackMessage);
+  if (action == kCommit) return commit(record);
+  const std::string text = ZOVKPopupCommonTool::dictionaryToJsonString(record);
+  if (action == kSkip) return skip(text);
+  debug("the user operation is: %d ,msg: %@", action, text);
+  // A cancel is told at once, even with popups still waiting: they are shown all the same.
+  callComplete(action, text);
+  finishShow();
+}
+
+void ZOVKPopupViewController::skip(const std::string& resultText) {
+  if (popupArr_.empty()) callComplete(kSkip, resultText);
+  finishShow();
+}
+
+void ZOVKPopupViewController::commit(const boost::json::object& resultRecord) {
+  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::handleCallbackMessage");
+  const std::string reportUrl = currentModel_ != nullptr ? currentModel_->report_url : "";
+  if (reportUrl.empty()) {
+    // The popup stays on screen: a commit that cannot be reported is not a finished popup.
+    debug("The currentModel report_url is illegal: %@, report ending", reportUrl);
+    return callComplete(-1, "");
+  }
+  startReportData(resultRecord);
+  ZPLogger::writeDirectly("the num of popupCache is " + std::to_string(popupArr_.size()));
+  if (popupArr_.empty()) {
+    callComplete(kCommit, ZOVKPopupCommonTool::dictionaryToJsonString(resultRecord));
+  }
+  finishShow();
+}
+
+void ZOVKPopupViewController::startReportData(const boost::json::object& resultRecord) {
+  if (currentModel_ == nullptr) return;
+  ZOVKPopupUrlParams params = playerRequest(currentModel_->report_url, player_, *currentModel_);
+  params.postInfo->emplace("data", ZOVKPopupCommonTool::dictionaryToJsonString(resultRecord));
+  const auto network = std::make_shared<ZOVKPopupNetwork>(platform_->urlSession);
+  network->startRequest(
+      ZOVKPopupNetwork::kPost, params, [](bool success, const std::optional<std::string>& data) {
+        constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::startReportData");
+        debug("Report user data result:%d, respData length:%d", success, data ? data->size() : 0);
+        if (success && data) {
+          debug("Report user data request success");
+        } else {
+          logError("Report user data request failed");
+        }
+      });
+}
+
+void ZOVKPopupViewController::handleWebViewJsMessage(
+    std::int32_t action, const std::optional<boost::json::value>& jsMessage) {
+  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::handleWebViewJsMessage");
+  debug("Handle webview js message, action:%d message:%@", action,
+        [&] { return jsMessage ? logText(*jsMessage) : std::string("(null)"); });
+  if (jsMessage && jsMessage->is_object()) return handleCallbackMessage(kCommit, nullptr);
+  if (jsMessage && jsMessage->is_string()) {
+    boost::json::error_code error;
+    const auto parsed = boost::json::parse(jsMessage->get_string(), error);
+    if (!error && parsed.is_object()) return handleCallbackMessage(kCommit, parsed);
+  }
+  logError("Param jsMessage illegal");
+}
+
+void ZOVKPopupViewController::refreshButtonClicked() {
+  if (modelToRefresh_ != nullptr) loadPopupUri(modelToRefresh_, uriToRefresh_);
+}
+
+}  // namespace zovk

@@ -1,0 +1,39 @@
+#include "presentation/PlayerRequest.h"
+#include "presentation/ZOVKPopupViewController.h"
+
+namespace zovk {
+
+void ZOVKPopupViewController::queryConditionPopup(const PopupPointer& popup) {
+  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::queryConditionPopup");
+  debug("Query condition Popup");
+  const auto network = std::make_shared<ZOVKPopupNetwork>(platform_->urlSession);
+  network->startRequest(ZOVKPopupNetwork::kPost, playerRequest(popup->check_url, player_, *popup),
+                        [self = shared_from_this(), popup](
+                            bool success, const std::optional<std::string>& data) {
+                          self->handleConditionAnswer(popup, success, data);
+                        });
+}
+
+// Runs on any thread; everything that touches the controller is put off to the main queue.
+void ZOVKPopupViewController::handleConditionAnswer(const PopupPointer& popup, bool success,
+                                                    const std::optional<std::string>& data) {
+  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::queryConditionPopup");
+  debug("Query condition Popup result:%d, respData length:%d", success, data ? data->size() : 0);
+  if (!success || !data) {
+    logError("Query condition Popup request failed");
+    return showPopup();
+  }
+  debug("Query condition Popup request success");
+  boost::json::object extra;
+  if (!parseCondition_(data, &extra)) {
+    debug("No need to show condition Popup");
+    return showPopup();
+  }
+  debug("Need to show condition Popup");
+  const std::string address = getLoadUri(popup->uri, extra);
+  platform_->mainQueue.async([self = shared_from_this(), popup, address] {
+    if (!self->tornDown_) self->loadPopupUri(popup, address);
+  });
+}
+
+}  // namespace zovk

@@ -1,0 +1,98 @@
+#include <boost/url/parse.hpp>
+
+#include "presentation/ActionScope.h"
+#include "presentation/PageAddress.h"
+#include "presentation/ZOVKPopupViewController.h"
+
+namespace zovk {
+namespace {
+
+struct UrlParts {
+  std::string scheme;
+  std::string host;
+};
+
+UrlParts partsOf(const std::string& url) {
+  const auto parsed = boost::urls::parse_uri_reference(url);
+  if (!parsed) return {url.substr(0, url.find(':')), ""};
+  return {std::string(parsed->scheme()), parsed->host()};
+}
+
+bool isPageScheme(const std::string& scheme) {
+  return scheme == "http" || scheme == "https" || scheme == "file";
+}
+
+}  // namespace
+
+void ZOVKPopupViewController::decidePolicyForNavigationAction(const NavigationAction& action,
+                                                              const NavigationDecision& decide) {
+  constexpr DebugLog debug =
+      controllerLog("ZOVKPopupViewController::decidePolicyForNavigationAction");
+  const ActionScope scope(*this);
+  debug("Decide policy for navigation action, url:%@", action.url);
+  if (tornDown_ || webView_ == nullptr) return decide(NavigationPolicy::kCancel);
+  if (action.targetFrame == TargetFrame::kNone) webView_->load(action.url);
+  const UrlParts parts = partsOf(action.url);
+  if (!isPageScheme(parts.scheme)) return leaveForSystem(action.url, decide);
+  if (parts.host != platform_->device.appStoreHost()) return decideByPrefix(action.url, decide);
+  platform_->userInterface.openUrl(
+      action.url, [self = shared_from_this(), url = action.url, decide](bool opened) {
+        if (opened || self->tornDown_) return decide(NavigationPolicy::kCancel);
+        self->decideByPrefix(url, decide);
+      });
+}
+
+// Another scheme than those of pages: the system's business, or nobody's.
+void ZOVKPopupViewController::leaveForSystem(const std::string& url,
+                                             const NavigationDecision& decide) {
+  if (platform_->userInterface.canOpenUrl(url)) {
+    platform_->userInterface.openUrl(url, nullptr);
+  } else {
+    needRefresh_ = false;
+    outlet("refreshBtn")->setHidden(false);
+  }
+  decide(NavigationPolicy::kCancel);
+}
+
+void ZOVKPopupViewController::decideByPrefix(const std::string& url,
+                                             const NavigationDecision& decide) {
+  if (currentModel_ != nullptr && url.starts_with(ownPagePrefix(*currentModel_))) {
+    decide(NavigationPolicy::kAllow);
+    needRefresh_ = true;
+    outlet("refreshBtn")->setHidden(true);
+    return;
+  }
+  if (platform_->userInterface.canOpenUrl(url)) platform_->userInterface.openUrl(url, nullptr);
+  decide(NavigationPolicy::kCancel);
+}
+
+void ZOVKPopupViewController::didStartProvisionalNavigation() {
+  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::didStartProvisionalNavigation");
+  debug("Did start provisional navigation");
+}
+
+void ZOVKPopupViewController::didFailProvisionalNavigation(const std::string& error) {
+  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::didFailProvisionalNavigation");
+  debug("Did fail provisional navigation, error:%@", error);
+}
+
+void ZOVKPopupViewController::didFailNavigation(const std::string& error) {
+  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::didFailNavigation");
+  debug("Did fail navigation, error:%@", error);
+}
+
+void ZOVKPopupViewController::didFinishNavigation() {
+  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::didFinishNavigation");
+  debug("Did finish navigation");
+  if (xibView_ != nullptr) outlet("contentView")->setBackgroundColor(Color::black(0));
+}
+
+void ZOVKPopupViewController::webContentProcessDidTerminate() {
+  if (webView_ != nullptr && !webView_->url().empty()) webView_->reload();
+}
+
+void ZOVKPopupViewController::createWebView(const NavigationAction& action) {
+  if (action.targetFrame != TargetFrame::kMain && webView_ != nullptr) webView_->load(action.url);
+}
+
+}  // namespace zovk

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+#include "engine/ZOVKPopupLoginStateModel.h"
+#include "engine/ZOVKPopupModel.h"
+#include "network/ZOVKPopupUrlParams.h"
+
+namespace zovk {
+
+/// Who asks: the game and its player.
+struct PlayerIdentity {
+  std::string gameID;
+  std::string gameKey;
+  ZOVKPopupLoginStateModel loginState;
+};
+
+/// The parameters that every request to the popup service carries; no address and no body yet.
+ZOVKPopupUrlParams serviceRequest(const std::string& gameID, const std::string& gameKey);
+
+/// A request to `url` about one popup, with the player and the popup in its body.
+ZOVKPopupUrlParams playerRequest(const std::string& url, const PlayerIdentity& player,
+                                 const ZOVKPopupModel& popup);
+
+}  // namespace zovk

@@ -1,0 +1,134 @@
+#include "presentation/ZOVKPopupViewController.h"
+
+#include <utility>
+
+#include "presentation/ActionScope.h"
+#include "presentation/PageAddress.h"
+#include "storage/ZOVKPopupFileManager.h"
+
+namespace zovk {
+
+ZOVKPopupViewController::ZOVKPopupViewController(std::shared_ptr<Platform> platform,
+                                                 ConditionParser parseCondition)
+    : platform_(std::move(platform)), parseCondition_(std::move(parseCondition)) {}
+
+void ZOVKPopupViewController::setLoginState(const std::string& gameID, const std::string& gameKey,
+                                            const ZOVKPopupLoginStateModel& loginState) {
+  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::setLoginState");
+  debug("Set state ID1:%@ ID2:%@ ID3:%d ID4:%@ ID5:%@, ID6:%@", gameID, gameKey,
+        loginState.channelID, loginState.openID, loginState.token, loginState.jwtToken);
+  player_ = {gameID, gameKey, loginState};
+}
+
+void ZOVKPopupViewController::showPopup(const PopupList& popups, Window* window,
+                                        const Complete& complete) {
+  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::showPopup");
+  debug("Popup count:%d", popups.size());
+  if (!popups.empty()) popupArr_.assign(popups.begin(), popups.end());
+  if (complete) complete_ = complete;
+  if (window == nullptr) return;
+  window_ = window;
+  window->setRootViewController(shared_from_this());
+}
+
+PopupPointer ZOVKPopupViewController::getPopupModel() {
+  if (popupArr_.empty()) return nullptr;
+  PopupPointer next = popupArr_.front();
+  popupArr_.pop_front();
+  return next;
+}
+
+void ZOVKPopupViewController::showPopup() {
+  platform_->mainQueue.async([self = shared_from_this()] { self->showNextPopup(); });
+}
+
+void ZOVKPopupViewController::showNextPopup() {
+  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::showPopup");
+  const ActionScope scope(*this);
+  PopupPointer next = getPopupModel();
+  if (next == nullptr) return callComplete(0, "");
+  debug("Start show %@", next->scene);
+  currentModel_ = next;
+  applyButtonRule();
+  if (window_ != nullptr) window_->setNeedsUpdateConstraints();
+  if (next->pop_freq == kPopFreqConditional) {
+    queryConditionPopup(next);
+  } else {
+    loadPopupUri(next, "");
+  }
+}
+
+std::string ZOVKPopupViewController::getLoadUri(const std::string& uri,
+                                                const boost::json::object& extraJsonDic) const {
+  return addressWithExtra(uri, extraJsonDic);
+}
+
+void ZOVKPopupViewController::loadPopupUri(const PopupPointer& popup, const std::string& uriFinal) {
+  modelToRefresh_ = popup;
+  platform_->mainQueue.async([self = shared_from_this(), popup, uriFinal] {
+    if (self->tornDown_) return;
+    self->uriToRefresh_ = uriFinal;
+    self->loadPage(*popup);
+  });
+}
+
+void ZOVKPopupViewController::loadPage(const ZOVKPopupModel& popup) {
+  if (webView_ == nullptr) return;
+  if (popup.content_type != kContentTypeWebPage) {
+    const std::string address = pageFileAddress(popup);
+    return webView_->loadFile(address, address);
+  }
+  const std::string address = uriToRefresh_.empty() ? popup.uri : uriToRefresh_;
+  ZPLogger::writeDirectly("webView will loadRequest the url : " + address);
+  webView_->load(address);
+}
+
+void ZOVKPopupViewController::finishShow() {
+  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::finishShow");
+  debug("Finish show %@", currentModel_ != nullptr ? currentModel_->scene : std::string());
+  if (currentModel_ != nullptr && currentModel_->pop_freq == kPopFreqOnce) {
+    if (auto* const files = ZOVKPopupFileManager::sharedInstance()) {
+      files->saveInternalFile(kOnceRecordFile, currentModel_->sig, true);
+    }
+  }
+  showPopup();
+}
+
+void ZOVKPopupViewController::callComplete(std::int32_t code, const std::string& message) {
+  if (!complete_) return;
+  const Complete complete = std::exchange(complete_, nullptr);
+  complete(code, message);
+}
+
+void ZOVKPopupViewController::interfaceDidFail(const std::string& reason) {
+  const ActionScope scope(*this);
+  popupArr_.clear();
+  callComplete(-1, reason);
+}
+
+void ZOVKPopupViewController::tearDown() {
+  tornDown_ = true;
+  window_ = nullptr;
+  if (runningActions_ == 0) letGo();
+}
+
+void ZOVKPopupViewController::letGo() {
+  if (webView_ != nullptr) {
+    webView_->setNavigationDelegate({});
+    webView_->stopLoading();
+    webView_->removeFromSuperview();
+    webView_ = nullptr;
+  }
+  xibView_ = nullptr;
+  viewToRemove_ = nullptr;
+  view_ = nullptr;
+  player_ = {};
+  complete_ = nullptr;
+  popupArr_.clear();
+  currentModel_ = nullptr;
+  resourceBundle_ = nullptr;
+  uriToRefresh_.clear();
+  modelToRefresh_ = nullptr;
+}
+
+}  // namespace zovk

@@ -1,0 +1,144 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <boost/json/object.hpp>
+#include <boost/json/value.hpp>
+
+#include "engine/ZOVKPopupLoginStateModel.h"
+#include "engine/ZOVKPopupModel.h"
+#include "logging/ZPLogger.h"
+#include "network/ZOVKPopupNetwork.h"
+#include "platform/Platform.h"
+#include "presentation/PlayerRequest.h"
+
+namespace zovk {
+
+/// The screen on which one run of popups is shown, one after another in a single web view.
+///
+/// Main thread only, but for `queryConditionPopup`'s answer, which may come on any thread. The
+/// window owns the controller; page, handler, callback, controller and web view own one another,
+/// and `tearDown` cuts that ring. The completion is held as a copy and called at most once.
+/// Failures to load are logged; only a user interface that is lost for good ends the run, with -1
+/// and the reason.
+class ZOVKPopupViewController : public ViewController,
+                                public WebViewDelegate,
+                                public LayoutOwner,
+                                public std::enable_shared_from_this<ZOVKPopupViewController> {
+ public:
+  using Complete = std::function<void(std::int32_t code, const std::string& message)>;
+  /// Whether a condition's answer says that the popup is to be shown; copies its extra parameters.
+  using ConditionParser =
+      std::function<bool(const std::optional<std::string>& data, boost::json::object* extraJson)>;
+
+  ZOVKPopupViewController(std::shared_ptr<Platform> platform, ConditionParser parseCondition);
+
+  /// The first keyword tells of the login state although the first argument is the game.
+  void setLoginState(const std::string& gameID, const std::string& gameKey,
+                     const ZOVKPopupLoginStateModel& loginState);
+  /// Hands over the popups, in showing order, and makes this the window's root. An empty list, an
+  /// empty callback and a null window each count as not given; without a window nothing is shown.
+  void showPopup(const PopupList& popups, Window* window, const Complete& complete);
+
+  // What a run is made of.
+  PopupPointer getPopupModel();
+  void showPopup();
+  std::string getLoadUri(const std::string& uri, const boost::json::object& extraJsonDic) const;
+  void loadPopupUri(const PopupPointer& popup, const std::string& uriFinal);
+  void finishShow();
+  void queryConditionPopup(const PopupPointer& popup);
+
+  // What the player does.
+  void handleCallbackMessage(std::int32_t action, const boost::json::value& callbackMessage);
+  void handleWebViewJsMessage(std::int32_t action,
+                              const std::optional<boost::json::value>& jsMessage);
+  void startReportData(const boost::json::object& resultRecord);
+  void rejectButtonDidClicked() { handleCallbackMessage(2, ""); }
+  void confirmButtonDidClicked() { handleCallbackMessage(0, ""); }
+  void returnButtonClicked() { handleCallbackMessage(2, ""); }
+  void crossButtonClicked() { handleCallbackMessage(0, ""); }
+  void refreshButtonClicked();
+
+  // ViewController
+  void loadView(std::shared_ptr<View> view) override;
+  void updateViewConstraints() override;
+  void viewWillTransitionToSize(const Size& size, TransitionCoordinator& coordinator) override;
+  void tearDown() override;
+  void interfaceDidFail(const std::string& reason) override;
+
+  // LayoutOwner
+  void performAction(const std::string& action) override;
+
+  // WebViewDelegate
+  void decidePolicyForNavigationAction(const NavigationAction& action,
+                                       const NavigationDecision& decide) override;
+  void didStartProvisionalNavigation() override;
+  void didFailProvisionalNavigation(const std::string& error) override;
+  void didFailNavigation(const std::string& error) override;
+  void didFinishNavigation() override;
+  void webContentProcessDidTerminate() override;
+  void createWebView(const NavigationAction& action) override;
+
+  // Layout
+  void viewDidLoad();
+  void loadSubviews();
+  std::string getNibFileName() const;
+
+  const PopupPointer& currentModel() const { return currentModel_; }
+  const std::deque<PopupPointer>& popupArr() const { return popupArr_; }
+  /// Whether the last allowed navigation led to a popup's own page; shared by all controllers.
+  static bool needRefresh() { return needRefresh_; }
+  static void setNeedRefresh(bool needRefresh) { needRefresh_ = needRefresh; }
+
+ private:
+  // While one is alive, the end of the run waits: the action that brought it about goes on first.
+  class ActionScope;
+
+  void showNextPopup();
+  void loadPage(const ZOVKPopupModel& popup);
+  void createPopupWebView();
+  void applyButtonRule();
+  void setButtonImage();
+  void addConstraintAnchors(const View& container, View& subView);
+  std::shared_ptr<View> outlet(const std::string& name) const;
+  void callComplete(std::int32_t code, const std::string& message);
+  void skip(const std::string& resultText);
+  void commit(const boost::json::object& resultRecord);
+  void leaveForSystem(const std::string& url, const NavigationDecision& decide);
+  void decideByPrefix(const std::string& url, const NavigationDecision& decide);
+  void handleConditionAnswer(const PopupPointer& popup, bool success,
+                             const std::optional<std::string>& data);
+  void letGo();
+
+  inline static bool needRefresh_ = false;
+
+  std::shared_ptr<Platform> platform_;
+  ConditionParser parseCondition_;
+  PlayerIdentity player_;
+  Complete complete_;
+  std::deque<PopupPointer> popupArr_;
+  PopupPointer currentModel_;
+  PopupPointer modelToRefresh_;
+  std::string uriToRefresh_;
+  std::shared_ptr<const Bundle> resourceBundle_;
+  std::shared_ptr<View> view_;
+  std::shared_ptr<Layout> xibView_;
+  std::shared_ptr<Layout> viewToRemove_;
+  std::shared_ptr<WebView> webView_;
+  Window* window_ = nullptr;
+  int runningActions_ = 0;
+  bool tornDown_ = false;
+};
+
+/// The debug lines of one operation of the controller.
+constexpr DebugLog controllerLog(const char* function) {
+  return {"ZOVKPopupViewController", function};
+}
+
+}  // namespace zovk

@@ -1,0 +1,43 @@
+#include "storage/DigestCache.h"
+
+#include "storage/FreshnessRule.h"
+#include "support/Md5.h"
+
+namespace zovk {
+namespace {
+
+// More pages than this are not kept by any real configuration; the cache starts over.
+constexpr std::size_t kMaximumEntries = 20000;
+
+}  // namespace
+
+std::optional<std::string> DigestCache::digest(const std::string& path) {
+  const auto before = files_.identity(path);
+  if (!before) return std::nullopt;
+  if (auto known = remembered(path, *before)) return known;
+  Md5 md5;
+  if (!files_.readPieces(path, [&](std::string_view piece) { md5.update(piece); })) {
+    return std::nullopt;
+  }
+  std::string result = md5.finish();
+  const bool unchanged = files_.identity(path) == before;
+  if (unchanged && identityIsSettled(*before, clock_)) remember(path, *before, result);
+  return result;
+}
+
+std::optional<std::string> DigestCache::remembered(const std::string& path,
+                                                   const FileIdentity& identity) {
+  const LockGuard lock(mutex_);
+  const auto found = entries_.find(path);
+  if (found == entries_.end() || found->second.identity != identity) return std::nullopt;
+  return found->second.digest;
+}
+
+void DigestCache::remember(const std::string& path, const FileIdentity& identity,
+                           const std::string& digest) {
+  const LockGuard lock(mutex_);
+  if (entries_.size() >= kMaximumEntries) entries_.clear();
+  entries_.insert_or_assign(path, Entry{identity, digest});
+}
+
+}  // namespace zovk

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+#include "platform/Clock.h"
+#include "platform/FileSystem.h"
+#include "support/ThreadSafety.h"
+
+namespace zovk {
+
+/// MD5 digests of files, read again only when a file has changed. Any thread. Refers to the file
+/// system and the clock, which must outlive it.
+class DigestCache {
+ public:
+  DigestCache(FileSystem& files, const Clock& clock) : files_(files), clock_(clock) {}
+
+  /// 32 lower-case hexadecimal digits; absent when the file cannot be opened.
+  std::optional<std::string> digest(const std::string& path);
+
+ private:
+  struct Entry {
+    FileIdentity identity;
+    std::string digest;
+  };
+  std::optional<std::string> remembered(const std::string& path, const FileIdentity& identity);
+  void remember(const std::string& path, const FileIdentity& identity, const std::string& digest);
+
+  FileSystem& files_;
+  const Clock& clock_;
+  Mutex mutex_;
+  std::unordered_map<std::string, Entry> entries_ ZOVK_GUARDED_BY(mutex_);
+};
+
+}  // namespace zovk

@@ -1,0 +1,27 @@
+#include "storage/TextCache.h"
+
+#include <utility>
+
+#include "storage/FreshnessRule.h"
+#include "support/Utf8.h"
+
+namespace zovk {
+
+std::shared_ptr<const std::string> TextCache::text(const std::string& path) {
+  const auto before = files_.identity(path);
+  if (!before) return nullptr;
+  {
+    const LockGuard lock(mutex_);
+    if (last_.path == path && last_.identity == *before) return last_.text;
+  }
+  auto bytes = files_.read(path);
+  std::shared_ptr<const std::string> result;
+  if (bytes && isUtf8(*bytes)) result = std::make_shared<const std::string>(std::move(*bytes));
+  if (files_.identity(path) == before && identityIsSettled(*before, clock_)) {
+    const LockGuard lock(mutex_);
+    last_ = {path, *before, result};
+  }
+  return result;
+}
+
+}  // namespace zovk

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/Clock.h"
+#include "platform/FileSystem.h"
+#include "support/ThreadSafety.h"
+
+namespace zovk {
+
+/// The text of the file that was asked for last, read again only when it has changed: a selection
+/// asks the once-record about every popup. Any thread. Refers to the file system and the clock,
+/// which must outlive it.
+class TextCache {
+ public:
+  TextCache(FileSystem& files, const Clock& clock) : files_(files), clock_(clock) {}
+
+  /// Null when the file cannot be read or is not UTF-8.
+  std::shared_ptr<const std::string> text(const std::string& path);
+
+ private:
+  struct Entry {
+    std::string path;
+    FileIdentity identity;
+    std::shared_ptr<const std::string> text;
+  };
+
+  FileSystem& files_;
+  const Clock& clock_;
+  Mutex mutex_;
+  Entry last_ ZOVK_GUARDED_BY(mutex_);
+};
+
+}  // namespace zovk

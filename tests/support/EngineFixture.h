@@ -1,0 +1,105 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "engine/ZOVKPopupManager.h"
+#include "host/LoggerSetUp.h"
+#include "platform/CurrentPlatform.h"
+#include "platform/memory/MemoryPlatform.h"
+#include "storage/ZOVKPopupFileManager.h"
+#include "support/Md5.h"
+
+namespace zovk {
+
+/// What a host's callback was told.
+using Answer = std::pair<std::int32_t, std::string>;
+
+/// The engine on a memory platform, with debug lines on. The shared objects are made by the first
+/// use, so that a test can lay out files before.
+class EngineFixture : public ::testing::Test {
+ protected:
+  static constexpr const char* kCache = "/home/player/Library/Caches/ZOVKPopup";
+  static constexpr const char* kBundle = "/app/ZOVKPopupResource.bundle";
+
+  EngineFixture() {
+    memory_->bundles.setMainInfo({{"ZOVK_DEBUG", true}});
+    setUpLogger(memory_->shared());
+    setCurrentPlatform(memory_->shared());
+  }
+
+  ~EngineFixture() override {
+    if (auto* const manager = ZOVKPopupManager::sharedInstanceNoSynch()) {
+      manager->stopCheckKeyWindow();
+      manager->releasePopupWindow();
+    }
+    memory_->shutDown();
+    ZOVKPopupManager::purgeSharedInstance();
+    ZOVKPopupFileManager::purgeSharedInstance();
+    setCurrentPlatform(nullptr);
+  }
+
+  ZOVKPopupManager& engine() { return *ZOVKPopupManager::sharedInstance(); }
+  ZOVKPopupFileManager& fileManager() { return *ZOVKPopupFileManager::sharedInstance(); }
+  MemoryPlatform& memory() { return *memory_; }
+  MemoryLog& log() { return memory_->log; }
+
+  /// Runs all that is ready on the main queue.
+  void settle() { memory_->settle(); }
+
+  void addCacheFile(const std::string& name, const std::string& text) {
+    memory_->files.addFile(std::string(kCache) + "/" + name, text);
+  }
+  void addResource(const std::string& name, const std::string& text) {
+    memory_->files.addFile(std::string(kBundle) + "/" + name, text);
+  }
+
+  /// A web-page popup that is valid for every player at any time.
+  static ZOVKPopupModel webPage(const std::string& scene, std::uint64_t sceneType = 1) {
+    ZOVKPopupModel popup;
+    popup.scene = scene;
+    popup.scene_type = sceneType;
+    popup.uri = "https://popups.example/" + scene;
+    popup.sig = md5Hex(popup.uri);
+    popup.pop_freq = 2;
+    return popup;
+  }
+  /// A downloaded page-file popup; its file is put into the cache.
+  ZOVKPopupModel pageFile(const std::string& scene, std::uint64_t sceneType = 1) {
+    ZOVKPopupModel popup;
+    popup.scene = scene;
+    popup.scene_type = sceneType;
+    popup.content_type = 1;
+    popup.sig = md5Hex("page of " + scene);
+    popup.pop_freq = 2;
+    addCacheFile(popup.getPopupFileName(), "page of " + scene);
+    return popup;
+  }
+  static PopupList listOf(std::vector<ZOVKPopupModel> popups) {
+    PopupList list;
+    for (ZOVKPopupModel& popup : popups) {
+      list.push_back(std::make_shared<const ZOVKPopupModel>(std::move(popup)));
+    }
+    return list;
+  }
+
+  /// A callback that adds what it is told to `answers_`.
+  ZOVKPopupComplete recordAnswer() {
+    return [this](std::int32_t code, const std::string& message) {
+      answers_.emplace_back(code, message);
+    };
+  }
+  const std::vector<Answer>& answers() const { return answers_; }
+
+ private:
+  std::shared_ptr<MemoryPlatform> memory_ = std::make_shared<MemoryPlatform>();
+  std::vector<Answer> answers_;
+};
+
+}  // namespace zovk
