@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "host/ZOVKPopupHost.h"
+#include "support/Export.h"
 
 namespace zovk {
 

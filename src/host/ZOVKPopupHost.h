@@ -7,11 +7,7 @@
 #include <string>
 #include <string_view>
 
-#if defined(__GNUC__)
-#define ZOVKPOPUP_API __attribute__((visibility("default")))
-#else
-#define ZOVKPOPUP_API
-#endif
+#include "support/Export.h"
 
 namespace zovk {
 

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "engine/ZOVKPopupModel.h"
+#include "platform/memory/MemoryPlatform.h"
+
+namespace zovk {
+
+/// A configuration document with `count` web-page popups, each with a scene of its own that begins
+/// with `scenePrefix`.
+std::string documentOf(int count, const std::string& scenePrefix);
+
+/// `count` popups with scenes of their own, half of them shared with a list of another `seed`.
+PopupList popupsWithScenes(int count, std::uint32_t seed);
+
+/// Makes the memory platform the current one, with debug lines off, for as long as it lives.
+class BenchmarkPlatform {
+ public:
+  BenchmarkPlatform();
+  ~BenchmarkPlatform();
+  BenchmarkPlatform(const BenchmarkPlatform&) = delete;
+  BenchmarkPlatform& operator=(const BenchmarkPlatform&) = delete;
+  MemoryPlatform& memory() { return *memory_; }
+
+ private:
+  std::shared_ptr<MemoryPlatform> memory_ = std::make_shared<MemoryPlatform>();
+};
+
+}  // namespace zovk

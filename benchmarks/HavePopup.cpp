@@ -1,0 +1,120 @@
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+
+#include <benchmark/benchmark.h>
+
+#include "Definitions.h"
+#include "engine/ZOVKPopupManager.h"
+#include "platform/CurrentPlatform.h"
+#include "platform/linux/PosixFileSystem.h"
+#include "platform/linux/SystemClock.h"
+#include "storage/ZOVKPopupFileManager.h"
+#include "support/Md5.h"
+
+namespace zovk {
+namespace {
+
+constexpr int kDefinitions = 1000;
+constexpr int kPageFiles = 100;
+constexpr std::size_t kPageBytes = 64 * 1024;
+
+// Page files on a real disk, in a directory of their own.
+class RealFiles {
+ public:
+  RealFiles() : platform_{memory_.interfaces.log,        memory_.interfaces.mainQueue,
+                          memory_.interfaces.timers,     clock_,
+                          files_,                        memory_.interfaces.bundles,
+                          memory_.interfaces.settings,   memory_.interfaces.device,
+                          memory_.interfaces.urlSession, memory_.interfaces.userInterface} {
+    std::string pattern =
+        (std::filesystem::temp_directory_path() / "zovkpopup-benchmark-XXXXXX").string();
+    home_ = mkdtemp(pattern.data());
+    std::filesystem::create_directories(home_ / "Library/Caches/ZOVKPopup");
+    memory_.device.setHomeDirectory(home_.string());
+    setCurrentPlatform(std::shared_ptr<Platform>(std::shared_ptr<void>(), &platform_));
+  }
+  ~RealFiles() {
+    ZOVKPopupManager::purgeSharedInstance();
+    ZOVKPopupFileManager::purgeSharedInstance();
+    setCurrentPlatform(nullptr);
+    std::filesystem::remove_all(home_);
+  }
+  RealFiles(const RealFiles&) = delete;
+  RealFiles& operator=(const RealFiles&) = delete;
+
+  std::filesystem::path cache() const { return home_ / "Library/Caches/ZOVKPopup"; }
+
+ private:
+  MemoryPlatform memory_;
+  PosixFileSystem files_;
+  SystemClock clock_;
+  std::filesystem::path home_;
+  Platform platform_;
+};
+
+PopupList writePages(const std::filesystem::path& directory) {
+  PopupList popups;
+  for (int i = 0; i < kDefinitions; ++i) {
+    auto popup = std::make_shared<ZOVKPopupModel>();
+    popup->scene = "scene " + std::to_string(i);
+    popup->scene_type = 1;
+    popup->content_type = i < kPageFiles ? 1 : 3;
+    popup->uri = "https://popups.example/" + std::to_string(i);
+    popup->sig = md5Hex(popup->uri);
+    if (i < kPageFiles) {
+      std::string page = "<!-- page " + std::to_string(i) + " -->";
+      page.resize(kPageBytes, ' ');
+      popup->sig = md5Hex(page);
+      std::ofstream(directory / popup->getPopupFileName()) << page;
+    }
+    popups.push_back(std::move(popup));
+  }
+  return popups;
+}
+
+void HavePopupFirstTime(benchmark::State& state) {
+  RealFiles files;
+  const PopupList popups = writePages(files.cache());
+  for (auto _ : state) {
+    state.PauseTiming();
+    ZOVKPopupManager::purgeSharedInstance();
+    ZOVKPopupFileManager::purgeSharedInstance();
+    ZOVKPopupManager::allocWithZone()->setMergePopupArr(popups);
+    ZOVKPopupFileManager::sharedInstance();
+    state.ResumeTiming();
+    if (!ZOVKPopupManager::sharedInstance()->havePopup(1)) state.SkipWithError("no popup");
+  }
+}
+BENCHMARK(HavePopupFirstTime)->Unit(benchmark::kMicrosecond);
+
+void HavePopupAgain(benchmark::State& state) {
+  RealFiles files;
+  ZOVKPopupManager::allocWithZone()->setMergePopupArr(writePages(files.cache()));
+  auto& engine = *ZOVKPopupManager::sharedInstance();
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));  // files count as settled
+  engine.havePopup(1);
+  for (auto _ : state) benchmark::DoNotOptimize(engine.havePopup(1));
+}
+BENCHMARK(HavePopupAgain)->Unit(benchmark::kMicrosecond);
+
+void HashThePages(benchmark::State& state) {
+  RealFiles files;
+  const PopupList popups = writePages(files.cache());
+  PosixFileSystem disk;
+  for (auto _ : state) {
+    for (int i = 0; i < kPageFiles; ++i) {
+      Md5 md5;
+      const auto& popup = popups[static_cast<std::size_t>(i)];
+      disk.readPieces((files.cache() / popup->getPopupFileName()).string(),
+                      [&](std::string_view piece) { md5.update(piece); });
+      benchmark::DoNotOptimize(md5.finish());
+    }
+  }
+}
+BENCHMARK(HashThePages)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace zovk

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+namespace zovk {
+
+/// A claim: one benchmark takes at most `bound` times as long as its floor, measured in one run.
+struct RatioClaim {
+  std::string text;
+  std::string subject;  ///< Name of a benchmark.
+  std::string floor;    ///< Name of the benchmark that it is compared with.
+  double bound;
+};
+
+/// Prints what Google Benchmark prints, and at the end each claim with the ratio of the medians.
+class RatioReporter : public benchmark::ConsoleReporter {
+ public:
+  explicit RatioReporter(std::vector<RatioClaim> claims);
+
+  void ReportRuns(const std::vector<Run>& runs) override;
+  /// The table of claims. True when all of them hold.
+  bool printClaims() const;
+
+ private:
+  std::vector<RatioClaim> claims_;
+  std::map<std::string, std::vector<double>> nanoseconds_;
+};
+
+/// Runs the program's benchmarks, interleaved and repeated, and prints its claims. The exit code
+/// tells whether they hold.
+int runWithClaims(int argc, char** argv, std::vector<RatioClaim> claims);
+
+}  // namespace zovk
