@@ -64,36 +64,36 @@ void ZOVKPopupManager::cachePopup(const PopupList& popups, const CallbackPointer
   debug("Cache callback done");
 }
 
-std::optional<QueueEntry> ZOVKPopupManager::headOfCache() const {
+std::optional<PopupList> ZOVKPopupManager::getPopupFromCache() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::getPopupFromCache");
   debug("Get Popup from cache");
   const LockGuard lock(mutex_);
   if (state_.popupCache.empty()) return std::nullopt;
-  return state_.popupCache.front();
+  return state_.popupCache.front().popups;
 }
 
-std::optional<PopupList> ZOVKPopupManager::getPopupFromCache() {
-  auto head = headOfCache();
-  if (!head) return std::nullopt;
-  return std::move(head->popups);
+// The head of the queue, and whether the screen is taken; it is taken from now on. One step, so
+// that an entry which ends on another thread meanwhile is not shown a second time.
+std::optional<QueueEntry> ZOVKPopupManager::claimHead(bool& busy) {
+  constexpr DebugLog debug = managerLog("ZOVKPopupManager::getPopupFromCache");
+  debug("Get Popup from cache");
+  const LockGuard lock(mutex_);
+  if (state_.popupCache.empty()) return std::nullopt;
+  busy = std::exchange(state_.isPopuping, true);
+  return state_.popupCache.front();
 }
 
 void ZOVKPopupManager::showPopup() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::showPopup");
   debug("Show Popup");
-  const auto entry = headOfCache();
+  bool busy = false;
+  const auto entry = claimHead(busy);
   if (!entry) {
     debug("No Popup to show");
     return endShowing();
   }
-  bool busy = false;
-  {
-    const LockGuard lock(mutex_);
-    busy = std::exchange(state_.isPopuping, true);
-  }
   if (busy) return debug("Be Popuping now, waiting for last Popup finish");
-  platform_->mainQueue.async(
-      [self = shared_from_this(), entry = *entry] { self->present(entry); });
+  platform_->mainQueue.async([self = shared_from_this(), entry = *entry] { self->present(entry); });
 }
 
 void ZOVKPopupManager::endShowing() {
@@ -103,7 +103,9 @@ void ZOVKPopupManager::endShowing() {
   };
   // Timer and window belong to the main thread, wherever the queue was found empty.
   if (platform_->mainQueue.isMainThread()) return end();
-  platform_->mainQueue.async(end);
+  platform_->mainQueue.async([self = shared_from_this(), end] {
+    if (!self->isPopuping()) end();  // another request may have taken the screen by now
+  });
 }
 
 void ZOVKPopupManager::present(const QueueEntry& entry) {

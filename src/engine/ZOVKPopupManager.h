@@ -45,7 +45,8 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   static ZOVKPopupManager* sharedInstanceSynch();
   static ZOVKPopupManager* sharedInstanceNoSynch();
   static ZOVKPopupManager* allocWithZone();
-  /// Drops the object, on the main thread; nobody may be using it. The next access makes a fresh one.
+  /// Drops the object, on the main thread; nobody may be using it. The next access makes a fresh
+  /// one.
   static void purgeSharedInstance();
   ZOVKPopupManager* copyWithZone() { return this; }
 
@@ -157,7 +158,7 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   bool readDocument(const boost::json::value& document, std::uint64_t configType,
                     PopupList* popUps);
   bool readRemoteHead(const boost::json::value& document);
-  std::optional<QueueEntry> headOfCache() const;
+  std::optional<QueueEntry> claimHead(bool& busy);
   void present(const QueueEntry& entry);
   void endShowing();
   void finishEntry(const QueueEntry& entry, std::int32_t action, const std::string& msg);

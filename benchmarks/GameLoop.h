@@ -1,0 +1,39 @@
+#pragma once
+
+#include <SDL.h>
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace zovk {
+
+using Milliseconds = std::chrono::duration<double, std::milli>;
+
+double medianOf(std::vector<double> values);
+double largestOf(const std::vector<double>& values);
+
+/// A small SDL game: 60 frames a second of moving rectangles, the popups pumped once a frame.
+/// It measures the work of each frame, without the wait for the next one.
+class GameLoop {
+ public:
+  GameLoop();
+  ~GameLoop();
+  GameLoop(const GameLoop&) = delete;
+  GameLoop& operator=(const GameLoop&) = delete;
+
+  /// Runs frames until `done`, for 20 seconds at most; returns each frame's work in milliseconds.
+  std::vector<double> runUntil(const std::function<bool()>& done);
+  std::vector<double> runFrames(int count);
+  unsigned long nativeWindow() const;
+
+ private:
+  double frame();
+
+  SDL_Window* window_ = nullptr;
+  SDL_Renderer* renderer_ = nullptr;
+  int number_ = 0;
+};
+
+}  // namespace zovk

@@ -1,0 +1,137 @@
+// What opening a popup costs a game: the show call, the worst frame, and the time until the page
+// has loaded, each against its floor in the same run.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "GameLoop.h"
+#include "engine/ZOVKPopup.h"
+#include "host/ZOVKPopupHost.h"
+#include "support/LocalBundle.h"
+
+namespace zovk {
+namespace {
+
+constexpr int kOpenings = 21;
+constexpr const char* kLoadedLine = "Did finish navigation";
+
+struct Measurement {
+  std::vector<double> showCall;
+  std::vector<double> worstFrame;
+  std::vector<double> worstFloorFrame;
+  std::vector<double> showToLoaded;
+  std::vector<double> bareToLoaded;
+};
+
+// Milliseconds until the single-process program has loaded the page, its start included.
+double openBare(const std::string& program, const std::string& page) {
+  const auto start = std::chrono::steady_clock::now();
+  FILE* const output = popen((program + " 'file://" + page + "' 2>/dev/null").c_str(), "r");
+  std::array<char, 64> line{};
+  const bool loaded = output != nullptr && std::fgets(line.data(), line.size(), output) != nullptr;
+  const Milliseconds time = std::chrono::steady_clock::now() - start;
+  if (output != nullptr) pclose(output);
+  if (!loaded) {
+    std::fprintf(stderr, "%s did not load %s\n", program.c_str(), page.c_str());
+    std::exit(1);
+  }
+  return time.count();
+}
+
+class Opening {
+ public:
+  Opening(GameLoop& game, bool& loaded) : game_(game), loaded_(loaded) {}
+
+  void run(Measurement& m) {
+    loaded_ = false;
+    bool answered = false;
+    const auto start = std::chrono::steady_clock::now();
+    ZOVKPopup::showPopup("page", 0, [&](std::int32_t, const std::string&) { answered = true; });
+    m.showCall.push_back(Milliseconds(std::chrono::steady_clock::now() - start).count());
+    auto frames = game_.runUntil([&] { return loaded_; });
+    m.showToLoaded.push_back(Milliseconds(std::chrono::steady_clock::now() - start).count());
+    const auto rest = game_.runUntil([&] { return answered; });
+    frames.insert(frames.end(), rest.begin(), rest.end());
+    m.worstFrame.push_back(largestOf(frames));
+    // The same number of frames with nothing on screen.
+    game_.runFrames(30);
+    m.worstFloorFrame.push_back(largestOf(game_.runFrames(static_cast<int>(frames.size()))));
+  }
+
+ private:
+  GameLoop& game_;
+  bool& loaded_;
+};
+
+bool report(const char* text, double value, double floor, double figure, double bound,
+            const char* unit) {
+  const bool holds = figure <= bound;
+  std::printf("%-52s %9.2f %9.2f %9.3f %-5s <= %5.2f  %s\n", text, value, floor, figure, unit,
+              bound, holds ? "holds" : "DOES NOT HOLD");
+  return holds;
+}
+
+int reportAll(const Measurement& m) {
+  std::printf("\n%-52s %9s %9s %9s\n", "claim (medians, milliseconds)", "popup", "floor", "figure");
+  const double show = medianOf(m.showCall);
+  const double frame = medianOf(m.worstFrame);
+  const double floorFrame = medianOf(m.worstFloorFrame);
+  const double loaded = medianOf(m.showToLoaded);
+  const double bare = medianOf(m.bareToLoaded);
+  bool holds = report("the show call on the game's thread", show, 0, show, 1.0, "ms");
+  holds &= report("worst frame while a popup opens, over the floor", frame, floorFrame,
+                  frame - floorFrame, 8.0, "ms");
+  holds &= report("show to loaded, helper warm / bare program, cold", loaded, bare, loaded / bare,
+                  0.6, "x");
+  std::printf("slowest show call of %zu: %.2f ms\n", m.showCall.size(), largestOf(m.showCall));
+  return holds ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace zovk
+
+int main(int /*argc*/, char** argv) {
+  using namespace zovk;
+  const std::string bare =
+      (std::filesystem::path(argv[0]).parent_path() / "zovkpopup-bare-webkit").string();
+  LocalBundle bundle;
+  TemporaryDirectory home;
+  ZOVKPopupModel page;
+  page.scene = "page";
+  page.pop_freq = 2;
+  bundle.addPage(page, answeringPage("skip", "", true));
+  bundle.write();
+  // The log tells when the page has loaded.
+  std::ofstream(std::filesystem::path(bundle.resourceDirectory()) / "Info.json")
+      << R"({"ZOVK_DEBUG": true})";
+  const std::string pagePath = bundle.pagePaths().front();
+
+  GameLoop game;
+  bool loaded = false;
+  ZOVKPopupHostSettings settings;
+  settings.applicationId = "zovkpopup-benchmark";
+  settings.resourceDirectory = bundle.resourceDirectory();
+  settings.dataDirectory = home.path().string();
+  settings.nativeWindow = game.nativeWindow();
+  settings.logSink = [&](std::string_view line) {
+    if (line.find(kLoadedLine) != std::string_view::npos) loaded = true;
+  };
+  if (!ZOVKPopupHost::setUp(settings)) return 1;
+  game.runFrames(180);  // the helper gets warm while the game shows its own start
+
+  Measurement measurement;
+  Opening opening(game, loaded);
+  opening.run(measurement);
+  measurement = {};  // the first opening of a process is not counted as a warm one
+  for (int i = 0; i < kOpenings; ++i) {
+    opening.run(measurement);
+    measurement.bareToLoaded.push_back(openBare(bare, pagePath));
+  }
+  ZOVKPopupHost::shutDown();
+  return reportAll(measurement);
+}

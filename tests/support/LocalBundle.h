@@ -1,0 +1,51 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <boost/json/array.hpp>
+
+#include "engine/ZOVKPopupModel.h"
+
+namespace zovk {
+
+/// A directory of a test's own, gone when the test is.
+class TemporaryDirectory {
+ public:
+  TemporaryDirectory();
+  ~TemporaryDirectory();
+  TemporaryDirectory(const TemporaryDirectory&) = delete;
+  TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+/// A game's resource directory with a resource bundle of its own: the layouts and images of the
+/// build, and a local document with page files.
+class LocalBundle {
+ public:
+  LocalBundle();
+
+  std::string resourceDirectory() const { return directory_.path().string(); }
+  std::filesystem::path bundle() const { return directory_.path() / "ZOVKPopupResource.bundle"; }
+
+  /// Adds a popup whose page is `html`. Content type, digest and config type are filled in.
+  void addPage(ZOVKPopupModel popup, const std::string& html);
+  /// The page files added so far.
+  const std::vector<std::string>& pagePaths() const { return pagePaths_; }
+  /// Writes the document with all popups added so far.
+  void write() const;
+
+ private:
+  TemporaryDirectory directory_;
+  boost::json::array entries_;
+  std::vector<std::string> pagePaths_;
+};
+
+/// A page that posts `action` when its button is clicked, or at once when `atOnce`.
+std::string answeringPage(const std::string& action, const std::string& message, bool atOnce);
+
+}  // namespace zovk

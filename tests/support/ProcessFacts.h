@@ -1,0 +1,21 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstddef>
+#include <vector>
+
+namespace zovk {
+
+/// Facts about running processes, from the kernel's own tables. Processes that have ended but were
+/// not waited for do not count.
+
+std::vector<pid_t> childrenOf(pid_t process);
+/// Children, their children and so on.
+std::vector<pid_t> descendantsOf(pid_t process);
+bool isAlive(pid_t process);
+std::size_t openDescriptors(pid_t process);
+/// Memory that belongs to the process alone, in megabytes of 1,000,000 bytes.
+double privateMegabytes(pid_t process);
+
+}  // namespace zovk
