@@ -36,11 +36,11 @@ std::string documentOf(int count, const std::string& scenePrefix) {
       {"code", 0}, {"message", "ok"}, {"server_time", 1'700'000'000}, {"popups", popups}});
 }
 
-PopupList popupsWithScenes(int count, std::uint32_t seed) {
+PopupList popupsWithScenes(int count, int first) {
   PopupList popups;
   for (int i = 0; i < count; ++i) {
     auto popup = std::make_shared<ZOVKPopupModel>();
-    popup->scene = "scene " + std::to_string(i + static_cast<int>(seed) * count / 2);
+    popup->scene = "scene " + std::to_string(first + i);
     popup->publish_time = i;
     popups.push_back(std::move(popup));
   }

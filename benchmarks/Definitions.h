@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -13,8 +12,8 @@ namespace zovk {
 /// with `scenePrefix`.
 std::string documentOf(int count, const std::string& scenePrefix);
 
-/// `count` popups with scenes of their own, half of them shared with a list of another `seed`.
-PopupList popupsWithScenes(int count, std::uint32_t seed);
+/// `count` popups with scenes numbered from `first`.
+PopupList popupsWithScenes(int count, int first);
 
 /// Makes the memory platform the current one, with debug lines off, for as long as it lives.
 class BenchmarkPlatform {

@@ -1,10 +1,10 @@
 #include "GameLoop.h"
 
-#include <SDL_syswm.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+
+#include <SDL_syswm.h>
 
 #include "host/ZOVKPopupHost.h"
 

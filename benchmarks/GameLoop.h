@@ -1,11 +1,11 @@
 #pragma once
 
-#include <SDL.h>
-
 #include <chrono>
 #include <functional>
 #include <string>
 #include <vector>
+
+#include <SDL.h>
 
 namespace zovk {
 

@@ -24,11 +24,17 @@ constexpr std::size_t kPageBytes = 64 * 1024;
 // Page files on a real disk, in a directory of their own.
 class RealFiles {
  public:
-  RealFiles() : platform_{memory_.interfaces.log,        memory_.interfaces.mainQueue,
-                          memory_.interfaces.timers,     clock_,
-                          files_,                        memory_.interfaces.bundles,
-                          memory_.interfaces.settings,   memory_.interfaces.device,
-                          memory_.interfaces.urlSession, memory_.interfaces.userInterface} {
+  RealFiles()
+      : platform_{memory_.interfaces.log,
+                  memory_.interfaces.mainQueue,
+                  memory_.interfaces.timers,
+                  clock_,
+                  files_,
+                  memory_.interfaces.bundles,
+                  memory_.interfaces.settings,
+                  memory_.interfaces.device,
+                  memory_.interfaces.urlSession,
+                  memory_.interfaces.userInterface} {
     std::string pattern =
         (std::filesystem::temp_directory_path() / "zovkpopup-benchmark-XXXXXX").string();
     home_ = mkdtemp(pattern.data());

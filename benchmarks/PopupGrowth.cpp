@@ -1,13 +1,13 @@
 // Shows one popup after another in one process and looks for what is left over: memory of the
 // game and of its helper, processes, descriptors.
-#include <poll.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
+
+#include <poll.h>
+#include <unistd.h>
 
 #include "engine/ZOVKPopup.h"
 #include "host/ZOVKPopupHost.h"
@@ -88,10 +88,11 @@ int main(int argc, char** argv) {
   const bool holds = last.game - warm.game <= kToleranceMegabytes &&
                      last.helper - warm.helper <= kToleranceMegabytes && left == 0 &&
                      descriptorsAfter == descriptorsBefore;
-  std::printf("growth after %d runs: game %+.2f MB, helper %+.2f MB; left behind: %zu processes, "
-              "%zd descriptors: %s\n",
-              kWarmRuns, last.game - warm.game, last.helper - warm.helper, left,
-              static_cast<ssize_t>(descriptorsAfter) - static_cast<ssize_t>(descriptorsBefore),
-              holds ? "holds" : "DOES NOT HOLD");
+  std::printf(
+      "growth after %d runs: game %+.2f MB, helper %+.2f MB; left behind: %zu processes, "
+      "%zd descriptors: %s\n",
+      kWarmRuns, last.game - warm.game, last.helper - warm.helper, left,
+      static_cast<ssize_t>(descriptorsAfter) - static_cast<ssize_t>(descriptorsBefore),
+      holds ? "holds" : "DOES NOT HOLD");
   return holds ? 0 : 1;
 }

@@ -1,13 +1,13 @@
 // What opening a popup costs a game: the show call, the worst frame, and the time until the page
 // has loaded, each against its floor in the same run.
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "GameLoop.h"
 #include "engine/ZOVKPopup.h"

@@ -16,7 +16,8 @@ struct RatioClaim {
   double bound;
 };
 
-/// Prints what Google Benchmark prints, and at the end each claim with the ratio of the medians.
+/// Prints what Google Benchmark prints, and at the end each claim with the ratio of the medians of
+/// processor time, which does not count what other programs took.
 class RatioReporter : public benchmark::ConsoleReporter {
  public:
   explicit RatioReporter(std::vector<RatioClaim> claims);
@@ -27,7 +28,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
 
  private:
   std::vector<RatioClaim> claims_;
-  std::map<std::string, std::vector<double>> nanoseconds_;
+  std::map<std::string, double> medians_;  // nanoseconds
 };
 
 /// Runs the program's benchmarks, interleaved and repeated, and prints its claims. The exit code

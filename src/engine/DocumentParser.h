@@ -11,7 +11,8 @@ namespace zovk {
 
 /// One record of an entry of the document's "popups". Every key is read, so a missing one gives 0
 /// or an empty text rather than the record's default. Throws `std::invalid_argument` when a
-/// number's key holds null, an array or an object. A text's key with another value counts as absent.
+/// number's key holds null, an array or an object. A text's key with another value counts as
+/// absent.
 PopupPointer popupFromEntry(const boost::json::object& entry, std::uint64_t configType);
 
 /// The records of all entries, in order. What is no object, or an empty one, is passed over.

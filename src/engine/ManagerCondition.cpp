@@ -13,12 +13,11 @@ void ZOVKPopupManager::queryConditionPopup(const PopupPointer& popup,
   debug("Query condition Popup");
   const PlayerIdentity player{gameID(), gameKey(), loginState()};
   const auto network = std::make_shared<ZOVKPopupNetwork>(platform_->urlSession);
-  network->startRequest(
-      ZOVKPopupNetwork::kPost, playerRequest(popup->check_url, player, *popup),
-      [self = shared_from_this(), popup, complete](
-          bool success, const std::optional<std::string>& data) {
-        self->handleConditionAnswer(popup, complete, success, data);
-      });
+  network->startRequest(ZOVKPopupNetwork::kPost, playerRequest(popup->check_url, player, *popup),
+                        [self = shared_from_this(), popup, complete](
+                            bool success, const std::optional<std::string>& data) {
+                          self->handleConditionAnswer(popup, complete, success, data);
+                        });
 }
 
 void ZOVKPopupManager::handleConditionAnswer(const PopupPointer& popup,

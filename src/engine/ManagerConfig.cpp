@@ -118,13 +118,13 @@ void ZOVKPopupManager::loadLocalConfig() {
 void ZOVKPopupManager::mergeConfig() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::mergeConfig");
   debug("Start merge config");
-  PopupList merged = mergePopups(
-      *list(&State::remotePopupArr), *list(&State::localPopupArr),
-      [&](const ZOVKPopupModel& remote, const ZOVKPopupModel& local) {
-        debug("Same scene:%@, use the one who's publishTime latest", remote.scene);
-        debug("Remote config publishTime:%d, Local config publishTime:%d", remote.publish_time,
-              local.publish_time);
-      });
+  PopupList merged =
+      mergePopups(list(&State::remotePopupArr), list(&State::localPopupArr),
+                  [&](const ZOVKPopupModel& remote, const ZOVKPopupModel& local) {
+                    debug("Same scene:%@, use the one who's publishTime latest", remote.scene);
+                    debug("Remote config publishTime:%d, Local config publishTime:%d",
+                          remote.publish_time, local.publish_time);
+                  });
   // Nothing merged leaves the earlier list: a failed reload never takes the popups away.
   if (!merged.empty()) setMergePopupArr(std::move(merged));
   debug("Merge config done, Popup count:%d", list(&State::mergePopupArr)->size());
@@ -133,7 +133,7 @@ void ZOVKPopupManager::mergeConfig() {
 void ZOVKPopupManager::deleteExpiredPopup() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::deleteExpiredPopup");
   debug("Delete expired Popup");
-  const ListPointer remote = list(&State::remotePopupArr);
+  const PopupListPointer remote = list(&State::remotePopupArr);
   deleteExpirePopupFile(*remote);
   deleteExpirePopupOnceRecord(*remote);
 }

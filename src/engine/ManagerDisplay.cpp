@@ -22,7 +22,7 @@ void ZOVKPopupManager::showPopup(const std::string& scene, std::uint64_t sceneTy
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::showPopup");
   const CallbackPointer callback = shared(complete);
   debug("Show Popup, scene:%@, sceneType:%d, complete:%p", scene, sceneType, callback.get());
-  const ListPointer source = list(&State::mergePopupArr);
+  const PopupListPointer source = list(&State::mergePopupArr);
   const PopupList valid = scene.empty() ? getValidPopupForSceneType(sceneType, *source)
                                         : getValidPopupForScene(scene, *source);
   if (valid.empty()) {

@@ -42,14 +42,13 @@ void ZOVKPopupManager::showPolicy(const ZOVKPopupComplete& complete) {
   }
   debug("Show Policy");
   // What is shown is whatever scene type 0 selects, while the check above went by the scene.
-  showPopup("", 0,
-            [self = weak_from_this(), complete](std::int32_t code, const std::string& msg) {
-              constexpr DebugLog done = managerLog("ZOVKPopupManager::showPolicy");
-              done("Show Policy done");
-              const auto manager = self.lock();
-              if (code != kCancel && manager != nullptr) manager->savePolicyState();
-              if (complete) complete(code, msg);
-            });
+  showPopup("", 0, [self = weak_from_this(), complete](std::int32_t code, const std::string& msg) {
+    constexpr DebugLog done = managerLog("ZOVKPopupManager::showPolicy");
+    done("Show Policy done");
+    const auto manager = self.lock();
+    if (code != kCancel && manager != nullptr) manager->savePolicyState();
+    if (complete) complete(code, msg);
+  });
 }
 
 void ZOVKPopupManager::savePolicyState() {

@@ -7,8 +7,7 @@ namespace zovk {
 bool ZOVKPopupManager::havePopup(std::uint64_t sceneType) {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::havePopup");
   debug("sceneType:%d", sceneType);
-  const bool found =
-      !getValidPopupForSceneType(sceneType, *list(&State::mergePopupArr)).empty();
+  const bool found = !getValidPopupForSceneType(sceneType, *list(&State::mergePopupArr)).empty();
   debug(found ? "Have Popup for sceneType:%d" : "No Popup for sceneType:%d", sceneType);
   return found;
 }
@@ -23,7 +22,7 @@ PopupList ZOVKPopupManager::getValidPopupForSceneType(std::uint64_t sceneType,
   }
   auto* const files = ZOVKPopupFileManager::sharedInstance();
   if (files == nullptr) return {};
-  const SelectionContext context{getCurrentTime(), loginState(), *files};
+  SelectionContext context{getCurrentTime(), loginState(), *files, files->newGlance()};
   PopupList valid;
   for (const PopupPointer& popup : srcPopups) {
     if (judgeForSceneType(*popup, sceneType, context) == Verdict::kPassed) valid.push_back(popup);
@@ -46,7 +45,7 @@ PopupList ZOVKPopupManager::getValidPopupForScene(const std::string& scene,
   }
   auto* const files = ZOVKPopupFileManager::sharedInstance();
   if (files == nullptr) return {};
-  const SelectionContext context{getCurrentTime(), loginState(), *files};
+  SelectionContext context{getCurrentTime(), loginState(), *files, files->newGlance()};
   for (const PopupPointer& popup : srcPopups) {
     if (judgeForScene(*popup, scene, context) != Verdict::kPassed) continue;
     // One scene stands for one popup: no later one takes its place when its content fails.

@@ -13,7 +13,8 @@ using MergePairSink =
 /// The two lists as one: remote popups without a local partner, then local ones without a remote
 /// partner, then one winner for each pair. Popups pair by their exact scene, each with one partner
 /// at the most, in list order; the later publish time wins, the remote popup on a tie. Takes time
-/// in proportion to the lists.
-PopupList mergePopups(const PopupList& remote, const PopupList& local, const MergePairSink& paired);
+/// in proportion to the lists. The result keeps both lists alive.
+PopupList mergePopups(const PopupListPointer& remote, const PopupListPointer& local,
+                      const MergePairSink& paired);
 
 }  // namespace zovk

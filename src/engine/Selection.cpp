@@ -34,19 +34,19 @@ bool digestMatches(const std::string& sig, const std::string& digest) {
   });
 }
 
-Verdict judgePageFile(const ZOVKPopupModel& popup, const SelectionContext& context) {
+Verdict judgePageFile(const ZOVKPopupModel& popup, SelectionContext& context) {
   kSceneTypeLog("Content type local");
   const std::string path = popup.getPopupFilePath();
-  if (!context.files.fileExistAtPath(path)) {
+  if (!context.files.fileExistAtPath(path, &context.glance)) {
     logError("File %@ not exist", popup.getPopupFileName());
     return Verdict::kFileMissing;
   }
-  if (context.files.textExistInFile(popup.sig,
-                                    context.files.getInternalFilePath(kOnceRecordFile))) {
+  if (context.files.textExistInFile(popup.sig, context.files.getInternalFilePath(kOnceRecordFile),
+                                    &context.glance)) {
     kSceneTypeLog("Had already Popuped");
     return Verdict::kAlreadyShown;
   }
-  const std::string digest = context.files.getFileMD5(path);
+  const std::string digest = context.files.getFileMD5(path, &context.glance);
   if (digestMatches(popup.sig, digest)) return Verdict::kPassed;
   logError(kDigestText, popup.sig, digest);
   return Verdict::kDigestDiffers;
@@ -63,10 +63,11 @@ Verdict judgeWebPage(const ZOVKPopupModel& popup, const DebugLog& debug) {
 }  // namespace
 
 Verdict judgeForSceneType(const ZOVKPopupModel& popup, std::uint64_t sceneType,
-                          const SelectionContext& context) {
-  kSceneTypeLog("Popup fileName:%@, sceneType:%d, contentType:%d, frequency:%d",
-                [&] { return popup.getPopupFileName(); }, popup.scene_type, popup.content_type,
-                popup.pop_freq);
+                          SelectionContext& context) {
+  kSceneTypeLog(
+      "Popup fileName:%@, sceneType:%d, contentType:%d, frequency:%d",
+      [&] { return popup.getPopupFileName(); }, popup.scene_type, popup.content_type,
+      popup.pop_freq);
   if (static_cast<std::uint32_t>(popup.scene_type) != static_cast<std::uint32_t>(sceneType)) {
     kSceneTypeLog("SceneType not same");
     return Verdict::kOtherSceneType;
@@ -84,7 +85,7 @@ Verdict judgeForSceneType(const ZOVKPopupModel& popup, std::uint64_t sceneType,
 }
 
 Verdict judgeForScene(const ZOVKPopupModel& popup, const std::string& scene,
-                      const SelectionContext& context) {
+                      SelectionContext& context) {
   if (popup.scene != scene) {
     kSceneLog("Scene not same");
     return Verdict::kOtherScene;
@@ -100,15 +101,15 @@ Verdict judgeForScene(const ZOVKPopupModel& popup, const std::string& scene,
   return time;
 }
 
-Verdict judgeContentForScene(const ZOVKPopupModel& popup, const SelectionContext& context) {
+Verdict judgeContentForScene(const ZOVKPopupModel& popup, SelectionContext& context) {
   if (!popup.isPageFile()) return judgeWebPage(popup, kSceneLog);
   kSceneLog("Content type local");
   const std::string path = popup.getPopupFilePath();
-  if (!context.files.fileExistAtPath(path)) {
+  if (!context.files.fileExistAtPath(path, &context.glance)) {
     kSceneLog("File %@ not exist", popup.getPopupFileName());
     return Verdict::kFileMissing;
   }
-  const std::string digest = context.files.getFileMD5(path);
+  const std::string digest = context.files.getFileMD5(path, &context.glance);
   if (digestMatches(popup.sig, digest)) return Verdict::kPassed;
   kSceneLog(kDigestText, popup.sig, digest);
   return Verdict::kDigestDiffers;

@@ -74,12 +74,12 @@ void ZOVKPopupManager::setChannelID(std::int32_t channelID, const std::string& o
   state_.loginState = {channelID, openID, token, jwtToken};
 }
 
-ZOVKPopupManager::ListPointer ZOVKPopupManager::list(ListPointer State::*field) const {
+PopupListPointer ZOVKPopupManager::list(PopupListPointer State::*field) const {
   const LockGuard lock(mutex_);
   return state_.*field;
 }
 
-void ZOVKPopupManager::setList(ListPointer State::*field, PopupList popups) {
+void ZOVKPopupManager::setList(PopupListPointer State::*field, PopupList popups) {
   auto snapshot = std::make_shared<const PopupList>(std::move(popups));
   const LockGuard lock(mutex_);
   (state_.*field).swap(snapshot);

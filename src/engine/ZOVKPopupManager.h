@@ -134,7 +134,6 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
  private:
   friend class SharedInstance<ZOVKPopupManager>;
   using Shared = SharedInstance<ZOVKPopupManager>;
-  using ListPointer = std::shared_ptr<const PopupList>;
   static std::shared_ptr<ZOVKPopupManager> make();
 
   struct State {
@@ -142,9 +141,9 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
     bool isPopuping = false;
     std::optional<std::string> policyPublishTime;
     std::deque<QueueEntry> popupCache;
-    ListPointer remotePopupArr = std::make_shared<const PopupList>();
-    ListPointer localPopupArr = std::make_shared<const PopupList>();
-    ListPointer mergePopupArr = std::make_shared<const PopupList>();
+    PopupListPointer remotePopupArr = std::make_shared<const PopupList>();
+    PopupListPointer localPopupArr = std::make_shared<const PopupList>();
+    PopupListPointer mergePopupArr = std::make_shared<const PopupList>();
     double startTime = 0;
     double serverTime = 0;
     double requestTime = 0;
@@ -153,8 +152,8 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
     std::string gameKey;
     ZOVKPopupLoginStateModel loginState;
   };
-  ListPointer list(ListPointer State::*field) const;
-  void setList(ListPointer State::*field, PopupList popups);
+  PopupListPointer list(PopupListPointer State::*field) const;
+  void setList(PopupListPointer State::*field, PopupList popups);
   bool readDocument(const boost::json::value& document, std::uint64_t configType,
                     PopupList* popUps);
   bool readRemoteHead(const boost::json::value& document);

@@ -49,5 +49,7 @@ inline constexpr const char* kOnceRecordFile = "ZOVKPopupFrequencyOnce.config";
 
 using PopupPointer = std::shared_ptr<const ZOVKPopupModel>;
 using PopupList = std::vector<PopupPointer>;
+/// A snapshot of a list, which is swapped as a whole and never changed.
+using PopupListPointer = std::shared_ptr<const PopupList>;
 
 }  // namespace zovk

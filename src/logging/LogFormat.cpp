@@ -30,7 +30,8 @@ std::string logText(const boost::json::object& value) {
 std::string expandLogFormat(std::string_view format, const LogValues& values) {
   const std::string text = withTextSpecifiers(format);
   try {
-    return fmt::vsprintf(fmt::string_view(text), fmt::basic_format_args<fmt::printf_context>(values));
+    return fmt::vsprintf(fmt::string_view(text),
+                         fmt::basic_format_args<fmt::printf_context>(values));
   } catch (const fmt::format_error&) {
     return std::string(format);
   }

@@ -113,8 +113,8 @@ void ZPLogger::writeDirectly(std::string_view line) {
 
 void ZPLogger::writeDebugLine(const char* fileName, const char* function, int line,
                               std::string_view format, const LogValues& values) {
-  writeDirectly(fmt::format("[Debug]{} {} {} {}", fileName, function, line,
-                            expandLogFormat(format, values)));
+  writeDirectly(
+      fmt::format("[Debug]{} {} {} {}", fileName, function, line, expandLogFormat(format, values)));
 }
 
 void ZPLogger::writeErrorLine(std::string_view format, const LogValues& values) {

@@ -61,7 +61,8 @@ class ZPLogger {
   // True when debug lines are to be written; decides the switch on the first call of the process.
   static bool debugDecided() {
     const Switch now = switch_.load(std::memory_order_acquire);
-    if (now == Switch::kOff) [[likely]] return false;
+    if (now == Switch::kOff) [[likely]]
+      return false;
     return now == Switch::kOn || decide();
   }
   static bool decide();

@@ -40,8 +40,9 @@ class Window {
  public:
   virtual ~Window() = default;
   virtual void setBackgroundColor(const Color& color) = 0;
-  /// Replaces the root controller; null leaves none. The old one is torn down, then the new one
-  /// loads its view, both before this returns.
+  /// Replaces the root controller; null leaves none, the one that is there stays as it is. The old
+  /// one is torn down, then the new one loads its view, both before this returns; the new one's
+  /// constraints are updated before the first arrangement.
   virtual void setRootViewController(std::shared_ptr<ViewController> controller) = 0;
   /// Shows the window in front and asks for the keyboard.
   virtual void makeKeyAndVisible() = 0;

@@ -11,8 +11,8 @@ constexpr std::size_t kMaximumEntries = 20000;
 
 }  // namespace
 
-std::optional<std::string> DigestCache::digest(const std::string& path) {
-  const auto before = files_.identity(path);
+std::optional<std::string> DigestCache::digest(const std::string& path, FileGlance& glance) {
+  const auto before = glance.identity(path);
   if (!before) return std::nullopt;
   if (auto known = remembered(path, *before)) return known;
   Md5 md5;

@@ -6,6 +6,7 @@
 
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
+#include "storage/FileGlance.h"
 #include "support/ThreadSafety.h"
 
 namespace zovk {
@@ -17,7 +18,7 @@ class DigestCache {
   DigestCache(FileSystem& files, const Clock& clock) : files_(files), clock_(clock) {}
 
   /// 32 lower-case hexadecimal digits; absent when the file cannot be opened.
-  std::optional<std::string> digest(const std::string& path);
+  std::optional<std::string> digest(const std::string& path, FileGlance& glance);
 
  private:
   struct Entry {

@@ -7,8 +7,8 @@
 
 namespace zovk {
 
-std::shared_ptr<const std::string> TextCache::text(const std::string& path) {
-  const auto before = files_.identity(path);
+std::shared_ptr<const std::string> TextCache::text(const std::string& path, FileGlance& glance) {
+  const auto before = glance.identity(path);
   if (!before) return nullptr;
   {
     const LockGuard lock(mutex_);

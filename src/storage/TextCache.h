@@ -5,6 +5,7 @@
 
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
+#include "storage/FileGlance.h"
 #include "support/ThreadSafety.h"
 
 namespace zovk {
@@ -17,7 +18,7 @@ class TextCache {
   TextCache(FileSystem& files, const Clock& clock) : files_(files), clock_(clock) {}
 
   /// Null when the file cannot be read or is not UTF-8.
-  std::shared_ptr<const std::string> text(const std::string& path);
+  std::shared_ptr<const std::string> text(const std::string& path, FileGlance& glance);
 
  private:
   struct Entry {

@@ -69,8 +69,7 @@ std::string ZOVKPopupFileManager::getInternalFilePath(const std::string& fileNam
 std::shared_ptr<const Bundle> ZOVKPopupFileManager::getResourceBundle() {
   const LockGuard lock(mutex_);
   if (rescBundle_ != nullptr) return rescBundle_;
-  const auto path =
-      platform_->bundles.mainBundle()->pathForResource("ZOVKPopupResource", "bundle");
+  const auto path = platform_->bundles.mainBundle()->pathForResource("ZOVKPopupResource", "bundle");
   if (path) rescBundle_ = platform_->bundles.bundleWithPath(*path);
   return rescBundle_;
 }
@@ -134,8 +133,7 @@ bool ZOVKPopupFileManager::readWholeFile(const DebugLog& debug, const std::strin
 }
 
 bool ZOVKPopupFileManager::saveInternalFile(const std::string& fileName,
-                                            std::optional<std::string_view> fileData,
-                                            bool append) {
+                                            std::optional<std::string_view> fileData, bool append) {
   constexpr DebugLog debug = fileManagerLog("ZOVKPopupFileManager::saveInternalFile");
   debug("Save internal file, fileName:%@, data length:%d, append:%d", fileName,
         fileData.value_or("").size(), append);
@@ -194,38 +192,40 @@ bool ZOVKPopupFileManager::replaceFile(const std::string& fileName, const std::s
   return !platform_->files.writeAtomically(fullPath, bytes);
 }
 
-bool ZOVKPopupFileManager::fileExistAtPath(const std::string& path) const {
+bool ZOVKPopupFileManager::fileExistAtPath(const std::string& path, FileGlance* glance) const {
   constexpr DebugLog debug = fileManagerLog("ZOVKPopupFileManager::fileExistAtPath");
   debug("File exist at path:%@", path);
   if (path.empty()) {
     logError("path illegal");
     return false;
   }
-  return platform_->files.exists(path);
+  return glance != nullptr ? glance->identity(path).has_value() : platform_->files.exists(path);
 }
 
 bool ZOVKPopupFileManager::textExistInFile(const std::optional<std::string>& text,
-                                           const std::string& filePath) {
+                                           const std::string& filePath, FileGlance* glance) {
   constexpr DebugLog debug = fileManagerLog("ZOVKPopupFileManager::textExistInFile");
   debug("Text exist in file, text:%@ filePath:%@", text, filePath);
   if (!text || text->empty() || filePath.empty()) {
     logError("Param illegal");
     return false;
   }
-  const auto content = texts_.text(filePath);
+  FileGlance fresh = newGlance();
+  const auto content = texts_.text(filePath, glance != nullptr ? *glance : fresh);
   const bool found = content != nullptr && content->find(*text) != std::string::npos;
   debug(found ? "Exist" : "Not exist");
   return found;
 }
 
-std::string ZOVKPopupFileManager::getFileMD5(const std::string& filePath) {
+std::string ZOVKPopupFileManager::getFileMD5(const std::string& filePath, FileGlance* glance) {
   constexpr DebugLog debug = fileManagerLog("ZOVKPopupFileManager::getFileMD5");
   debug("Get file MD5, filePath:%@", filePath);
   if (filePath.empty()) {
     logError("filePath illegal");
     return "";
   }
-  auto digest = digests_.digest(filePath);
+  FileGlance fresh = newGlance();
+  auto digest = digests_.digest(filePath, glance != nullptr ? *glance : fresh);
   if (!digest) {
     logError("File not exist, filePaht:%@", filePath);
     return "";

@@ -53,11 +53,16 @@ class ZOVKPopupFileManager {
   bool saveInternalFile(const std::string& fileName, std::optional<std::string_view> fileData,
                         bool append);
 
-  bool fileExistAtPath(const std::string& path) const;
+  // The same questions about many files are asked with one glance, each file then being looked at
+  // once; without one, it is looked at anew.
+
+  bool fileExistAtPath(const std::string& path, FileGlance* glance = nullptr) const;
   /// Whether the file is UTF-8 text and holds `text` somewhere.
-  bool textExistInFile(const std::optional<std::string>& text, const std::string& filePath);
+  bool textExistInFile(const std::optional<std::string>& text, const std::string& filePath,
+                       FileGlance* glance = nullptr);
   /// 32 lower-case hexadecimal digits, or empty. A file that has not changed is not read again.
-  std::string getFileMD5(const std::string& filePath);
+  std::string getFileMD5(const std::string& filePath, FileGlance* glance = nullptr);
+  FileGlance newGlance() const { return FileGlance(platform_->files); }
   /// Removes everything in the internal directory whose relative path is not contained in
   /// `keepList`; without a list, everything.
   void deleteInternalFileWithout(const std::optional<std::string>& keepList);

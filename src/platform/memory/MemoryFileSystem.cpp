@@ -9,11 +9,6 @@ constexpr int kMostLinks = 40;
 constexpr std::size_t kLongestName = 255;
 constexpr std::size_t kPiece = 4096;
 
-std::string parentOf(const std::string& key) {
-  const auto slash = key.rfind('/');
-  return slash == std::string::npos ? std::string() : key.substr(0, slash);
-}
-
 std::optional<std::errc> faultFor(const std::map<std::string, std::errc>& faults,
                                   const std::string& key) {
   for (const auto& [prefix, error] : faults) {
@@ -27,12 +22,12 @@ bool hasPrefixOf(const std::set<std::string>& prefixes, const std::string& key) 
                      [&key](const auto& prefix) { return key.starts_with(prefix); });
 }
 
-int countOf(const std::map<std::string, int>& counts, const std::string& key) {
-  const auto found = counts.find(key);
-  return found == counts.end() ? 0 : found->second;
-}
-
 }  // namespace
+
+std::string MemoryFileSystem::pathAbove(const std::string& path) {
+  const auto slash = path.rfind('/');
+  return slash == std::string::npos ? std::string() : path.substr(0, slash);
+}
 
 MemoryFileSystem::MemoryFileSystem() {
   const LockGuard lock(mutex_);
@@ -49,7 +44,7 @@ void MemoryFileSystem::step(Place& place, std::string_view name, LastLink lastLi
   } else if (name.size() > kLongestName) {
     place.error = std::errc::filename_too_long;
   } else if (name == "..") {
-    place.key = parentOf(place.key);
+    place.key = pathAbove(place.key);
     place.entry = &entries_[place.key];
   } else if (name != "." && !name.empty()) {
     const std::string directory = place.key;
@@ -110,7 +105,7 @@ void MemoryFileSystem::put(const std::string& key, Kind kind, std::string_view c
   entry.content = content;
   entry.inode = ++lastInode_;
   touch(entry);
-  if (!key.empty()) touch(entries_[parentOf(key)]);
+  if (!key.empty()) touch(entries_[pathAbove(key)]);
 }
 
 void MemoryFileSystem::erase(const std::string& key) const {
@@ -118,14 +113,14 @@ void MemoryFileSystem::erase(const std::string& key) const {
   const auto [begin, end] = below(key);
   entries_.erase(begin, end);
   entries_.erase(key);
-  touch(entries_[parentOf(key)]);
+  touch(entries_[pathAbove(key)]);
 }
 
 std::error_code MemoryFileSystem::whyNotChange(
     const Place& place, const std::map<std::string, std::errc>& faults) const {
   if (place.error != std::errc{}) return std::make_error_code(place.error);
   if (const auto fault = faultFor(faults, place.key)) return std::make_error_code(*fault);
-  if (faults_.readOnly.contains(parentOf(place.key))) {
+  if (faults_.readOnly.contains(pathAbove(place.key))) {
     return std::make_error_code(std::errc::permission_denied);
   }
   return {};
@@ -240,116 +235,6 @@ std::error_code MemoryFileSystem::append(const std::string& path, std::string_vi
   if (fits < bytes.size()) return std::make_error_code(std::errc::no_space_on_device);
   ++writes_[place.key];
   return {};
-}
-
-// Makes the directories above a path; returns the path free of links.
-std::string MemoryFileSystem::addAbove(const std::string& path) {
-  const std::string above = parentOf(path);
-  std::string key;
-  if (!above.empty()) {
-    const Place place = find(above);
-    key = place.entry != nullptr ? place.key : addAbove(above);
-    if (place.entry == nullptr) put(key, Kind::kDirectory, "");
-  }
-  return key + path.substr(above.size());
-}
-
-void MemoryFileSystem::addFile(const std::string& path, std::string_view text) {
-  const LockGuard lock(mutex_);
-  put(addAbove(path), Kind::kFile, text);
-}
-
-void MemoryFileSystem::addDirectory(const std::string& path) {
-  const LockGuard lock(mutex_);
-  if (find(path).entry == nullptr) put(addAbove(path), Kind::kDirectory, "");
-}
-
-void MemoryFileSystem::addLink(const std::string& path, const std::string& target) {
-  const LockGuard lock(mutex_);
-  put(addAbove(path), Kind::kLink, target);
-}
-
-void MemoryFileSystem::take(const std::string& path) {
-  const LockGuard lock(mutex_);
-  const Place place = find(path, LastLink::kKeep);
-  if (place.entry != nullptr) erase(place.key);
-}
-
-std::optional<std::string> MemoryFileSystem::text(const std::string& path) const {
-  const LockGuard lock(mutex_);
-  const Place place = find(path);
-  if (place.entry == nullptr || place.entry->kind != Kind::kFile) return std::nullopt;
-  return place.entry->content;
-}
-
-bool MemoryFileSystem::isDirectory(const std::string& path) const {
-  const LockGuard lock(mutex_);
-  const Place place = find(path);
-  return place.entry != nullptr && place.entry->kind == Kind::kDirectory;
-}
-
-std::vector<std::string> MemoryFileSystem::list(const std::string& directory) const {
-  const LockGuard lock(mutex_);
-  const std::string key = find(directory).key;
-  std::vector<std::string> paths;
-  const auto [begin, end] = below(key);
-  for (auto i = begin; i != end; ++i) paths.push_back(i->first.substr(key.size() + 1));
-  return paths;
-}
-
-int MemoryFileSystem::writeCount(const std::string& path) const {
-  const LockGuard lock(mutex_);
-  return countOf(writes_, path);
-}
-
-int MemoryFileSystem::readCount(const std::string& path) const {
-  const LockGuard lock(mutex_);
-  return countOf(reads_, path);
-}
-
-void MemoryFileSystem::failWrites(const std::string& prefix, std::errc error) {
-  const LockGuard lock(mutex_);
-  faults_.writes[prefix] = error;
-}
-
-void MemoryFileSystem::failReads(const std::string& prefix) {
-  const LockGuard lock(mutex_);
-  faults_.reads.insert(prefix);
-}
-
-void MemoryFileSystem::cutReads(const std::string& path, std::size_t bytes) {
-  const LockGuard lock(mutex_);
-  faults_.cuts[path] = bytes;
-}
-
-void MemoryFileSystem::failRemovals(const std::string& prefix, std::errc error) {
-  const LockGuard lock(mutex_);
-  faults_.removals[prefix] = error;
-}
-
-void MemoryFileSystem::failCreateDirectory(const std::string& prefix, std::errc error) {
-  const LockGuard lock(mutex_);
-  faults_.directories[prefix] = error;
-}
-
-void MemoryFileSystem::makeReadOnly(const std::string& directory) {
-  const LockGuard lock(mutex_);
-  faults_.readOnly.insert(directory);
-}
-
-void MemoryFileSystem::setFreeSpace(std::uint64_t bytes) {
-  const LockGuard lock(mutex_);
-  faults_.freeSpace = bytes;
-}
-
-void MemoryFileSystem::vanishAfter(const std::string& path, int looks) {
-  const LockGuard lock(mutex_);
-  faults_.looksLeft[path] = looks;
-}
-
-void MemoryFileSystem::clearFaults() {
-  const LockGuard lock(mutex_);
-  faults_ = {};
 }
 
 }  // namespace zovk

@@ -89,6 +89,7 @@ class MemoryFileSystem final : public FileSystem {
     std::optional<std::uint64_t> freeSpace;
   };
 
+  static std::string pathAbove(const std::string& path);
   enum class LastLink { kFollow, kKeep };
   Place find(const std::string& path, LastLink lastLink = LastLink::kFollow, int depth = 0) const
       ZOVK_REQUIRES(mutex_);

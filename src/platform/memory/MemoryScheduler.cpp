@@ -145,8 +145,11 @@ void MemoryScheduler::runReady() {
 void MemoryScheduler::runReady(std::chrono::microseconds budget) {
   if (running_) return;
   const RunningScope scope(running_);
-  const auto end = RealClock::now() + budget;
-  while (RealClock::now() < end && runOne()) {
+  const auto start = RealClock::now();
+  const auto spent = [start] {  // in the budget's own unit, in which no budget overflows
+    return std::chrono::duration_cast<std::chrono::microseconds>(RealClock::now() - start);
+  };
+  while (runOne() && spent() < budget) {
   }
 }
 

@@ -44,7 +44,8 @@ class MemoryScheduler final : public MainQueue, public Timers, public Clock {
   /// Runs waiting tasks, those that they add, and due timers, until nothing is left to do. Throws
   /// when the work does not end. Without effect inside a running task.
   void runReady();
-  /// The same, beginning nothing any more once `budget` of real time has passed.
+  /// The same, beginning nothing more once `budget` of real time has passed; one thing it always
+  /// does, so that work goes on even with no budget.
   void runReady(std::chrono::microseconds budget);
   /// Moves time on, running every task and every turn of a timer at its own time.
   void advance(std::chrono::nanoseconds duration);

@@ -12,6 +12,10 @@ std::shared_ptr<MemoryView> windowRoot() {
   return std::make_shared<MemoryView>(std::move(node));
 }
 
+bool isPortrait(const Size& size) {
+  return size.height > size.width;
+}
+
 class Coordinator final : public TransitionCoordinator {
  public:
   explicit Coordinator(MemoryScheduler& scheduler) : scheduler_(scheduler) {}
@@ -42,15 +46,17 @@ MemoryWindow::~MemoryWindow() {
 }
 
 void MemoryWindow::setRootViewController(std::shared_ptr<ViewController> controller) {
+  if (controller == controller_) return;
   if (const auto old = std::exchange(controller_, nullptr)) old->tearDown();
   while (!rootNode().children.empty()) {
     const auto child = rootNode().children.back();
     child->detach();
   }
-  needsUpdateConstraints_ = false;
+  if (!controller) return;
+  controller_ = controller;
   failureTold_ = false;
-  controller_ = std::move(controller);
-  if (const auto current = controller_) current->loadView(root_);
+  controller->loadView(root_);
+  setNeedsUpdateConstraints();
   if (screen_->failure) later(&MemoryWindow::tellFailure);
 }
 
@@ -69,15 +75,18 @@ void MemoryWindow::setNeedsUpdateConstraints() {
 }
 
 void MemoryWindow::updateConstraints() {
-  if (!std::exchange(needsUpdateConstraints_, false)) return;
+  needsUpdateConstraints_ = false;
   if (const auto controller = controller_) controller->updateViewConstraints();
 }
 
 void MemoryWindow::resize(const Size& size) {
+  const bool turns = isPortrait(size) != isPortrait({frame_.width, frame_.height});
   frame_.width = size.width;
   frame_.height = size.height;
+  const auto controller = controller_;
+  if (!turns || !controller) return;
   Coordinator coordinator(scheduler_);
-  if (const auto controller = controller_) controller->viewWillTransitionToSize(size, coordinator);
+  controller->viewWillTransitionToSize(size, coordinator);
 }
 
 void MemoryWindow::tellFailure() {

@@ -42,8 +42,8 @@ class MemoryWindow final : public Window, public std::enable_shared_from_this<Me
   std::shared_ptr<ViewController> rootViewController() const { return controller_; }
   MemoryViewNode& rootNode() const { return root_->node(); }
 
-  /// The window is given another size: the root controller hears of it at once, the completion of
-  /// its transition runs from the scheduler.
+  /// The window is given another size. When that turns its shape, the root controller hears of it
+  /// at once; the completion of its transition runs from the scheduler.
   void resize(const Size& size);
   /// The user turns to this window.
   void becomeKey() { screen_->keyWindow = number_; }
