@@ -19,7 +19,8 @@ struct ZOVKPopupHostSettings {
   /// program's name.
   std::string applicationId;
   /// Where the game's resources lie (absolute path); by default the program's own directory.
-  /// The resource bundle "ZOVKPopupResource.bundle" is looked for there first, then beside the library.
+  /// The resource bundle "ZOVKPopupResource.bundle" is looked for there first, then beside the
+  /// library.
   std::string resourceDirectory;
   /// The application's home directory; by default `$XDG_DATA_HOME/<applicationId>`.
   std::string dataDirectory;
@@ -38,7 +39,8 @@ struct ZOVKPopupHostSettings {
 class ZOVKPOPUP_API ZOVKPopupHost {
  public:
   /// Call once before anything else, and again only after `shutDown`. False, with one error line,
-  /// when it was called before, when the popups are already in use, or when no platform is linked in.
+  /// when it was called before, when the popups are already in use, or when no platform is linked
+  /// in.
   static bool setUp(const ZOVKPopupHostSettings& settings);
   /// The same with a platform of the host's own.
   static bool setUp(std::shared_ptr<HostedPlatform> platform);

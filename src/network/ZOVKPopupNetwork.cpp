@@ -48,9 +48,10 @@ std::string signedUrl(const ZOVKPopupUrlParams& p, const std::string& signature)
 void ZOVKPopupNetwork::startRequest(std::int32_t type, const ZOVKPopupUrlParams& urlParams,
                                     const RequestComplete& complete) {
   constexpr DebugLog debug{"ZOVKPopupNetwork", "ZOVKPopupNetwork::startRequest"};
-  debug("Start request, type:%d, urlStr:%@, postInfo:%@, complete:%p", type, urlParams.urlStr,
-        [&] { return urlParams.postInfo ? logText(*urlParams.postInfo) : std::string("(null)"); },
-        identity(complete));
+  debug(
+      "Start request, type:%d, urlStr:%@, postInfo:%@, complete:%p", type, urlParams.urlStr,
+      [&] { return urlParams.postInfo ? logText(*urlParams.postInfo) : std::string("(null)"); },
+      identity(complete));
   if (urlParams.urlStr.empty()) {
     logError("Url illegal");
     if (complete) return complete(false, std::nullopt);
@@ -110,10 +111,8 @@ void ZOVKPopupNetwork::startDownload(const std::string& urlStr, const DownloadCo
     downloadComplete_ = complete;
   }
   session_
-      .downloadTask(urlStr,
-                    [self = shared_from_this()](const DownloadResult& result) {
-                      self->finishDownload(result);
-                    })
+      .downloadTask(urlStr, [self = shared_from_this()](
+                                const DownloadResult& result) { self->finishDownload(result); })
       ->resume();
 }
 

@@ -20,6 +20,12 @@ boost::json::object resultRecordOf(std::int32_t action, const boost::json::value
   return record;
 }
 
+// A text as it stands, anything else as JSON.
+std::string messageText(const std::optional<boost::json::value>& message) {
+  if (!message) return "(null)";
+  return message->is_string() ? std::string(message->get_string()) : logText(*message);
+}
+
 }  // namespace
 
 void ZOVKPopupViewController::handleCallbackMessage(std::int32_t action,
@@ -79,7 +85,7 @@ void ZOVKPopupViewController::handleWebViewJsMessage(
     std::int32_t action, const std::optional<boost::json::value>& jsMessage) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::handleWebViewJsMessage");
   debug("Handle webview js message, action:%d message:%@", action,
-        [&] { return jsMessage ? logText(*jsMessage) : std::string("(null)"); });
+        [&] { return messageText(jsMessage); });
   if (jsMessage && jsMessage->is_object()) return handleCallbackMessage(kCommit, nullptr);
   if (jsMessage && jsMessage->is_string()) {
     boost::json::error_code error;

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "presentation/PlayerRequest.h"
 #include "presentation/ZOVKPopupViewController.h"
 
@@ -7,15 +9,15 @@ void ZOVKPopupViewController::queryConditionPopup(const PopupPointer& popup) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::queryConditionPopup");
   debug("Query condition Popup");
   const auto network = std::make_shared<ZOVKPopupNetwork>(platform_->urlSession);
-  network->startRequest(ZOVKPopupNetwork::kPost, playerRequest(popup->check_url, player_, *popup),
-                        [self = shared_from_this(), popup](
-                            bool success, const std::optional<std::string>& data) {
-                          self->handleConditionAnswer(popup, success, data);
-                        });
+  network->startRequest(
+      ZOVKPopupNetwork::kPost, playerRequest(popup->check_url, player_, *popup),
+      [self = shared_from_this()](bool success, const std::optional<std::string>& data) {
+        self->handleConditionAnswer(success, data);
+      });
 }
 
 // Runs on any thread; everything that touches the controller is put off to the main queue.
-void ZOVKPopupViewController::handleConditionAnswer(const PopupPointer& popup, bool success,
+void ZOVKPopupViewController::handleConditionAnswer(bool success,
                                                     const std::optional<std::string>& data) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::queryConditionPopup");
   debug("Query condition Popup result:%d, respData length:%d", success, data ? data->size() : 0);
@@ -30,9 +32,10 @@ void ZOVKPopupViewController::handleConditionAnswer(const PopupPointer& popup, b
     return showPopup();
   }
   debug("Need to show condition Popup");
-  const std::string address = getLoadUri(popup->uri, extra);
-  platform_->mainQueue.async([self = shared_from_this(), popup, address] {
-    if (!self->tornDown_) self->loadPopupUri(popup, address);
+  platform_->mainQueue.async([self = shared_from_this(), extra = std::move(extra)] {
+    const PopupPointer current = self->currentModel_;
+    if (self->tornDown_ || current == nullptr) return;
+    self->loadPopupUri(current, self->getLoadUri(current->uri, extra));
   });
 }
 

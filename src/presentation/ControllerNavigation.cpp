@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <boost/url/parse.hpp>
 
 #include "presentation/ActionScope.h"
@@ -12,9 +14,14 @@ struct UrlParts {
   std::string host;
 };
 
+// Cut off behind the host: engines let more characters pass in what follows than the parser does.
 UrlParts partsOf(const std::string& url) {
-  const auto parsed = boost::urls::parse_uri_reference(url);
-  if (!parsed) return {url.substr(0, url.find(':')), ""};
+  const std::size_t colon = url.find(':');
+  const std::size_t slashes = url.find("://");
+  if (slashes == std::string::npos || slashes != colon) return {url.substr(0, colon), ""};
+  const std::size_t end = std::min(url.find_first_of("/?#\\", slashes + 3), url.size());
+  const auto parsed = boost::urls::parse_uri(boost::urls::string_view(url.data(), end));
+  if (!parsed) return {url.substr(0, colon), ""};
   return {std::string(parsed->scheme()), parsed->host()};
 }
 
@@ -34,7 +41,9 @@ void ZOVKPopupViewController::decidePolicyForNavigationAction(const NavigationAc
   if (action.targetFrame == TargetFrame::kNone) webView_->load(action.url);
   const UrlParts parts = partsOf(action.url);
   if (!isPageScheme(parts.scheme)) return leaveForSystem(action.url, decide);
-  if (parts.host != platform_->device.appStoreHost()) return decideByPrefix(action.url, decide);
+  if (parts.host.empty() || parts.host != platform_->device.appStoreHost()) {
+    return decideByPrefix(action.url, decide);
+  }
   platform_->userInterface.openUrl(
       action.url, [self = shared_from_this(), url = action.url, decide](bool opened) {
         if (opened || self->tornDown_) return decide(NavigationPolicy::kCancel);
@@ -67,7 +76,8 @@ void ZOVKPopupViewController::decideByPrefix(const std::string& url,
 }
 
 void ZOVKPopupViewController::didStartProvisionalNavigation() {
-  constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::didStartProvisionalNavigation");
+  constexpr DebugLog debug =
+      controllerLog("ZOVKPopupViewController::didStartProvisionalNavigation");
   debug("Did start provisional navigation");
 }
 

@@ -112,8 +112,7 @@ class ZOVKPopupViewController : public ViewController,
   void commit(const boost::json::object& resultRecord);
   void leaveForSystem(const std::string& url, const NavigationDecision& decide);
   void decideByPrefix(const std::string& url, const NavigationDecision& decide);
-  void handleConditionAnswer(const PopupPointer& popup, bool success,
-                             const std::optional<std::string>& data);
+  void handleConditionAnswer(bool success, const std::optional<std::string>& data);
   void letGo();
 
   inline static bool needRefresh_ = false;

@@ -81,12 +81,38 @@ class EngineFixture : public ::testing::Test {
     addCacheFile(popup.getPopupFileName(), "page of " + scene);
     return popup;
   }
+  /// A web-page popup whose service is asked first, and to which the player's choice is reported.
+  static ZOVKPopupModel conditional(const std::string& scene, std::uint64_t sceneType = 1) {
+    ZOVKPopupModel popup = webPage(scene, sceneType);
+    popup.pop_freq = 3;
+    popup.check_url = "https://check.example/" + scene;
+    popup.report_url = "https://report.example/" + scene;
+    return popup;
+  }
   static PopupList listOf(std::vector<ZOVKPopupModel> popups) {
     PopupList list;
     for (ZOVKPopupModel& popup : popups) {
       list.push_back(std::make_shared<const ZOVKPopupModel>(std::move(popup)));
     }
     return list;
+  }
+
+  /// The web view on screen; null when there is none.
+  std::shared_ptr<MemoryWebView> page() { return memory_->userInterface.frontWebView(); }
+  /// The page on screen posts what the player chose; all that follows from it is run.
+  void choose(const std::string& action, const std::string& message = "") {
+    post(action, message);
+    settle();
+  }
+  /// The same, without running what it leaves on the main queue.
+  void post(const std::string& action, const std::string& message = "") {
+    const auto view = page();
+    ASSERT_NE(view, nullptr) << "no page is on screen";
+    view->postMessage("ZOVKPopup", boost::json::value(resultText(action, message)));
+  }
+  /// What a host is told of a choice, which is also what a page posts.
+  static std::string resultText(const std::string& action, const std::string& message = "") {
+    return R"({"action":")" + action + R"(","msg":")" + message + R"("})";
   }
 
   /// A callback that adds what it is told to `answers_`.

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <poll.h>
-
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -11,6 +9,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <poll.h>
 
 #include "engine/ZOVKPopup.h"
 #include "host/ZOVKPopupHost.h"

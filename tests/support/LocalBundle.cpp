@@ -69,13 +69,15 @@ void LocalBundle::write() const {
 }
 
 std::string answeringPage(const std::string& action, const std::string& message, bool atOnce) {
-  const std::string body = boost::json::serialize(
-      boost::json::value(boost::json::serialize(boost::json::object{{"action", action}, {"msg", message}})));
+  const std::string body = boost::json::serialize(boost::json::value(
+      boost::json::serialize(boost::json::object{{"action", action}, {"msg", message}})));
   return fmt::format(R"(<!doctype html><meta charset="utf-8"><title>{0}</title>
 <style>html,body{{margin:0;height:100%}}button{{position:fixed;inset:25%;font-size:2em}}</style>
 <button onclick="answer()">{0}</button>
 <script>
-function answer() {{ window.webkit.messageHandlers.ZOVKPopup.postMessage({1}); }}
+function answer() {{ window.webkit.messageHandlers.ZOVKPopup.postMessage({1});
+}
+}  // namespace zovk
 {2}
 </script>)",
                      action, body, atOnce ? "addEventListener('load', answer);" : "");

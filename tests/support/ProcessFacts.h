@@ -1,9 +1,9 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <cstddef>
 #include <vector>
+
+#include <sys/types.h>
 
 namespace zovk {
 

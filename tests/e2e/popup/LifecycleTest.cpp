@@ -1,9 +1,9 @@
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "support/HostFixture.h"
 #include "support/ProcessFacts.h"

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "SdlHandles.h"
+
+namespace lanterns {
+
+/// Dusk over the lake: sky, moon, hills and water, with ripples that move.
+class Backdrop {
+ public:
+  Backdrop(SDL_Renderer* renderer, int width, int height);
+
+  /// Height of the waterline, from the top.
+  int horizon() const { return horizon_; }
+  void draw(double seconds) const;
+
+ private:
+  void drawRipple(int index, double seconds) const;
+
+  SDL_Renderer* renderer_;
+  int width_;
+  int height_;
+  int horizon_;
+  TexturePointer picture_;
+  TexturePointer ripple_;
+};
+
+}  // namespace lanterns

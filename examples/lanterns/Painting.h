@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+
+#include "SdlHandles.h"
+
+namespace lanterns {
+
+/// Straight colour, each part from 0 to 1.
+struct Color {
+  float red = 0;
+  float green = 0;
+  float blue = 0;
+  float alpha = 1;
+};
+
+/// `0xRRGGBB` as a colour.
+Color rgb(unsigned hex, float alpha = 1);
+Color mix(const Color& from, const Color& to, float share);
+/// 0 below `from`, 1 above `to`, smooth between.
+float smooth(float from, float to, float value);
+
+/// Tells the colour at the middle of a pixel.
+using Painter = std::function<Color(float x, float y)>;
+
+/// A texture painted pixel by pixel, once.
+TexturePointer paint(SDL_Renderer* renderer, int width, int height, const Painter& painter);
+/// A filled rectangle with round corners.
+TexturePointer paintPill(SDL_Renderer* renderer, int width, int height, float radius,
+                         const Color& color);
+
+}  // namespace lanterns

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "MenuItem.h"
+#include "Options.h"
+
+namespace lanterns {
+
+/// Everything that this game does with the popup library. Main thread only.
+class Popups {
+ public:
+  /// Hears of every call and every answer as one line of text.
+  using Listener = std::function<void(const std::string& line)>;
+
+  /// `nativeWindow` is the game's X11 window, 0 when it has none.
+  Popups(const Options& options, std::uint64_t nativeWindow, Listener listener);
+  ~Popups();
+  Popups(const Popups&) = delete;
+  Popups& operator=(const Popups&) = delete;
+
+  /// Once a frame: this is where the answers come from.
+  void pump();
+  /// The ways to ask for a popup, for the game's buttons and keys.
+  std::vector<MenuItem> menu();
+
+ private:
+  void show(const std::string& scene, std::uint64_t sceneType);
+  void showPolicy();
+  /// Tells of a call and makes what hears its answer.
+  std::function<void(std::int32_t, const std::string&)> announce(const std::string& call);
+
+  Listener listener_;
+  int calls_ = 0;
+};
+
+}  // namespace lanterns

@@ -1,0 +1,64 @@
+"""The game as a program that is started, tells what happens in it, and ends."""
+import subprocess
+import threading
+
+from screen import DEADLINE, TourFailure
+
+
+class Game:
+    def __init__(self, command, log):
+        self.lines = []
+        self.changed = threading.Condition()
+        self.log = open(log, "w", encoding="utf-8")
+        self.process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=self.log,
+                                        text=True, encoding="utf-8")
+        self.reader = threading.Thread(target=self._read, daemon=True)
+        self.reader.start()
+
+    def _read(self):
+        for line in self.process.stdout:
+            line = line.rstrip("\n")
+            if not line.startswith("button "):
+                print(f"    {line}", flush=True)
+            with self.changed:
+                self.lines.append(line)
+                self.changed.notify_all()
+
+    def wait_line(self, start, after=0):
+        """The first line with that start among those after the first `after` ones."""
+        def found():
+            return next((line for line in self.lines[after:] if line.startswith(start)), None)
+        with self.changed:
+            if not self.changed.wait_for(lambda: found() or self.process.poll() is not None,
+                                         DEADLINE):
+                raise TourFailure(f"waited {DEADLINE:.0f} seconds in vain for \"{start}…\"")
+            if not found():
+                raise TourFailure(f"the game ended with {self.process.returncode}")
+            return found()
+
+    def said(self, start):
+        with self.changed:
+            return any(line.startswith(start) for line in self.lines)
+
+    def count(self):
+        with self.changed:
+            return len(self.lines)
+
+    def button(self, key):
+        return tuple(map(int, self.wait_line(f"button {key} at ").split()[-2:]))
+
+    def wait_end(self):
+        try:
+            status = self.process.wait(DEADLINE)
+        except subprocess.TimeoutExpired:
+            raise TourFailure("the game does not end") from None
+        self.reader.join()
+        if status != 0:
+            raise TourFailure(f"the game ended with {status}")
+        return self.lines[-1]
+
+    def close(self):
+        if self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
+        self.log.close()

@@ -1,0 +1,133 @@
+"""What a person has in front of the game: a screen to look at, a pointer and keys."""
+import ctypes
+import struct
+import subprocess
+import time
+
+DEADLINE = 20.0  # seconds for anything that is waited for
+LOOK_AGAIN = 0.05
+
+
+class TourFailure(Exception):
+    """The game did not do what the tour expected of it."""
+
+
+def wait_until(what, look):
+    """Looks again and again; returns the first result that is not None or False."""
+    end = time.monotonic() + DEADLINE
+    while time.monotonic() < end:
+        result = look()
+        if result is not None and result is not False:
+            return result
+        time.sleep(LOOK_AGAIN)
+    raise TourFailure(f"waited {DEADLINE:.0f} seconds in vain for {what}")
+
+
+class Picture:
+    """One look at the screen."""
+
+    def __init__(self, dump):
+        header = struct.unpack(">25I", dump[:100])
+        self.width, self.height, self.stride = header[4], header[5], header[12]
+        if header[11] != 32:
+            raise TourFailure("the screen has other than 32 bits a pixel")
+        self.pixels = dump[header[0] + 12 * header[19]:]
+
+    def find(self, colour, run):
+        """The box (left, top, right, bottom) of the highest surface that has at least `run`
+        pixels of a colour beside each other in each of its rows."""
+        pattern = bytes((colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF))
+        # The fourth byte means nothing, and servers fill it with the one or the other.
+        rows = (self._rows((pattern + b"\0") * run, run) or
+                self._rows((pattern + b"\xff") * run, run))
+        surfaces = []
+        for row in rows:
+            if not surfaces or row[0] != surfaces[-1][-1][0] + 1:
+                surfaces.append([])
+            surfaces[-1].append(row)
+        if not surfaces:
+            return None
+        highest = max(surfaces, key=len)
+        return (min(row[1] for row in highest), highest[0][0],
+                max(row[2] for row in highest), highest[-1][0] + 1)
+
+    def _rows(self, needle, run):
+        """Of every row that has it: where it is, and the pixels from the first to the last."""
+        rows = []
+        for y in range(self.height):
+            row = self.pixels[y * self.stride:y * self.stride + self.width * 4]
+            at = row.find(needle)
+            if at >= 0:
+                rows.append((y, at // 4, row.rfind(needle) // 4 + run))
+        return rows
+
+
+class Screen:
+    def __init__(self, width, height):
+        self.width, self.height = width, height
+
+    def look(self):
+        """What is on the screen; None when a window went while it was looked at."""
+        dump = subprocess.run(["xwd", "-root", "-silent"], check=False, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL)
+        return Picture(dump.stdout) if dump.returncode == 0 else None
+
+    def find(self, colour, run):
+        picture = self.look()
+        return picture and picture.find(colour, run)
+
+    def wait_for(self, what, colour, run=80):
+        """Waits for a surface of a colour that stays where it is for two looks; its box."""
+        seen = [None]
+
+        def resting():
+            before, seen[0] = seen[0], self.find(colour, run)
+            return seen[0] if seen[0] == before else None
+        return wait_until(what, resting)
+
+    def point(self, x, y):
+        self._xdotool("mousemove", str(int(x)), str(int(y)))
+
+    def click(self, x, y):
+        self._xdotool("mousemove", str(int(x)), str(int(y)), "click", "1")
+        # Out of the way, so that nothing looks different because the pointer is over it.
+        self.point(self.width / 2, 3)
+
+    def click_box(self, box):
+        self.click((box[0] + box[2]) / 2, (box[1] + box[3]) / 2)
+
+    def key(self, name):
+        self._xdotool("key", name)
+
+    def wait_active(self, title):
+        """Waits until the window of that title has the keyboard."""
+        def is_active():
+            named = subprocess.run(["xdotool", "getactivewindow", "getwindowname"],
+                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False)
+            return named.stdout.decode().strip() == title
+        wait_until(f"the keyboard to be with {title}", is_active)
+
+    def save(self, path):
+        subprocess.run(["import", "-window", "root", str(path)], check=True)
+
+    def _xdotool(self, *words):
+        subprocess.run(["xdotool", *words], check=True)
+
+
+class Compositor:
+    """Blends windows, as a desktop does, so that the game shines through a popup."""
+
+    def __enter__(self):
+        self.process = subprocess.Popen(["xcompmgr"], stderr=subprocess.DEVNULL)
+        x11 = ctypes.CDLL("libX11.so.6")
+        x11.XOpenDisplay.restype = ctypes.c_void_p
+        x11.XInternAtom.restype = x11.XGetSelectionOwner.restype = ctypes.c_ulong
+        display = ctypes.c_void_p(x11.XOpenDisplay(None))
+        atom = ctypes.c_ulong(x11.XInternAtom(display, b"_NET_WM_CM_S0", 0))
+        wait_until("the compositor", lambda: x11.XGetSelectionOwner(display, atom) != 0)
+        x11.XCloseDisplay(display)
+        return self
+
+    def __exit__(self, *_):
+        self.process.terminate()
+        self.process.wait()

@@ -1,0 +1,39 @@
+#include "platform/linux/CurlUrlSession.h"
+
+#include <utility>
+
+#include "platform/linux/CurlTask.h"
+#include "platform/linux/CurlWorker.h"
+#include "platform/linux/ResponseSink.h"
+
+namespace zovk {
+
+CurlUrlSession::CurlUrlSession() : worker_(std::make_shared<CurlWorker>()) {}
+
+CurlUrlSession::~CurlUrlSession() {
+  shutDown();
+}
+
+std::shared_ptr<UrlTask> CurlUrlSession::dataTask(
+    UrlRequest request, std::function<void(const DataResult&)> completion) {
+  auto job = std::make_unique<CurlJob>();
+  job->kind = CurlJob::Kind::kData;
+  job->request = std::move(request);
+  job->sink = std::make_unique<DataSink>(std::move(completion));
+  return std::make_shared<CurlTask>(worker_, std::move(job));
+}
+
+std::shared_ptr<UrlTask> CurlUrlSession::downloadTask(
+    std::string url, std::function<void(const DownloadResult&)> completion) {
+  auto job = std::make_unique<CurlJob>();
+  job->kind = CurlJob::Kind::kDownload;
+  job->request.url = std::move(url);
+  job->sink = std::make_unique<DownloadSink>(std::move(completion));
+  return std::make_shared<CurlTask>(worker_, std::move(job));
+}
+
+void CurlUrlSession::shutDown() {
+  worker_->shutDown();
+}
+
+}  // namespace zovk

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <atomic>
+#include <deque>
+#include <list>
+#include <memory>
+#include <thread>
+#include <utility>
+
+#include "platform/linux/CurlHandles.h"
+#include "platform/linux/CurlTask.h"
+#include "platform/linux/CurlTransfer.h"
+#include "platform/linux/TemporaryDirectory.h"
+#include "platform/linux/UniqueFd.h"
+#include "support/ThreadSafety.h"
+
+namespace zovk {
+
+/// Runs the transfers of a session on one thread, which starts with the first of them, and calls
+/// the completions there. `start` and `wakeUp` may be called from any thread. Requests for data
+/// are sent at once; downloads take turns, a few at a time.
+class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
+ public:
+  /// Throws std::system_error when the process has no descriptors left.
+  CurlWorker();
+
+  void start(std::unique_ptr<CurlJob> job);
+  /// Has the thread look for jobs that were added or cancelled.
+  void wakeUp();
+  /// Ends the thread, waiting for a completion that runs. Transfers that have not ended are
+  /// dropped without calling back. Repeatable; one caller at a time.
+  void shutDown();
+
+ private:
+  using Jobs = std::deque<std::unique_ptr<CurlJob>>;
+  struct Running {
+    explicit Running(std::unique_ptr<CurlJob> begun)
+        : job(std::move(begun)), transfer(job->request, *job->sink) {}
+    std::unique_ptr<CurlJob> job;
+    CurlTransfer transfer;
+  };
+
+  /// What belongs to the thread alone.
+  struct State {
+    CurlMulti multi;
+    TemporaryDirectory directory;
+    Jobs waiting;
+    std::list<Running> running;
+  };
+
+  void run();
+  void acceptJobs(State& state);
+  void beginWaiting(State& state);
+  static bool mayBegin(const State& state, const CurlJob& job);
+  static void begin(State& state, std::unique_ptr<CurlJob> job);
+  void finishCancelled(State& state);
+  void finishStalled(State& state);
+  bool finishEnded(State& state);
+  static void finish(State& state, std::list<Running>::iterator running, CURLcode code);
+  void wait(State& state);
+  static int millisecondsToWait(State& state);
+
+  UniqueFd signal_;
+  std::atomic<bool> stopping_{false};
+  Mutex mutex_;
+  Jobs added_ ZOVK_GUARDED_BY(mutex_);
+  std::thread thread_ ZOVK_GUARDED_BY(mutex_);
+};
+
+}  // namespace zovk

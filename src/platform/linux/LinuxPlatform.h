@@ -1,0 +1,50 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/HostedPlatform.h"
+#include "platform/linux/CurlUrlSession.h"
+#include "platform/linux/LinuxBundles.h"
+#include "platform/linux/LinuxDevice.h"
+#include "platform/linux/LinuxMainQueue.h"
+#include "platform/linux/LinuxTimers.h"
+#include "platform/linux/PosixFileSystem.h"
+#include "platform/linux/SqliteSettings.h"
+#include "platform/linux/StandardErrorLog.h"
+#include "platform/linux/SystemClock.h"
+#include "platform/linux/WebHostUserInterface.h"
+
+namespace zovk {
+
+/// The platform on Linux. The thread that makes it is the main thread. Making one throws
+/// std::system_error when the process has no descriptors left.
+class LinuxPlatform : public HostedPlatform {
+ public:
+  explicit LinuxPlatform(const PlatformSettings& settings);
+  ~LinuxPlatform() override;
+
+  Platform& interfaces() override { return interfaces_; }
+  void pump(std::chrono::microseconds budget) override { queue_.pump(budget); }
+  int pollDescriptor() const override { return shutDown_ ? -1 : queue_.pollDescriptor(); }
+  void gameWindowDidBecomeKey() override { userInterface_.gameWindowDidBecomeKey(); }
+  void shutDown() override;
+
+  /// The log for those who may write to it after the platform is gone.
+  std::shared_ptr<PlatformLog> sharedLog() const { return log_; }
+
+ private:
+  const std::shared_ptr<StandardErrorLog> log_;
+  LinuxMainQueue queue_;
+  LinuxTimers timers_{queue_};
+  SystemClock clock_;
+  PosixFileSystem files_;
+  LinuxBundles bundles_;
+  LinuxDevice device_;
+  SqliteSettings settings_;
+  CurlUrlSession urlSession_;
+  WebHostUserInterface userInterface_;
+  Platform interfaces_;
+  bool shutDown_ = false;
+};
+
+}  // namespace zovk

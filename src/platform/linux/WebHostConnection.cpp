@@ -1,0 +1,69 @@
+#include "platform/linux/WebHostConnection.h"
+
+#include <array>
+#include <cerrno>
+#include <utility>
+
+#include <sys/socket.h>
+
+namespace zovk {
+namespace {
+
+constexpr std::size_t kReadLength = 65536;
+// A flood of events must not take the whole frame from the game; the rest comes next time.
+constexpr std::size_t kReadsAtOnce = 16;
+
+}  // namespace
+
+WebHostConnection::WebHostConnection(UniqueFd socket, std::size_t maximumPendingBytes)
+    : socket_(std::move(socket)), maximumPendingBytes_(maximumPendingBytes) {}
+
+bool WebHostConnection::send(const WebHostMessage& message) {
+  std::optional<std::string> frame = encodeFrame(message);
+  if (!frame) return false;
+  if (!isPending()) frame->erase(0, write(frame->data(), frame->size()));
+  keep(std::move(*frame));
+  return true;
+}
+
+void WebHostConnection::flush() {
+  sent_ += write(pending_.data() + sent_, pending_.size() - sent_);
+  if (isPending()) return;
+  pending_ = {};
+  sent_ = 0;
+}
+
+bool WebHostConnection::fill() {
+  std::array<char, kReadLength> bytes{};
+  for (std::size_t reads = 0; reads < kReadsAtOnce; ++reads) {
+    const ssize_t length = ::recv(socket_.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
+    if (length < 0 && errno == EINTR) continue;
+    if (length < 0) return errno == EAGAIN || errno == EWOULDBLOCK;
+    if (length == 0) return false;
+    decoder_.feed({bytes.data(), static_cast<std::size_t>(length)});
+    if (static_cast<std::size_t>(length) < bytes.size()) break;
+  }
+  return true;
+}
+
+std::size_t WebHostConnection::write(const char* bytes, std::size_t length) {
+  ssize_t written = 0;
+  do {
+    written = ::send(socket_.get(), bytes, length, MSG_DONTWAIT | MSG_NOSIGNAL);
+  } while (written < 0 && errno == EINTR);
+  // A closed socket is noticed where it is read, after what the helper said last.
+  return written < 0 ? 0 : static_cast<std::size_t>(written);
+}
+
+void WebHostConnection::keep(std::string bytes) {
+  if (bytes.empty() || !error_.empty()) return;
+  if (sent_ >= pending_.size() / 2) pending_.erase(0, std::exchange(sent_, 0));
+  pending_ += bytes;
+  if (pending_.size() - sent_ <= maximumPendingBytes_) return;
+  error_ = "too many commands wait";
+  pending_ = {};
+  sent_ = 0;
+  ::shutdown(socket_.get(), SHUT_RDWR);
+}
+
+}  // namespace zovk

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "platform/linux/UniqueFd.h"
+#include "webprotocol/FrameCodec.h"
+
+namespace zovk {
+
+/// The game's end of the socket: messages in and out, never waiting. Main thread only.
+class WebHostConnection {
+ public:
+  WebHostConnection(UniqueFd socket, std::size_t maximumPendingBytes);
+
+  int descriptor() const { return socket_.get(); }
+  /// False when the message is too long for a frame. What the socket does not take now waits; when
+  /// too much waits, the stream ends.
+  bool send(const WebHostMessage& message);
+  /// Whether something waits for the socket to become writable.
+  bool isPending() const { return sent_ < pending_.size(); }
+  void flush();
+
+  /// Takes in what has come, for a short while. False at the end of the stream.
+  bool fill();
+  /// The next whole message of what was taken in.
+  std::optional<WebHostMessage> next() { return decoder_.next(); }
+  /// What ended the stream; empty when the other end just closed it.
+  std::string error() const { return error_.empty() ? decoder_.error() : error_; }
+  bool failed() const { return decoder_.failed(); }
+
+ private:
+  // The number of bytes that went out; 0 when the socket is full or closed.
+  std::size_t write(const char* bytes, std::size_t length);
+  void keep(std::string bytes);
+
+  UniqueFd socket_;
+  const std::size_t maximumPendingBytes_;
+  FrameDecoder decoder_;
+  std::string pending_;
+  std::size_t sent_ = 0;
+  std::string error_;
+};
+
+}  // namespace zovk

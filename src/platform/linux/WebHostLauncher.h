@@ -1,0 +1,40 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "platform/HostedPlatform.h"
+#include "platform/linux/UniqueFd.h"
+#include "platform/linux/WebHostProcess.h"
+
+namespace zovk {
+
+/// How the helper program is started, and how long it is waited for.
+struct WebHostLauncher {
+  struct Started {
+    UniqueFd socket;                        ///< The game's end; none when the start failed.
+    std::optional<WebHostProcess> process;  ///< Absent when the other end is no process.
+    std::string error;                      ///< Why the start failed.
+  };
+  /// Returns at once, without waiting for the helper.
+  std::function<Started()> start;
+  /// A helper that is not ready by then counts as dead.
+  std::chrono::milliseconds readyTimeout = std::chrono::seconds(20);
+  /// So long may the helper take to end by itself at shutdown.
+  std::chrono::milliseconds endTimeout = std::chrono::seconds(1);
+  /// What may wait for a helper that does not read.
+  std::size_t maximumPendingBytes = std::size_t{256} * 1024 * 1024;
+};
+
+/// Starts the helper program of the settings, or the one that was installed with the library.
+WebHostLauncher webHostProcessLauncher(const PlatformSettings& settings);
+
+/// The helper that belongs to the file of this library or program: the first
+/// `libexec/zovkpopup/zovkpopup-webhost` in its directory or in one of the next few above. Empty
+/// when there is none.
+std::string installedWebHostPath();
+
+}  // namespace zovk

@@ -1,0 +1,133 @@
+#include "platform/linux/WebHostLink.h"
+
+#include <utility>
+
+#include <sys/epoll.h>
+#include <sys/socket.h>
+#include <sys/timerfd.h>
+
+namespace zovk {
+namespace {
+
+UniqueFd timerOf(std::chrono::milliseconds timeout) {
+  UniqueFd timer(::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK));
+  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(timeout);
+  itimerspec when{};
+  when.it_value.tv_sec = seconds.count();
+  when.it_value.tv_nsec = std::chrono::nanoseconds(timeout - seconds).count();
+  ::timerfd_settime(timer.get(), 0, &when, nullptr);
+  return timer;
+}
+
+UniqueFd writabilityOf(int socket) {
+  UniqueFd writable(::epoll_create1(EPOLL_CLOEXEC));
+  epoll_event event{};
+  event.events = EPOLLOUT;
+  ::epoll_ctl(writable.get(), EPOLL_CTL_ADD, socket, &event);
+  return writable;
+}
+
+}  // namespace
+
+std::shared_ptr<WebHostLink> WebHostLink::open(LinuxMainQueue& queue,
+                                               const WebHostLauncher& launcher,
+                                               WebHostLauncher::Started started, Events events) {
+  auto link = std::make_shared<WebHostLink>(queue, launcher, std::move(started), std::move(events));
+  link->watch(link, launcher.readyTimeout);
+  return link;
+}
+
+WebHostLink::WebHostLink(LinuxMainQueue& queue, const WebHostLauncher& launcher,
+                         WebHostLauncher::Started started, Events events)
+    : queue_(queue),
+      connection_(std::move(started.socket), launcher.maximumPendingBytes),
+      process_(std::move(started.process)),
+      events_(std::move(events)) {}
+
+WebHostLink::~WebHostLink() = default;
+
+void WebHostLink::watch(const std::shared_ptr<WebHostLink>& self,
+                        std::chrono::milliseconds timeout) {
+  const std::weak_ptr<WebHostLink> weak = self;
+  queue_.addSource(connection_.descriptor(), [weak] {
+    if (const auto link = weak.lock()) link->read();
+  });
+  if (process_) {
+    queue_.addSource(process_->descriptor(), [weak] {
+      if (const auto link = weak.lock()) link->processEnded();
+    });
+  }
+  timeout_ = timerOf(timeout);
+  queue_.addSource(timeout_.get(), [weak] {
+    if (const auto link = weak.lock()) link->lose("it did not become ready in time");
+  });
+}
+
+bool WebHostLink::send(const WebHostMessage& message) {
+  if (closed_) return true;
+  if (!connection_.send(message)) return false;
+  if (connection_.isPending() && !writable_) {
+    writable_ = writabilityOf(connection_.descriptor());
+    queue_.addSource(writable_.get(), [this] { flush(); });
+  }
+  return true;
+}
+
+void WebHostLink::flush() {
+  connection_.flush();
+  if (connection_.isPending()) return;
+  queue_.removeSource(writable_.get());
+  writable_.reset();
+}
+
+void WebHostLink::stopTimeout() {
+  if (!timeout_) return;
+  queue_.removeSource(timeout_.get());
+  timeout_.reset();
+}
+
+void WebHostLink::read() {
+  const bool open = connection_.fill();
+  while (!closed_) {
+    const std::optional<WebHostMessage> message = connection_.next();
+    if (!message) break;
+    events_.message(*message);
+  }
+  if (connection_.failed() || !open) lose(connection_.error());
+}
+
+void WebHostLink::processEnded() {
+  read();  // what it said last
+  lose({});
+}
+
+void WebHostLink::lose(const std::string& reason) {
+  if (closed_) return;
+  const auto lost = events_.lost;
+  const std::string said = reason.empty() ? endOfProcess() : reason;
+  close();
+  lost(said);
+}
+
+std::string WebHostLink::endOfProcess() {
+  const auto end = process_ ? process_->reap() : std::nullopt;
+  if (!end) return "it closed its connection";
+  queue_.removeSource(process_->descriptor());
+  process_.reset();
+  return "it " + *end;
+}
+
+void WebHostLink::close() {
+  if (std::exchange(closed_, true)) return;
+  if (process_) queue_.removeSource(process_->descriptor());
+  if (writable_) queue_.removeSource(writable_.get());
+  stopTimeout();
+  queue_.removeSource(connection_.descriptor());
+  ::shutdown(connection_.descriptor(), SHUT_RDWR);
+}
+
+std::optional<WebHostProcess> WebHostLink::takeProcess() {
+  return std::exchange(process_, std::nullopt);
+}
+
+}  // namespace zovk

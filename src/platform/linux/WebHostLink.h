@@ -1,0 +1,60 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/linux/LinuxMainQueue.h"
+#include "platform/linux/WebHostConnection.h"
+#include "platform/linux/WebHostLauncher.h"
+
+namespace zovk {
+
+/// One running helper: its process, its socket and the time it has to become ready. Main thread
+/// only; both callbacks come from the pump. Dropping it closes the socket; the process is to be
+/// taken out before.
+class WebHostLink {
+ public:
+  struct Events {
+    std::function<void(const WebHostMessage& message)> message;
+    /// The helper is of no use any more. Said once, as the last thing.
+    std::function<void(const std::string& reason)> lost;
+  };
+
+  static std::shared_ptr<WebHostLink> open(LinuxMainQueue& queue, const WebHostLauncher& launcher,
+                                           WebHostLauncher::Started started, Events events);
+  WebHostLink(LinuxMainQueue& queue, const WebHostLauncher& launcher,
+              WebHostLauncher::Started started, Events events);
+  ~WebHostLink();
+  WebHostLink(const WebHostLink&) = delete;
+  WebHostLink& operator=(const WebHostLink&) = delete;
+
+  /// False when the message is too long.
+  bool send(const WebHostMessage& message);
+  /// The helper is ready: its time is not measured any longer.
+  void stopTimeout();
+  /// Closes the socket for both sides, even where a copy of it is open; nothing is said any more.
+  void close();
+  pid_t pid() const { return process_ ? process_->pid() : 0; }
+  std::optional<WebHostProcess> takeProcess();
+
+ private:
+  void watch(const std::shared_ptr<WebHostLink>& self, std::chrono::milliseconds timeout);
+  void read();
+  void flush();
+  void processEnded();
+  void lose(const std::string& reason);
+  std::string endOfProcess();
+
+  LinuxMainQueue& queue_;
+  WebHostConnection connection_;
+  std::optional<WebHostProcess> process_;
+  UniqueFd timeout_;
+  UniqueFd writable_;  // readable when the socket can be written to
+  Events events_;
+  bool closed_ = false;
+};
+
+}  // namespace zovk

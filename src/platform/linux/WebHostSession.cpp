@@ -1,0 +1,177 @@
+#include "platform/linux/WebHostSession.h"
+
+#include <system_error>
+#include <utility>
+
+#include <unistd.h>
+
+#include "logging/ZPLogger.h"
+#include "platform/linux/WebHostEvents.h"
+#include "platform/linux/WebHostWindow.h"
+
+namespace zovk {
+
+WebHostSession::WebHostSession(LinuxMainQueue& queue, LinuxDevice& device, WebHostLauncher launcher,
+                               WebHostMessage hello)
+    : queue_(&queue),
+      device_(device),
+      process_(::getpid()),
+      launcher_(std::move(launcher)),
+      hello_(std::move(hello)),
+      reaper_(queue) {}
+
+bool WebHostSession::isForeignProcess() const {
+  return ::getpid() != process_;
+}
+
+bool WebHostSession::isEmpty() const {
+  return objects_.isEmpty() && journal_.isEmpty() && replies_.isEmpty();
+}
+
+void WebHostSession::start() {
+  if (failure_.empty() || isShutDown() || isForeignProcess()) return;
+  launch();
+}
+
+void WebHostSession::launch() {
+  failure_.clear();
+  const int number = ++helperNumber_;
+  std::string error;
+  try {
+    WebHostLauncher::Started started = launcher_.start();
+    error = started.error;
+    if (started.socket) {
+      link_ = WebHostLink::open(*queue_, launcher_, std::move(started), linkEvents());
+    }
+  } catch (const std::system_error& exhausted) {
+    error = exhausted.what();
+  }
+  if (!link_) {
+    return later([this, number, error] {
+      if (number == helperNumber_) helperIsLost(error);
+    });
+  }
+  send(hello_);
+  for (const WebHostMessage& command : journal_.commands()) send(command);
+}
+
+WebHostLink::Events WebHostSession::linkEvents() {
+  const auto weak = weak_from_this();
+  return {.message =
+              [weak](const WebHostMessage& message) {
+                if (const auto session = weak.lock()) deliverWebHostEvent(*session, message);
+              },
+          .lost =
+              [weak](const std::string& reason) {
+                if (const auto session = weak.lock()) session->helperIsLost(reason);
+              }};
+}
+
+void WebHostSession::send(const WebHostMessage& command) {
+  if (!link_ || isForeignProcess()) return;
+  if (!link_->send(command)) logError("Web host command too long: %@", command.at("type"));
+}
+
+void WebHostSession::command(WebHostId object, WebHostAspect aspect, WebHostMessage command) {
+  if (isShutDown()) return;
+  send(command);
+  journal_.remember(object, aspect, std::move(command));
+}
+
+void WebHostSession::request(WebHostMessage command, std::string event, WebHostId about,
+                             WebHostReplies::Reply reply) {
+  if (isForeignProcess()) return;
+  const WebHostId id = newId();
+  command["id"] = id;
+  if (!link_ || !link_->send(command)) return later([reply] { reply(nullptr); });
+  replies_.expect(id, std::move(event), about, std::move(reply));
+}
+
+void WebHostSession::forget(WebHostId object) {
+  journal_.forget(object);
+  for (auto& reply : replies_.takeAbout(object)) later([reply] { reply(nullptr); });
+}
+
+void WebHostSession::windowClosed(WebHostId window) {
+  forget(window);
+  objects_.windows.erase(window);
+  std::erase(objects_.shownWindows, window);
+  if (objects_.keyWindow == window) objects_.keyWindow = 0;
+  if (isReady_) mayStartAgain_ = true;
+}
+
+void WebHostSession::sizeKnown(const Size& size) {
+  if (!isShutDown() && size.width > 0 && size.height > 0) device_.setWindowSize(size);
+}
+
+void WebHostSession::later(Task task) {
+  if (isShutDown() || isForeignProcess()) return;
+  queue_->async([weak = weak_from_this(), task = std::move(task)] {
+    const auto session = weak.lock();
+    if (session && !session->isShutDown()) task();
+  });
+}
+
+WebHostReplies::Reply WebHostSession::takeReply(WebHostId id, std::string_view event) {
+  return replies_.take(id, event);
+}
+
+void WebHostSession::helperIsReady() {
+  isReady_ = true;
+  link_->stopTimeout();
+}
+
+void WebHostSession::helperIsLost(const std::string& reason) {
+  const auto keepAlive = shared_from_this();
+  dropLink();
+  const bool again = std::exchange(mayStartAgain_, false);
+  logError("Web host lost (%s), %s", reason, again ? "starting it again" : "giving up");
+  // A new helper is on its way before anybody is told, so that what they do now reaches it.
+  const auto replies = replies_.takeAll();
+  if (again) {
+    launch();
+  } else {
+    failure_ = "The web host cannot be used: " + reason;
+  }
+  for (const auto& reply : replies) {
+    if (!isShutDown()) reply(nullptr);
+  }
+  if (!again) tellWindows();
+}
+
+void WebHostSession::dropLink() {
+  isReady_ = false;
+  objects_.keyWindow = 0;
+  for (auto& [id, outlet] : objects_.outlets) outlet = {outlet.name, 0, {}};
+  if (!link_) return;
+  link_->close();
+  if (auto process = link_->takeProcess()) {
+    process->kill();
+    reaper_.add(std::move(*process));
+  }
+  link_.reset();
+}
+
+void WebHostSession::tellWindows() {
+  const std::string reason = failure_;
+  const auto windows = objects_.windows;
+  for (const auto& [id, weak] : windows) {
+    const auto window = weak.lock();
+    // Someone may have had it started again meanwhile.
+    if (window && !isShutDown() && !failure_.empty()) window->fail(reason);
+  }
+}
+
+void WebHostSession::shutDown() {
+  if (isShutDown() || isForeignProcess()) return;
+  if (link_) {
+    link_->close();
+    if (auto process = link_->takeProcess()) reaper_.add(std::move(*process));
+    link_.reset();
+  }
+  reaper_.finish(launcher_.endTimeout);
+  replies_.takeAll();
+  queue_ = nullptr;
+}
+
+}  // namespace zovk

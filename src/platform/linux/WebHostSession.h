@@ -1,0 +1,95 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <sys/types.h>
+
+#include "platform/linux/LinuxDevice.h"
+#include "platform/linux/LinuxMainQueue.h"
+#include "platform/linux/WebHostJournal.h"
+#include "platform/linux/WebHostLauncher.h"
+#include "platform/linux/WebHostLink.h"
+#include "platform/linux/WebHostObjects.h"
+#include "platform/linux/WebHostReaper.h"
+#include "platform/linux/WebHostReplies.h"
+
+namespace zovk {
+
+/// What all handles share: the helper, however often it had to be started, and what it was told.
+/// Main thread only. Commands to a helper that is gone are remembered and go to the next one. In a
+/// process that was forked off the game it does nothing.
+///
+/// A helper that is lost is started again once, and gets what is on screen anew; when that one is
+/// lost too, every window's root controller is told. The second chance comes back when a window
+/// closes over a helper that is well. After a failure the next window tries once more.
+class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
+ public:
+  using Task = std::function<void()>;
+
+  WebHostSession(LinuxMainQueue& queue, LinuxDevice& device, WebHostLauncher launcher,
+                 WebHostMessage hello);
+
+  /// Starts a helper unless one is running or coming.
+  void start();
+  /// Ends the helper. Nothing has an effect or is called back afterwards.
+  void shutDown();
+  bool isShutDown() const { return queue_ == nullptr; }
+
+  WebHostId newId() { return ++lastId_; }
+  void send(const WebHostMessage& command);
+  /// Sends it, and remembers it for a helper to come.
+  void command(WebHostId object, WebHostAspect aspect, WebHostMessage command);
+  /// Sends `command` with a new number, by which the helper answers with `event`.
+  void request(WebHostMessage command, std::string event, WebHostId about,
+               WebHostReplies::Reply reply);
+  /// The object is gone: it is not made again, and who waits for it is told so from the pump.
+  void forget(WebHostId object);
+  void windowClosed(WebHostId window);
+  /// How large the popup is, or is about to be; an empty size tells nothing.
+  void sizeKnown(const Size& size);
+  /// Runs `task` from the pump, unless all is shut down by then.
+  void later(Task task);
+
+  void helperIsReady();
+  /// The helper is of no use any more. Only from the pump.
+  void helperIsLost(const std::string& reason);
+  /// Tells helpers apart: what one asked must not be answered to the next.
+  int helperNumber() const { return helperNumber_; }
+  pid_t helperProcessId() const { return link_ ? link_->pid() : 0; }
+  /// Why there is no helper and none is coming; empty otherwise.
+  const std::string& failure() const { return failure_; }
+
+  WebHostObjects& objects() { return objects_; }
+  WebHostJournal& journal() { return journal_; }
+  /// Who waits for that answer; null when nobody does.
+  WebHostReplies::Reply takeReply(WebHostId id, std::string_view event);
+  /// Whether nothing is left of any handle.
+  bool isEmpty() const;
+
+ private:
+  bool isForeignProcess() const;
+  void launch();
+  WebHostLink::Events linkEvents();
+  void dropLink();
+  void tellWindows();
+
+  LinuxMainQueue* queue_;  // null once shut down
+  LinuxDevice& device_;    // not to be used then
+  const pid_t process_;
+  const WebHostLauncher launcher_;
+  const WebHostMessage hello_;
+  WebHostReaper reaper_;
+  WebHostObjects objects_;
+  WebHostJournal journal_;
+  WebHostReplies replies_;
+  std::shared_ptr<WebHostLink> link_;
+  std::string failure_ = "not started";
+  bool mayStartAgain_ = true;
+  bool isReady_ = false;
+  int helperNumber_ = 0;
+  WebHostId lastId_ = 0;
+};
+
+}  // namespace zovk

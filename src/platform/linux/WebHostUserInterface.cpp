@@ -1,0 +1,145 @@
+#include "platform/linux/WebHostUserInterface.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/linux/Container.h"
+#include "platform/linux/WebHostLayout.h"
+#include "platform/linux/WebHostWebView.h"
+#include "platform/linux/WebHostWindow.h"
+
+namespace zovk {
+namespace {
+
+#ifdef NDEBUG
+constexpr bool kDeveloperTools = false;
+#else
+constexpr bool kDeveloperTools = true;
+#endif
+
+WebHostMessage helloOf(const PlatformSettings& settings, const LinuxDevice& device) {
+  return {{"type", "hello"},
+          {"version", kWebHostProtocolVersion},
+          {"application", applicationId(settings)},
+          {"dataDirectory", device.homeDirectory()},
+          {"nativeWindow", settings.nativeWindow},
+          {"developerTools", kDeveloperTools}};
+}
+
+/// The scheme of an address, in lower case; empty when it has none.
+std::string schemeOf(const std::string& url) {
+  const std::size_t end = url.find(':');
+  if (end == std::string::npos) return {};
+  std::string scheme = url.substr(0, end);
+  std::transform(scheme.begin(), scheme.end(), scheme.begin(), [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  });
+  return scheme;
+}
+
+/// Hears whether the answering event has a true `member`.
+WebHostReplies::Reply replyWith(const char* member, std::function<void(bool)> completion) {
+  return [member, completion = std::move(completion)](const WebHostMessage* answer) {
+    if (completion) completion(answer != nullptr && answer->at(member).as_bool());
+  };
+}
+
+}  // namespace
+
+WebHostUserInterface::WebHostUserInterface(const PlatformSettings& settings, LinuxMainQueue& queue,
+                                           LinuxDevice& device)
+    : WebHostUserInterface(settings, queue, device, webHostProcessLauncher(settings)) {}
+
+WebHostUserInterface::WebHostUserInterface(const PlatformSettings& settings, LinuxMainQueue& queue,
+                                           LinuxDevice& device, WebHostLauncher launcher)
+    : session_(std::make_shared<WebHostSession>(queue, device, std::move(launcher),
+                                                helloOf(settings, device))) {
+  session_->start();
+}
+
+WebHostUserInterface::~WebHostUserInterface() {
+  shutDown();
+}
+
+void WebHostUserInterface::gameWindowDidBecomeKey() {
+  session_->objects().keyWindow = 0;
+}
+
+void WebHostUserInterface::shutDown() {
+  session_->shutDown();
+}
+
+Rect WebHostUserInterface::mainScreenBounds() const {
+  return session_->objects().screen;
+}
+
+std::shared_ptr<Window> WebHostUserInterface::makeWindow(const Rect& frame) {
+  session_->start();
+  const bool fullScreen = frame.width <= 0 || frame.height <= 0;
+  const Rect place = fullScreen ? mainScreenBounds() : frame;
+  session_->sizeKnown({place.width, place.height});
+  return WebHostWindow::make(session_, frame, {place.width, place.height});
+}
+
+std::shared_ptr<Layout> WebHostUserInterface::loadLayout(const std::string& bundlePath,
+                                                         const std::string& name,
+                                                         std::weak_ptr<LayoutOwner> owner) {
+  return std::make_shared<WebHostLayout>(session_, bundlePath, name, std::move(owner));
+}
+
+std::shared_ptr<WebView> WebHostUserInterface::makeWebView(
+    const WebViewConfiguration& configuration) {
+  return WebHostWebView::make(session_, configuration);
+}
+
+bool WebHostUserInterface::canOpenUrl(const std::string& url) const {
+  return session_->objects().schemes.contains(schemeOf(url));
+}
+
+void WebHostUserInterface::openUrl(const std::string& url,
+                                   std::function<void(bool opened)> completion) {
+  session_->request({{"type", "url.open"}, {"url", url}}, "url.opened", 0,
+                    replyWith("opened", std::move(completion)));
+}
+
+void WebHostUserInterface::snapshot(const Window* window, const std::string& path,
+                                    Completion completion) {
+  const auto* given = dynamic_cast<const WebHostWindow*>(window);
+  const WebHostId id = given == nullptr ? session_->objects().frontWindow() : given->id();
+  auto reply = replyWith("done", std::move(completion));
+  if (id == 0) return session_->later([reply] { reply(nullptr); });
+  session_->request({{"type", "snapshot"}, {"window", id}, {"path", path}}, "snapshot.done", id,
+                    std::move(reply));
+}
+
+void WebHostUserInterface::sync(Completion completion) {
+  const WebHostId id = session_->objects().frontWindow();
+  const WebHostReplies::Reply reply = [completion =
+                                           std::move(completion)](const WebHostMessage* answer) {
+    if (completion) completion(answer != nullptr);
+  };
+  if (id == 0) return session_->later([reply] { reply(nullptr); });
+  session_->request({{"type", "sync"}, {"window", id}}, "synced", id, reply);
+}
+
+std::optional<WebHostInspector::ViewFrame> WebHostUserInterface::viewFrame(
+    const std::string& outlet) const {
+  const WebHostId window = session_->objects().frontWindow();
+  std::optional<ViewFrame> youngest;
+  for (const auto& [id, bound] : session_->objects().outlets) {
+    if (window != 0 && bound.window == window && bound.name == outlet) youngest = bound.frame;
+  }
+  return youngest;
+}
+
+void WebHostUserInterface::terminateWebProcess() {
+  const auto& views = session_->objects().webViews;
+  if (views.empty()) return;
+  session_->send({{"type", "web.terminate"}, {"view", views.rbegin()->first}});
+}
+
+pid_t WebHostUserInterface::helperProcessId() const {
+  return session_->helperProcessId();
+}
+
+}  // namespace zovk

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/HostedPlatform.h"
+#include "platform/UserInterface.h"
+#include "platform/linux/LinuxDevice.h"
+#include "platform/linux/LinuxMainQueue.h"
+#include "platform/linux/WebHostInspector.h"
+#include "platform/linux/WebHostLauncher.h"
+#include "platform/linux/WebHostSession.h"
+
+namespace zovk {
+
+/// Windows, layouts and web views in a helper program, which is started ahead of need. Main thread
+/// only; nothing waits for the helper. Queue and device must outlive `shutDown`; handles may
+/// outlive everything and then have no effect. A helper that is lost is started again once; see
+/// WebHostSession.
+class WebHostUserInterface final : public UserInterface, public WebHostInspector {
+ public:
+  WebHostUserInterface(const PlatformSettings& settings, LinuxMainQueue& queue,
+                       LinuxDevice& device);
+  WebHostUserInterface(const PlatformSettings& settings, LinuxMainQueue& queue, LinuxDevice& device,
+                       WebHostLauncher launcher);
+  ~WebHostUserInterface() override;
+  WebHostUserInterface(const WebHostUserInterface&) = delete;
+  WebHostUserInterface& operator=(const WebHostUserInterface&) = delete;
+
+  void gameWindowDidBecomeKey();
+  /// Ends the helper and takes it off the system's table, within two seconds. Repeatable; nothing
+  /// is called back afterwards.
+  void shutDown();
+
+  Rect mainScreenBounds() const override;
+  std::shared_ptr<Window> makeWindow(const Rect& frame) override;
+  std::shared_ptr<Layout> loadLayout(const std::string& bundlePath, const std::string& name,
+                                     std::weak_ptr<LayoutOwner> owner) override;
+  std::shared_ptr<WebView> makeWebView(const WebViewConfiguration& configuration) override;
+  bool canOpenUrl(const std::string& url) const override;
+  void openUrl(const std::string& url, std::function<void(bool opened)> completion) override;
+
+  void snapshot(const Window* window, const std::string& path, Completion completion) override;
+  void sync(Completion completion) override;
+  std::optional<ViewFrame> viewFrame(const std::string& outlet) const override;
+  void terminateWebProcess() override;
+  pid_t helperProcessId() const override;
+
+  /// Whether nothing is left of any window, layout, view or page, nor anybody who waits.
+  bool isEmpty() const { return session_->isEmpty(); }
+
+ private:
+  const std::shared_ptr<WebHostSession> session_;
+};
+
+}  // namespace zovk

@@ -1,0 +1,152 @@
+#include "platform/linux/WebHostWebView.h"
+
+#include <utility>
+
+namespace zovk {
+namespace {
+
+constexpr const char* kGone = "The page went away before the script was done";
+
+/// Owed to a page that waits. It asks for the helper's number, because the page of a helper that
+/// was lost waits no more.
+class PendingDecision {
+ public:
+  PendingDecision(const std::shared_ptr<WebHostSession>& session, WebHostId view,
+                  WebHostId decision)
+      : session_(session), view_(view), decision_(decision), helper_(session->helperNumber()) {}
+  ~PendingDecision() { answer(NavigationPolicy::kCancel); }
+  PendingDecision(const PendingDecision&) = delete;
+  PendingDecision& operator=(const PendingDecision&) = delete;
+
+  void answer(NavigationPolicy policy) {
+    if (std::exchange(answered_, true)) return;
+    const auto session = session_.lock();
+    if (!session || session->helperNumber() != helper_) return;
+    if (!session->objects().webViews.contains(view_)) return;
+    session->send({{"type", "web.decide"},
+                   {"view", view_},
+                   {"decision", decision_},
+                   {"allow", policy == NavigationPolicy::kAllow}});
+  }
+
+ private:
+  const std::weak_ptr<WebHostSession> session_;
+  const WebHostId view_;
+  const WebHostId decision_;
+  const int helper_;
+  bool answered_ = false;
+};
+
+ScriptResult scriptResult(const WebHostMessage* answer) {
+  if (answer == nullptr) return {std::nullopt, kGone};
+  if (const auto* value = answer->if_contains("value")) return {*value, std::nullopt};
+  return {std::nullopt, std::string(answer->at("error").as_string())};
+}
+
+WebHostMessage creation(WebHostId id, const WebViewConfiguration& configuration) {
+  boost::json::array handlers;
+  for (const auto& [name, handler] : configuration.scriptMessageHandlers) {
+    handlers.emplace_back(name);
+  }
+  return {{"type", "web.create"},
+          {"view", id},
+          {"handlers", std::move(handlers)},
+          {"inlineMedia", configuration.allowsInlineMediaPlayback},
+          {"mobile", configuration.prefersMobileContent},
+          {"bounces", configuration.bounces},
+          {"scrollIndicator", configuration.showsVerticalScrollIndicator},
+          {"adjustInset", configuration.adjustsContentInset},
+          {"opaque", configuration.opaque}};
+}
+
+}  // namespace
+
+std::shared_ptr<WebHostWebView> WebHostWebView::make(const std::shared_ptr<WebHostSession>& session,
+                                                     const WebViewConfiguration& configuration) {
+  const WebHostId id = session->newId();
+  auto view = std::make_shared<WebHostWebView>(session, id, configuration);
+  session->objects().webViews[id] = view;
+  session->command(id, WebHostAspect::kExistence, creation(id, configuration));
+  return view;
+}
+
+WebHostWebView::WebHostWebView(std::shared_ptr<WebHostSession> session, WebHostId id,
+                               WebViewConfiguration configuration)
+    : WebHostViewOf(std::move(session), id), configuration_(std::move(configuration)) {}
+
+WebHostWebView::~WebHostWebView() {
+  session().objects().webViews.erase(id());
+  session().forget(id());
+  session().send(about("web.close"));
+}
+
+WebHostMessage WebHostWebView::about(const char* type) const {
+  return {{"type", type}, {"view", id()}};
+}
+
+void WebHostWebView::setNavigationDelegate(std::weak_ptr<WebViewDelegate> delegate) {
+  delegate_ = std::move(delegate);
+}
+
+void WebHostWebView::load(const std::string& url) {
+  readAccessUrl_.clear();
+  hasLoaded_ = true;
+  command(WebHostAspect::kAddress, {{"type", "web.load"}, {"view", id()}, {"url", url}});
+}
+
+void WebHostWebView::loadFile(const std::string& url, const std::string& readAccessUrl) {
+  readAccessUrl_ = readAccessUrl;
+  hasLoaded_ = true;
+  command(WebHostAspect::kAddress,
+          {{"type", "web.loadFile"}, {"view", id()}, {"url", url}, {"readAccess", readAccessUrl}});
+}
+
+void WebHostWebView::stopLoading() {
+  session().send(about("web.stop"));
+}
+
+void WebHostWebView::reload() {
+  session().send(about("web.reload"));
+}
+
+void WebHostWebView::evaluateJavaScript(const std::string& script,
+                                        std::function<void(const ScriptResult&)> completion) {
+  WebHostMessage message = about("web.evaluate");
+  message["script"] = script;
+  session().request(std::move(message), "web.evaluated", id(),
+                    [completion = std::move(completion)](const WebHostMessage* answer) {
+                      if (completion) completion(scriptResult(answer));
+                    });
+}
+
+void WebHostWebView::urlChanged(const std::string& url) {
+  url_ = url;
+  if (url.empty() || !hasLoaded_) return;
+  // A new helper takes up where the page stands now.
+  WebHostMessage again = about("web.load");
+  again["url"] = url;
+  if (!readAccessUrl_.empty() && url.starts_with("file:")) {
+    again["type"] = "web.loadFile";
+    again["readAccess"] = readAccessUrl_;
+  }
+  session().journal().remember(id(), WebHostAspect::kAddress, std::move(again));
+}
+
+void WebHostWebView::decidePolicy(const NavigationAction& action, WebHostId decision) {
+  const auto pending =
+      std::make_shared<PendingDecision>(session().shared_from_this(), id(), decision);
+  const auto listener = delegate();
+  if (!listener) return pending->answer(NavigationPolicy::kAllow);
+  listener->decidePolicyForNavigationAction(
+      action, [pending](NavigationPolicy policy) { pending->answer(policy); });
+}
+
+void WebHostWebView::receiveMessage(const std::string& name,
+                                    const std::optional<boost::json::value>& body) {
+  const auto found = configuration_.scriptMessageHandlers.find(name);
+  if (found == configuration_.scriptMessageHandlers.end() || !found->second) return;
+  const std::shared_ptr<ScriptMessageHandler> handler = found->second;
+  handler->didReceiveScriptMessage(name, body);
+}
+
+}  // namespace zovk

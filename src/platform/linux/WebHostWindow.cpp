@@ -1,0 +1,124 @@
+#include "platform/linux/WebHostWindow.h"
+
+#include <utility>
+
+namespace zovk {
+namespace {
+
+/// As the device sees it. A size that is not known counts as what layouts are chosen by then.
+bool isPortrait(const Size& size) {
+  return size.width > 0 && size.height >= size.width;
+}
+
+/// The helper arranges without being asked to, so the change is on screen once it has painted.
+class PaintedTransition final : public TransitionCoordinator {
+ public:
+  PaintedTransition(WebHostSession& session, WebHostId window)
+      : session_(session), window_(window) {}
+
+  void animateAlongside(const std::function<void()>& alongside,
+                        std::function<void()> completion) override {
+    if (alongside) alongside();
+    session_.request({{"type", "sync"}, {"window", window_}}, "synced", window_,
+                     [completion = std::move(completion)](const WebHostMessage*) {
+                       if (completion) completion();
+                     });
+  }
+
+ private:
+  WebHostSession& session_;
+  const WebHostId window_;
+};
+
+}  // namespace
+
+std::shared_ptr<WebHostWindow> WebHostWindow::make(const std::shared_ptr<WebHostSession>& session,
+                                                   const Rect& frame, const Size& assumed) {
+  auto window = std::make_shared<WebHostWindow>(session, session->newId(), assumed);
+  session->objects().windows[window->id()] = window;
+  window->create(frame);
+  return window;
+}
+
+WebHostWindow::WebHostWindow(std::shared_ptr<WebHostSession> session, WebHostId id,
+                             const Size& assumed)
+    : session_(std::move(session)),
+      id_(id),
+      root_(std::make_shared<WebHostView>(session_, session_->newId())),
+      size_(assumed) {}
+
+WebHostWindow::~WebHostWindow() {
+  setRootViewController(nullptr);
+  session_->windowClosed(id_);
+  session_->send({{"type", "window.close"}, {"window", id_}});
+}
+
+void WebHostWindow::create(const Rect& frame) {
+  session_->command(id_, WebHostAspect::kExistence,
+                    {{"type", "window.create"},
+                     {"window", id_},
+                     {"view", root_->id()},
+                     {"frame", {frame.x, frame.y, frame.width, frame.height}}});
+}
+
+void WebHostWindow::setBackgroundColor(const Color& color) {
+  session_->command(
+      id_, WebHostAspect::kBackground,
+      {{"type", "window.background"}, {"window", id_}, {"color", webHostColor(color)}});
+}
+
+void WebHostWindow::setRootViewController(std::shared_ptr<ViewController> controller) {
+  if (controller == controller_) return;
+  if (const auto old = std::exchange(controller_, nullptr)) old->tearDown();
+  if (!controller) return;
+  controller_ = controller;
+  controller->loadView(root_);
+  setNeedsUpdateConstraints();
+  if (!session_->failure().empty()) failLater();
+}
+
+void WebHostWindow::makeKeyAndVisible() {
+  auto& shown = session_->objects().shownWindows;
+  std::erase(shown, id_);
+  shown.push_back(id_);
+  session_->command(id_, WebHostAspect::kShown, {{"type", "window.show"}, {"window", id_}});
+}
+
+bool WebHostWindow::isKeyWindow() const {
+  return session_->objects().keyWindow == id_;
+}
+
+void WebHostWindow::setNeedsUpdateConstraints() {
+  if (std::exchange(constraintsAreDue_, true)) return;
+  session_->later([weak = weak_from_this()] {
+    if (const auto window = weak.lock()) window->updateConstraints();
+  });
+}
+
+void WebHostWindow::updateConstraints() {
+  constraintsAreDue_ = false;
+  if (const auto controller = controller_) controller->updateViewConstraints();
+}
+
+void WebHostWindow::sizeChanged(const Size& size) {
+  const bool turned = isPortrait(size) != isPortrait(size_);
+  size_ = size;
+  const auto controller = controller_;
+  if (!turned || !controller) return;
+  PaintedTransition transition(*session_, id_);
+  controller->viewWillTransitionToSize(size, transition);
+}
+
+void WebHostWindow::failLater() {
+  session_->later([weak = weak_from_this(), session = session_, controller = controller_] {
+    const auto window = weak.lock();
+    if (!window || window->controller_ != controller || session->failure().empty()) return;
+    window->fail(session->failure());
+  });
+}
+
+void WebHostWindow::fail(const std::string& reason) {
+  if (const auto controller = controller_) controller->interfaceDidFail(reason);
+}
+
+}  // namespace zovk

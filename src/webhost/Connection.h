@@ -1,0 +1,52 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "webhost/GObjectPtr.h"
+#include "webprotocol/FrameCodec.h"
+
+namespace zovk {
+
+/// The helper's end of the socket to the game, driven by the main loop: nothing here ever waits.
+/// Main thread only. `ended` is called once, when the game is gone, has sent something that is no
+/// message, or does not read what it is sent.
+class Connection {
+ public:
+  Connection(int descriptor, std::function<void(const WebHostMessage&)> receiver,
+             std::function<void()> ended);
+  ~Connection();
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  void send(const WebHostMessage& message);
+  /// While paused nothing is received; what the game sends waits.
+  void pause();
+  void resume();
+  /// Gives the game a moment to take what is still queued, before the process ends.
+  void drain();
+
+ private:
+  static gboolean onReadable(int descriptor, GIOCondition condition, gpointer self);
+  static gboolean onWritable(int descriptor, GIOCondition condition, gpointer self);
+  static gboolean onResumed(gpointer self);
+  void readSome();
+  void deliver();
+  void writeSome();
+  void end();
+  void endWith(const std::string& line);
+
+  int descriptor_;
+  std::function<void(const WebHostMessage&)> receiver_;
+  std::function<void()> ended_;
+  FrameDecoder decoder_;
+  std::string output_;
+  std::size_t written_ = 0;
+  bool paused_ = false;
+  bool over_ = false;
+  SourceGuard reading_;
+  SourceGuard writing_;
+  SourceGuard resuming_;
+};
+
+}  // namespace zovk

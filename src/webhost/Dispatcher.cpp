@@ -1,0 +1,97 @@
+#include "webhost/Dispatcher.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include <boost/json/array.hpp>
+#include <gtk/gtk.h>
+
+#include "webhost/UrlOpener.h"
+#include "webhost/ViewStyle.h"
+
+namespace zovk {
+namespace {
+
+Greeting readGreeting(const Arguments& arguments) {
+  Greeting greeting;
+  greeting.application = arguments.text("application");
+  greeting.dataDirectory = arguments.text("dataDirectory");
+  greeting.nativeWindow = static_cast<unsigned long>(arguments.wholeNumber("nativeWindow"));
+  greeting.developerTools = arguments.flag("developerTools");
+  return greeting;
+}
+
+bool startToolkit(const Greeting& greeting) {
+  g_set_prgname(greeting.application.c_str());
+  g_set_application_name(greeting.application.c_str());
+  // The popup can stand in front of the game's X11 window only as an X11 window itself.
+  if (greeting.nativeWindow != 0) gdk_set_allowed_backends("x11,*");
+  return gtk_init_check() == TRUE;
+}
+
+/// What is made once, slowly, is made before it is needed.
+void warmUpWindow() {
+  // It stays: GTK fails on a window that is destroyed before it was ever shown.
+  gtk_widget_realize(gtk_window_new());
+}
+
+void sendReady(const EventSink& events) {
+  boost::json::array schemes;
+  for (const std::string& scheme : openableSchemes()) schemes.emplace_back(scheme);
+  events({{"type", "ready"},
+          {"version", kWebHostProtocolVersion},
+          {"screen", screenArray()},
+          {"schemes", schemes}});
+}
+
+}  // namespace
+
+Dispatcher::Dispatcher(EventSink events, Control control)
+    : events_(std::move(events)), control_(std::move(control)) {
+  addWindowCommands(table_);
+  addViewCommands(table_);
+  addLayoutCommands(table_);
+  addWebCommands(table_);
+}
+
+void Dispatcher::receive(const WebHostMessage& message) {
+  const std::string type(message.at("type").as_string());
+  try {
+    carryOut(type, Arguments(message));
+  } catch (const std::invalid_argument& error) {
+    sendLog(events_, "web host: command \"" + type + "\" skipped: " + error.what());
+  }
+}
+
+void Dispatcher::carryOut(const std::string& type, const Arguments& arguments) {
+  if (!host_)
+    return greet(type == "hello" ? arguments : throw std::invalid_argument("no greeting"));
+  const auto command = table_.find(type);
+  if (command == table_.end()) throw std::invalid_argument("unknown");
+  command->second(*host_, arguments);
+}
+
+void Dispatcher::greet(const Arguments& arguments) {
+  if (arguments.wholeNumber("version") != kWebHostProtocolVersion) return fail("other version");
+  start(readGreeting(arguments));
+}
+
+void Dispatcher::start(const Greeting& greeting) {
+  if (!startToolkit(greeting)) return fail("no display");
+  followDesktopColorScheme();
+  control_.pause();
+  host_ = std::make_unique<Host>(greeting, events_);
+  warmUpWindow();
+  host_->webViewFactory().whenReady([this] {
+    host_->webViewFactory().prepareSpare();
+    sendReady(events_);
+    control_.resume();
+  });
+}
+
+void Dispatcher::fail(const std::string& reason) {
+  events_({{"type", "failed"}, {"reason", reason}});
+  control_.quit();
+}
+
+}  // namespace zovk

@@ -1,0 +1,141 @@
+#include "webhost/Host.h"
+
+#include <utility>
+
+#include <boost/json/array.hpp>
+
+#include "webhost/ContainerView.h"
+#include "webhost/PageGuards.h"
+
+namespace zovk {
+namespace {
+
+template <class T>
+T* findIn(const std::map<Id, std::unique_ptr<T>>& items, Id id) {
+  const auto found = items.find(id);
+  return found == items.end() ? nullptr : found->second.get();
+}
+
+}  // namespace
+
+boost::json::array screenArray() {
+  const Frame screen = mainScreen();
+  return {screen.x, screen.y, screen.width, screen.height};
+}
+
+Host::Host(const Greeting& greeting, EventSink events)
+    : events_(std::move(events)),
+      developerTools_(greeting.developerTools),
+      game_(greeting.nativeWindow, events_),
+      webViewFactory_(greeting.dataDirectory + "/webhost", developerTools_),
+      views_([this](Id id, GtkWidget* widget) { onViewDropped(id, widget); }) {
+  g_signal_connect(gdk_display_get_monitors(gdk_display_get_default()), "items-changed",
+                   G_CALLBACK(onMonitorsChanged), this);
+}
+
+Host::~Host() {
+  g_signal_handlers_disconnect_by_data(gdk_display_get_monitors(gdk_display_get_default()), this);
+  while (!windows_.empty()) closeWindow(windows_.begin()->first);
+}
+
+void Host::onMonitorsChanged(GListModel*, guint, guint, guint, gpointer self) {
+  static_cast<Host*>(self)->events_({{"type", "screen"}, {"screen", screenArray()}});
+}
+
+void Host::openWindow(Id id, Id rootView, const Frame& frame) {
+  if (windows_.contains(id) || views_.find(rootView) != nullptr) return;
+  GtkWidget* root = newContainerView();
+  views_.add(rootView, root);
+  auto painted = [this, id] {
+    constraints_.settle();
+    if (const WindowHost* host = window(id)) views_.reportFrames(id, host->widget(), events_);
+  };
+  windows_.emplace(id, std::make_unique<WindowHost>(id, root, frame, events_, painted));
+}
+
+void Host::closeWindow(Id id) {
+  const auto found = windows_.find(id);
+  if (found == windows_.end()) return;
+  const std::unique_ptr<WindowHost> closing = std::move(found->second);
+  windows_.erase(found);
+  views_.dropAllIn(closing->widget());
+  if (windows_.empty() && closing->isShown()) game_.activate();
+}
+
+WindowHost* Host::window(Id id) const {
+  return findIn(windows_, id);
+}
+
+void Host::openLayout(Id id, Id rootView, const std::string& bundle, const std::string& name) {
+  if (layouts_.contains(id)) return;
+  auto perform = [this, id](const std::string& action) {
+    events_({{"type", "action"}, {"layout", id}, {"action", action}});
+  };
+  auto layout = std::make_unique<LayoutHost>(bundle, name, perform);
+  if (layout->root() != nullptr) views_.add(rootView, layout->root(), id);
+  boost::json::array outlets;
+  for (const std::string& outlet : layout->outletNames()) outlets.emplace_back(outlet);
+  events_({{"type", "layout.loaded"},
+           {"layout", id},
+           {"found", layout->root() != nullptr},
+           {"outlets", outlets}});
+  layouts_.emplace(id, std::move(layout));
+}
+
+void Host::closeLayout(Id id) {
+  const auto found = layouts_.find(id);
+  if (found == layouts_.end()) return;
+  views_.dropLayout(id);
+  layouts_.erase(found);
+  views_.dropReleased();
+}
+
+LayoutHost* Host::layout(Id id) const {
+  return findIn(layouts_, id);
+}
+
+void Host::openWebView(Id id, const WebViewWishes& wishes,
+                       const std::vector<std::string>& handlers) {
+  if (views_.find(id) != nullptr) return;
+  GObjectPtr<WebKitWebView> view = webViewFactory_.make(wishes);
+  guardPage(view.get(), developerTools_);
+  auto host = std::make_unique<WebViewHost>(id, std::move(view), handlers, events_);
+  views_.add(id, host->widget());
+  webViews_.emplace(id, std::move(host));
+}
+
+WebViewHost* Host::webView(Id id) const {
+  return findIn(webViews_, id);
+}
+
+const WebViewHost* Host::webViewIn(Id windowId) const {
+  const WindowHost* shown = window(windowId);
+  for (const auto& [id, host] : webViews_) {
+    const bool inside = shown != nullptr && gtk_widget_get_mapped(host->widget()) &&
+                        gtk_widget_is_ancestor(host->widget(), shown->widget());
+    if (inside) return host.get();
+  }
+  return nullptr;
+}
+
+void Host::onViewDropped(Id id, GtkWidget* widget) {
+  constraints_.remove(widget);
+  const auto found = webViews_.find(id);
+  if (found == webViews_.end()) return;
+  if (isContainerView(gtk_widget_get_parent(widget))) gtk_widget_unparent(widget);
+  webViews_.erase(found);
+  prepareSpareWhenIdle();
+}
+
+void Host::prepareSpareWhenIdle() {
+  if (!idle_.active()) idle_ = SourceGuard(g_idle_add(onIdle, this));
+}
+
+gboolean Host::onIdle(gpointer self) {
+  auto* host = static_cast<Host*>(self);
+  host->idle_.forget();
+  if (host->webViews_.empty()) host->webViewFactory_.prepareSpare();
+  return G_SOURCE_REMOVE;
+}
+
+}  // namespace zovk

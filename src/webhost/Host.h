@@ -1,0 +1,79 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "webhost/ConstraintBook.h"
+#include "webhost/Events.h"
+#include "webhost/GameWindow.h"
+#include "webhost/LayoutHost.h"
+#include "webhost/ViewRegistry.h"
+#include "webhost/WebViewFactory.h"
+#include "webhost/WebViewHost.h"
+#include "webhost/WindowHost.h"
+
+namespace zovk {
+
+/// What the game said about itself.
+struct Greeting {
+  std::string application;
+  std::string dataDirectory;
+  unsigned long nativeWindow = 0;
+  bool developerTools = false;
+};
+
+/// Everything that the game has made in this process, by number.
+class Host {
+ public:
+  /// Needs a display.
+  Host(const Greeting& greeting, EventSink events);
+  ~Host();
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
+
+  const EventSink& events() const { return events_; }
+  const GameWindow& game() const { return game_; }
+  ViewRegistry& views() { return views_; }
+  ConstraintBook& constraints() { return constraints_; }
+  WebViewFactory& webViewFactory() { return webViewFactory_; }
+
+  void openWindow(Id id, Id rootView, const Frame& frame);
+  void closeWindow(Id id);
+  /// Null when there is none.
+  WindowHost* window(Id id) const;
+
+  void openLayout(Id id, Id rootView, const std::string& bundle, const std::string& name);
+  void closeLayout(Id id);
+  LayoutHost* layout(Id id) const;
+
+  void openWebView(Id id, const WebViewWishes& wishes, const std::vector<std::string>& handlers);
+  WebViewHost* webView(Id id) const;
+  /// A web view that stands in a shown window; null when there is none.
+  const WebViewHost* webViewIn(Id windowId) const;
+
+ private:
+  static void onMonitorsChanged(GListModel* monitors, guint position, guint removed, guint added,
+                                gpointer self);
+  static gboolean onIdle(gpointer self);
+  void onViewDropped(Id id, GtkWidget* widget);
+  void prepareSpareWhenIdle();
+
+  EventSink events_;
+  bool developerTools_;
+  GameWindow game_;
+  WebViewFactory webViewFactory_;
+  ConstraintBook constraints_;
+  std::map<Id, std::unique_ptr<WebViewHost>> webViews_;
+  ViewRegistry views_;
+  std::map<Id, std::unique_ptr<LayoutHost>> layouts_;
+  std::map<Id, std::unique_ptr<WindowHost>> windows_;
+  SourceGuard idle_;
+};
+
+/// The main screen as events write it.
+boost::json::array screenArray();
+
+}  // namespace zovk

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <gtk/gtk.h>
+
+#include "webhost/GObjectPtr.h"
+
+namespace zovk {
+
+/// One loaded layout file. A file that cannot be loaded gives a layout without views.
+class LayoutHost {
+ public:
+  /// `perform` hears the handler name of a button that was pressed.
+  LayoutHost(const std::string& bundle, const std::string& name,
+             std::function<void(const std::string&)> perform);
+  /// Takes the views out of where they stand.
+  ~LayoutHost();
+  LayoutHost(const LayoutHost&) = delete;
+  LayoutHost& operator=(const LayoutHost&) = delete;
+
+  /// Null when there is none.
+  GtkWidget* root() const { return root_.get(); }
+  GtkWidget* outlet(const std::string& name) const;
+  std::vector<std::string> outletNames() const;
+  /// Why the file could not be loaded; empty when it could.
+  const std::string& error() const { return error_; }
+
+ private:
+  void findRoot();
+  void addLooseConstraints();
+
+  GObjectPtr<GtkBuilder> builder_;
+  GObjectPtr<GtkWidget> root_;
+  std::string error_;
+};
+
+}  // namespace zovk

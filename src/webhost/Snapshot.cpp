@@ -1,0 +1,75 @@
+#include "webhost/Snapshot.h"
+
+#include <memory>
+#include <utility>
+
+#include "webhost/GObjectPtr.h"
+
+namespace zovk {
+namespace {
+
+struct NodeUnref {
+  void operator()(GskRenderNode* node) const { gsk_render_node_unref(node); }
+};
+/// The second frame begins when the first one has been handed over.
+constexpr const char* kTwoFrames =
+    "await new Promise(done => requestAnimationFrame(() => requestAnimationFrame(done)))";
+/// Keeps the script apart from those of the page.
+constexpr const char* kScriptWorld = "zovkpopup";
+constexpr guint kPageMilliseconds = 1000;
+
+struct PagePaint {
+  std::function<void()> next;
+  GObjectPtr<GCancellable> cancellable;
+  SourceGuard deadline;
+};
+
+gboolean onDeadline(gpointer data) {
+  auto* paint = static_cast<PagePaint*>(data);
+  paint->deadline.forget();
+  g_cancellable_cancel(paint->cancellable.get());
+  return G_SOURCE_REMOVE;
+}
+
+void onPainted(GObject* view, GAsyncResult* result, gpointer data) {
+  const std::unique_ptr<PagePaint> paint(static_cast<PagePaint*>(data));
+  ErrorOut error;
+  const auto nothing = GObjectPtr<JSCValue>::adopt(
+      webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(view), result, error));
+  paint->next();
+}
+
+using NodePtr = std::unique_ptr<GskRenderNode, NodeUnref>;
+
+NodePtr drawn(GtkWidget* window, int width, int height) {
+  const auto paintable = GObjectPtr<GdkPaintable>::adopt(gtk_widget_paintable_new(window));
+  GtkSnapshot* snapshot = gtk_snapshot_new();
+  gdk_paintable_snapshot(paintable.get(), GDK_SNAPSHOT(snapshot), width, height);
+  return NodePtr(gtk_snapshot_free_to_node(snapshot));
+}
+
+}  // namespace
+
+void whenPagePainted(WebKitWebView* view, std::function<void()> next) {
+  auto paint = std::make_unique<PagePaint>();
+  paint->next = std::move(next);
+  paint->deadline = SourceGuard(g_timeout_add(kPageMilliseconds, onDeadline, paint.get()));
+  webkit_web_view_call_async_javascript_function(view, kTwoFrames, -1, nullptr, kScriptWorld,
+                                                 nullptr, nullptr, onPainted, paint.release());
+}
+
+bool writeSnapshot(GtkWidget* window, const std::string& path) {
+  const int width = gtk_widget_get_width(window);
+  const int height = gtk_widget_get_height(window);
+  GskRenderer* renderer = gtk_native_get_renderer(GTK_NATIVE(window));
+  if (width <= 0 || height <= 0 || renderer == nullptr) return false;
+  const NodePtr node = drawn(window, width, height);
+  if (!node) return false;
+  graphene_rect_t area;
+  graphene_rect_init(&area, 0, 0, static_cast<float>(width), static_cast<float>(height));
+  const auto texture =
+      GObjectPtr<GdkTexture>::adopt(gsk_renderer_render_texture(renderer, node.get(), &area));
+  return texture && gdk_texture_save_to_png(texture.get(), path.c_str());
+}
+
+}  // namespace zovk

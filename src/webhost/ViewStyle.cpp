@@ -1,0 +1,105 @@
+#include "webhost/ViewStyle.h"
+
+#include <filesystem>
+#include <set>
+
+#include <webkit/webkit.h>
+
+#include "webhost/GObjectPtr.h"
+
+namespace zovk {
+namespace {
+
+constexpr const char* kBackgroundKey = "zovk-background";
+constexpr const char* kImageKey = "zovk-image";
+
+GtkCssProvider* backgroundProvider(GtkWidget* widget) {
+  auto* provider =
+      static_cast<GtkCssProvider*>(g_object_get_data(G_OBJECT(widget), kBackgroundKey));
+  if (provider != nullptr) return provider;
+  provider = gtk_css_provider_new();
+  g_object_set_data_full(G_OBJECT(widget), kBackgroundKey, provider, g_object_unref);
+  gtk_style_context_add_provider(gtk_widget_get_style_context(widget), GTK_STYLE_PROVIDER(provider),
+                                 GTK_STYLE_PROVIDER_PRIORITY_APPLICATION + 1);
+  return provider;
+}
+
+std::string finePath(const std::filesystem::path& path) {
+  return (path.parent_path() / (path.stem().string() + "@2x" + path.extension().string())).string();
+}
+
+GObjectPtr<GdkTexture> textureOf(const std::string& path) {
+  ErrorOut error;
+  return GObjectPtr<GdkTexture>::adopt(gdk_texture_new_from_filename(path.c_str(), error));
+}
+
+void showImage(GtkButton* button, const std::string& path) {
+  const bool fine = gtk_widget_get_scale_factor(GTK_WIDGET(button)) >= 2 &&
+                    std::filesystem::exists(finePath(path));
+  const GObjectPtr<GdkTexture> texture = textureOf(fine ? finePath(path) : path);
+  if (!texture) return gtk_button_set_child(button, nullptr);
+  const int scale = fine ? 2 : 1;
+  GtkWidget* picture = gtk_picture_new_for_paintable(GDK_PAINTABLE(texture.get()));
+  gtk_widget_set_size_request(picture, gdk_texture_get_width(texture.get()) / scale,
+                              gdk_texture_get_height(texture.get()) / scale);
+  gtk_widget_set_halign(picture, GTK_ALIGN_CENTER);
+  gtk_widget_set_valign(picture, GTK_ALIGN_CENTER);
+  gtk_button_set_child(button, picture);
+}
+
+void onScaleChanged(GtkButton* button) {
+  showImage(button, static_cast<const char*>(g_object_get_data(G_OBJECT(button), kImageKey)));
+}
+
+void applyColorScheme(GSettings* desktop) {
+  const GText scheme(g_settings_get_string(desktop, "color-scheme"));
+  g_object_set(gtk_settings_get_default(), "gtk-application-prefer-dark-theme",
+               g_str_equal(scheme.get(), "prefer-dark"), nullptr);
+}
+
+}  // namespace
+
+void setBackground(GtkWidget* widget, const GdkRGBA& color) {
+  if (WEBKIT_IS_WEB_VIEW(widget)) {
+    return webkit_web_view_set_background_color(WEBKIT_WEB_VIEW(widget), &color);
+  }
+  const GText text(gdk_rgba_to_string(&color));
+  const std::string style =
+      std::string("* { background-image: none; background-color: ") + text.get() + "; }";
+  gtk_css_provider_load_from_data(backgroundProvider(widget), style.c_str(), -1);
+}
+
+void setButtonImage(GtkWidget* widget, const std::string& path) {
+  if (!GTK_IS_BUTTON(widget)) return;
+  if (g_object_get_data(G_OBJECT(widget), kImageKey) == nullptr) {
+    g_signal_connect(widget, "notify::scale-factor", G_CALLBACK(onScaleChanged), nullptr);
+  }
+  g_object_set_data_full(G_OBJECT(widget), kImageKey, g_strdup(path.c_str()), g_free);
+  showImage(GTK_BUTTON(widget), path);
+}
+
+void loadStyle(const std::string& path) {
+  static std::set<std::string> loaded;
+  if (!std::filesystem::exists(path) || !loaded.insert(path).second) return;
+  const auto provider = GObjectPtr<GtkCssProvider>::adopt(gtk_css_provider_new());
+  gtk_css_provider_load_from_path(provider.get(), path.c_str());
+  gtk_style_context_add_provider_for_display(gdk_display_get_default(),
+                                             GTK_STYLE_PROVIDER(provider.get()),
+                                             GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+}
+
+void followDesktopColorScheme() {
+  constexpr const char* kSchema = "org.gnome.desktop.interface";
+  GSettingsSchemaSource* source = g_settings_schema_source_get_default();
+  GSettingsSchema* schema =
+      source == nullptr ? nullptr : g_settings_schema_source_lookup(source, kSchema, TRUE);
+  if (schema == nullptr) return;
+  if (g_settings_schema_has_key(schema, "color-scheme")) {
+    static GObjectPtr<GSettings> desktop = GObjectPtr<GSettings>::adopt(g_settings_new(kSchema));
+    g_signal_connect(desktop.get(), "changed::color-scheme", G_CALLBACK(applyColorScheme), nullptr);
+    applyColorScheme(desktop.get());
+  }
+  g_settings_schema_unref(schema);
+}
+
+}  // namespace zovk

@@ -1,0 +1,124 @@
+#include "webhost/WebViewFactory.h"
+
+#include <utility>
+
+namespace zovk {
+namespace {
+
+/// A page that is a file may not show, run or embed other files. The page itself, a document that
+/// is no frame, stays allowed.
+constexpr const char* kFileRules = R"([
+  {"trigger": {"url-filter": "^file:", "resource-type":
+      ["image", "style-sheet", "script", "font", "raw", "svg-document", "media", "popup"]},
+   "action": {"type": "block"}},
+  {"trigger": {"url-filter": "^file:", "load-context": ["child-frame"]},
+   "action": {"type": "block"}}
+])";
+
+constexpr const char* kHideScrollIndicator = "::-webkit-scrollbar { width: 0 !important; }";
+
+void cancelDownload(WebKitNetworkSession*, WebKitDownload* download) {
+  webkit_download_cancel(download);
+}
+
+GObjectPtr<WebKitSettings> newSettings(bool developerTools) {
+  auto settings = GObjectPtr<WebKitSettings>::adopt(webkit_settings_new());
+  WebKitSettings* raw = settings.get();
+  webkit_settings_set_allow_file_access_from_file_urls(raw, FALSE);
+  webkit_settings_set_allow_universal_access_from_file_urls(raw, FALSE);
+  webkit_settings_set_allow_top_navigation_to_data_urls(raw, FALSE);
+  webkit_settings_set_javascript_can_open_windows_automatically(raw, FALSE);
+  webkit_settings_set_enable_developer_extras(raw, developerTools);
+  webkit_settings_set_enable_fullscreen(raw, FALSE);  // it would take over the popup's window
+  webkit_settings_set_enable_media_stream(raw, FALSE);
+  webkit_settings_set_hardware_acceleration_policy(raw, WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
+  webkit_settings_set_enable_back_forward_navigation_gestures(raw, FALSE);
+  return settings;
+}
+
+/// The usual sign by which sites tell that their mobile pages are wanted.
+void askForMobilePages(WebKitSettings* settings) {
+  std::string agent = webkit_settings_get_user_agent(settings);
+  const std::size_t browser = agent.find("Safari/");
+  if (browser == std::string::npos || agent.find("Mobile ") != std::string::npos) return;
+  agent.insert(browser, "Mobile ");
+  webkit_settings_set_user_agent(settings, agent.c_str());
+}
+
+void hideScrollIndicator(WebKitWebView* view) {
+  WebKitUserStyleSheet* sheet =
+      webkit_user_style_sheet_new(kHideScrollIndicator, WEBKIT_USER_CONTENT_INJECT_ALL_FRAMES,
+                                  WEBKIT_USER_STYLE_LEVEL_USER, nullptr, nullptr);
+  webkit_user_content_manager_add_style_sheet(webkit_web_view_get_user_content_manager(view),
+                                              sheet);
+  webkit_user_style_sheet_unref(sheet);
+}
+
+void apply(const WebViewWishes& wishes, WebKitWebView* view) {
+  WebKitSettings* settings = webkit_web_view_get_settings(view);
+  webkit_settings_set_media_playback_allows_inline(settings, wishes.inlineMedia);
+  if (wishes.mobile) askForMobilePages(settings);
+  if (!wishes.scrollIndicator) hideScrollIndicator(view);
+  const GdkRGBA clear{0, 0, 0, 0};
+  if (!wishes.opaque) webkit_web_view_set_background_color(view, &clear);
+}
+
+}  // namespace
+
+WebViewFactory::WebViewFactory(const std::string& directory, bool developerTools)
+    : developerTools_(developerTools),
+      context_(GObjectPtr<WebKitWebContext>::adopt(webkit_web_context_new())),
+      session_(GObjectPtr<WebKitNetworkSession>::adopt(webkit_network_session_new(
+          (directory + "/data").c_str(), (directory + "/cache").c_str()))) {
+  g_signal_connect(session_.get(), "download-started", G_CALLBACK(cancelDownload), nullptr);
+  saveFilter(directory + "/rules");
+}
+
+void WebViewFactory::whenReady(std::function<void()> next) {
+  if (filterSettled_) return next();
+  ready_ = std::move(next);
+}
+
+void WebViewFactory::saveFilter(const std::string& directory) {
+  const auto store = GObjectPtr<WebKitUserContentFilterStore>::adopt(
+      webkit_user_content_filter_store_new(directory.c_str()));
+  GBytes* rules = g_bytes_new_static(kFileRules, std::char_traits<char>::length(kFileRules));
+  webkit_user_content_filter_store_save(store.get(), "files", rules, nullptr, onFilterSaved, this);
+  g_bytes_unref(rules);
+}
+
+void WebViewFactory::onFilterSaved(GObject* store, GAsyncResult* result, gpointer self) {
+  auto* factory = static_cast<WebViewFactory*>(self);
+  ErrorOut error;
+  factory->filter_ = webkit_user_content_filter_store_save_finish(
+      WEBKIT_USER_CONTENT_FILTER_STORE(store), result, error);
+  if (factory->filter_ == nullptr) g_warning("no rules for file pages: %s", error.message());
+  factory->filterSettled_ = true;
+  if (const auto next = std::exchange(factory->ready_, nullptr)) next();
+}
+
+GObjectPtr<WebKitWebView> WebViewFactory::newView() {
+  const auto manager =
+      GObjectPtr<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
+  if (filter_ != nullptr) webkit_user_content_manager_add_filter(manager.get(), filter_);
+  const GObjectPtr<WebKitSettings> settings = newSettings(developerTools_);
+  return GObjectPtr<WebKitWebView>::sink(WEBKIT_WEB_VIEW(g_object_new(
+      WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session", session_.get(),
+      "settings", settings.get(), "user-content-manager", manager.get(), nullptr)));
+}
+
+void WebViewFactory::prepareSpare() {
+  if (spare_) return;
+  spare_ = newView();
+  // A script starts the web process and, unlike a page, leaves no trace in the view.
+  webkit_web_view_evaluate_javascript(spare_.get(), "0", -1, nullptr, nullptr, nullptr, nullptr,
+                                      nullptr);
+}
+
+GObjectPtr<WebKitWebView> WebViewFactory::make(const WebViewWishes& wishes) {
+  GObjectPtr<WebKitWebView> view = spare_ ? std::exchange(spare_, {}) : newView();
+  apply(wishes, view.get());
+  return view;
+}
+
+}  // namespace zovk

@@ -1,0 +1,163 @@
+#include "webhost/WebViewHost.h"
+
+#include <memory>
+#include <utility>
+
+#include "webhost/ScriptValues.h"
+
+namespace zovk {
+namespace {
+
+struct Evaluation {
+  Id request;
+  EventSink events;
+};
+
+void sendResult(const Evaluation& evaluation, const ScriptValue& result) {
+  WebHostMessage message{{"type", "web.evaluated"}, {"id", evaluation.request}};
+  if (result.error.empty()) {
+    message["value"] = result.value.value_or(nullptr);
+  } else {
+    message["error"] = result.error;
+  }
+  evaluation.events(message);
+}
+
+void onEvaluated(GObject* view, GAsyncResult* result, gpointer data) {
+  const std::unique_ptr<Evaluation> evaluation(static_cast<Evaluation*>(data));
+  ErrorOut error;
+  const auto value = GObjectPtr<JSCValue>::adopt(
+      webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, error));
+  sendResult(*evaluation,
+             value ? readScriptValue(value.get()) : ScriptValue{std::nullopt, error.message()});
+}
+
+}  // namespace
+
+WebViewHost::WebViewHost(Id id, GObjectPtr<WebKitWebView> view,
+                         const std::vector<std::string>& handlers, EventSink events)
+    : id_(id), view_(std::move(view)), events_(events), policies_(id, std::move(events)) {
+  connectSignals();
+  addHandlers(handlers);
+}
+
+WebViewHost::~WebViewHost() {
+  WebKitUserContentManager* manager = webkit_web_view_get_user_content_manager(view_.get());
+  g_signal_handlers_disconnect_by_data(view_.get(), this);
+  for (const auto& handler : handlers_) {
+    g_signal_handlers_disconnect_by_data(manager, handler.get());
+    webkit_user_content_manager_unregister_script_message_handler(manager, handler->name.c_str(),
+                                                                  nullptr);
+  }
+}
+
+void WebViewHost::load(const std::string& url) {
+  webkit_web_view_load_uri(view_.get(), url.c_str());
+}
+
+void WebViewHost::stop() {
+  webkit_web_view_stop_loading(view_.get());
+}
+
+void WebViewHost::reload() {
+  webkit_web_view_reload(view_.get());
+}
+
+void WebViewHost::terminate() {
+  webkit_web_view_terminate_web_process(view_.get());
+}
+
+void WebViewHost::evaluate(Id request, const std::string& script) {
+  auto evaluation = std::make_unique<Evaluation>(Evaluation{request, events_});
+  webkit_web_view_evaluate_javascript(view_.get(), script.c_str(), -1, nullptr, nullptr, nullptr,
+                                      onEvaluated, evaluation.release());
+}
+
+void WebViewHost::connectSignals() {
+  g_signal_connect(view_.get(), "decide-policy", G_CALLBACK(onDecidePolicy), this);
+  g_signal_connect(view_.get(), "load-changed", G_CALLBACK(onLoadChanged), this);
+  g_signal_connect(view_.get(), "load-failed", G_CALLBACK(onLoadFailed), this);
+  g_signal_connect(view_.get(), "web-process-terminated", G_CALLBACK(onTerminated), this);
+  g_signal_connect(view_.get(), "notify::uri", G_CALLBACK(onUrlChanged), this);
+  g_signal_connect(view_.get(), "create", G_CALLBACK(onCreate), this);
+}
+
+void WebViewHost::addHandlers(const std::vector<std::string>& names) {
+  WebKitUserContentManager* manager = webkit_web_view_get_user_content_manager(view_.get());
+  for (const std::string& name : names) {
+    if (name.empty() || !webkit_user_content_manager_register_script_message_handler(
+                            manager, name.c_str(), nullptr)) {
+      continue;
+    }
+    handlers_.push_back(std::make_unique<Handler>(Handler{this, name}));
+    const std::string signal = "script-message-received::" + name;
+    g_signal_connect(manager, signal.c_str(), G_CALLBACK(onMessage), handlers_.back().get());
+  }
+}
+
+std::string WebViewHost::url() const {
+  const char* address = webkit_web_view_get_uri(view_.get());
+  return address == nullptr ? "" : address;
+}
+
+void WebViewHost::sendLoadEvent(const char* type) {
+  events_({{"type", type}, {"view", id_}, {"url", url()}});
+}
+
+gboolean WebViewHost::onDecidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
+                                     WebKitPolicyDecisionType type, gpointer self) {
+  return static_cast<WebViewHost*>(self)->policies_.ask(decision, type);
+}
+
+void WebViewHost::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self) {
+  auto* host = static_cast<WebViewHost*>(self);
+  if (event == WEBKIT_LOAD_STARTED) {
+    host->failed_ = false;
+    host->sendLoadEvent("web.started");
+  }
+  // The engine also calls a load that failed finished.
+  if (event == WEBKIT_LOAD_FINISHED && !host->failed_) host->sendLoadEvent("web.finished");
+}
+
+gboolean WebViewHost::onLoadFailed(WebKitWebView*, WebKitLoadEvent event, const char* url,
+                                   GError* error, gpointer self) {
+  auto* host = static_cast<WebViewHost*>(self);
+  host->failed_ = true;
+  host->events_({{"type", event == WEBKIT_LOAD_STARTED ? "web.provisionalFailed" : "web.failed"},
+                 {"view", host->id_},
+                 {"url", url},
+                 {"error", error->message}});
+  return TRUE;  // the engine's own error page stays away
+}
+
+void WebViewHost::onTerminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer self) {
+  const auto* host = static_cast<WebViewHost*>(self);
+  host->events_({{"type", "web.terminated"}, {"view", host->id_}});
+}
+
+void WebViewHost::onUrlChanged(GObject*, GParamSpec*, gpointer self) {
+  static_cast<WebViewHost*>(self)->sendLoadEvent("web.url");
+}
+
+GtkWidget* WebViewHost::onCreate(WebKitWebView*, WebKitNavigationAction* action, gpointer self) {
+  const auto* host = static_cast<WebViewHost*>(self);
+  host->events_({{"type", "web.window"},
+                 {"view", host->id_},
+                 {"url", addressOf(action)},
+                 {"target", "none"}});
+  return nullptr;
+}
+
+void WebViewHost::onMessage(WebKitUserContentManager*, JSCValue* value, gpointer data) {
+  const auto* handler = static_cast<Handler*>(data);
+  const WebViewHost* host = handler->host;
+  const ScriptValue body = readScriptValue(value);
+  if (!body.error.empty()) {
+    return sendLog(host->events_, "web host: a page's message was left out: " + body.error);
+  }
+  WebHostMessage message{{"type", "web.message"}, {"view", host->id_}, {"name", handler->name}};
+  if (body.value) message["body"] = *body.value;
+  host->events_(message);
+}
+
+}  // namespace zovk

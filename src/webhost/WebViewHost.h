@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <webkit/webkit.h>
+
+#include "webhost/Events.h"
+#include "webhost/GObjectPtr.h"
+#include "webhost/PolicyBook.h"
+
+namespace zovk {
+
+/// One web view: carries out the game's commands and sends what happens in the page.
+class WebViewHost {
+ public:
+  WebViewHost(Id id, GObjectPtr<WebKitWebView> view, const std::vector<std::string>& handlers,
+              EventSink events);
+  ~WebViewHost();
+  WebViewHost(const WebViewHost&) = delete;
+  WebViewHost& operator=(const WebViewHost&) = delete;
+
+  WebKitWebView* view() const { return view_.get(); }
+  GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }
+  void load(const std::string& url);
+  void stop();
+  void reload();
+  void terminate();
+  void evaluate(Id request, const std::string& script);
+  void decide(Id number, bool allow) { policies_.decide(number, allow); }
+
+ private:
+  struct Handler {
+    WebViewHost* host;
+    std::string name;
+  };
+  static gboolean onDecidePolicy(WebKitWebView* view, WebKitPolicyDecision* decision,
+                                 WebKitPolicyDecisionType type, gpointer self);
+  static void onLoadChanged(WebKitWebView* view, WebKitLoadEvent event, gpointer self);
+  static gboolean onLoadFailed(WebKitWebView* view, WebKitLoadEvent event, const char* url,
+                               GError* error, gpointer self);
+  static void onTerminated(WebKitWebView* view, WebKitWebProcessTerminationReason reason,
+                           gpointer self);
+  static void onUrlChanged(GObject* view, GParamSpec* property, gpointer self);
+  static GtkWidget* onCreate(WebKitWebView* view, WebKitNavigationAction* action, gpointer self);
+  static void onMessage(WebKitUserContentManager* manager, JSCValue* value, gpointer handler);
+  void connectSignals();
+  void addHandlers(const std::vector<std::string>& names);
+  void sendLoadEvent(const char* type);
+  std::string url() const;
+
+  Id id_;
+  GObjectPtr<WebKitWebView> view_;
+  EventSink events_;
+  PolicyBook policies_;
+  std::vector<std::unique_ptr<Handler>> handlers_;
+  bool failed_ = false;
+};
+
+}  // namespace zovk

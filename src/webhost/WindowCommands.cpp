@@ -1,0 +1,69 @@
+#include "webhost/Commands.h"
+#include "webhost/Host.h"
+#include "webhost/Snapshot.h"
+#include "webhost/UrlOpener.h"
+
+namespace zovk {
+namespace {
+
+void createWindow(Host& host, const Arguments& arguments) {
+  const Id id = arguments.id("window");
+  const Id view = arguments.id("view");
+  host.openWindow(id, view, arguments.frame("frame"));
+}
+
+void setWindowBackground(Host& host, const Arguments& arguments) {
+  const GdkRGBA color = arguments.color("color");
+  if (WindowHost* window = host.window(arguments.id("window"))) window->setBackground(color);
+}
+
+void showWindow(Host& host, const Arguments& arguments) {
+  if (WindowHost* window = host.window(arguments.id("window"))) window->show(host.game());
+}
+
+void closeWindow(Host& host, const Arguments& arguments) {
+  host.closeWindow(arguments.id("window"));
+}
+
+void afterPaint(const Host& host, Id windowId, const std::function<void()>& next) {
+  WindowHost* window = host.window(windowId);
+  window == nullptr ? next() : window->whenPainted(next);
+}
+
+void takeSnapshot(Host& host, const Arguments& arguments) {
+  const Id id = arguments.id("id");
+  const Id windowId = arguments.id("window");
+  const auto finish = [&host, id, windowId, path = arguments.text("path")] {
+    const WindowHost* window = host.window(windowId);
+    const bool done =
+        window != nullptr && window->isShown() && writeSnapshot(window->widget(), path);
+    host.events()({{"type", "snapshot.done"}, {"id", id}, {"done", done}});
+  };
+  const auto afterPage = [&host, windowId, finish] { afterPaint(host, windowId, finish); };
+  const WebViewHost* page = host.webViewIn(windowId);
+  page == nullptr ? afterPage() : whenPagePainted(page->view(), afterPage);
+}
+
+void sync(Host& host, const Arguments& arguments) {
+  const Id id = arguments.id("id");
+  const auto finish = [&host, id] { host.events()({{"type", "synced"}, {"id", id}}); };
+  afterPaint(host, arguments.id("window"), finish);
+}
+
+void openAddress(Host& host, const Arguments& arguments) {
+  openUrl(arguments.id("id"), arguments.text("url"), host.events());
+}
+
+}  // namespace
+
+void addWindowCommands(CommandTable& table) {
+  table["window.create"] = createWindow;
+  table["window.background"] = setWindowBackground;
+  table["window.show"] = showWindow;
+  table["window.close"] = closeWindow;
+  table["snapshot"] = takeSnapshot;
+  table["sync"] = sync;
+  table["url.open"] = openAddress;
+}
+
+}  // namespace zovk

@@ -1,0 +1,50 @@
+// The helper that shows popups for a game. It is started by the library, with one end of a socket
+// pair as descriptor 3, and ends when that socket closes.
+
+#include <cstdio>
+#include <memory>
+
+#include <glib.h>
+#include <sys/socket.h>
+
+#include "webhost/Connection.h"
+#include "webhost/Dispatcher.h"
+#include "webhost/ParentWatch.h"
+
+namespace {
+
+bool hasSocket() {
+  int type = 0;
+  socklen_t size = sizeof type;
+  return getsockopt(zovk::kWebHostDescriptor, SOL_SOCKET, SO_TYPE, &type, &size) == 0;
+}
+
+void run() {
+  const std::unique_ptr<GMainLoop, decltype(&g_main_loop_unref)> loop(
+      g_main_loop_new(nullptr, FALSE), &g_main_loop_unref);
+  const auto quit = [&loop] { g_main_loop_quit(loop.get()); };
+  std::unique_ptr<zovk::Dispatcher> dispatcher;
+  zovk::Connection connection(
+      zovk::kWebHostDescriptor,
+      [&dispatcher](const zovk::WebHostMessage& message) { dispatcher->receive(message); }, quit);
+  dispatcher = std::make_unique<zovk::Dispatcher>(
+      [&connection](const zovk::WebHostMessage& event) { connection.send(event); },
+      zovk::Control{[&connection] { connection.pause(); }, [&connection] { connection.resume(); },
+                    quit});
+  const zovk::ParentWatch parent(quit);
+  g_main_loop_run(loop.get());
+  connection.drain();
+}
+
+}  // namespace
+
+int main() {
+  if (!hasSocket()) {
+    std::fputs("zovkpopup-webhost is started by a game, not by hand\n", stderr);
+    return 2;
+  }
+  // Games often run where GL is software or spoken for; drawing without it is the safe choice.
+  g_setenv("GSK_RENDERER", "cairo", FALSE);
+  run();
+  return 0;
+}

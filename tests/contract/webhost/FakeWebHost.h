@@ -1,0 +1,95 @@
+#pragma once
+
+#include <array>
+#include <deque>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <boost/json.hpp>
+#include <sys/socket.h>
+
+#include "platform/linux/WebHostLauncher.h"
+#include "webprotocol/FrameCodec.h"
+
+namespace zovk {
+
+/// The helper's end of the socket, played by a test. Neither side waits for the other.
+class FakeWebHost {
+ public:
+  explicit FakeWebHost(UniqueFd socket) : socket_(std::move(socket)) {}
+
+  /// The commands that came since the last call, as JSON.
+  std::vector<std::string> commands() {
+    std::vector<std::string> texts;
+    for (const WebHostMessage& message : messages()) {
+      texts.push_back(boost::json::serialize(message));
+    }
+    return texts;
+  }
+  /// The same, of one type only.
+  std::vector<WebHostMessage> messages(const std::string& type = {}) {
+    std::array<char, 65536> bytes{};
+    ssize_t length = 0;
+    while ((length = ::recv(socket_.get(), bytes.data(), bytes.size(), MSG_DONTWAIT)) > 0) {
+      decoder_.feed({bytes.data(), static_cast<std::size_t>(length)});
+    }
+    sawEnd_ = sawEnd_ || length == 0;
+    std::vector<WebHostMessage> found;
+    while (const auto message = decoder_.next()) {
+      if (type.empty() || message->at("type").as_string() == type) found.push_back(*message);
+    }
+    return found;
+  }
+  void send(const std::string& json) {
+    sendBytes(*encodeFrame(boost::json::parse(json).as_object()));
+  }
+  void sendBytes(const std::string& bytes) {
+    const ssize_t sent = ::send(socket_.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    if (sent != static_cast<ssize_t>(bytes.size())) throw std::runtime_error("the game hung up");
+  }
+  void becomeReady() {
+    send(R"({"type":"ready","version":1,"screen":[0,0,1280,800],"schemes":["http","mailto"]})");
+  }
+  void die() { socket_.reset(); }
+  bool sawEnd() {
+    messages();
+    return sawEnd_;
+  }
+
+ private:
+  UniqueFd socket_;
+  FrameDecoder decoder_;
+  bool sawEnd_ = false;
+};
+
+/// Starts fakes instead of processes.
+class FakeWebHosts {
+ public:
+  WebHostLauncher launcher() {
+    WebHostLauncher launcher;
+    launcher.start = [this] { return start(); };
+    return launcher;
+  }
+  FakeWebHost& last() { return hosts_.back(); }
+  std::size_t count() const { return hosts_.size(); }
+  /// From now on no helper can be started.
+  void refuse(std::string error) { refusal_ = std::move(error); }
+  void accept() { refusal_.clear(); }
+
+ private:
+  WebHostLauncher::Started start() {
+    if (!refusal_.empty()) return {{}, std::nullopt, refusal_};
+    std::array<int, 2> ends{};
+    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
+      throw std::runtime_error("no socket");
+    }
+    hosts_.emplace_back(UniqueFd(ends[1]));
+    return {UniqueFd(ends[0]), std::nullopt, {}};
+  }
+
+  std::deque<FakeWebHost> hosts_;
+  std::string refusal_;
+};
+
+}  // namespace zovk

@@ -1,0 +1,10 @@
+# The client of the helper program, with fakes for the helper. Included from this folder.
+zovkpopup_tests(zovkpopup_webhost_client_tests
+  SOURCES
+    webhost/CommandsTest.cpp
+    webhost/EventsTest.cpp
+    webhost/ProcessTest.cpp
+    webhost/RecoveryTest.cpp
+    webhost/WindowTest.cpp
+  LINK zovkpopup_platform_linux fmt::fmt Boost::json
+  LABEL contract)

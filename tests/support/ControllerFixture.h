@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "presentation/ZOVKPopupViewController.h"
+#include "support/EngineFixture.h"
+#include "support/LogMessages.h"
+
+namespace zovk {
+
+/// A page controller in a window of its own, without the engine's display queue.
+class ControllerFixture : public EngineFixture {
+ protected:
+  ControllerFixture() {
+    engine();
+    ZOVKPopupViewController::setNeedRefresh(false);
+    window_ = memory().userInterface.makeWindow({0, 0, 1080, 1920});
+    controller_ = makeController();
+  }
+  ~ControllerFixture() override { window_->setRootViewController(nullptr); }
+
+  std::shared_ptr<ZOVKPopupViewController> makeController() {
+    auto controller = std::make_shared<ZOVKPopupViewController>(
+        memory().shared(),
+        [this](const std::optional<std::string>& data, boost::json::object* extraJson) {
+          return engine().parseConditionPopupResp(data, extraJson);
+        });
+    controller->setLoginState("1001", "key", {7, "open", "token", "jwt"});
+    return controller;
+  }
+
+  ZOVKPopupViewController& controller() { return *controller_; }
+  std::shared_ptr<MemoryWindow> window() { return memory().userInterface.frontWindow(); }
+  std::shared_ptr<MemoryLayout> layout() { return memory().userInterface.frontLayout(); }
+
+  /// Shows the popups, in a run of their own, and runs what that brings about.
+  void show(std::vector<ZOVKPopupModel> popups) {
+    if (window()->rootViewController() != nullptr) controller_ = makeController();
+    controller_->showPopup(listOf(std::move(popups)), window_.get(), recordAnswer());
+    settle();
+  }
+  /// Tears the controller down, as the display queue does when a run has ended.
+  void close() { window_->setRootViewController(nullptr); }
+  /// The player presses the button that is connected to `action`.
+  void press(const std::string& action) {
+    layout()->press(action);
+    settle();
+  }
+  std::string sceneOnScreen() const {
+    return controller_->currentModel() != nullptr ? controller_->currentModel()->scene : "";
+  }
+
+ private:
+  std::shared_ptr<Window> window_;
+  std::shared_ptr<ZOVKPopupViewController> controller_;
+};
+
+}  // namespace zovk

@@ -1,0 +1,12 @@
+set(ZOVK_MEMORY_TESTS
+  ${CMAKE_CURRENT_LIST_DIR}/MemoryFactsTest.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/MemoryFileFaultsTest.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/MemoryFileSystemTest.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/MemoryPlatformTest.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/MemorySchedulerTest.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/MemorySchedulerThreadsTest.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/MemoryUrlSessionTest.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/MemoryUserInterfaceTest.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/MemoryViewTest.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/MemoryWebViewTest.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/MemoryWindowTest.cpp)

@@ -1,0 +1,86 @@
+#include "support/ControllerFixture.h"
+
+namespace zovk {
+namespace {
+
+class TearDown : public ControllerFixture {};
+
+TEST_F(TearDown, LetsEverythingGoWithoutAnswering) {
+  show({webPage("a"), webPage("b")});
+  const std::weak_ptr<MemoryWebView> view = page();
+  close();
+  EXPECT_TRUE(view.expired());
+  EXPECT_EQ(memory().userInterface.liveLayouts(), 0U);
+  EXPECT_EQ(controller().currentModel(), nullptr);
+  EXPECT_TRUE(controller().popupArr().empty());
+  settle();
+  EXPECT_TRUE(answers().empty());
+}
+
+TEST_F(TearDown, FreesAControllerThatNobodyElseHolds) {
+  auto lone = makeController();
+  const std::weak_ptr<ZOVKPopupViewController> weak = lone;
+  lone->showPopup(listOf({webPage("a")}), window().get(), nullptr);
+  settle();
+  lone.reset();
+  EXPECT_FALSE(weak.expired()) << "page, handler and controller hold one another";
+  close();
+  EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(TearDown, StopsTheWebViewAndTakesItOutOfTheWindow) {
+  show({webPage("a")});
+  const auto view = page();
+  close();
+  EXPECT_EQ(view->stopCount(), 1);
+  EXPECT_FALSE(view->node().isInWindow());
+  EXPECT_TRUE(view->navigate("https://other.example/").allowed()) << "it has no delegate any more";
+}
+
+TEST_F(TearDown, BeforeTheFirstPopupIsOnScreenShowsNone) {
+  controller().showPopup(listOf({webPage("a")}), window().get(), recordAnswer());
+  close();
+  settle();
+  EXPECT_TRUE(answers().empty());
+  EXPECT_FALSE(log().contains("Start show a"));
+}
+
+TEST_F(TearDown, MakesLateCallsOfEveryKindDoNothing) {
+  show({webPage("a"), webPage("b")});
+  const auto view = page();
+  close();
+  log().clear();
+  view->postMessage("ZOVKPopup", boost::json::value(resultText("cancel")));
+  for (const char* action : {"rejectButtonDidClicked", "confirmButtonDidClicked",
+                             "returnButtonClicked", "crossButtonClicked", "refreshButtonClicked"}) {
+    controller().performAction(action);
+  }
+  controller().handleCallbackMessage(1, "late");
+  controller().updateViewConstraints();
+  controller().didFinishNavigation();
+  controller().webContentProcessDidTerminate();
+  controller().createWebView({"https://late.example/", TargetFrame::kNone});
+  controller().interfaceDidFail("late");
+  controller().tearDown();
+  std::optional<NavigationPolicy> decided;
+  controller().decidePolicyForNavigationAction({webPage("a").uri, TargetFrame::kMain},
+                                               [&](NavigationPolicy policy) { decided = policy; });
+  settle();
+  EXPECT_EQ(decided, NavigationPolicy::kCancel);
+  EXPECT_EQ(view->loads().size(), 1U);
+  EXPECT_TRUE(answers().empty());
+  EXPECT_FALSE(log().contains("Finish show"));
+}
+
+TEST_F(TearDown, BetweenAChoiceAndTheMainQueueShowsNoOtherPopup) {
+  show({webPage("a"), webPage("b")});
+  const auto view = page();
+  post("skip");
+  close();
+  settle();
+  EXPECT_EQ(view->loads().size(), 1U);
+  EXPECT_TRUE(answers().empty());
+}
+
+}  // namespace
+}  // namespace zovk

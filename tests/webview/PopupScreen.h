@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+
+#include "WebHostProcess.h"
+
+namespace zovk {
+
+/// The screen that a game builds: window 1 with root view 1, layout 1 with root view 2 and its
+/// outlets from view 10 on, web view 50 behind the buttons.
+class PopupScreen {
+ public:
+  static constexpr int kWindow = 1;
+  static constexpr int kRoot = 1;
+  static constexpr int kLayoutRoot = 2;
+  static constexpr int kWebView = 50;
+  static constexpr int kLeft = 60;
+  static constexpr int kTop = 40;
+  static constexpr int kWidth = 390;
+  static constexpr int kHeight = 700;
+
+  explicit PopupScreen(WebHostProcess& helper) : helper_(helper) {}
+
+  void createWindow();
+  void loadLayout(const std::string& name = "ZOVKPopupView",
+                  const std::string& bundle = WEBHOST_BUNDLE);
+  void createWebView();
+  void show();
+  /// All of the above.
+  void open();
+  /// Loads one of the test's pages and allows its first navigation.
+  void loadPage(const std::string& name);
+  /// All of the above.
+  void openPage(const std::string& name);
+
+  static int view(const std::string& outlet);
+  /// Has the page run a script; its result, or the error's text.
+  boost::json::value evaluate(const std::string& script);
+  /// The place of a view in its window, once it is seen.
+  boost::json::array place(int view);
+  void hide(const std::string& outlet, bool hidden = true);
+  /// A real click of the pointer on the middle of a button.
+  void click(const std::string& outlet);
+  static std::string pageUrl(const std::string& name);
+
+ private:
+  WebHostProcess& helper_;
+  int lastEvaluation_ = 100;
+};
+
+}  // namespace zovk

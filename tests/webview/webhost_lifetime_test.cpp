@@ -1,0 +1,153 @@
+#include <array>
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "PopupScreen.h"
+
+namespace zovk {
+namespace {
+
+/// A process that starts a helper and then does nothing, as a game that hangs.
+struct Starter {
+  pid_t pid = -1;
+  pid_t helper = -1;
+
+  /// `ends` are the ends of a socket pair, the game's and the helper's.
+  explicit Starter(const std::array<int, 2>& ends) {
+    std::array<int, 2> pipeEnds{};
+    if (pipe(pipeEnds.data()) != 0) return;
+    pid = fork();
+    if (pid == 0) {
+      const pid_t started = spawnWebHost(ends[1]);
+      close(ends[1]);
+      if (write(pipeEnds[1], &started, sizeof started) > 0) pause();
+      _exit(0);
+    }
+    if (read(pipeEnds[0], &helper, sizeof helper) != sizeof helper) helper = -1;
+    close(pipeEnds[0]);
+    close(pipeEnds[1]);
+    close(ends[1]);
+  }
+
+  void die() const {
+    kill(pid, SIGKILL);
+    waitpid(pid, nullptr, 0);
+  }
+};
+
+std::array<int, 2> socketPair() {
+  std::array<int, 2> ends{};
+  EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()), 0);
+  return ends;
+}
+
+void greet(int socket) {
+  const std::string frame = encodeFrame({{"type", "hello"},
+                                         {"version", 1},
+                                         {"application", "org.example.webhost-test"},
+                                         {"dataDirectory", testing::TempDir()},
+                                         {"nativeWindow", 0},
+                                         {"developerTools", false}})
+                                .value();
+  ASSERT_EQ(send(socket, frame.data(), frame.size(), 0), static_cast<ssize_t>(frame.size()));
+  char first = 0;
+  ASSERT_EQ(recv(socket, &first, 1, 0), 1);  // the beginning of `ready`
+}
+
+TEST(WebHostLifetime, EndsWhenTheSocketCloses) {
+  WebHostProcess helper;
+  helper.closeSocket();
+  EXPECT_EQ(helper.awaitEnd(), 0);
+}
+
+TEST(WebHostLifetime, EndsWhenTheSocketClosesWhileAPageIsShown) {
+  WebHostProcess helper;
+  PopupScreen screen(helper);
+  screen.openPage("plain.html");
+  helper.closeSocket();
+  EXPECT_EQ(helper.awaitEnd(), 0);
+}
+
+TEST(WebHostLifetime, EndsWhenTheGameIsKilled) {
+  const std::array<int, 2> ends = socketPair();
+  const Starter game(ends);
+  ASSERT_GT(game.helper, 0);
+  greet(ends[0]);
+  close(ends[0]);  // the game holds the only other copy
+  game.die();
+  EXPECT_TRUE(endsSoon(game.helper));
+}
+
+TEST(WebHostLifetime, EndsWhenTheGameIsKilledButItsSocketIsHeldElsewhere) {
+  const std::array<int, 2> ends = socketPair();
+  const Starter game(ends);
+  ASSERT_GT(game.helper, 0);
+  greet(ends[0]);
+  game.die();
+  EXPECT_TRUE(endsSoon(game.helper));
+  close(ends[0]);
+}
+
+TEST(WebHostLifetime, IgnoresTheWishOfTheWindowManagerToClose) {
+  WebHostProcess helper;
+  PopupScreen screen(helper);
+  screen.openPage("plain.html");
+  helper.await("window.key", {{"window", 1}, {"key", true}});
+  ASSERT_EQ(runProgram({"xdotool", "key", "alt+F4"}), 0);
+  screen.evaluate("1");
+  const std::string path = (helper.directory() / "still.png").string();
+  helper.send({{"type", "snapshot"}, {"id", 1}, {"window", 1}, {"path", path}});
+  helper.await("snapshot.done", {{"id", 1}, {"done", true}});
+  EXPECT_EQ(screen.evaluate("document.title"), "Plain");
+}
+
+TEST(WebHostLifetime, SurvivesWindowsThatCloseBeforeTheyAreSeen) {
+  WebHostProcess helper;
+  PopupScreen screen(helper);
+  screen.createWindow();
+  helper.send({{"type", "window.close"}, {"window", 1}});
+  for (int window = 2; window < 8; ++window) {
+    helper.send({{"type", "window.create"},
+                 {"window", window},
+                 {"view", window},
+                 {"frame", {0, 0, 300, 200}}});
+    helper.send({{"type", "window.show"}, {"window", window}});
+    helper.send({{"type", "window.close"}, {"window", window}});
+  }
+  helper.send({{"type", "window.create"}, {"window", 8}, {"view", 8}, {"frame", {0, 0, 300, 200}}});
+  helper.send({{"type", "window.show"}, {"window", 8}});
+  helper.sync(8);
+  helper.await("window.size", {{"window", 8}, {"width", 300}, {"height", 200}});
+}
+
+TEST(WebHostLifetime, ShowsManyPopupsAfterAnother) {
+  WebHostProcess helper;
+  for (int i = 0; i < 5; ++i) {
+    helper.send({{"type", "window.create"},
+                 {"window", 10 + i},
+                 {"view", 100 + i},
+                 {"frame", {0, 0, 300, 200}}});
+    helper.send({{"type", "web.create"},
+                 {"view", 200 + i},
+                 {"handlers", {"ZOVKPopup"}},
+                 {"inlineMedia", true},
+                 {"mobile", true},
+                 {"bounces", true},
+                 {"scrollIndicator", false},
+                 {"adjustInset", false},
+                 {"opaque", false}});
+    helper.send({{"type", "view.add"}, {"view", 100 + i}, {"child", 200 + i}});
+    helper.send({{"type", "window.show"}, {"window", 10 + i}});
+    helper.send({{"type", "web.evaluate"}, {"view", 200 + i}, {"id", i + 1}, {"script", "5"}});
+    EXPECT_EQ(helper.await("web.evaluated", {{"id", i + 1}}).at("value"), 5);
+    helper.send({{"type", "window.close"}, {"window", 10 + i}});
+  }
+  helper.sync();
+}
+
+}  // namespace
+}  // namespace zovk

@@ -1,0 +1,182 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "PopupScreen.h"
+
+namespace zovk {
+namespace {
+
+class WebHostPage : public testing::Test {
+ protected:
+  WebHostProcess helper_;
+  PopupScreen screen_{helper_};
+};
+
+constexpr int kWebView = PopupScreen::kWebView;
+
+TEST_F(WebHostPage, StartsAndFinishesWithItsAddress) {
+  screen_.open();
+  const boost::json::value url(PopupScreen::pageUrl("plain.html"));
+  helper_.send({{"type", "web.load"}, {"view", kWebView}, {"url", url}});
+  const WebHostMessage question = helper_.await("web.policy");
+  EXPECT_EQ(question.at("url"), url);
+  EXPECT_EQ(question.at("target"), "main");
+  EXPECT_FALSE(helper_.came("web.finished"));
+  helper_.send({{"type", "web.decide"},
+                {"view", kWebView},
+                {"decision", question.at("decision")},
+                {"allow", true}});
+  helper_.await("web.started", {{"view", kWebView}, {"url", url}});
+  helper_.await("web.finished", {{"view", kWebView}, {"url", url}});
+  helper_.await("web.url", {{"view", kWebView}, {"url", url}});
+}
+
+TEST_F(WebHostPage, IsToldWithoutAWindowToo) {
+  screen_.createWebView();
+  screen_.loadPage("plain.html");
+  EXPECT_EQ(screen_.evaluate("document.title"), "Plain");
+}
+
+TEST_F(WebHostPage, ReportsAFileThatIsNotThereAsFailedBeforeItBegan) {
+  screen_.open();
+  helper_.send({{"type", "web.loadFile"},
+                {"view", kWebView},
+                {"url", "file:///nowhere/page.html"},
+                {"readAccess", "file:///nowhere/page.html"}});
+  const WebHostMessage question = helper_.await("web.policy");
+  helper_.send({{"type", "web.decide"},
+                {"view", kWebView},
+                {"decision", question.at("decision")},
+                {"allow", true}});
+  const WebHostMessage failure = helper_.await("web.provisionalFailed", {{"view", kWebView}});
+  EXPECT_EQ(failure.at("url"), "file:///nowhere/page.html");
+  EXPECT_FALSE(failure.at("error").as_string().empty());
+  EXPECT_FALSE(helper_.came("web.finished"));
+}
+
+TEST_F(WebHostPage, TakesAnEmptyFileAddress) {
+  screen_.open();
+  for (const char* url : {"file://", "", "no address at all", "http://"}) {
+    helper_.send({{"type", "web.loadFile"}, {"view", kWebView}, {"url", url}, {"readAccess", url}});
+  }
+  screen_.evaluate("1");
+  helper_.sync();
+}
+
+TEST_F(WebHostPage, GivesTheValueOfAScript) {
+  screen_.openPage("plain.html");
+  EXPECT_EQ(screen_.evaluate("1 + 1"), 2);
+  EXPECT_EQ(screen_.evaluate("'a\\u00e4\\u{1F600}'"), "a\xC3\xA4\xF0\x9F\x98\x80");
+  EXPECT_EQ(screen_.evaluate("({a: [1, null, 'x']})"),
+            (boost::json::value{{"a", {1, nullptr, "x"}}}));
+  EXPECT_EQ(screen_.evaluate("undefined"), nullptr);
+}
+
+TEST_F(WebHostPage, GivesTheErrorOfAScript) {
+  screen_.openPage("plain.html");
+  helper_.send({{"type", "web.evaluate"},
+                {"view", kWebView},
+                {"id", 1},
+                {"script", "throw new Error('no')"}});
+  const WebHostMessage result = helper_.await("web.evaluated", {{"id", 1}});
+  EXPECT_FALSE(result.contains("value"));
+  EXPECT_NE(std::string(result.at("error").as_string()).find("no"), std::string::npos);
+}
+
+TEST_F(WebHostPage, CannotGiveAFunctionAsTheValueOfAScript) {
+  screen_.openPage("plain.html");
+  helper_.send(
+      {{"type", "web.evaluate"}, {"view", kWebView}, {"id", 1}, {"script", "(function () {})"}});
+  EXPECT_FALSE(helper_.await("web.evaluated", {{"id", 1}}).at("error").as_string().empty());
+}
+
+TEST_F(WebHostPage, TellsWhenItsProcessEndedAndLoadsAgain) {
+  screen_.openPage("plain.html");
+  helper_.send({{"type", "web.terminate"}, {"view", kWebView}});
+  helper_.await("web.terminated", {{"view", kWebView}});
+  helper_.send({{"type", "web.reload"}, {"view", kWebView}});
+  const WebHostMessage question = helper_.await("web.policy");
+  helper_.send({{"type", "web.decide"},
+                {"view", kWebView},
+                {"decision", question.at("decision")},
+                {"allow", true}});
+  helper_.await("web.finished");
+  EXPECT_EQ(screen_.evaluate("document.title"), "Plain");
+}
+
+TEST_F(WebHostPage, TakesInNoFileBesideIt) {
+  screen_.openPage("neighbours.html");
+  EXPECT_EQ(screen_.evaluate("document.getElementById('picture').naturalWidth"), 0);
+  EXPECT_EQ(screen_.evaluate("typeof window.neighbour"), "undefined");
+  EXPECT_NE(screen_.evaluate("getComputedStyle(document.body).color"), "rgb(1, 2, 3)");
+}
+
+TEST_F(WebHostPage, EmbedsNoOtherFileEvenIfTheGameAllowsIt) {
+  screen_.open();
+  const std::string url = PopupScreen::pageUrl("framed.html");
+  helper_.send({{"type", "web.loadFile"}, {"view", kWebView}, {"url", url}, {"readAccess", url}});
+  for (int i = 0; i < 2; ++i) {
+    helper_.send({{"type", "web.decide"},
+                  {"view", kWebView},
+                  {"decision", helper_.await("web.policy").at("decision")},
+                  {"allow", true}});
+  }
+  helper_.await("web.finished");
+  EXPECT_FALSE(helper_.came("web.message"));
+}
+
+TEST_F(WebHostPage, ReadsNoOtherFile) {
+  screen_.openPage("plain.html");
+  screen_.evaluate(
+      "fetch('other.html').then(r => r.text()).then("
+      "t => document.title = 'read', () => document.title = 'refused'); 0");
+  while (screen_.evaluate("document.title") == "Plain") helper_.sync();
+  EXPECT_EQ(screen_.evaluate("document.title"), "refused");
+}
+
+TEST_F(WebHostPage, CannotBlockItselfWithDialogs) {
+  screen_.openPage("plain.html");
+  EXPECT_EQ(screen_.evaluate("alert('hello'), confirm('sure?')"), false);
+  EXPECT_EQ(screen_.evaluate("prompt('name?')"), nullptr);
+}
+
+TEST_F(WebHostPage, IsAskedForAsAMobilePage) {
+  screen_.openPage("plain.html");
+  const boost::json::value agent = screen_.evaluate("navigator.userAgent");
+  EXPECT_NE(std::string(agent.as_string()).find(" Mobile Safari/"), std::string::npos) << agent;
+}
+
+TEST_F(WebHostPage, ShowsNoScrollIndicatorWhenTheGameWantsNone) {
+  screen_.openPage("plain.html");
+  screen_.evaluate("document.body.style.height = '5000px'");
+  EXPECT_EQ(screen_.evaluate("window.innerWidth - document.documentElement.clientWidth"), 0);
+}
+
+TEST_F(WebHostPage, IsGoneWhenItIsClosed) {
+  screen_.openPage("plain.html");
+  helper_.send({{"type", "web.close"}, {"view", kWebView}});
+  EXPECT_EQ(screen_.evaluate("1"), "the web view is gone");
+  helper_.sync();
+}
+
+TEST_F(WebHostPage, StaysWhenItMovesToAnotherLayout) {
+  screen_.openPage("plain.html");
+  screen_.evaluate("window.kept = 'yes'");
+  helper_.send({{"type", "layout.load"},
+                {"layout", 2},
+                {"view", 102},
+                {"bundle", WEBHOST_BUNDLE},
+                {"name", "ZOVKPopupViewLandscape"}});
+  helper_.send({{"type", "layout.outlet"}, {"layout", 2}, {"view", 110}, {"name", "contentView"}});
+  helper_.send({{"type", "view.add"}, {"view", PopupScreen::kRoot}, {"child", 102}});
+  helper_.send({{"type", "view.pinEdges"}, {"view", 102}, {"to", PopupScreen::kRoot}});
+  helper_.send({{"type", "view.add"}, {"view", 110}, {"child", kWebView}});
+  helper_.send({{"type", "view.pinEdges"}, {"view", kWebView}, {"to", 110}});
+  helper_.send({{"type", "layout.close"}, {"layout", 1}});
+  helper_.sync();
+  EXPECT_EQ(screen_.evaluate("window.kept"), "yes");
+}
+
+}  // namespace
+}  // namespace zovk

@@ -1,0 +1,123 @@
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include <boost/json/array.hpp>
+#include <gtest/gtest.h>
+
+#include "OtherWindow.h"
+#include "PopupScreen.h"
+
+namespace zovk {
+namespace {
+
+TEST(WebHostWindow, TakesTheFrameOfTheGame) {
+  WebHostProcess helper;
+  PopupScreen screen(helper);
+  screen.createWindow();
+  screen.show();
+  const WebHostMessage size = helper.await("window.size", {{"window", 1}});
+  EXPECT_EQ(size.at("width"), PopupScreen::kWidth);
+  EXPECT_EQ(size.at("height"), PopupScreen::kHeight);
+  EXPECT_EQ(size.at("safeArea"), (boost::json::array{0, 0, 0, 0}));
+}
+
+TEST(WebHostWindow, FillsTheScreenWhenTheFrameIsEmpty) {
+  WebHostProcess helper;
+  const boost::json::array screen = helper.ready().at("screen").as_array();
+  helper.send({{"type", "window.create"}, {"window", 1}, {"view", 1}, {"frame", {0, 0, 0, 0}}});
+  helper.send({{"type", "window.show"}, {"window", 1}});
+  helper.await("window.size", {{"window", 1}, {"width", screen[2]}, {"height", screen[3]}});
+}
+
+TEST(WebHostWindow, BecomesTheKeyWindowWhenItIsShown) {
+  WebHostProcess helper;
+  PopupScreen screen(helper);
+  screen.open();
+  helper.await("window.key", {{"window", 1}, {"key", true}});
+}
+
+TEST(WebHostWindow, GivesKeysToThePage) {
+  WebHostProcess helper;
+  PopupScreen screen(helper);
+  screen.openPage("plain.html");
+  helper.await("window.key", {{"window", 1}, {"key", true}});
+  screen.evaluate(
+      "addEventListener('keydown', event => "
+      "window.webkit.messageHandlers.ZOVKPopup.postMessage(event.key)); 0");
+  ASSERT_EQ(runProgram({"xdotool", "key", "k"}), 0);
+  EXPECT_EQ(helper.await("web.message").at("body"), "k");
+}
+
+TEST(WebHostWindow, IsSeenInItsSnapshot) {
+  WebHostProcess helper;
+  PopupScreen screen(helper);
+  screen.openPage("plain.html");
+  const std::string path = (helper.directory() / "window.png").string();
+  helper.send({{"type", "snapshot"}, {"id", 1}, {"window", 1}, {"path", path}});
+  helper.await("snapshot.done", {{"id", 1}, {"done", true}});
+  // The page is of one green, #2e7d32, which must be what most of the picture shows.
+  const std::string colour = (helper.directory() / "colour.txt").string();
+  ASSERT_EQ(runProgram({"convert", path, "-gravity", "center", "-crop", "100x100+0+0", "-scale",
+                        "1x1!", "-depth", "8", "txt:" + colour}),
+            0);
+  std::ifstream file(colour);
+  const std::string text((std::istreambuf_iterator<char>(file)), {});
+  EXPECT_NE(text.find("#2E7D32"), std::string::npos) << text;
+}
+
+TEST(WebHostWindow, StandsBeforeTheWindowOfTheGame) {
+  OtherWindow game;
+  WebHostProcess helper(WebHostProcess::Start::kSilent);
+  WebHostMessage greeting = helper.greeting();
+  greeting["nativeWindow"] = game.id();
+  helper.send(greeting);
+  helper.await("ready");
+  PopupScreen screen(helper);
+  screen.open();
+  helper.await("window.key", {{"window", 1}, {"key", true}});
+  EXPECT_TRUE(game.hasTransient());
+}
+
+TEST(WebHostWindow, TellsWhenTheWindowOfTheGameBecomesActiveAndGivesItTheKeyboardBack) {
+  OtherWindow game;
+  WebHostProcess helper(WebHostProcess::Start::kSilent);
+  WebHostMessage greeting = helper.greeting();
+  greeting["nativeWindow"] = game.id();
+  helper.send(greeting);
+  helper.await("ready");
+  PopupScreen screen(helper);
+  screen.open();
+  helper.await("window.key", {{"window", 1}, {"key", true}});
+  game.awaitFocus(false);
+  game.activate();
+  helper.await("window.other");
+  helper.await("window.key", {{"window", 1}, {"key", false}});
+  helper.send({{"type", "window.show"}, {"window", 1}});
+  helper.await("window.key", {{"window", 1}, {"key", true}});
+  game.awaitFocus(false);
+  helper.send({{"type", "window.close"}, {"window", 1}});
+  game.awaitFocus(true);
+  helper.await("window.other");
+}
+
+TEST(WebHostWindow, SurvivesAWindowOfTheGameThatIsGone) {
+  std::uint64_t id = 0;
+  {
+    const OtherWindow gone;
+    id = gone.id();
+  }
+  WebHostProcess helper(WebHostProcess::Start::kSilent);
+  WebHostMessage greeting = helper.greeting();
+  greeting["nativeWindow"] = id;
+  helper.send(greeting);
+  helper.await("ready");
+  PopupScreen screen(helper);
+  screen.open();
+  helper.send({{"type", "window.close"}, {"window", 1}});
+  helper.sync();
+}
+
+}  // namespace
+}  // namespace zovk

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include <boost/json/object.hpp>
+
+#include "service/Folder.h"
+
+namespace zovk::service {
+
+/// The answer to a condition query by its name, from `checks.json`: a number stands for
+/// "need_popup", an object is the whole answer. A name that is not there needs no popup.
+boost::json::object answerCheck(const Folder& folder, const std::string& name);
+
+}  // namespace zovk::service

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace zovk::service {
+
+struct CloseDatabase {
+  void operator()(sqlite3* database) const;
+};
+struct FinalizeStatement {
+  void operator()(sqlite3_stmt* statement) const;
+};
+
+/// An SQLite file. One thread at a time. Failures throw std::runtime_error with SQLite's words.
+class Database {
+ public:
+  explicit Database(const std::string& path);
+
+  void run(const std::string& sql);
+  std::int64_t lastRowId() const;
+  sqlite3* handle() const { return handle_.get(); }
+
+ private:
+  std::unique_ptr<sqlite3, CloseDatabase> handle_;
+};
+
+/// One prepared statement; lives no longer than its database.
+class Statement {
+ public:
+  Statement(const Database& database, std::string_view sql);
+
+  /// Gives the next placeholder its value.
+  Statement& bind(std::string_view text);
+  Statement& bind(std::int64_t number);
+  /// Whether there is another row.
+  bool step();
+  std::string text(int column) const;
+  std::int64_t number(int column) const;
+
+ private:
+  const Database& database_;
+  std::unique_ptr<sqlite3_stmt, FinalizeStatement> handle_;
+  int bound_ = 0;
+};
+
+}  // namespace zovk::service

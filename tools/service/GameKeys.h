@@ -1,0 +1,26 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "service/Folder.h"
+
+namespace zovk::service {
+
+/// The keys of the games that the service knows: those given at start, then `games.json`.
+class GameKeys {
+ public:
+  /// Throws std::invalid_argument for a text that is not ID=KEY.
+  GameKeys(const Folder& folder, const std::vector<std::string>& idsAndKeys);
+
+  std::optional<std::string> keyOf(const std::string& gameId) const;
+  bool empty() const;
+
+ private:
+  const Folder& folder_;
+  std::map<std::string, std::string> given_;
+};
+
+}  // namespace zovk::service

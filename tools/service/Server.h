@@ -1,0 +1,82 @@
+#pragma once
+
+#include <functional>
+#include <future>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <httplib.h>
+
+#include "service/Certificate.h"
+#include "service/ConfigDocument.h"
+#include "service/FaultBook.h"
+#include "service/GameKeys.h"
+#include "service/Options.h"
+#include "service/Reports.h"
+#include "service/SignatureCheck.h"
+#include "service/StopSignal.h"
+
+namespace zovk::service {
+
+/// The whole service. The constructor takes the port, so that `base` is known; requests are
+/// answered, each on a thread of its own, from `start` on and until the object goes. Throws
+/// std::exception when it cannot be set up.
+class Server {
+ public:
+  /// Gets each report as one line of JSON, one call at a time.
+  using ReportSink = std::function<void(const std::string& line)>;
+
+  Server(const Options& options, ReportSink reportSink);
+  ~Server();
+  Server(const Server&) = delete;
+  Server& operator=(const Server&) = delete;
+
+  /// Returns once requests are answered.
+  void start();
+  /// Where it listens.
+  const std::string& address() const { return address_; }
+  bool knowsGames() const { return !keys_.empty(); }
+
+ private:
+  struct Call {
+    const httplib::Request& request;
+    const std::string& body;
+  };
+  using Endpoint = std::function<Answer(const Call&)>;
+  using SignedEndpoint = std::function<Answer(const Call&, const Caller&)>;
+
+  void setLimits(bool verbose);
+  int bind(const Options& options);
+  void addServiceEndpoints();
+  void addControlEndpoints();
+  void addErrorAnswers();
+
+  void get(const std::string& pattern, const Endpoint& endpoint);
+  void post(const std::string& pattern, const Endpoint& endpoint);
+  Endpoint withSignature(const SignedEndpoint& endpoint) const;
+  void reply(const Call& call, const Endpoint& endpoint, httplib::Response& response);
+
+  Answer answerConfig() const;
+  Answer answerReport(const Call& call, const Caller& caller);
+  Answer answerReportList(const Call& call) const;
+  Answer answerFault(const Call& call);
+
+  Folder folder_;
+  GameKeys keys_;
+  SignatureCheck signatures_;
+  Reports reports_;
+  FaultBook faults_;
+  ReportSink reportSink_;
+  Mutex reportMutex_;
+  StopSignal stop_;
+  std::unique_ptr<Certificate> certificate_;
+  std::unique_ptr<httplib::Server> http_;
+  int listener_ = -1;
+  int port_;
+  std::string address_;
+  std::optional<ConfigDocument> config_;
+  std::future<void> running_;
+};
+
+}  // namespace zovk::service

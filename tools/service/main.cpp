@@ -1,0 +1,63 @@
+#include <csignal>
+#include <cstdio>
+#include <exception>
+
+#include <pthread.h>
+
+#include "service/Loopback.h"
+#include "service/Options.h"
+#include "service/Server.h"
+
+namespace {
+
+void printLine(const std::string& line) {
+  std::fprintf(stdout, "%s\n", line.c_str());
+  std::fflush(stdout);
+}
+
+// Blocked in every thread, so that the main thread can wait for them like for anything else.
+sigset_t blockEndingSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  sigaddset(&signals, SIGTERM);
+  sigaddset(&signals, SIGINT);
+  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+  return signals;
+}
+
+void warn(const zovk::service::Options& options, const zovk::service::Server& server) {
+  if (!zovk::service::isLoopback(options.listen)) {
+    std::fprintf(stderr,
+                 "WARNING: listening on %s, which OTHER MACHINES MAY REACH. This is a development "
+                 "tool: it is not made to be exposed.\n",
+                 options.listen.c_str());
+  }
+  if (!server.knowsGames()) {
+    std::fprintf(stderr, "warning: no games are known (games.json, --game): all are refused\n");
+  }
+}
+
+int serve(const zovk::service::Options& options) {
+  const sigset_t ending = blockEndingSignals();
+  zovk::service::Server server(options, printLine);
+  warn(options, server);
+  server.start();
+  printLine("listening on " + server.address());
+  int signal = 0;
+  while (sigwait(&ending, &signal) != 0) {
+  }
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const auto options = zovk::service::parseOptions(argc, argv);
+  if (const int* code = std::get_if<int>(&options)) return *code;
+  try {
+    return serve(std::get<zovk::service::Options>(options));
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "zovkpopup-service: %s\n", error.what());
+    return 1;
+  }
+}
