@@ -57,7 +57,7 @@ int main(int argc, char** argv) {
   using namespace zovk;
   const int runs = argc > 1 ? std::atoi(argv[1]) : 1000;
   LocalBundle bundle;
-  TemporaryDirectory home;
+  ScratchDirectory home;
   ZOVKPopupModel page;
   page.scene = "page";
   page.pop_freq = 2;

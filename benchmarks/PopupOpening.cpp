@@ -100,7 +100,7 @@ int main(int /*argc*/, char** argv) {
   const std::string bare =
       (std::filesystem::path(argv[0]).parent_path() / "zovkpopup-bare-webkit").string();
   LocalBundle bundle;
-  TemporaryDirectory home;
+  ScratchDirectory home;
   ZOVKPopupModel page;
   page.scene = "page";
   page.pop_freq = 2;

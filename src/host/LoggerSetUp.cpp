@@ -7,13 +7,13 @@
 namespace zovk {
 namespace {
 
-std::optional<std::string> settingBundlePath(const Platform& platform) {
-  return platform.bundles.mainBundle()->pathForResource("ZOVKAppSetting", "bundle");
+std::shared_ptr<const Bundle> settingBundle(const Platform& platform) {
+  const auto path = platform.bundles.mainBundle()->pathForResource("ZOVKAppSetting", "bundle");
+  return path ? platform.bundles.bundleWithPath(*path) : nullptr;
 }
 
 std::optional<std::string> settingText(const Platform& platform) {
-  const auto path = settingBundlePath(platform);
-  const auto bundle = path ? platform.bundles.bundleWithPath(*path) : nullptr;
+  const auto bundle = settingBundle(platform);
   const auto file = bundle ? bundle->pathForResource("ZOVKConfig", "ini") : std::nullopt;
   return file ? platform.files.read(*file) : std::nullopt;
 }
@@ -23,7 +23,7 @@ std::optional<std::string> settingText(const Platform& platform) {
 void setUpLogger(std::shared_ptr<Platform> platform) {
   LogEnvironment environment;
   environment.writeLine = [platform](std::string_view line) { platform->log.writeLine(line); };
-  environment.hasSettingBundle = [platform] { return settingBundlePath(*platform).has_value(); };
+  environment.hasSettingBundle = [platform] { return settingBundle(*platform) != nullptr; };
   environment.readSettingFile = [platform] { return settingText(*platform); };
   environment.infoFlag = [platform](std::string_view key) {
     return boolValue(platform->bundles.mainBundle()->infoDictionary(), key);

@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "support/ThreadSafety.h"
+#include "support/Utf8.h"
 
 namespace zovk {
 namespace {
@@ -87,7 +88,7 @@ void ZPLogger::getSetting() {
     return;
   }
   const auto text = source->readSettingFile ? source->readSettingFile() : std::nullopt;
-  if (!text) return;
+  if (!text || !isUtf8(*text)) return;
   const auto value = debugValueOfFile(*text);
   if (!value) return;
   writeDirectly("Success get ZOVK_DEBUG");

@@ -47,6 +47,8 @@ class ZPLogger {
   }
 
   /// Error line "[Error] message", written whatever the switch says. `level` is not looked at.
+  /// Where the first values are a literal, an int and a literal, the call reads like a debug line
+  /// and is one; `logError` has no such doubt.
   template <class... Values>
   static void ZPLog(int /*level*/, const char* format, const Values&... values) {
     LogValues store;
@@ -58,6 +60,8 @@ class ZPLogger {
   static void writeDirectly(std::string_view line);
 
  private:
+  template <class... Values>
+  friend void logError(const char* format, const Values&... values);
   // True when debug lines are to be written; decides the switch on the first call of the process.
   static bool debugDecided() {
     const Switch now = switch_.load(std::memory_order_acquire);
@@ -97,7 +101,9 @@ struct DebugLog {
 /// An error line.
 template <class... Values>
 void logError(const char* format, const Values&... values) {
-  ZPLogger::ZPLog(1, format, values...);
+  LogValues store;
+  (addLogValue(store, values), ...);
+  ZPLogger::writeErrorLine(format, store);
 }
 
 }  // namespace zovk

@@ -1,5 +1,6 @@
 #include "network/JsonNumbers.h"
 
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -31,12 +32,19 @@ std::string_view withoutLeadingSpace(std::string_view text) {
   return start == std::string_view::npos ? std::string_view() : text.substr(start);
 }
 
+// Whether a text says "nan" or "inf", which from_chars would read as numbers.
+bool beginsWithAWord(std::string_view text) {
+  if (text.starts_with('-')) text.remove_prefix(1);
+  return !text.empty() && std::isalpha(static_cast<unsigned char>(text.front())) != 0;
+}
+
 // Parses the number at the start of a text; from_chars knows no "+".
 template <class Number>
 Number leadingNumber(std::string_view text, Number tooLarge, Number tooSmall) {
   text = withoutLeadingSpace(text);
   if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
   Number number{};
+  if (beginsWithAWord(text)) return number;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error == std::errc::result_out_of_range) {
     return text.starts_with('-') ? tooSmall : tooLarge;

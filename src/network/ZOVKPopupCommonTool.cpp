@@ -21,6 +21,16 @@ void storePair(std::string_view piece, boost::json::object& pairs) {
   if (key && !key->empty() && value) pairs[*key] = *value;
 }
 
+// Why a text that was written as JSON is none: it holds a number without end, or is not UTF-8.
+boost::json::error_code faultOf(const std::string& text) {
+  constexpr std::size_t kDeepest = 512;
+  boost::json::parse_options options;
+  options.max_depth = kDeepest;
+  boost::json::error_code error;
+  boost::json::parse(text, error, {}, options);
+  return error;
+}
+
 std::string textOf(const boost::json::value& value) {
   if (const auto* text = value.if_string()) return std::string(*text);
   if (const bool* flag = value.if_bool()) return *flag ? "1" : "0";
@@ -33,6 +43,10 @@ std::optional<std::string> ZOVKPopupCommonTool::dictionaryToData(
     const std::optional<boost::json::object>& dictionary) {
   if (!dictionary || dictionary->empty()) return std::nullopt;
   std::string text = boost::json::serialize(*dictionary);
+  if (const auto error = faultOf(text)) {
+    logError("Dict to NSData error:%@", error.message());
+    return std::nullopt;
+  }
   std::erase_if(text, [](char c) { return c == ' ' || c == '\n' || c == '\r'; });
   return text;
 }

@@ -16,7 +16,7 @@ class ZOVKPopupCommonTool {
  public:
   /// JSON bytes of a dictionary without a single blank or line end, also inside its values: the
   /// signature of a request covers exactly the bytes that are sent. Absent for an absent or empty
-  /// dictionary.
+  /// dictionary, and, with an error line, for one that JSON cannot hold.
   static std::optional<std::string> dictionaryToData(
       const std::optional<boost::json::object>& dictionary);
   /// The same as text; empty when there is nothing to convert.

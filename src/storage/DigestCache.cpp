@@ -1,5 +1,7 @@
 #include "storage/DigestCache.h"
 
+#include <cstdint>
+
 #include "storage/FreshnessRule.h"
 #include "support/Md5.h"
 
@@ -15,13 +17,18 @@ std::optional<std::string> DigestCache::digest(const std::string& path, FileGlan
   const auto before = glance.identity(path);
   if (!before) return std::nullopt;
   if (auto known = remembered(path, *before)) return known;
+  const bool settled = identityIsSettled(*before, clock_);
   Md5 md5;
-  if (!files_.readPieces(path, [&](std::string_view piece) { md5.update(piece); })) {
-    return std::nullopt;
-  }
+  std::uint64_t size = 0;
+  const auto take = [&](std::string_view piece) {
+    md5.update(piece);
+    size += piece.size();
+  };
+  if (!files_.readPieces(path, take)) return std::nullopt;
   std::string result = md5.finish();
-  const bool unchanged = files_.identity(path) == before;
-  if (unchanged && identityIsSettled(*before, clock_)) remember(path, *before, result);
+  // A read that broke off gives the digest of what was read, but is not worth remembering.
+  const bool whole = size == before->size && files_.identity(path) == before;
+  if (settled && whole) remember(path, *before, result);
   return result;
 }
 

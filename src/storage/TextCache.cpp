@@ -14,10 +14,12 @@ std::shared_ptr<const std::string> TextCache::text(const std::string& path, File
     const LockGuard lock(mutex_);
     if (last_.path == path && last_.identity == *before) return last_.text;
   }
+  const bool settled = identityIsSettled(*before, clock_);
   auto bytes = files_.read(path);
+  if (!bytes) return nullptr;  // perhaps only this once: not remembered
   std::shared_ptr<const std::string> result;
-  if (bytes && isUtf8(*bytes)) result = std::make_shared<const std::string>(std::move(*bytes));
-  if (files_.identity(path) == before && identityIsSettled(*before, clock_)) {
+  if (isUtf8(*bytes)) result = std::make_shared<const std::string>(std::move(*bytes));
+  if (settled && files_.identity(path) == before) {
     const LockGuard lock(mutex_);
     last_ = {path, *before, result};
   }

@@ -158,6 +158,7 @@ bool ZOVKPopupFileManager::saveInternalFile(const std::string& fileName,
 }
 
 bool ZOVKPopupFileManager::staysInside(const std::string& fullPath) const {
+  if (filePath_.empty()) return false;
   const std::string normal = std::filesystem::path(fullPath).lexically_normal().string();
   const std::string root = std::filesystem::path(filePath_).lexically_normal().string() + "/";
   return normal.starts_with(root) && normal.size() > root.size();

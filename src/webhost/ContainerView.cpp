@@ -1,5 +1,7 @@
 #include "webhost/ContainerView.h"
 
+#include "webhost/ContainerLayout.h"
+
 namespace {
 
 struct ZovkView {
@@ -21,7 +23,7 @@ void zovk_view_dispose(GObject* object) {
 
 void zovk_view_class_init(ZovkViewClass* type) {
   G_OBJECT_CLASS(type)->dispose = zovk_view_dispose;
-  gtk_widget_class_set_layout_manager_type(GTK_WIDGET_CLASS(type), GTK_TYPE_CONSTRAINT_LAYOUT);
+  gtk_widget_class_set_layout_manager_type(GTK_WIDGET_CLASS(type), zovk::containerLayoutType());
   gtk_widget_class_set_css_name(GTK_WIDGET_CLASS(type), "view");
 }
 

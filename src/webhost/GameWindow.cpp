@@ -111,7 +111,6 @@ void GameWindow::watchActiveWindow() {
   XWindowAttributes attributes{};
   XGetWindowAttributes(connection, root, &attributes);
   XSelectInput(connection, root, attributes.your_event_mask | PropertyChangeMask);
-  wasActive_ = isActive();
   handler_ = g_signal_connect(display_, "xevent", G_CALLBACK(onXEvent), this);
 }
 
@@ -124,10 +123,9 @@ gboolean GameWindow::onXEvent(GdkDisplay* display, void* event, gpointer self) {
   if (change->type != PropertyNotify || change->xproperty.atom != activeWindowAtom(display)) {
     return GDK_EVENT_PROPAGATE;
   }
-  auto* game = static_cast<GameWindow*>(self);
-  const bool active = game->isActive();
-  if (active && !std::exchange(game->wasActive_, active)) game->events_({{"type", "window.other"}});
-  game->wasActive_ = active;
+  // Two changes can be read as the last one, twice; then the game hears it twice.
+  const auto* game = static_cast<GameWindow*>(self);
+  if (game->isActive()) game->events_({{"type", "window.other"}});
   return GDK_EVENT_PROPAGATE;
 }
 

@@ -31,7 +31,6 @@ class GameWindow {
   unsigned long id_;
   EventSink events_;
   GdkDisplay* display_;
-  bool wasActive_ = false;
   gulong handler_ = 0;
 };
 

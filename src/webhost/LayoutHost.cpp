@@ -46,7 +46,7 @@ bool staysInside(GtkConstraint* constraint) {
 
 LayoutHost::LayoutHost(const std::string& bundle, const std::string& name,
                        std::function<void(const std::string&)> perform) {
-  g_type_ensure(containerViewType());
+  g_type_class_unref(g_type_class_ref(containerViewType()));  // makes the names known
   loadStyle(bundle + "/ZOVKPopupView.css");
   const auto scope = newActionScope(std::move(perform));
   auto builder = GObjectPtr<GtkBuilder>::adopt(gtk_builder_new());

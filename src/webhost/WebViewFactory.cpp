@@ -21,6 +21,12 @@ void cancelDownload(WebKitNetworkSession*, WebKitDownload* download) {
   webkit_download_cancel(download);
 }
 
+/// Pages drawn with GL would have to be fetched back for a window that is drawn without, and where
+/// GL is software they cost twice the memory and time.
+bool drawsWithoutGl() {
+  return g_strcmp0(g_getenv("GSK_RENDERER"), "cairo") == 0;
+}
+
 GObjectPtr<WebKitSettings> newSettings(bool developerTools) {
   auto settings = GObjectPtr<WebKitSettings>::adopt(webkit_settings_new());
   WebKitSettings* raw = settings.get();
@@ -31,7 +37,10 @@ GObjectPtr<WebKitSettings> newSettings(bool developerTools) {
   webkit_settings_set_enable_developer_extras(raw, developerTools);
   webkit_settings_set_enable_fullscreen(raw, FALSE);  // it would take over the popup's window
   webkit_settings_set_enable_media_stream(raw, FALSE);
-  webkit_settings_set_hardware_acceleration_policy(raw, WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
+  if (drawsWithoutGl()) {
+    webkit_settings_set_hardware_acceleration_policy(raw,
+                                                     WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
+  }
   webkit_settings_set_enable_back_forward_navigation_gestures(raw, FALSE);
   return settings;
 }

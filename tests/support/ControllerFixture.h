@@ -38,7 +38,7 @@ class ControllerFixture : public EngineFixture {
 
   /// Shows the popups, in a run of their own, and runs what that brings about.
   void show(std::vector<ZOVKPopupModel> popups) {
-    if (window()->rootViewController() != nullptr) controller_ = makeController();
+    if (std::exchange(used_, true)) controller_ = makeController();
     controller_->showPopup(listOf(std::move(popups)), window_.get(), recordAnswer());
     settle();
   }
@@ -56,6 +56,7 @@ class ControllerFixture : public EngineFixture {
  private:
   std::shared_ptr<Window> window_;
   std::shared_ptr<ZOVKPopupViewController> controller_;
+  bool used_ = false;  // a controller shows one run
 };
 
 }  // namespace zovk

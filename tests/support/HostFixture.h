@@ -89,7 +89,7 @@ class HostFixture : public ::testing::Test {
 
  private:
   LocalBundle bundle_;
-  TemporaryDirectory home_;
+  ScratchDirectory home_;
   std::mutex mutex_;
   std::vector<std::string> lines_;
   std::vector<Answer> answers_;

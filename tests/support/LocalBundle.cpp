@@ -30,12 +30,12 @@ void writeFile(const fs::path& path, const std::string& text) {
 
 }  // namespace
 
-TemporaryDirectory::TemporaryDirectory() {
+ScratchDirectory::ScratchDirectory() {
   std::string pattern = (fs::temp_directory_path() / "zovkpopup-test-XXXXXX").string();
   path_ = mkdtemp(pattern.data());
 }
 
-TemporaryDirectory::~TemporaryDirectory() {
+ScratchDirectory::~ScratchDirectory() {
   std::error_code ignored;
   fs::remove_all(path_, ignored);
 }
@@ -71,15 +71,13 @@ void LocalBundle::write() const {
 std::string answeringPage(const std::string& action, const std::string& message, bool atOnce) {
   const std::string body = boost::json::serialize(boost::json::value(
       boost::json::serialize(boost::json::object{{"action", action}, {"msg", message}})));
-  return fmt::format(R"(<!doctype html><meta charset="utf-8"><title>{0}</title>
+  return fmt::format(R"page(<!doctype html><meta charset="utf-8"><title>{0}</title>
 <style>html,body{{margin:0;height:100%}}button{{position:fixed;inset:25%;font-size:2em}}</style>
 <button onclick="answer()">{0}</button>
 <script>
-function answer() {{ window.webkit.messageHandlers.ZOVKPopup.postMessage({1});
-}
-}  // namespace zovk
+function answer() {{ window.webkit.messageHandlers.ZOVKPopup.postMessage({1}); }}
 {2}
-</script>)",
+</script>)page",
                      action, body, atOnce ? "addEventListener('load', answer);" : "");
 }
 

@@ -11,12 +11,12 @@
 namespace zovk {
 
 /// A directory of a test's own, gone when the test is.
-class TemporaryDirectory {
+class ScratchDirectory {
  public:
-  TemporaryDirectory();
-  ~TemporaryDirectory();
-  TemporaryDirectory(const TemporaryDirectory&) = delete;
-  TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+  ScratchDirectory();
+  ~ScratchDirectory();
+  ScratchDirectory(const ScratchDirectory&) = delete;
+  ScratchDirectory& operator=(const ScratchDirectory&) = delete;
   const std::filesystem::path& path() const { return path_; }
 
  private:
@@ -40,7 +40,7 @@ class LocalBundle {
   void write() const;
 
  private:
-  TemporaryDirectory directory_;
+  ScratchDirectory directory_;
   boost::json::array entries_;
   std::vector<std::string> pagePaths_;
 };

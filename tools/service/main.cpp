@@ -25,22 +25,21 @@ sigset_t blockEndingSignals() {
   return signals;
 }
 
-void warn(const zovk::service::Options& options, const zovk::service::Server& server) {
-  if (!zovk::service::isLoopback(options.listen)) {
-    std::fprintf(stderr,
-                 "WARNING: listening on %s, which OTHER MACHINES MAY REACH. This is a development "
-                 "tool: it is not made to be exposed.\n",
-                 options.listen.c_str());
-  }
-  if (!server.knowsGames()) {
-    std::fprintf(stderr, "warning: no games are known (games.json, --game): all are refused\n");
-  }
+void warnOfExposure(const std::string& address) {
+  if (zovk::service::isLoopback(address)) return;
+  std::fprintf(stderr,
+               "WARNING: listening on %s, which OTHER MACHINES MAY REACH. This is a development "
+               "tool: it is not made to be exposed.\n",
+               address.c_str());
 }
 
 int serve(const zovk::service::Options& options) {
   const sigset_t ending = blockEndingSignals();
+  warnOfExposure(options.listen);
   zovk::service::Server server(options, printLine);
-  warn(options, server);
+  if (!server.knowsGames()) {
+    std::fprintf(stderr, "warning: no games are known (games.json, --game): all are refused\n");
+  }
   server.start();
   printLine("listening on " + server.address());
   int signal = 0;

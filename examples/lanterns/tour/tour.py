@@ -61,7 +61,7 @@ class Tour:
         self.screen.click_box(self.page(name, shot))
 
     def press_later(self, name):
-        self.page(name)
+        self.page(name, shot=False)
         self.screen.click_box(self.screen.wait_for("the other button", colour_in("page.css", "quiet")))
 
     def press_cross(self, name, shot=True):
@@ -73,7 +73,8 @@ class Tour:
         self.screen.click(*self._corner(right=False))
 
     def press_policy(self, agree):
-        box = self.screen.wait_for("the policy", AGREE)
+        self.screen.wait_for("the policy's page", colour_in("page.css", "quiet"))
+        box = self.screen.wait_for("the policy's buttons", AGREE)
         self.shoot("policy" if agree else "policy-by-scene")
         middle = (box[0] + box[2]) / 2
         # The two buttons stand side by side in the middle of the screen.
@@ -132,10 +133,10 @@ class Tour:
         self.press("double")
         self.expect(number, 0, record("skip", "double"))
 
-        number = self.ask("Events: the first is declined, which answers at once", "2", pointer=True)
-        self.press_later("fair")
-        self.expect(number, 2, record("cancel", "no-fair"))
-        self.press("double", shot=False)
+        number = self.ask("Events: the second is declined", "2", pointer=True)
+        self.press("fair", shot=False)
+        self.press_later("double")
+        self.expect(number, 2, record("cancel", "not-tonight"))
 
         number = self.ask("Policy page by its scene, declined", "3")
         self.press_policy(agree=False)

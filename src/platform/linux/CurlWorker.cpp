@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdint>
 #include <system_error>
 
@@ -17,6 +18,14 @@ using SteadyClock = std::chrono::steady_clock;
 constexpr std::ptrdiff_t kMostDownloads = 6;
 constexpr std::chrono::minutes kLongestWait{1};
 constexpr const char* kCancelled = "cancelled";
+
+// A connection that is closed while TLS writes to it must not end the game.
+void blockBrokenPipeSignal() {
+  sigset_t signals;
+  ::sigemptyset(&signals);
+  ::sigaddset(&signals, SIGPIPE);
+  ::pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
 
 void fail(CurlJob& job, std::string error) {
   UrlResult result;
@@ -66,6 +75,7 @@ void CurlWorker::shutDown() {
 }
 
 void CurlWorker::run() {
+  blockBrokenPipeSignal();
   State state;
   while (!stopping_) {
     acceptJobs(state);

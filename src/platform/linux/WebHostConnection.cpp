@@ -9,9 +9,8 @@
 namespace zovk {
 namespace {
 
-constexpr std::size_t kReadLength = 65536;
 // A flood of events must not take the whole frame from the game; the rest comes next time.
-constexpr std::size_t kReadsAtOnce = 16;
+constexpr std::size_t kReadLength = 65536;
 
 }  // namespace
 
@@ -33,17 +32,18 @@ void WebHostConnection::flush() {
   sent_ = 0;
 }
 
-bool WebHostConnection::fill() {
+WebHostConnection::Filled WebHostConnection::fill() {
   std::array<char, kReadLength> bytes{};
-  for (std::size_t reads = 0; reads < kReadsAtOnce; ++reads) {
-    const ssize_t length = ::recv(socket_.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
-    if (length < 0 && errno == EINTR) continue;
-    if (length < 0) return errno == EAGAIN || errno == EWOULDBLOCK;
-    if (length == 0) return false;
+  ssize_t length = 0;
+  do {
+    length = ::recv(socket_.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
+  } while (length < 0 && errno == EINTR);
+  if (length > 0) {
     decoder_.feed({bytes.data(), static_cast<std::size_t>(length)});
-    if (static_cast<std::size_t>(length) < bytes.size()) break;
+    return Filled::kSomething;
   }
-  return true;
+  const bool empty = length < 0 && (errno == EAGAIN || errno == EWOULDBLOCK);
+  return empty ? Filled::kNothing : Filled::kEnd;
 }
 
 std::size_t WebHostConnection::write(const char* bytes, std::size_t length) {

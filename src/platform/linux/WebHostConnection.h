@@ -22,8 +22,9 @@ class WebHostConnection {
   bool isPending() const { return sent_ < pending_.size(); }
   void flush();
 
-  /// Takes in what has come, for a short while. False at the end of the stream.
-  bool fill();
+  enum class Filled { kSomething, kNothing, kEnd };
+  /// Takes in some of what has come.
+  Filled fill();
   /// The next whole message of what was taken in.
   std::optional<WebHostMessage> next() { return decoder_.next(); }
   /// What ended the stream; empty when the other end just closed it.

@@ -59,7 +59,7 @@ void WebHostLink::watch(const std::shared_ptr<WebHostLink>& self,
   }
   timeout_ = timerOf(timeout);
   queue_.addSource(timeout_.get(), [weak] {
-    if (const auto link = weak.lock()) link->lose("it did not become ready in time");
+    if (const auto link = weak.lock()) link->timedOut();
   });
 }
 
@@ -86,19 +86,31 @@ void WebHostLink::stopTimeout() {
   timeout_.reset();
 }
 
-void WebHostLink::read() {
-  const bool open = connection_.fill();
+bool WebHostLink::read() {
+  using Filled = WebHostConnection::Filled;
+  const Filled filled = connection_.fill();
   while (!closed_) {
     const std::optional<WebHostMessage> message = connection_.next();
     if (!message) break;
     events_.message(*message);
   }
-  if (connection_.failed() || !open) lose(connection_.error());
+  if (connection_.failed() || filled == Filled::kEnd) lose(connection_.error());
+  return filled == Filled::kSomething && !closed_;
+}
+
+void WebHostLink::readAll() {
+  while (read()) {
+  }
 }
 
 void WebHostLink::processEnded() {
-  read();  // what it said last
+  readAll();  // what it said last
   lose({});
+}
+
+void WebHostLink::timedOut() {
+  readAll();  // it may be the game that did not look
+  if (timeout_) lose("it did not become ready in time");
 }
 
 void WebHostLink::lose(const std::string& reason) {

@@ -42,9 +42,12 @@ class WebHostLink {
 
  private:
   void watch(const std::shared_ptr<WebHostLink>& self, std::chrono::milliseconds timeout);
-  void read();
+  // Whether there may be more to read.
+  bool read();
+  void readAll();
   void flush();
   void processEnded();
+  void timedOut();
   void lose(const std::string& reason);
   std::string endOfProcess();
 

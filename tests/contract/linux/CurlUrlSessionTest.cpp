@@ -1,6 +1,8 @@
 #include <chrono>
+#include <memory>
 
 #include <gmock/gmock.h>
+#include <zlib.h>
 
 #include "LoopbackServer.h"
 #include "PollWait.h"
@@ -15,6 +17,15 @@ using std::chrono::seconds;
 using testing::HasSubstr;
 using testing::Optional;
 
+std::string pack(const std::string& text) {
+  std::string packed(compressBound(text.size()), '\0');
+  uLongf size = packed.size();
+  compress2(reinterpret_cast<Bytef*>(packed.data()), &size,
+            reinterpret_cast<const Bytef*>(text.data()), text.size(), Z_BEST_SPEED);
+  packed.resize(size);
+  return packed;
+}
+
 class CurlUrlSessionTest : public testing::Test {
  protected:
   UrlRequest post(const std::string& url, std::optional<std::string> body) {
@@ -26,16 +37,6 @@ class CurlUrlSessionTest : public testing::Test {
   std::string redirect(const std::string& from, const std::string& to, int status = 302) {
     return server.handle(from, [to, status](const httplib::Request&, httplib::Response& response) {
       response.set_redirect(to, status);
-    });
-  }
-
-  std::string serveEndless(const std::string& path, const char* type) {
-    const auto piece = std::make_shared<const std::string>(1024 * 1024, 'x');
-    const auto provide = [piece](std::size_t, httplib::DataSink& sink) {
-      return sink.write(piece->data(), piece->size());
-    };
-    return server.handle(path, [type, provide](const auto&, httplib::Response& response) {
-      response.set_chunked_content_provider(type, provide);
     });
   }
 
@@ -194,12 +195,24 @@ TEST_F(CurlUrlSessionTest, AnAnswerThatSaysItIsTooLongIsAnError) {
 }
 
 TEST_F(CurlUrlSessionTest, AnAnswerThatTurnsOutTooLongIsAnError) {
-  const std::string url = serveEndless("/long", "application/octet-stream");
+  const auto piece = std::make_shared<const std::string>(1024 * 1024, 'x');
+  const auto provide = [piece](std::size_t, httplib::DataSink& sink) {
+    return sink.write(piece->data(), piece->size());
+  };
+  const std::string url =
+      server.handle("/long", [provide](const auto&, httplib::Response& response) {
+        response.set_chunked_content_provider("application/octet-stream", provide);
+      });
   EXPECT_THAT(fetch(session, get(url)).error, Optional(std::string("answer too long")));
 }
 
 TEST_F(CurlUrlSessionTest, AnAnswerThatUnpacksToTooMuchIsAnError) {
-  const std::string url = serveEndless("/packed", "text/plain");  // which the server compresses
+  const std::string packed = pack(std::string(CurlTransfer::kMaximumBody + 1, 'x'));
+  ASSERT_LT(packed.size(), 1024U * 1024);
+  const std::string url = server.handle("/packed", [&](const auto&, httplib::Response& response) {
+    response.set_header("Content-Encoding", "deflate");
+    response.set_content(packed, "application/octet-stream");
+  });
   EXPECT_THAT(fetch(session, get(url)).error, Optional(std::string("answer too long")));
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <condition_variable>
+#include <functional>
 #include <future>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -8,6 +11,8 @@
 #include <vector>
 
 #include <httplib.h>
+
+#include "ScopedVariable.h"
 
 namespace zovk {
 
@@ -36,6 +41,7 @@ class LoopbackServer {
  private:
   void answer(const httplib::Request& request, httplib::Response& response);
 
+  const ScopedVariable noProxy_{"no_proxy", "127.0.0.1"};
   httplib::Server server_;
   int port_ = 0;
   mutable std::mutex mutex_;

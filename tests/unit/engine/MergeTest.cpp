@@ -30,8 +30,13 @@ std::vector<std::int32_t> numbersOf(const PopupList& popups) {
   return numbers;
 }
 
+PopupListPointer shared(PopupList popups) {
+  return std::make_shared<const PopupList>(std::move(popups));
+}
+
 PopupList merged(const PopupList& remote, const PopupList& local) {
-  return mergePopups(remote, local, [](const ZOVKPopupModel&, const ZOVKPopupModel&) {});
+  return mergePopups(shared(remote), shared(local),
+                     [](const ZOVKPopupModel&, const ZOVKPopupModel&) {});
 }
 
 TEST(Merge, OfTwoEmptyListsIsEmpty) {
@@ -96,12 +101,23 @@ TEST(Merge, PairsPopupsOfOneSceneInListOrder) {
 
 TEST(Merge, TellsOfEachPairInRemoteOrder) {
   std::vector<std::pair<int, int>> pairs;
-  mergePopups({popup("b", 1, 1), popup("x", 1, 2), popup("a", 1, 3)},
-              {popup("a", 1, 11), popup("b", 1, 12)},
+  mergePopups(shared({popup("b", 1, 1), popup("x", 1, 2), popup("a", 1, 3)}),
+              shared({popup("a", 1, 11), popup("b", 1, 12)}),
               [&pairs](const ZOVKPopupModel& remote, const ZOVKPopupModel& local) {
                 pairs.emplace_back(remote.pop_id, local.pop_id);
               });
   EXPECT_THAT(pairs, ElementsAre(std::pair(1, 12), std::pair(3, 11)));
+}
+
+TEST(Merge, KeepsItsPopupsAliveWhenTheListsAreGone) {
+  PopupList result;
+  {
+    PopupList remote{popup("a", 1, 1), popup("s", 1, 2)};
+    PopupList local{popup("b", 1, 11), popup("s", 2, 12)};
+    result = merged(std::move(remote), std::move(local));
+  }
+  EXPECT_THAT(numbersOf(result), ElementsAre(1, 11, 12));
+  EXPECT_EQ(result[2]->scene, "s");
 }
 
 // The rule in its plainest form, to compare with.

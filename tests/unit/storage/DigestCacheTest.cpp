@@ -16,7 +16,11 @@ constexpr const char* kPath = "/page";
 
 class DigestCacheOfAFile : public ::testing::Test {
  protected:
-  std::string digest() { return cache_.digest(kPath).value_or("absent"); }
+  std::optional<std::string> digestOf(const std::string& path) {
+    FileGlance glance(files_);
+    return cache_.digest(path, glance);
+  }
+  std::string digest() { return digestOf(kPath).value_or("absent"); }
 
   StampedFileSystem files_;
   StandingClock clock_{kNow};
@@ -93,6 +97,38 @@ TEST_F(DigestCacheOfAFile, DoesNotRememberAFileThatChangesWhileItIsRead) {
   EXPECT_EQ(files_.readCount(), 2);
 }
 
+TEST_F(DigestCacheOfAFile, DoesNotRememberAFreshFileThoughReadingItTakesLong) {
+  const FileIdentity identity = stampedAt(kNow - 0.001, 3);
+  files_.put(kPath, identity, "abc");
+  files_.afterRead = [&] {
+    files_.put(kPath, identity, "xyz");  // in the same step of the file times
+    clock_.set(kNow + 1);
+  };
+  digest();
+  files_.afterRead = nullptr;
+  EXPECT_EQ(digest(), md5Hex("xyz"));
+}
+
+TEST_F(DigestCacheOfAFile, GoesByWhatAGlanceHasSeenAndReadsTheFileAsItIs) {
+  files_.put(kPath, stampedAt(kNow - 10, 3), "abc");
+  digest();
+  FileGlance glance(files_);
+  EXPECT_EQ(cache_.digest(kPath, glance), md5Hex("abc"));
+  files_.put(kPath, stampedAt(kNow - 5, 3), "xyz");
+  EXPECT_EQ(cache_.digest(kPath, glance), md5Hex("abc")) << "one piece of work, one state";
+  EXPECT_EQ(digest(), md5Hex("xyz"));
+}
+
+TEST_F(DigestCacheOfAFile, DoesNotRememberWhatChangedSinceTheGlance) {
+  files_.put(kPath, stampedAt(kNow - 10, 3), "abc");
+  FileGlance glance(files_);
+  glance.identity(kPath);
+  files_.put(kPath, stampedAt(kNow - 5, 3), "xyz");
+  EXPECT_EQ(cache_.digest(kPath, glance), md5Hex("xyz"));
+  files_.put(kPath, stampedAt(kNow - 10, 3), "abc");
+  EXPECT_EQ(digest(), md5Hex("abc"));
+}
+
 TEST_F(DigestCacheOfAFile, DoesNotRememberAFileThatWasNotReadToItsEnd) {
   files_.put(kPath, stampedAt(kNow - 10, 3), "abc");
   files_.breakNextRead(kPath, 1);
@@ -104,18 +140,18 @@ TEST_F(DigestCacheOfAFile, ForgetsAFileThatIsGone) {
   files_.put(kPath, stampedAt(kNow - 10, 3), "abc");
   digest();
   files_.take(kPath);
-  EXPECT_EQ(cache_.digest(kPath), std::nullopt);
+  EXPECT_EQ(digestOf(kPath), std::nullopt);
   files_.duringRead = [this] { files_.take(kPath); };
   files_.put(kPath, stampedAt(kNow - 8, 3), "xyz");
-  EXPECT_EQ(cache_.digest(kPath), std::nullopt) << "gone between looking and reading";
+  EXPECT_EQ(digestOf(kPath), std::nullopt) << "gone between looking and reading";
 }
 
 TEST_F(DigestCacheOfAFile, KeepsPathsApart) {
   files_.put("/a", stampedAt(kNow - 10, 3), "abc");
   files_.put("/b", stampedAt(kNow - 10, 3), "xyz");
   for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(cache_.digest("/a"), md5Hex("abc"));
-    EXPECT_EQ(cache_.digest("/b"), md5Hex("xyz"));
+    EXPECT_EQ(digestOf("/a"), md5Hex("abc"));
+    EXPECT_EQ(digestOf("/b"), md5Hex("xyz"));
   }
   EXPECT_EQ(files_.readCount(), 2);
 }
@@ -126,9 +162,9 @@ TEST_F(DigestCacheOfAFile, StaysRightWithMoreFilesThanItKeeps) {
     files_.put("/" + std::to_string(i), stampedAt(kNow - 10, 3), std::to_string(i));
   }
   for (int i = 0; i < kFiles; ++i) {
-    ASSERT_EQ(cache_.digest("/" + std::to_string(i)), md5Hex(std::to_string(i)));
+    ASSERT_EQ(digestOf("/" + std::to_string(i)), md5Hex(std::to_string(i)));
   }
-  EXPECT_EQ(cache_.digest("/0"), md5Hex("0"));
+  EXPECT_EQ(digestOf("/0"), md5Hex("0"));
   EXPECT_EQ(files_.readCount(), kFiles + 1) << "the first was dropped and is read again";
 }
 

@@ -17,11 +17,13 @@
 namespace zovk {
 
 /// Files whose identities a test chooses, so that content and identity can be made to disagree as
-/// coarse file times make them. Any thread, but for `duringRead`.
+/// coarse file times make them. Any thread, but for the two functions.
 class StampedFileSystem final : public FileSystem {
  public:
   /// What happens to the files between opening one and reading it.
   std::function<void()> duringRead;
+  /// What happens to them once it has been read.
+  std::function<void()> afterRead;
 
   void put(const std::string& path, FileIdentity identity, std::string content) {
     const LockGuard lock(mutex_);
@@ -49,12 +51,14 @@ class StampedFileSystem final : public FileSystem {
   }
   std::optional<std::string> read(const std::string& path) const override {
     const auto opened = open(path);
+    if (afterRead) afterRead();
     if (!opened || opened->goodBytes) return std::nullopt;
     return opened->content;
   }
   bool readPieces(const std::string& path,
                   const std::function<void(std::string_view piece)>& sink) const override {
     const auto opened = open(path);
+    if (afterRead) afterRead();
     if (!opened) return false;
     sink(opened->content.substr(0, opened->goodBytes.value_or(std::string::npos)));
     return true;

@@ -14,7 +14,8 @@ constexpr const char* kPath = "/once";
 class TextCacheOfAFile : public ::testing::Test {
  protected:
   std::string text(const std::string& path = kPath) {
-    const auto found = cache_.text(path);
+    FileGlance glance(files_);
+    const auto found = cache_.text(path, glance);
     return found != nullptr ? *found : "absent";
   }
 
@@ -63,6 +64,18 @@ TEST_F(TextCacheOfAFile, DoesNotRememberAFileThatChangesWhileItIsRead) {
   EXPECT_EQ(text(), "abc");
 }
 
+TEST_F(TextCacheOfAFile, DoesNotRememberAFreshFileThoughReadingItTakesLong) {
+  const FileIdentity identity = stampedAt(kNow - 0.001, 3);
+  files_.put(kPath, identity, "abc");
+  files_.afterRead = [&] {
+    files_.put(kPath, identity, "xyz");  // in the same step of the file times
+    clock_.set(kNow + 1);
+  };
+  text();
+  files_.afterRead = nullptr;
+  EXPECT_EQ(text(), "xyz");
+}
+
 TEST_F(TextCacheOfAFile, DoesNotRememberAReadThatFailed) {
   files_.put(kPath, stampedAt(kNow - 10, 3), "abc");
   files_.breakNextRead(kPath, 1);
@@ -97,7 +110,8 @@ TEST_F(TextCacheOfAFile, KeepsPathsApart) {
 
 TEST_F(TextCacheOfAFile, LeavesATextWithItsHolderWhenTheFileChanges) {
   files_.put(kPath, stampedAt(kNow - 10, 3), "abc");
-  const auto held = cache_.text(kPath);
+  FileGlance glance(files_);
+  const auto held = cache_.text(kPath, glance);
   files_.put(kPath, stampedAt(kNow - 9, 3), "xyz");
   EXPECT_EQ(text(), "xyz");
   EXPECT_EQ(*held, "abc");

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+namespace zovk {
+
+/// A plain connection to a port on this machine, for what no HTTP client would send or show.
+class RawConnection {
+ public:
+  explicit RawConnection(int port);
+  ~RawConnection();
+  RawConnection(const RawConnection&) = delete;
+  RawConnection& operator=(const RawConnection&) = delete;
+
+  void send(const std::string& bytes) const;
+  void finishSending() const;
+  /// Waits until something has come, and returns it; empty when the peer has closed.
+  std::string readSome() const;
+  /// All that comes until the peer closes.
+  std::string readAll() const;
+
+ private:
+  int socket_;
+};
+
+/// Sends a text and returns all that comes back.
+std::string exchange(int port, const std::string& request);
+
+}  // namespace zovk

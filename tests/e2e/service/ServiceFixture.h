@@ -1,0 +1,63 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <boost/json/parse.hpp>
+#include <boost/json/value.hpp>
+#include <gtest/gtest.h>
+#include <httplib.h>
+
+#include "e2e/service/ServiceFolder.h"
+#include "e2e/service/ServiceProcess.h"
+#include "network/ZOVKPopupUrlParams.h"
+
+namespace zovk {
+
+/// The service on a folder of its own, asked the way a game asks: requests are signed by the
+/// component's code.
+class ServiceFixture : public ::testing::Test {
+ protected:
+  static constexpr const char* kGame = "1001";
+  static constexpr const char* kKey = "s3cret-key";
+  static constexpr const char* kPage = "<!DOCTYPE html><p>Welcome</p>";
+  static constexpr const char* kConfigPath = "/popup/get_info";
+
+  /// A folder with one game, one page and one popup.
+  ServiceFixture();
+
+  /// Starts the service and waits until it listens.
+  void start(std::vector<std::string> arguments = {});
+  /// Starts it in the expectation that it ends at once; returns its exit code.
+  int startInVain(std::vector<std::string> arguments);
+
+  /// What every request of the game to one address carries.
+  ZOVKPopupUrlParams paramsFor(const std::string& path) const;
+  /// The request target, signed, without the service's address.
+  std::string signedTarget(const ZOVKPopupUrlParams& params) const;
+  httplib::Result getSigned(const std::string& path);
+  httplib::Result postSigned(const std::string& path, const boost::json::object& members);
+  httplib::Result getConfig();
+  httplib::Result postControl(const boost::json::object& request);
+
+  ServiceFolder& folder() { return folder_; }
+  ServiceProcess& process() { return *process_; }
+  httplib::Client& client() { return *client_; }
+  const std::string& base() const { return base_; }
+  int port() const { return port_; }
+  std::string errors() const { return folder_.read("errors.log"); }
+
+ private:
+  ServiceFolder folder_;
+  std::unique_ptr<ServiceProcess> process_;
+  std::unique_ptr<httplib::Client> client_;
+  std::string base_;
+  int port_ = 0;
+};
+
+/// The JSON of an answer; null when it is none.
+boost::json::value jsonOf(const httplib::Result& result);
+
+}  // namespace zovk

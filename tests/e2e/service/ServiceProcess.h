@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace zovk {
+
+/// The service as a program of its own. It is killed, should it still run, with the object.
+class ServiceProcess {
+ public:
+  /// Starts it; what it writes to standard error goes to the file.
+  ServiceProcess(std::vector<std::string> arguments, const std::string& errorFile);
+  ~ServiceProcess();
+  ServiceProcess(const ServiceProcess&) = delete;
+  ServiceProcess& operator=(const ServiceProcess&) = delete;
+
+  /// Its next line on standard output; absent when that is closed.
+  std::optional<std::string> nextLine();
+  void signal(int number) const;
+  /// Waits for its end. Its exit code, or minus the signal that ended it.
+  int wait();
+
+ private:
+  pid_t pid_ = -1;
+  int output_ = -1;
+  std::string read_;
+};
+
+}  // namespace zovk
