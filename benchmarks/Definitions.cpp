@@ -48,7 +48,7 @@ PopupList popupsWithScenes(int count, int first) {
 }
 
 BenchmarkPlatform::BenchmarkPlatform() {
-  setUpLogger(memory_->shared());
+  setUpLogger(memory_->shared(), memory_->sharedLog());
   setCurrentPlatform(memory_->shared());
 }
 

@@ -2,8 +2,11 @@
 # for sanitizers and the compiler cache.
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_C_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+  # Results are shared between build folders, and between builds of precompiled headers.
+  set(launcher ${CMAKE_COMMAND} -E env CCACHE_NOHASHDIR=1
+      CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE_PROGRAM})
+  set(CMAKE_C_COMPILER_LAUNCHER ${launcher})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
 endif()
 
 add_library(zovkpopup_options INTERFACE)
@@ -11,6 +14,7 @@ target_compile_features(zovkpopup_options INTERFACE cxx_std_20)
 target_compile_options(zovkpopup_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow
   $<$<BOOL:${ZOVKPOPUP_WERROR}>:-Werror>
+  $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>
   $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>)
 target_include_directories(zovkpopup_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 if(ZOVKPOPUP_SANITIZE)

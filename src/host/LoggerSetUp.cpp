@@ -20,13 +20,20 @@ std::optional<std::string> settingText(const Platform& platform) {
 
 }  // namespace
 
-void setUpLogger(std::shared_ptr<Platform> platform) {
+void setUpLogger(std::weak_ptr<Platform> platform, std::shared_ptr<PlatformLog> log) {
   LogEnvironment environment;
-  environment.writeLine = [platform](std::string_view line) { platform->log.writeLine(line); };
-  environment.hasSettingBundle = [platform] { return settingBundle(*platform) != nullptr; };
-  environment.readSettingFile = [platform] { return settingText(*platform); };
+  environment.writeLine = [log = std::move(log)](std::string_view line) { log->writeLine(line); };
+  environment.hasSettingBundle = [platform] {
+    const auto now = platform.lock();
+    return now != nullptr && settingBundle(*now) != nullptr;
+  };
+  environment.readSettingFile = [platform]() -> std::optional<std::string> {
+    const auto now = platform.lock();
+    return now != nullptr ? settingText(*now) : std::nullopt;
+  };
   environment.infoFlag = [platform](std::string_view key) {
-    return boolValue(platform->bundles.mainBundle()->infoDictionary(), key);
+    const auto now = platform.lock();
+    return now != nullptr && boolValue(now->bundles.mainBundle()->infoDictionary(), key);
   };
   ZPLogger::setEnvironment(std::move(environment));
 }

@@ -6,8 +6,8 @@
 
 namespace zovk {
 
-/// Sends the log lines to the platform's log, which is kept for that, and lets the debug switch be
-/// read from the host's packaging.
-void setUpLogger(std::shared_ptr<Platform> platform);
+/// Sends the log lines to `log`, which is kept for that, and lets the debug switch be read from the
+/// host's packaging while the platform is there.
+void setUpLogger(std::weak_ptr<Platform> platform, std::shared_ptr<PlatformLog> log);
 
 }  // namespace zovk

@@ -28,8 +28,8 @@ Host& host() {
 bool install(std::shared_ptr<HostedPlatform> platform) {
   // The interfaces stay for as long as someone holds them.
   const std::shared_ptr<Platform> interfaces(platform, &platform->interfaces());
+  setUpLogger(interfaces, platform->sharedLog());
   host() = {std::move(platform), std::this_thread::get_id()};
-  setUpLogger(interfaces);
   setCurrentPlatform(interfaces);
   return true;
 }

@@ -29,11 +29,14 @@ struct PlatformSettings {
 };
 
 /// A platform that a host drives. Made, pumped and shut down on one thread, the main thread.
-/// Whoever makes it owns it. `pump` runs what is due and returns; the host's callbacks come from it.
+/// Whoever makes it owns it. `pump` runs what is due and returns; the host's callbacks come from
+/// it.
 class HostedPlatform {
  public:
   virtual ~HostedPlatform() = default;
   virtual Platform& interfaces() = 0;
+  /// The log of the interfaces, for those who may write to it after the platform is gone.
+  virtual std::shared_ptr<PlatformLog> sharedLog() const = 0;
   /// Runs tasks, timers and events that are due, for `budget` at most, and never waits. A task
   /// that has begun is finished; what is left runs next time.
   virtual void pump(std::chrono::microseconds budget) = 0;

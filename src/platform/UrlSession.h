@@ -49,8 +49,8 @@ class UrlTask {
 class UrlSession {
  public:
   virtual ~UrlSession() = default;
-  virtual std::shared_ptr<UrlTask> dataTask(
-      UrlRequest request, std::function<void(const DataResult&)> completion) = 0;
+  virtual std::shared_ptr<UrlTask> dataTask(UrlRequest request,
+                                            std::function<void(const DataResult&)> completion) = 0;
   virtual std::shared_ptr<UrlTask> downloadTask(
       std::string url, std::function<void(const DownloadResult&)> completion) = 0;
 };

@@ -22,7 +22,8 @@ class UserInterface {
   /// Empty when there is no main screen or it is not known yet.
   virtual Rect mainScreenBounds() const = 0;
   virtual std::shared_ptr<Window> makeWindow(const Rect& frame) = 0;
-  /// Loads the layout `name` from a bundle's directory. `owner` hears of its buttons while it lives.
+  /// Loads the layout `name` from a bundle's directory. `owner` hears of its buttons while it
+  /// lives.
   virtual std::shared_ptr<Layout> loadLayout(const std::string& bundlePath, const std::string& name,
                                              std::weak_ptr<LayoutOwner> owner) = 0;
   virtual std::shared_ptr<WebView> makeWebView(const WebViewConfiguration& configuration) = 0;

@@ -19,7 +19,8 @@ std::string addressOf(WebKitNavigationAction* action) {
   return address == nullptr ? "" : address;
 }
 
-PolicyBook::PolicyBook(Id view, EventSink events) : view_(view), events_(std::move(events)) {}
+PolicyBook::PolicyBook(Id view, const Addresses& addresses, EventSink events)
+    : view_(view), addresses_(addresses), events_(std::move(events)) {}
 
 PolicyBook::~PolicyBook() {
   for (const auto& [number, decision] : waiting_) webkit_policy_decision_ignore(decision.get());
@@ -36,7 +37,7 @@ bool PolicyBook::ask(WebKitPolicyDecision* decision, WebKitPolicyDecisionType ty
   events_({{"type", "web.policy"},
            {"view", view_},
            {"decision", number},
-           {"url", addressOf(action)},
+           {"url", addresses_.asWritten(addressOf(action))},
            {"target", newWindow ? "none" : "main"}});
   return true;
 }

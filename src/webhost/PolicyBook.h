@@ -5,6 +5,7 @@
 
 #include <webkit/webkit.h>
 
+#include "webhost/Addresses.h"
 #include "webhost/Events.h"
 #include "webhost/GObjectPtr.h"
 
@@ -14,7 +15,7 @@ namespace zovk {
 /// are left at the end are cancelled.
 class PolicyBook {
  public:
-  PolicyBook(Id view, EventSink events);
+  PolicyBook(Id view, const Addresses& addresses, EventSink events);
   ~PolicyBook();
   PolicyBook(const PolicyBook&) = delete;
   PolicyBook& operator=(const PolicyBook&) = delete;
@@ -25,6 +26,7 @@ class PolicyBook {
 
  private:
   Id view_;
+  const Addresses& addresses_;
   EventSink events_;
   std::map<Id, GObjectPtr<WebKitPolicyDecision>> waiting_;
 };

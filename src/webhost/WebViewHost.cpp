@@ -36,7 +36,10 @@ void onEvaluated(GObject* view, GAsyncResult* result, gpointer data) {
 
 WebViewHost::WebViewHost(Id id, GObjectPtr<WebKitWebView> view,
                          const std::vector<std::string>& handlers, EventSink events)
-    : id_(id), view_(std::move(view)), events_(events), policies_(id, std::move(events)) {
+    : id_(id),
+      view_(std::move(view)),
+      events_(events),
+      policies_(id, addresses_, std::move(events)) {
   connectSignals();
   addHandlers(handlers);
 }
@@ -52,7 +55,11 @@ WebViewHost::~WebViewHost() {
 }
 
 void WebViewHost::load(const std::string& url) {
+  g_object_freeze_notify(G_OBJECT(view_.get()));
   webkit_web_view_load_uri(view_.get(), url.c_str());
+  const char* escaped = webkit_web_view_get_uri(view_.get());
+  addresses_.remember(url, escaped == nullptr ? "" : escaped);
+  g_object_thaw_notify(G_OBJECT(view_.get()));
 }
 
 void WebViewHost::stop() {
@@ -97,7 +104,7 @@ void WebViewHost::addHandlers(const std::vector<std::string>& names) {
 
 std::string WebViewHost::url() const {
   const char* address = webkit_web_view_get_uri(view_.get());
-  return address == nullptr ? "" : address;
+  return address == nullptr ? "" : addresses_.asWritten(address);
 }
 
 void WebViewHost::sendLoadEvent(const char* type) {
@@ -125,7 +132,7 @@ gboolean WebViewHost::onLoadFailed(WebKitWebView*, WebKitLoadEvent event, const 
   host->failed_ = true;
   host->events_({{"type", event == WEBKIT_LOAD_STARTED ? "web.provisionalFailed" : "web.failed"},
                  {"view", host->id_},
-                 {"url", url},
+                 {"url", host->addresses_.asWritten(url)},
                  {"error", error->message}});
   return TRUE;  // the engine's own error page stays away
 }
@@ -143,7 +150,7 @@ GtkWidget* WebViewHost::onCreate(WebKitWebView*, WebKitNavigationAction* action,
   const auto* host = static_cast<WebViewHost*>(self);
   host->events_({{"type", "web.window"},
                  {"view", host->id_},
-                 {"url", addressOf(action)},
+                 {"url", host->addresses_.asWritten(addressOf(action))},
                  {"target", "none"}});
   return nullptr;
 }

@@ -6,6 +6,7 @@
 
 #include <webkit/webkit.h>
 
+#include "webhost/Addresses.h"
 #include "webhost/Events.h"
 #include "webhost/GObjectPtr.h"
 #include "webhost/PolicyBook.h"
@@ -53,6 +54,7 @@ class WebViewHost {
   Id id_;
   GObjectPtr<WebKitWebView> view_;
   EventSink events_;
+  Addresses addresses_;
   PolicyBook policies_;
   std::vector<std::unique_ptr<Handler>> handlers_;
   bool failed_ = false;

@@ -30,7 +30,7 @@ class EngineFixture : public ::testing::Test {
 
   EngineFixture() {
     memory_->bundles.setMainInfo({{"ZOVK_DEBUG", true}});
-    setUpLogger(memory_->shared());
+    setUpLogger(memory_->shared(), memory_->sharedLog());
     setCurrentPlatform(memory_->shared());
   }
 

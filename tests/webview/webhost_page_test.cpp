@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -53,6 +54,26 @@ TEST_F(WebHostPage, ReportsAFileThatIsNotThereAsFailedBeforeItBegan) {
   EXPECT_EQ(failure.at("url"), "file:///nowhere/page.html");
   EXPECT_FALSE(failure.at("error").as_string().empty());
   EXPECT_FALSE(helper_.came("web.finished"));
+}
+
+TEST_F(WebHostPage, HasTheAddressAsTheGameWroteIt) {
+  screen_.open();
+  const std::filesystem::path folder = helper_.directory() / "a \xC3\xB6 100% #1";
+  std::filesystem::create_directories(folder);
+  std::filesystem::copy(std::string(WEBHOST_PAGES) + "/plain.html", folder);
+  // A "%" and a "#" of the path mean something else in an address, so the game escapes them.
+  const std::string url =
+      "file://" + helper_.directory().string() + "/a \xC3\xB6 100%25 %231/plain.html";
+  helper_.send({{"type", "web.loadFile"}, {"view", kWebView}, {"url", url}, {"readAccess", url}});
+  const WebHostMessage question = helper_.await("web.policy");
+  EXPECT_EQ(question.at("url"), boost::json::value(url));
+  helper_.send({{"type", "web.decide"},
+                {"view", kWebView},
+                {"decision", question.at("decision")},
+                {"allow", true}});
+  helper_.await("web.finished", {{"url", url}});
+  screen_.evaluate("location.href = '?answer=1'; 0");
+  EXPECT_EQ(helper_.await("web.policy").at("url"), boost::json::value(url + "?answer=1"));
 }
 
 TEST_F(WebHostPage, TakesAnEmptyFileAddress) {

@@ -16,7 +16,8 @@ constexpr std::size_t kMegabyte = 1 << 20;
 void sendWhole(httplib::Response& response, Answer answer) {
   response.status = answer.status;
   for (const auto& [name, value] : answer.headers) response.set_header(name, value);
-  if (answer.status == 304) return;
+  // Without a body the library tells the length on its own; for a provider, 0 is no length at all.
+  if (answer.body.empty()) return;
   const auto body = std::make_shared<const std::string>(std::move(answer.body));
   response.set_content_provider(body->size(), answer.type,
                                 [body](std::size_t offset, std::size_t length, auto& sink) {
@@ -34,13 +35,14 @@ void sendTooLittle(httplib::Response& response, const Answer& answer, std::size_
                                 });
 }
 
-void sendSlowly(httplib::Response& response, const Answer& answer, std::size_t perSecond,
+void sendSlowly(httplib::Response& response, Answer answer, std::size_t perSecond,
                 StopSignal& stop) {
+  if (answer.body.empty()) return sendWhole(response, std::move(answer));
   constexpr std::size_t kPiecesPerSecond = 10;
   const std::size_t piece = std::max<std::size_t>(1, perSecond / kPiecesPerSecond);
   const auto pause = std::chrono::milliseconds(1000 * piece / perSecond);
   response.status = answer.status;
-  const auto body = std::make_shared<const std::string>(answer.body);
+  const auto body = std::make_shared<const std::string>(std::move(answer.body));
   response.set_content_provider(
       body->size(), answer.type,
       [body, piece, pause, &stop](std::size_t offset, std::size_t length, auto& sink) {
@@ -77,7 +79,7 @@ void deliver(const httplib::Request& request, httplib::Response& response, Answe
     case FaultKind::kTruncate:
       return sendTooLittle(response, answer, fault->number);
     case FaultKind::kSlowDrip:
-      return sendSlowly(response, answer, fault->number, stop);
+      return sendSlowly(response, std::move(answer), fault->number, stop);
     case FaultKind::kStatus500:
       return sendWhole(response, serverError());
     case FaultKind::kEmpty:

@@ -24,13 +24,11 @@ class LinuxPlatform : public HostedPlatform {
   ~LinuxPlatform() override;
 
   Platform& interfaces() override { return interfaces_; }
+  std::shared_ptr<PlatformLog> sharedLog() const override { return log_; }
   void pump(std::chrono::microseconds budget) override { queue_.pump(budget); }
   int pollDescriptor() const override { return shutDown_ ? -1 : queue_.pollDescriptor(); }
   void gameWindowDidBecomeKey() override { userInterface_.gameWindowDidBecomeKey(); }
   void shutDown() override;
-
-  /// The log for those who may write to it after the platform is gone.
-  std::shared_ptr<PlatformLog> sharedLog() const { return log_; }
 
  private:
   const std::shared_ptr<StandardErrorLog> log_;

@@ -39,6 +39,8 @@ class MemoryPlatform : public std::enable_shared_from_this<MemoryPlatform> {
   /// The interfaces, for those who keep a platform. Keeps this object alive where it was made by
   /// make_shared; otherwise its maker must.
   std::shared_ptr<Platform> shared();
+  /// The log, kept in the same way.
+  std::shared_ptr<PlatformLog> sharedLog() { return {shared(), &log}; }
   /// Answers nothing any more and runs nothing any more. Repeatable.
   void shutDown();
 
@@ -52,6 +54,7 @@ class MemoryHostedPlatform final : public HostedPlatform {
  public:
   MemoryPlatform& memory() { return *memory_; }
   Platform& interfaces() override { return memory_->interfaces; }
+  std::shared_ptr<PlatformLog> sharedLog() const override { return memory_->sharedLog(); }
   void pump(std::chrono::microseconds budget) override { memory_->scheduler.runReady(budget); }
   int pollDescriptor() const override { return -1; }
   void gameWindowDidBecomeKey() override { memory_->userInterface.otherWindowTakesKey(); }

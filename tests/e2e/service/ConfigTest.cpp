@@ -19,8 +19,8 @@ class ServiceConfig : public ServiceFixture {
 TEST_F(ServiceConfig, FillsInAddressAndDigestOfAPageFile) {
   start();
   const auto popup = firstPopup();
-  EXPECT_EQ(popup.at("uri"), boost::json::value_from(base() + "/pages/welcome.html"));
-  EXPECT_EQ(popup.at("sig"), boost::json::value_from(md5Hex(kPage)));
+  EXPECT_EQ(popup.at("uri"), boost::json::string(base() + "/pages/welcome.html"));
+  EXPECT_EQ(popup.at("sig"), boost::json::string(md5Hex(kPage)));
   EXPECT_EQ(popup.at("content_type"), 1);
   EXPECT_FALSE(popup.contains("page"));
 }
@@ -37,7 +37,7 @@ TEST_F(ServiceConfig, EncodesAPageNameInItsAddress) {
   folder().write("pages/two words.html", "x");
   offer(R"({"page": "two words.html"})");
   start();
-  EXPECT_EQ(firstPopup().at("uri"), boost::json::value_from(base() + "/pages/two%20words.html"));
+  EXPECT_EQ(firstPopup().at("uri"), boost::json::string(base() + "/pages/two%20words.html"));
   EXPECT_EQ(client().Get("/pages/two%20words.html")->body, "x");
 }
 
@@ -45,7 +45,7 @@ TEST_F(ServiceConfig, SignsAWebPageByItsAddress) {
   offer(R"({"content_type": 3, "uri": "{{base}}/pages/welcome.html"})");
   start();
   const auto popup = firstPopup();
-  EXPECT_EQ(popup.at("sig"), boost::json::value_from(md5Hex(base() + "/pages/welcome.html")));
+  EXPECT_EQ(popup.at("sig"), boost::json::string(md5Hex(base() + "/pages/welcome.html")));
 }
 
 TEST_F(ServiceConfig, LeavesWhatTheAuthorGave) {

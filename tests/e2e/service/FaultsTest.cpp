@@ -14,7 +14,7 @@ class ServiceFaults : public ServiceFixture {
 
   void startWith(const std::string& fault) { start({"--fault", fault}); }
   std::string rawPage() {
-    return exchange(port(), "GET /pages/welcome.html HTTP/1.1\r\nHost: a\r\n\r\n");
+    return exchange(port(), "GET /pages/welcome.html HTTP/1.1\r\nConnection: close\r\n\r\n");
   }
 };
 

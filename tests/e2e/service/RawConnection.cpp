@@ -1,7 +1,9 @@
 #include "e2e/service/RawConnection.h"
 
 #include <array>
+#include <cstdint>
 #include <stdexcept>
+#include <string_view>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -53,8 +55,19 @@ std::string RawConnection::readAll() const {
 std::string exchange(int port, const std::string& request) {
   const RawConnection connection(port);
   connection.send(request);
-  connection.finishSending();
   return connection.readAll();
+}
+
+int statusOf(int port, const std::string& request) {
+  constexpr std::string_view kVersion = "HTTP/1.1 ";
+  const RawConnection connection(port);
+  connection.send(request);
+  std::string head;
+  for (std::string piece = connection.readSome(); !piece.empty(); piece = connection.readSome()) {
+    head += piece;
+    if (head.find("\r\n\r\n") != std::string::npos) break;
+  }
+  return head.starts_with(kVersion) ? std::stoi(head.substr(kVersion.size())) : 0;
 }
 
 }  // namespace zovk

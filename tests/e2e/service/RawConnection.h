@@ -23,7 +23,9 @@ class RawConnection {
   int socket_;
 };
 
-/// Sends a text and returns all that comes back.
+/// Sends a text and returns all that comes back until the peer closes.
 std::string exchange(int port, const std::string& request);
+/// Sends a text and returns the status of the answer; 0 when there is none.
+int statusOf(int port, const std::string& request);
 
 }  // namespace zovk

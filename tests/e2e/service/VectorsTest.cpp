@@ -40,7 +40,7 @@ ZOVKPopupUrlParams paramsOf(const boost::json::object& vector) {
   params.gameID = textOf(vector, "game_id");
   params.gameKey = textOf(vector, "game_key");
   params.installID = textOf(vector, "install_id");
-  params.os = boost::json::value_to<std::int32_t>(vector.at("os"));
+  params.os = vector.at("os").to_number<std::int32_t>();
   params.version = textOf(vector, "version");
   if (const auto* members = vector.if_contains("members")) params.postInfo = members->as_object();
   return params;

@@ -1,5 +1,7 @@
 #include <limits>
 
+#include <fmt/format.h>
+
 #include "engine/ZOVKPopupModel.h"
 #include "support/EngineFixture.h"
 
@@ -51,14 +53,14 @@ TEST_F(PopupFile, DoesNotExistForOtherContents) {
 TEST_F(PopupFile, LiesInTheCacheForARemotePopup) {
   for (const std::uint64_t type : {1, 2}) {
     EXPECT_EQ(pageOf(type, kConfigRemote).getPopupFilePath(),
-              std::string(kCache) + "/" + pageOf(type, 0).getPopupFileName());
+              fmt::format("{}/{}", kCache, pageOf(type, 0).getPopupFileName()));
   }
 }
 
 TEST_F(PopupFile, LiesInTheResourceBundleForALocalPopup) {
   for (const std::uint64_t type : {1, 2}) {
     EXPECT_EQ(pageOf(type, kConfigLocal).getPopupFilePath(),
-              std::string(kBundle) + "/" + pageOf(type, 0).getPopupFileName());
+              fmt::format("{}/{}", kBundle, pageOf(type, 0).getPopupFileName()));
   }
 }
 

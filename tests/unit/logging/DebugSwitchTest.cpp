@@ -43,7 +43,7 @@ TEST_F(DebugSwitch, OfASettingBundleWithoutAFileStaysOffWhateverTheInfoDictionar
 TEST_F(DebugSwitch, OfAnUnreadableSettingFileStaysOffWhateverTheInfoDictionarySays) {
   setInfo({{"ZOVK_DEBUG", true}});
   addSettingFile("ZOVK_DEBUG=1");
-  memory().files.failReads(std::string(kSettingBundle) + "/ZOVKConfig.ini");
+  memory().files.failReads(kSettingFile);
   writeDebugLine();
   EXPECT_THAT(lines(), ElementsAre(kRead));
 }

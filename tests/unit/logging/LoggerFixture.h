@@ -19,7 +19,7 @@ namespace zovk {
 /// life of a process, so each test needs a process of its own.
 class LoggerFixture : public ::testing::Test {
  protected:
-  LoggerFixture() { setUpLogger(memory_->shared()); }
+  LoggerFixture() { setUpLogger(memory_->shared(), memory_->sharedLog()); }
 
   MemoryPlatform& memory() { return *memory_; }
   std::vector<std::string> lines() const { return memory_->log.lines(); }
@@ -27,11 +27,12 @@ class LoggerFixture : public ::testing::Test {
   void setInfo(const boost::json::object& info) { memory_->bundles.setMainInfo(info); }
   void addSettingBundle() { memory_->files.addDirectory(kSettingBundle); }
   void addSettingFile(std::string_view text) {
-    memory_->files.addFile(std::string(kSettingBundle) + "/ZOVKConfig.ini", text);
+    memory_->files.addFile(kSettingFile, text);
   }
   static void writeDebugLine() { ZPLogger::ZPLog(0, "Game", "Game::start", 7, "hello"); }
 
   static constexpr const char* kSettingBundle = "/app/ZOVKAppSetting.bundle";
+  static constexpr const char* kSettingFile = "/app/ZOVKAppSetting.bundle/ZOVKConfig.ini";
   static constexpr const char* kRead = "Get Config File";
   static constexpr const char* kFound = "Success get ZOVK_DEBUG";
   static constexpr const char* kDebugLine = "[Debug]Game Game::start 7 hello";
