@@ -7,7 +7,8 @@
 namespace lanterns {
 
 Game::Game(const Options& options)
-    : window_(openWindow(options)),
+    : tour_(options.tour),
+      window_(openWindow(options)),
       // The drawing is light, and so it is the same everywhere.
       renderer_(SDL_CreateRenderer(window_.get(), -1, SDL_RENDERER_SOFTWARE)),
       popups_(options, nativeWindowOf(window_.get()),
@@ -58,6 +59,10 @@ void Game::resize() {
   SDL_GetRendererOutputSize(renderer_.get(), &width, &height);
   scene_ = std::make_unique<Scene>(renderer_.get(), width, height);
   hud_.resize(width, height);
+  if (tour_) tellButtons();
+}
+
+void Game::tellButtons() const {
   const auto middles = hud_.buttonMiddles();
   for (std::size_t i = 0; i < menu_.size(); ++i) {
     std::cout << "button " << menu_[i].key << " at " << middles[i].x << ' ' << middles[i].y << '\n';

@@ -24,7 +24,9 @@ class Game {
   void resize();
   void draw();
   void tell(const std::string& line);
+  void tellButtons() const;
 
+  bool tour_;
   WindowPointer window_;
   RendererPointer renderer_;
   Popups popups_;

@@ -5,8 +5,8 @@
 namespace lanterns {
 
 WindowPointer openWindow(const Options& options) {
-  const int place = options.frameless ? 0 : static_cast<int>(SDL_WINDOWPOS_CENTERED);
-  const Uint32 kind = options.frameless ? SDL_WINDOW_BORDERLESS : SDL_WINDOW_RESIZABLE;
+  const int place = options.tour ? 0 : static_cast<int>(SDL_WINDOWPOS_CENTERED);
+  const Uint32 kind = options.tour ? SDL_WINDOW_BORDERLESS : SDL_WINDOW_RESIZABLE;
   WindowPointer window(
       SDL_CreateWindow("Lanterns", place, place, options.width, options.height, kind));
   require(window != nullptr, "SDL_CreateWindow");

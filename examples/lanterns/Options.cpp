@@ -9,7 +9,7 @@ namespace lanterns {
 namespace {
 
 constexpr const char* kUsage =
-    "usage: lanterns [--size WIDTHxHEIGHT] [--data DIRECTORY] [--service ADDRESS] [--frameless]\n";
+    "usage: lanterns [--size WIDTHxHEIGHT] [--data DIRECTORY] [--service ADDRESS] [--tour]\n";
 
 bool readSize(const char* text, Options& options) {
   return std::sscanf(text, "%dx%d", &options.width, &options.height) == 2 && options.width >= 320 &&
@@ -36,8 +36,8 @@ std::optional<Options> readOptions(int count, char** words) {
   Options options;
   options.resourceDirectory = programDirectory();
   for (int i = 1; i < count; ++i) {
-    if (std::string_view(words[i]) == "--frameless") {
-      options.frameless = true;
+    if (std::string_view(words[i]) == "--tour") {
+      options.tour = true;
     } else if (i + 1 >= count || !readPair(words[i], words[i + 1], options)) {
       std::fputs(kUsage, stderr);
       return std::nullopt;

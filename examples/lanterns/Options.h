@@ -15,8 +15,9 @@ struct Options {
   std::string dataDirectory;
   /// Address of a popup service; without one there are only the popups that the game ships.
   std::string service;
-  /// Without a window frame, at the top left corner of the screen.
-  bool frameless = false;
+  /// For whoever plays the game by program: the window stands at the top left corner of the screen,
+  /// without a frame, and the game tells where its buttons are.
+  bool tour = false;
 };
 
 /// Nothing, after a line on standard error, when the command line cannot be understood.

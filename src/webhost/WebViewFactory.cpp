@@ -63,6 +63,15 @@ void hideScrollIndicator(WebKitWebView* view) {
   webkit_user_style_sheet_unref(sheet);
 }
 
+/// The engine keeps a text view inside that translates keys. Unless it is left out of the tab
+/// order, the keyboard is caught in it on the way from the page to the buttons.
+void keepInnerWidgetsUnfocused(GtkWidget* view) {
+  GtkWidget* child = gtk_widget_get_first_child(view);
+  for (; child != nullptr; child = gtk_widget_get_next_sibling(child)) {
+    gtk_widget_set_can_focus(child, FALSE);
+  }
+}
+
 void apply(const WebViewWishes& wishes, WebKitWebView* view) {
   WebKitSettings* settings = webkit_web_view_get_settings(view);
   webkit_settings_set_media_playback_allows_inline(settings, wishes.inlineMedia);
@@ -111,9 +120,11 @@ GObjectPtr<WebKitWebView> WebViewFactory::newView() {
       GObjectPtr<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
   if (filter_ != nullptr) webkit_user_content_manager_add_filter(manager.get(), filter_);
   const GObjectPtr<WebKitSettings> settings = newSettings(developerTools_);
-  return GObjectPtr<WebKitWebView>::sink(WEBKIT_WEB_VIEW(g_object_new(
+  auto view = GObjectPtr<WebKitWebView>::sink(WEBKIT_WEB_VIEW(g_object_new(
       WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session", session_.get(),
       "settings", settings.get(), "user-content-manager", manager.get(), nullptr)));
+  keepInnerWidgetsUnfocused(GTK_WIDGET(view.get()));
+  return view;
 }
 
 void WebViewFactory::prepareSpare() {

@@ -52,6 +52,8 @@ WebViewHost::~WebViewHost() {
     webkit_user_content_manager_unregister_script_message_handler(manager, handler->name.c_str(),
                                                                   nullptr);
   }
+  // Left to itself the engine often keeps a thread and descriptors of the connection for good.
+  webkit_web_view_terminate_web_process(view_.get());
 }
 
 void WebViewHost::load(const std::string& url) {

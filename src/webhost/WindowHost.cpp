@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "webhost/GameWindow.h"
+#include "webhost/TabOrder.h"
 #include "webhost/ViewStyle.h"
 
 namespace zovk {
@@ -43,6 +44,7 @@ WindowHost::WindowHost(Id id, GtkWidget* root, const Frame& frame, EventSink eve
       fullScreen_(coversScreen(frame)) {
   gtk_window_set_decorated(window_, FALSE);
   gtk_window_set_child(window_, root);
+  keepTabSteps(window_);
   const Frame size = fullScreen_ ? mainScreen() : frame;
   gtk_window_set_default_size(window_, size.width, size.height);
   // Where nothing blends windows, what is clear would show as black.

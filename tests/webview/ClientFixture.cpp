@@ -97,6 +97,14 @@ WebHostClientLive::~WebHostClientLive() {
   std::filesystem::remove_all(directory_);
 }
 
+void WebHostClientLive::TearDown() {
+  std::vector<std::string> errors;
+  for (const std::string& line : lines_) {
+    if (line.starts_with("[Error]")) errors.push_back(line);
+  }
+  EXPECT_EQ(errors.size(), killed_) << testing::PrintToString(errors);
+}
+
 void WebHostClientLive::openPage() {
   window_ = client_->makeWindow({kLeft, kTop, kWidth, kHeight});
   window_->setRootViewController(screen_);
@@ -144,6 +152,7 @@ void WebHostClientLive::killHelper() {
   const pid_t helper = client_->helperProcessId();
   ASSERT_GT(helper, 0);
   ::kill(helper, SIGKILL);
+  ++killed_;
   pumpUntil("the loss", [&] { return client_->helperProcessId() != helper; });
 }
 

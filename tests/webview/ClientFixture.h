@@ -83,10 +83,13 @@ class WebHostClientLive : public testing::Test {
   /// A real click of the pointer on the middle of a button.
   void click(const std::string& outlet);
   void killHelper();
+  /// No helper may be lost but those that the test killed.
+  void TearDown() override;
   static std::string pageUrl();
 
   std::filesystem::path directory_;
   std::vector<std::string> lines_;
+  std::size_t killed_ = 0;
   std::unique_ptr<LinuxMainQueue> queue_;
   std::unique_ptr<LinuxDevice> device_;
   std::unique_ptr<WebHostUserInterface> client_;

@@ -1,4 +1,7 @@
 #include <array>
+#include <filesystem>
+#include <fstream>
+#include <string>
 
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -122,6 +125,32 @@ TEST(WebHostLifetime, SurvivesWindowsThatCloseBeforeTheyAreSeen) {
   helper.send({{"type", "window.show"}, {"window", 8}});
   helper.sync(8);
   helper.await("window.size", {{"window", 8}, {"width", 300}, {"height", 200}});
+}
+
+/// Threads of the helper that serve a connection to another of its processes.
+int connectionThreads(pid_t pid) {
+  int count = 0;
+  const std::string folder = "/proc/" + std::to_string(pid) + "/task";
+  for (const auto& thread : std::filesystem::directory_iterator(folder)) {
+    std::ifstream file(thread.path() / "comm");
+    std::string name;
+    std::getline(file, name);
+    if (name == "ReceiveQueue") ++count;
+  }
+  return count;
+}
+
+TEST(WebHostLifetime, LeavesNothingOfManyPagesBehind) {
+  WebHostProcess helper;
+  PopupScreen screen(helper);
+  for (int i = 0; i < 20; ++i) {
+    screen.createWebView();
+    screen.loadPage("plain.html");
+    helper.send({{"type", "web.close"}, {"view", PopupScreen::kWebView}});
+  }
+  helper.sync();
+  // The network's connection, the spare page's, and those that are just ending.
+  EXPECT_LE(connectionThreads(helper.pid()), 4);
 }
 
 TEST(WebHostLifetime, ShowsManyPopupsAfterAnother) {

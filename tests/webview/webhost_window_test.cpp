@@ -31,6 +31,36 @@ TEST(WebHostWindow, FillsTheScreenWhenTheFrameIsEmpty) {
   helper.await("window.size", {{"window", 1}, {"width", screen[2]}, {"height", screen[3]}});
 }
 
+TEST(WebHostWindow, TellsItsSizeWhenItIsTurned) {
+  WebHostProcess helper;
+  PopupScreen screen(helper);
+  screen.open();
+  helper.await("window.key", {{"window", 1}, {"key", true}});
+  ASSERT_EQ(runProgram({"xdotool", "getactivewindow", "windowsize", "700", "390"}), 0);
+  helper.await("window.size", {{"window", 1}, {"width", 700}, {"height", 390}});
+  helper.await("view.frame", {{"view", PopupScreen::kWebView}, {"frame", {0, 0, 700, 390}}});
+}
+
+TEST(WebHostWindow, LetsTheTabKeyGoFromThePageToTheButtonsAndBack) {
+  WebHostProcess helper;
+  PopupScreen screen(helper);
+  screen.openPage("plain.html");
+  for (const char* name : {"returnBtn", "crossBtn", "refreshBtn", "aloneConfirmStackView"}) {
+    screen.hide(name);
+  }
+  helper.sync();
+  helper.await("window.key", {{"window", 1}, {"key", true}});
+  ASSERT_EQ(runProgram({"xdotool", "key", "Tab", "space"}), 0);
+  helper.await("action", {{"action", "rejectButtonDidClicked"}});
+  ASSERT_EQ(runProgram({"xdotool", "key", "Tab", "space"}), 0);
+  helper.await("action", {{"action", "confirmButtonDidClicked"}});
+  screen.evaluate(
+      "addEventListener('keydown', event => "
+      "window.webkit.messageHandlers.ZOVKPopup.postMessage(event.key)); 0");
+  ASSERT_EQ(runProgram({"xdotool", "key", "Tab", "k"}), 0);
+  helper.await("web.message", {{"body", "k"}});
+}
+
 TEST(WebHostWindow, BecomesTheKeyWindowWhenItIsShown) {
   WebHostProcess helper;
   PopupScreen screen(helper);

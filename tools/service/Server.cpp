@@ -23,6 +23,7 @@ constexpr int kWaitingConnections = 128;
 constexpr time_t kTransferSeconds = 10;
 constexpr time_t kIdleSeconds = 5;
 constexpr std::size_t kRequestsPerConnection = 1000;
+constexpr const char* kStopPath = "/_control/stop";
 
 Answer onlyFromThisMachine() {
   return problem(403, "only from this machine");
@@ -51,6 +52,11 @@ std::optional<std::string> readBody(const httplib::Request& request, httplib::Re
 std::string rawQuery(const std::string& target) {
   const std::size_t question = target.find('?');
   return question == std::string::npos ? "" : target.substr(question + 1);
+}
+
+void log(const httplib::Request& request, const httplib::Response& response) {
+  std::fprintf(stderr, "%s %s %d\n", request.method.c_str(), request.target.c_str(),
+               response.status);
 }
 
 std::unique_ptr<httplib::Server> makeHttpServer(const Certificate* certificate) {
@@ -111,10 +117,10 @@ void Server::setLimits(bool verbose) {
   http_->set_keep_alive_timeout(kIdleSeconds);
   http_->set_keep_alive_max_count(kRequestsPerConnection);
   http_->set_tcp_nodelay(true);
-  if (!verbose) return;
-  http_->set_logger([](const httplib::Request& request, const httplib::Response& response) {
-    std::fprintf(stderr, "%s %s %d\n", request.method.c_str(), request.target.c_str(),
-                 response.status);
+  // This runs when an answer has been sent, so that the one to a request to stop still gets out.
+  http_->set_logger([verbose](const httplib::Request& request, const httplib::Response& response) {
+    if (verbose) log(request, response);
+    if (request.path == kStopPath && response.status == 200) ::kill(::getpid(), SIGTERM);
   });
 }
 
@@ -151,9 +157,8 @@ void Server::addControlEndpoints() {
     return jsonAnswer(boost::json::object{{"faults", faults_.list()}});
   });
   post("/_control/fault", [this](const Call& call) { return answerFault(call); });
-  post("/_control/stop", [](const Call& call) {
+  post(kStopPath, [](const Call& call) {
     if (!isLoopback(call.request.remote_addr)) return onlyFromThisMachine();
-    ::kill(::getpid(), SIGTERM);  // there is one way to end, and the main thread waits for it
     return jsonAnswer(boost::json::object{{"code", 0}});
   });
   const Endpoint nothingHere = [](const Call&) { return problem(404, "nothing here"); };

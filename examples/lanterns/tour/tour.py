@@ -197,7 +197,7 @@ def main():
     began = time.monotonic()
     with tempfile.TemporaryDirectory(prefix="lanterns-") as data, Compositor():
         screen = Screen(width, height)
-        game = Game([arguments.game, "--size", arguments.size, "--frameless", "--data", data],
+        game = Game([arguments.game, "--size", arguments.size, "--tour", "--data", data],
                     arguments.pictures / "game.log")
         tour = Tour(screen, game, arguments.pictures)
         try:

@@ -18,10 +18,10 @@ WebHostConnection::WebHostConnection(UniqueFd socket, std::size_t maximumPending
     : socket_(std::move(socket)), maximumPendingBytes_(maximumPendingBytes) {}
 
 bool WebHostConnection::send(const WebHostMessage& message) {
-  std::optional<std::string> frame = encodeFrame(message);
+  const std::optional<std::string> frame = encodeFrame(message);
   if (!frame) return false;
-  if (!isPending()) frame->erase(0, write(frame->data(), frame->size()));
-  keep(std::move(*frame));
+  const std::size_t written = isPending() ? 0 : write(frame->data(), frame->size());
+  keep(std::string_view(*frame).substr(written));
   return true;
 }
 
@@ -55,7 +55,7 @@ std::size_t WebHostConnection::write(const char* bytes, std::size_t length) {
   return written < 0 ? 0 : static_cast<std::size_t>(written);
 }
 
-void WebHostConnection::keep(std::string bytes) {
+void WebHostConnection::keep(std::string_view bytes) {
   if (bytes.empty() || !error_.empty()) return;
   if (sent_ >= pending_.size() / 2) pending_.erase(0, std::exchange(sent_, 0));
   pending_ += bytes;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/linux/UniqueFd.h"
 #include "webprotocol/FrameCodec.h"
@@ -34,7 +35,7 @@ class WebHostConnection {
  private:
   // The number of bytes that went out; 0 when the socket is full or closed.
   std::size_t write(const char* bytes, std::size_t length);
-  void keep(std::string bytes);
+  void keep(std::string_view bytes);
 
   UniqueFd socket_;
   const std::size_t maximumPendingBytes_;

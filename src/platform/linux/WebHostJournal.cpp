@@ -2,7 +2,8 @@
 
 namespace zovk {
 
-void WebHostJournal::remember(WebHostId object, WebHostAspect aspect, WebHostMessage command) {
+void WebHostJournal::remember(WebHostId object, WebHostAspect aspect,
+                              const WebHostMessage& command) {
   forget(object, aspect);
   places_[{object, aspect}] = ++last_;
   order_.try_emplace(last_, Key{object, aspect}, std::move(command));

@@ -32,7 +32,7 @@ enum class WebHostAspect {
 /// one command for each aspect of each object that is there, and so never grows with time.
 class WebHostJournal {
  public:
-  void remember(WebHostId object, WebHostAspect aspect, WebHostMessage command);
+  void remember(WebHostId object, WebHostAspect aspect, const WebHostMessage& command);
   void forget(WebHostId object, WebHostAspect aspect);
   void forget(WebHostId object);
   /// The commands in the order in which they were given, except that windows are shown last, when

@@ -72,10 +72,11 @@ void WebHostSession::send(const WebHostMessage& command) {
   if (!link_->send(command)) logError("Web host command too long: %@", command.at("type"));
 }
 
-void WebHostSession::command(WebHostId object, WebHostAspect aspect, WebHostMessage command) {
+void WebHostSession::command(WebHostId object, WebHostAspect aspect,
+                             const WebHostMessage& command) {
   if (isShutDown()) return;
   send(command);
-  journal_.remember(object, aspect, std::move(command));
+  journal_.remember(object, aspect, command);
 }
 
 void WebHostSession::request(WebHostMessage command, std::string event, WebHostId about,

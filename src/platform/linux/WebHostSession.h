@@ -40,7 +40,7 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
   WebHostId newId() { return ++lastId_; }
   void send(const WebHostMessage& command);
   /// Sends it, and remembers it for a helper to come.
-  void command(WebHostId object, WebHostAspect aspect, WebHostMessage command);
+  void command(WebHostId object, WebHostAspect aspect, const WebHostMessage& command);
   /// Sends `command` with a new number, by which the helper answers with `event`.
   void request(WebHostMessage command, std::string event, WebHostId about,
                WebHostReplies::Reply reply);

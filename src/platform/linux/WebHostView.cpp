@@ -22,8 +22,8 @@ WebHostViewOf<Interface>::WebHostViewOf(std::shared_ptr<WebHostSession> session,
     : WebHostViewIdentity(id), session_(std::move(session)) {}
 
 template <class Interface>
-void WebHostViewOf<Interface>::command(WebHostAspect aspect, WebHostMessage message) {
-  session_->command(id(), aspect, std::move(message));
+void WebHostViewOf<Interface>::command(WebHostAspect aspect, const WebHostMessage& message) {
+  session_->command(id(), aspect, message);
 }
 
 template <class Interface>

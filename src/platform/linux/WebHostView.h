@@ -41,7 +41,7 @@ class WebHostViewOf : public Interface, public WebHostViewIdentity {
 
  protected:
   WebHostSession& session() const { return *session_; }
-  void command(WebHostAspect aspect, WebHostMessage message);
+  void command(WebHostAspect aspect, const WebHostMessage& message);
 
  private:
   const std::shared_ptr<WebHostSession> session_;

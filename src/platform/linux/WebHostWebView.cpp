@@ -129,7 +129,7 @@ void WebHostWebView::urlChanged(const std::string& url) {
     again["type"] = "web.loadFile";
     again["readAccess"] = readAccessUrl_;
   }
-  session().journal().remember(id(), WebHostAspect::kAddress, std::move(again));
+  session().journal().remember(id(), WebHostAspect::kAddress, again);
 }
 
 void WebHostWebView::decidePolicy(const NavigationAction& action, WebHostId decision) {

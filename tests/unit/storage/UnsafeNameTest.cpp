@@ -93,7 +93,7 @@ TEST_F(UnsafeName, MadeFromAHostileDigestNeverLeavesTheDirectory) {
   }
   for (const std::string& path : files().list("/")) {
     const bool isOld = std::find(before_.begin(), before_.end(), path) != before_.end();
-    EXPECT_TRUE(isOld || ("/" + path).starts_with(std::string(kCache) + "/")) << path;
+    EXPECT_TRUE(isOld || ("/" + path).starts_with(cachePath(""))) << path;
   }
 }
 
