@@ -4,8 +4,7 @@ namespace zovk {
 
 ButtonChanges buttonRule(const ZOVKPopupModel& popup, bool needRefresh) {
   if (popup.scene == kPolicyScene) {
-    return {{"returnBtn", "crossBtn", "refreshBtn", "aloneConfirmStackView"},
-            {"backgroundView"}};
+    return {{"returnBtn", "crossBtn", "refreshBtn", "aloneConfirmStackView"}, {"backgroundView"}};
   }
   if (popup.scene == kPermissionScene) {
     return {{"returnBtn", "crossBtn", "refreshBtn", "rejectBtn", "stackView"},

@@ -28,8 +28,7 @@ void ZOVKPopupViewController::viewDidLoad() {
 
 void ZOVKPopupViewController::loadSubviews() {
   const std::string bundlePath = resourceBundle_ != nullptr ? resourceBundle_->resourcePath() : "";
-  xibView_ =
-      platform_->userInterface.loadLayout(bundlePath, getNibFileName(), weak_from_this());
+  xibView_ = platform_->userInterface.loadLayout(bundlePath, getNibFileName(), weak_from_this());
   view_->addSubview(*xibView_->root());
   addConstraintAnchors(*view_, *xibView_->root());
   if (webView_ == nullptr) createPopupWebView();
@@ -48,16 +47,14 @@ void ZOVKPopupViewController::loadSubviews() {
 
 std::string ZOVKPopupViewController::getNibFileName() const {
   const auto isPortrait = [](Orientation orientation) {
-    return orientation == Orientation::kPortrait ||
-           orientation == Orientation::kPortraitUpsideDown;
+    return orientation == Orientation::kPortrait || orientation == Orientation::kPortraitUpsideDown;
   };
   const Orientation held = platform_->device.orientation();
   if (isPortrait(held)) return kPortraitLayout;
   if (held == Orientation::kLandscapeLeft || held == Orientation::kLandscapeRight) {
     return kLandscapeLayout;
   }
-  return isPortrait(platform_->device.statusBarOrientation()) ? kPortraitLayout
-                                                              : kLandscapeLayout;
+  return isPortrait(platform_->device.statusBarOrientation()) ? kPortraitLayout : kLandscapeLayout;
 }
 
 void ZOVKPopupViewController::createPopupWebView() {

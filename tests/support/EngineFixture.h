@@ -30,6 +30,7 @@ class EngineFixture : public ::testing::Test {
 
   EngineFixture() {
     memory_->bundles.setMainInfo({{"ZOVK_DEBUG", true}});
+    setDefaultPlatform(nullptr);  // no test is to meet the platform that is linked in
     setUpLogger(memory_->shared(), memory_->sharedLog());
     setCurrentPlatform(memory_->shared());
   }

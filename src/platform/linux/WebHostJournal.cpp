@@ -6,7 +6,7 @@ void WebHostJournal::remember(WebHostId object, WebHostAspect aspect,
                               const WebHostMessage& command) {
   forget(object, aspect);
   places_[{object, aspect}] = ++last_;
-  order_.try_emplace(last_, Key{object, aspect}, std::move(command));
+  order_.try_emplace(last_, Key{object, aspect}, command);
 }
 
 void WebHostJournal::forget(WebHostId object, WebHostAspect aspect) {

@@ -1,8 +1,7 @@
-#include "engine/ConditionAnswer.h"
-
 #include <boost/json/parse.hpp>
 #include <boost/json/serialize.hpp>
 
+#include "engine/ConditionAnswer.h"
 #include "support/EngineFixture.h"
 #include "support/LogMessages.h"
 
@@ -13,16 +12,24 @@ using ::testing::Contains;
 using ConditionAnswer = EngineFixture;
 
 TEST(ConditionAnswerReading, GoesByTheIntegerValueOfNeedPopup) {
-  const std::vector<std::pair<std::string, bool>> answers = {
-      {R"({"need_popup":1})", true},      {R"({"need_popup":"1"})", true},
-      {R"({"need_popup":true})", true},   {R"({"need_popup":1.9})", true},
-      {R"({"need_popup":" 1x"})", true},  {R"({"need_popup":0})", false},
-      {R"({"need_popup":2})", false},     {R"({"need_popup":-1})", false},
-      {R"({"need_popup":false})", false}, {R"({"need_popup":"yes"})", false},
-      {R"({"need_popup":null})", false},  {R"({"need_popup":[1]})", false},
-      {R"({"need_popup":{}})", false},    {"{}", false},
-      {"[1]", false},                     {"1", false},
-      {"null", false},                    {R"("need_popup")", false}};
+  const std::vector<std::pair<std::string, bool>> answers = {{R"({"need_popup":1})", true},
+                                                             {R"({"need_popup":"1"})", true},
+                                                             {R"({"need_popup":true})", true},
+                                                             {R"({"need_popup":1.9})", true},
+                                                             {R"({"need_popup":" 1x"})", true},
+                                                             {R"({"need_popup":0})", false},
+                                                             {R"({"need_popup":2})", false},
+                                                             {R"({"need_popup":-1})", false},
+                                                             {R"({"need_popup":false})", false},
+                                                             {R"({"need_popup":"yes"})", false},
+                                                             {R"({"need_popup":null})", false},
+                                                             {R"({"need_popup":[1]})", false},
+                                                             {R"({"need_popup":{}})", false},
+                                                             {"{}", false},
+                                                             {"[1]", false},
+                                                             {"1", false},
+                                                             {"null", false},
+                                                             {R"("need_popup")", false}};
   for (const auto& [text, wanted] : answers) {
     EXPECT_EQ(wantedPopupExtra(boost::json::parse(text)).has_value(), wanted) << text;
   }

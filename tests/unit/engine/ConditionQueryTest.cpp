@@ -45,8 +45,8 @@ TEST_F(ConditionQuery, TellsWhoThePlayerIsAndWhichPopupItIsAbout) {
                                R"("jwt_token":"jwt","pop_id":31,"scene":"asked"})"));
   const std::string parameters =
       "game_id=1001&install_id=" + *fileManager().getUUID() + "&os=2&version=1.0.0";
-  EXPECT_EQ(sent.url, "https://check.example/asked?" + parameters + "&sig=" +
-                          md5Hex("/asked?" + parameters + *sent.body + "secret"));
+  EXPECT_EQ(sent.url, "https://check.example/asked?" + parameters +
+                          "&sig=" + md5Hex("/asked?" + parameters + *sent.body + "secret"));
 }
 
 TEST_F(ConditionQuery, KeepsTheQueryOfItsAddress) {
@@ -95,11 +95,11 @@ TEST_F(ConditionQuery, ThatSaysNoEndsFromTheMainQueueAsASkip) {
   EXPECT_TRUE(answers().empty());
   settle();
   EXPECT_EQ(answers(), (std::vector<Answer>{{0, "reatin complete"}}));
-  EXPECT_THAT(debug(), ElementsAre("Query condition Popup result:1, respData length:32",
-                                   "Query condition Popup request success",
-                                   "jsonInfo:{\"need_popup\":0,\"extra\":{\"a\":1}}",
-                                   "No need to show condition Popup", "Do callback",
-                                   "Do callback"));
+  EXPECT_THAT(debug(),
+              ElementsAre("Query condition Popup result:1, respData length:32",
+                          "Query condition Popup request success",
+                          "jsonInfo:{\"need_popup\":0,\"extra\":{\"a\":1}}",
+                          "No need to show condition Popup", "Do callback", "Do callback"));
   expectNothingShown();
 }
 

@@ -31,13 +31,9 @@ TEST_F(DisplayCallback, NoneIsPassedOverWithoutALogLine) {
 TEST_F(DisplayCallback, GetsAResultAtOnceAndUnchanged) {
   for (const std::int32_t code : {-1, 0, 1, 2}) engine().doCallback(recorded(), code, "text");
   for (const std::int32_t code : {0, 1, 2}) engine().doCallback(recorded(), code, "");
-  EXPECT_EQ(answers(), (std::vector<Answer>{{-1, "text"},
-                                            {0, "text"},
-                                            {1, "text"},
-                                            {2, "text"},
-                                            {0, ""},
-                                            {1, ""},
-                                            {2, ""}}));
+  EXPECT_EQ(answers(),
+            (std::vector<Answer>{
+                {-1, "text"}, {0, "text"}, {1, "text"}, {2, "text"}, {0, ""}, {1, ""}, {2, ""}}));
   EXPECT_THAT(debugMessages(log()), Contains("Do callback").Times(7));
 }
 

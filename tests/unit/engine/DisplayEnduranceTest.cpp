@@ -37,9 +37,8 @@ TEST_F(DisplayEndurance, AThousandWaitingRequestsAreShownInOneWindowAndLeaveNoth
   engine().setMergePopupArr(listOf({webPage("lobby")}));
   std::vector<int> told;
   for (int run = 0; run < 1000; ++run) {
-    engine().showPopup("lobby", 0, [&told, run](std::int32_t, const std::string&) {
-      told.push_back(run);
-    });
+    engine().showPopup("lobby", 0,
+                       [&told, run](std::int32_t, const std::string&) { told.push_back(run); });
   }
   settle();
   for (int run = 0; run < 1000; ++run) {

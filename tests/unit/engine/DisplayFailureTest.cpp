@@ -30,9 +30,9 @@ TEST_F(DisplayFailure, WhileShowingAnswersEveryWaitingCallbackOnceWithTheReason)
   settle();
   memory().userInterface.failInterface(kReason);
   settle();
-  EXPECT_EQ(order, (std::vector<std::string>{std::string("a-1") + kReason,
-                                             std::string("b-1") + kReason,
-                                             std::string("c-1") + kReason}));
+  EXPECT_EQ(order,
+            (std::vector<std::string>{std::string("a-1") + kReason, std::string("b-1") + kReason,
+                                      std::string("c-1") + kReason}));
   expectIdle();
 }
 

@@ -29,8 +29,8 @@ TEST_F(DisplayQueue, TwoRequestsInQuickSuccessionAreShownOneAfterTheOther) {
   EXPECT_EQ(answers(), (std::vector<Answer>{{0, resultText("skip", "one")}}));
   EXPECT_EQ(page()->lastLoad(), webPage("second").uri);
   choose("cancel", "two");
-  EXPECT_EQ(answers(),
-            (std::vector<Answer>{{0, resultText("skip", "one")}, {2, resultText("cancel", "two")}}));
+  EXPECT_EQ(answers(), (std::vector<Answer>{{0, resultText("skip", "one")},
+                                            {2, resultText("cancel", "two")}}));
 }
 
 TEST_F(DisplayQueue, WindowAndTimerSurviveFromEntryToEntryAndEndTogether) {
@@ -84,9 +84,8 @@ TEST_F(DisplayQueue, AnEntryWithoutPopupsIsLoggedQueuedAndEndsByItself) {
 TEST_F(DisplayQueue, AnEntryWithoutACallbackIsLoggedAndShown) {
   log().clear();
   engine().cachePopup(listOf({webPage("first")}), nullptr);
-  EXPECT_THAT(debugMessages(log()),
-              ElementsAre("Cache Popup, Popup count:1, complete:(nil)", "complete is NULL",
-                          "Cache callback done"));
+  EXPECT_THAT(debugMessages(log()), ElementsAre("Cache Popup, Popup count:1, complete:(nil)",
+                                                "complete is NULL", "Cache callback done"));
   EXPECT_TRUE(errorMessages(log()).empty());
   engine().showPopup();
   settle();

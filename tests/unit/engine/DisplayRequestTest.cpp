@@ -95,12 +95,11 @@ TEST_F(DisplayRequest, LogsEachStepFromTheRequestToTheEnd) {
   engine().setMergePopupArr(listOf({webPage("lobby")}));
   log().clear();
   engine().showPopup("lobby", 0, nullptr);
-  EXPECT_THAT(
-      debugMessages(log()),
-      ElementsAre("Show Popup, scene:lobby, sceneType:0, complete:(nil)",
-                  "Get valid Popup, scene:lobby, srcPopups count:1", "Content type remote",
-                  "Cache Popup, Popup count:1, complete:(nil)", "complete is NULL",
-                  "Cache callback done", "Show Popup", "Get Popup from cache"));
+  EXPECT_THAT(debugMessages(log()),
+              ElementsAre("Show Popup, scene:lobby, sceneType:0, complete:(nil)",
+                          "Get valid Popup, scene:lobby, srcPopups count:1", "Content type remote",
+                          "Cache Popup, Popup count:1, complete:(nil)", "complete is NULL",
+                          "Cache callback done", "Show Popup", "Get Popup from cache"));
   log().clear();
   settle();
   EXPECT_THAT(debugMessages(log()),

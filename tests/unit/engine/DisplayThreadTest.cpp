@@ -19,8 +19,9 @@ class DisplayThread : public EngineFixture {
     for (std::size_t t = 0; t < kThreads; ++t) {
       threads_.emplace_back([this, t, scene] {
         for (std::size_t i = 0; i < kRequests; ++i) {
-          engine().showPopup(scene, 0, [&told = told_[t * kRequests + i]](
-                                           std::int32_t, const std::string&) { ++told; });
+          engine().showPopup(
+              scene, 0,
+              [&told = told_[t * kRequests + i]](std::int32_t, const std::string&) { ++told; });
         }
       });
     }

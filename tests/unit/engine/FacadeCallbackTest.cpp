@@ -67,8 +67,7 @@ TEST_F(FacadeCallback, MayAskAgainFromAnImmediateAnswer) {
   });
   settle();
   choose("skip");
-  EXPECT_EQ(answers(),
-            (std::vector<Answer>{{-1, "No valid Popup now"}, {0, resultText("skip")}}));
+  EXPECT_EQ(answers(), (std::vector<Answer>{{-1, "No valid Popup now"}, {0, resultText("skip")}}));
 }
 
 TEST_F(FacadeCallback, MayAskForTheNextPopupWhenThePolicyIsNotNeeded) {

@@ -1,5 +1,4 @@
 #include "engine/ZOVKPopup.h"
-
 #include "support/EngineFixture.h"
 #include "support/LogMessages.h"
 

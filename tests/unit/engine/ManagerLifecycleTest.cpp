@@ -38,11 +38,11 @@ TEST_F(ManagerLifecycle, BeforeTheHostNamesThePlayerTheChannelIsOneAndTheTextsAr
 
 TEST_F(ManagerLifecycle, InitLogsTheVersionThenLoadsThenClearsUp) {
   engine();
-  EXPECT_THAT(debugMessages(log()),
-              ElementsAre(kVersionLine, "Start load config file", "Load remote config",
-                          "Load local config", "Start merge config",
-                          "Merge config done, Popup count:0", "Delete expired Popup",
-                          "Delete expire Popup file", "Delete expire Popup once record"));
+  EXPECT_THAT(
+      debugMessages(log()),
+      ElementsAre(kVersionLine, "Start load config file", "Load remote config", "Load local config",
+                  "Start merge config", "Merge config done, Popup count:0", "Delete expired Popup",
+                  "Delete expire Popup file", "Delete expire Popup once record"));
 }
 
 TEST_F(ManagerLifecycle, ThereIsNoEngineBeforeTheFirstAccess) {

@@ -41,10 +41,10 @@ TEST_F(Policy, ANewerVersionIsShownAndSavedWhenItIsDone) {
   choose("skip");
   EXPECT_EQ(answers(), (std::vector<Answer>{{0, resultText("skip")}}));
   EXPECT_EQ(saved(), "6");
-  EXPECT_THAT(debug(), ElementsAre("Show Popup done", "Do callback", "Show Policy done",
-                                   "Save policy state", "Save policy done", "Show Popup",
-                                   "Get Popup from cache", "No Popup to show",
-                                   "Stop check key window", "Release Popup window"));
+  EXPECT_THAT(debug(),
+              ElementsAre("Show Popup done", "Do callback", "Show Policy done", "Save policy state",
+                          "Save policy done", "Show Popup", "Get Popup from cache",
+                          "No Popup to show", "Stop check key window", "Release Popup window"));
 }
 
 TEST_F(Policy, TheDecisionIsLogged) {

@@ -51,14 +51,14 @@ TEST_F(PopupFile, DoesNotExistForOtherContents) {
 }
 
 TEST_F(PopupFile, LiesInTheCacheForARemotePopup) {
-  for (const std::uint64_t type : {1, 2}) {
+  for (const std::uint64_t type : {1U, 2U}) {
     EXPECT_EQ(pageOf(type, kConfigRemote).getPopupFilePath(),
               fmt::format("{}/{}", kCache, pageOf(type, 0).getPopupFileName()));
   }
 }
 
 TEST_F(PopupFile, LiesInTheResourceBundleForALocalPopup) {
-  for (const std::uint64_t type : {1, 2}) {
+  for (const std::uint64_t type : {1U, 2U}) {
     EXPECT_EQ(pageOf(type, kConfigLocal).getPopupFilePath(),
               fmt::format("{}/{}", kBundle, pageOf(type, 0).getPopupFileName()));
   }

@@ -35,7 +35,8 @@ TEST_F(RemoteDownload, OfNothingIsAnError) {
 }
 
 TEST_F(RemoteDownload, FetchesPageFilesOnlyAndAllAtOnce) {
-  engine().downloadRemotePopupFile(listOf({file("a", 1), file("b", 3), file("c", 2), file("d", 0)}));
+  engine().downloadRemotePopupFile(
+      listOf({file("a", 1), file("b", 3), file("c", 2), file("d", 0)}));
   const auto requests = memory().urlSession.requests();
   ASSERT_EQ(requests.size(), 2U);
   EXPECT_EQ(requests[0].url, "https://files.example/a.html");
@@ -81,7 +82,8 @@ TEST_F(RemoteDownload, ASecondGoodAnswerFetchesEveryPageAgainAndReplacesIt) {
   const std::string sig = md5Hex("a");
   const std::string document =
       R"({"code":0,"popups":[{"scene":"a","content_type":1,"uri":"https://files.example/a.html",)"
-      R"("sig":")" + sig + R"("},{"scene":"b","content_type":3,"uri":"https://b.example"}]})";
+      R"("sig":")" +
+      sig + R"("},{"scene":"b","content_type":3,"uri":"https://b.example"}]})";
   for (const char* body : {"first", "second"}) {
     engine().handleRemoteConfigResponse(document);
     EXPECT_TRUE(memory().urlSession.requestsTo("b.example").empty());

@@ -39,8 +39,8 @@ TEST_F(RemoteRequest, IsSignedAndSentOnceWithTheCommonParameters) {
   const MemoryRequest request = memory().urlSession.request(0);
   const std::string installId = *fileManager().getUUID();
   const std::string parameters = "game_id=1001&install_id=" + installId + "&os=2&version=1.0.0";
-  EXPECT_EQ(request.url, "https://service.example/popup/get_info?" + parameters + "&sig=" +
-                             md5Hex("/popup/get_info?" + parameters + "secret"));
+  EXPECT_EQ(request.url, "https://service.example/popup/get_info?" + parameters +
+                             "&sig=" + md5Hex("/popup/get_info?" + parameters + "secret"));
   EXPECT_EQ(request.method, "GET");
   EXPECT_EQ(request.body, std::nullopt);
 }

@@ -32,9 +32,8 @@ TEST_F(SelectionDigest, MatchesInLowerAndInUpperCase) {
 
 TEST_F(SelectionDigest, DoesNotMatchInMixedCase) {
   std::string mixed = digest_;
-  const auto firstLetter = std::find_if(mixed.begin(), mixed.end(), [](unsigned char c) {
-    return std::isalpha(c) != 0;
-  });
+  const auto firstLetter = std::find_if(mixed.begin(), mixed.end(),
+                                        [](unsigned char c) { return std::isalpha(c) != 0; });
   ASSERT_NE(firstLetter, mixed.end());
   *firstLetter = upper({*firstLetter})[0];
   ASSERT_NE(mixed, upper(digest_));

@@ -1,6 +1,6 @@
-#include "engine/Selection.h"
-
 #include <gtest/gtest.h>
+
+#include "engine/Selection.h"
 
 namespace zovk {
 namespace {

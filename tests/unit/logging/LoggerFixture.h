@@ -26,9 +26,7 @@ class LoggerFixture : public ::testing::Test {
 
   void setInfo(const boost::json::object& info) { memory_->bundles.setMainInfo(info); }
   void addSettingBundle() { memory_->files.addDirectory(kSettingBundle); }
-  void addSettingFile(std::string_view text) {
-    memory_->files.addFile(kSettingFile, text);
-  }
+  void addSettingFile(std::string_view text) { memory_->files.addFile(kSettingFile, text); }
   static void writeDebugLine() { ZPLogger::ZPLog(0, "Game", "Game::start", 7, "hello"); }
 
   static constexpr const char* kSettingBundle = "/app/ZOVKAppSetting.bundle";

@@ -32,7 +32,8 @@ TEST(BoolValue, OfATextGoesByItsBeginning) {
 }
 
 TEST(BoolValue, OfAnythingElseIsFalse) {
-  for (const char* value : {"null", "[1]", R"({"a":1})", "[]"}) EXPECT_FALSE(valueOf(value)) << value;
+  for (const char* value : {"null", "[1]", R"({"a":1})", "[]"})
+    EXPECT_FALSE(valueOf(value)) << value;
 }
 
 TEST(BoolValue, OfAMissingKeyIsFalse) {

@@ -103,8 +103,7 @@ class Button : public Action, public ::testing::WithParamInterface<ButtonRow> {}
 TEST_P(Button, EndsThePopupWithItsCodeAndSendsNoReport) {
   show({reported("a")});
   press(GetParam().action);
-  EXPECT_EQ(answers(),
-            (std::vector<Answer>{{GetParam().code, resultText(GetParam().name)}}));
+  EXPECT_EQ(answers(), (std::vector<Answer>{{GetParam().code, resultText(GetParam().name)}}));
   EXPECT_EQ(reports(), 0U);
 }
 

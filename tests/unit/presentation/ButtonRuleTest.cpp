@@ -1,6 +1,6 @@
-#include "presentation/ButtonRule.h"
-
 #include <gmock/gmock.h>
+
+#include "presentation/ButtonRule.h"
 
 namespace zovk {
 namespace {
@@ -30,7 +30,8 @@ TEST(ButtonRule, ThePolicyKeepsItsTwoAnswersWhateverItsKindAndTheFlag) {
 TEST(ButtonRule, ThePermissionKeepsItsLoneAnswerWhateverItsKindAndTheFlag) {
   for (const std::uint64_t popType : {1U, 2U}) {
     for (const bool needRefresh : {false, true}) {
-      const ButtonChanges changes = buttonRule(popup("ZOVKPolicy_Permission", popType), needRefresh);
+      const ButtonChanges changes =
+          buttonRule(popup("ZOVKPolicy_Permission", popType), needRefresh);
       EXPECT_THAT(changes.hide, UnorderedElementsAre("returnBtn", "crossBtn", "refreshBtn",
                                                      "rejectBtn", "stackView"));
       EXPECT_THAT(changes.show, UnorderedElementsAre("aloneConfirmStackView", "backgroundView"));

@@ -20,17 +20,31 @@ struct Kind {
 };
 
 const std::vector<Kind>& kinds() {
-  static const Names kGameHides = {"crossBtn",  "confirmBtn",            "rejectBtn",
-                                   "stackView", "aloneConfirmStackView", "centerConfirmBtn"};
+  static const Names kGameHides = {
+      "crossBtn",        "confirmBtn", "rejectBtn", "stackView", "aloneConfirmStackView",
+      "centerConfirmBtn"};
   static const std::vector<Kind> all = {
-      {"Policy", "ZOVKPolicy", 1, false,
-       {"returnBtn", "crossBtn", "refreshBtn", "aloneConfirmStackView"}, {"backgroundView"}, false},
-      {"Permission", "ZOVKPolicy_Permission", 1, false,
+      {"Policy",
+       "ZOVKPolicy",
+       1,
+       false,
+       {"returnBtn", "crossBtn", "refreshBtn", "aloneConfirmStackView"},
+       {"backgroundView"},
+       false},
+      {"Permission",
+       "ZOVKPolicy_Permission",
+       1,
+       false,
        {"returnBtn", "crossBtn", "refreshBtn", "rejectBtn", "stackView"},
-       {"aloneConfirmStackView", "backgroundView"}, false},
-      {"Ordinary", "lobby", 1, false,
+       {"aloneConfirmStackView", "backgroundView"},
+       false},
+      {"Ordinary",
+       "lobby",
+       1,
+       false,
        {"rejectBtn", "confirmBtn", "stackView", "aloneConfirmStackView", "returnBtn", "refreshBtn"},
-       {}, false},
+       {},
+       false},
       {"Game", "game", 2, false, kGameHides, {"refreshBtn"}, true},
       {"AllowedGame", "game", 2, true, kGameHides, {}, false}};
   return all;

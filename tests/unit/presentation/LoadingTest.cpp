@@ -16,8 +16,7 @@ class Loading : public ControllerFixture {
 TEST_F(Loading, AWebPageLoadsItsAddressAndSaysSoInThePlatformLog) {
   show({webPage("a")});
   EXPECT_EQ(page()->loads(), (std::vector<MemoryLoad>{{webPage("a").uri, std::nullopt}}));
-  EXPECT_THAT(log().lines(),
-              Contains("webView will loadRequest the url : " + webPage("a").uri));
+  EXPECT_THAT(log().lines(), Contains("webView will loadRequest the url : " + webPage("a").uri));
 }
 
 TEST_F(Loading, AFinalAddressTakesThePlaceOfTheWebPagesOwn) {
@@ -50,8 +49,7 @@ TEST_F(Loading, ALocalPageFileLoadsFromTheResourceBundle) {
   popup.config_type = 1;
   popup.content_type = 2;
   show({popup});
-  EXPECT_EQ(page()->lastLoad(),
-            std::string("file://") + kBundle + "/" + popup.getPopupFileName());
+  EXPECT_EQ(page()->lastLoad(), std::string("file://") + kBundle + "/" + popup.getPopupFileName());
 }
 
 TEST_F(Loading, AnyOtherContentTypeLoadsAFileAddressWithoutAPath) {

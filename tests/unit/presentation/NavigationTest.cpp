@@ -82,7 +82,8 @@ class Navigation : public ControllerFixture {
     auto& interface = memory().userInterface;
     if (opens == Opens::kNothing) interface.setOpenableSchemes({});
     if (opens == Opens::kWebOnly) interface.setOpenableSchemes({"http", "https"});
-    if (opens == Opens::kEverything) interface.setOpenableSchemes({"http", "https", "game", "mailto"});
+    if (opens == Opens::kEverything)
+      interface.setOpenableSchemes({"http", "https", "game", "mailto"});
   }
   bool refreshHidden() { return layout()->view("refreshBtn").hidden; }
   const std::vector<std::string>& opened() { return memory().userInterface.openedUrls(); }

@@ -1,5 +1,4 @@
 #include "presentation/PageAddress.h"
-
 #include "support/ControllerFixture.h"
 
 namespace zovk {
@@ -37,8 +36,8 @@ TEST_F(PageAddress, OfAPageFileIsItsPathAsAFileAddress) {
 TEST_F(PageAddress, OfAPageFileIsPercentEncodedWhereThePathNeedsIt) {
   memory().device.setHomeDirectory("/home/a b#c?d%e\xC3\xA9");
   const ZOVKPopupModel popup = pageFile("lobby");
-  const std::string expected = "file:///home/a%20b%23c%3Fd%25e%C3%A9/Library/Caches/ZOVKPopup/" +
-                               popup.getPopupFileName();
+  const std::string expected =
+      "file:///home/a%20b%23c%3Fd%25e%C3%A9/Library/Caches/ZOVKPopup/" + popup.getPopupFileName();
   EXPECT_EQ(pageFileAddress(popup), expected);
   EXPECT_EQ(ownPagePrefix(popup), expected) << "a ? of the path begins no query";
 }

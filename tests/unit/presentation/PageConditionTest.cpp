@@ -27,13 +27,12 @@ TEST_F(PageCondition, IsAskedWithThePlayerAndThePopup) {
   ASSERT_EQ(memory().urlSession.requestCount(), 1U);
   const MemoryRequest sent = memory().urlSession.request(0);
   EXPECT_EQ(sent.method, "POST");
-  EXPECT_EQ(boost::json::parse(sent.body.value()),
-            (boost::json::value{{"channel_id", 7},
-                                {"gopenid", "open"},
-                                {"token", "token"},
-                                {"jwt_token", "jwt"},
-                                {"pop_id", 31},
-                                {"scene", "asked"}}));
+  EXPECT_EQ(boost::json::parse(sent.body.value()), (boost::json::value{{"channel_id", 7},
+                                                                       {"gopenid", "open"},
+                                                                       {"token", "token"},
+                                                                       {"jwt_token", "jwt"},
+                                                                       {"pop_id", 31},
+                                                                       {"scene", "asked"}}));
   EXPECT_THAT(sent.url, ::testing::StartsWith("https://check.example/asked?game_id=1001&"));
 }
 

@@ -49,17 +49,35 @@ TEST_F(PageMessage, AMessageThatIsAnObjectBecomesEmpty) {
 }
 
 TEST_F(PageMessage, NothingElseReachesThePopup) {
-  const std::vector<std::string> onPopupChannel = {
-      "null", "true", "1", "1.5", "[]", R"(["skip"])", R"({"action":"skip","msg":""})", R"("")",
-      R"("skip")", R"("[\"skip\"]")", R"("null")", R"("{\"action\":\"Skip\"}")",
-      R"("{\"action\":\"confirm\"}")", R"("{\"action\":1}")", R"("{}")"};
+  const std::vector<std::string> onPopupChannel = {"null",
+                                                   "true",
+                                                   "1",
+                                                   "1.5",
+                                                   "[]",
+                                                   R"(["skip"])",
+                                                   R"({"action":"skip","msg":""})",
+                                                   R"("")",
+                                                   R"("skip")",
+                                                   R"("[\"skip\"]")",
+                                                   R"("null")",
+                                                   R"("{\"action\":\"Skip\"}")",
+                                                   R"("{\"action\":\"confirm\"}")",
+                                                   R"("{\"action\":1}")",
+                                                   R"("{}")"};
   for (const std::string& body : onPopupChannel) {
     receive("ZOVKPopup", body);
     EXPECT_TRUE(answers().empty()) << body;
   }
-  const std::vector<std::string> onOtherChannel = {
-      "null", "false", "0", "[]", R"("{\"action\":\"confirm\"}")", R"({"action":"commit"})",
-      R"({"action":"Confirm"})", R"({"action":null})", R"({"action":["confirm"]})", "{}"};
+  const std::vector<std::string> onOtherChannel = {"null",
+                                                   "false",
+                                                   "0",
+                                                   "[]",
+                                                   R"("{\"action\":\"confirm\"}")",
+                                                   R"({"action":"commit"})",
+                                                   R"({"action":"Confirm"})",
+                                                   R"({"action":null})",
+                                                   R"({"action":["confirm"]})",
+                                                   "{}"};
   for (const std::string& body : onOtherChannel) {
     receive("__qvOpenSdk", body);
     EXPECT_TRUE(answers().empty()) << body;
@@ -71,8 +89,8 @@ TEST_F(PageMessage, NothingElseReachesThePopup) {
 }
 
 TEST_F(PageMessage, GivenDirectlyAnObjectOrItsTextIsACommitWithoutAMessage) {
-  for (const char* json : {R"({"action":"cancel","msg":"x"})", R"("{\"action\":\"cancel\"}")",
-                           "{}", R"("{}")"}) {
+  for (const char* json :
+       {R"({"action":"cancel","msg":"x"})", R"("{\"action\":\"cancel\"}")", "{}", R"("{}")"}) {
     ZOVKPopupModel popup = webPage("a");
     popup.report_url = "https://report.example/a";
     show({popup});
@@ -83,6 +101,7 @@ TEST_F(PageMessage, GivenDirectlyAnObjectOrItsTextIsACommitWithoutAMessage) {
 }
 
 TEST_F(PageMessage, GivenDirectlyAnythingElseIsAnError) {
+  log().clear();
   controller().handleWebViewJsMessage(1, std::nullopt);
   EXPECT_THAT(errors(), ElementsAre("Param jsMessage illegal"));
   for (const char* json : {"null", "1", "true", "[]", R"("")", R"("{")", R"("[1]")", R"("1")"}) {

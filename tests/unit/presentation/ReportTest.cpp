@@ -33,8 +33,8 @@ TEST_F(Report, TellsThePlayerThePopupAndTheChoiceAsJsonText) {
                                       {"data", resultText("commit", "short")}}));
   const std::string parameters =
       "game_id=1001&install_id=" + *fileManager().getUUID() + "&os=2&version=1.0.0";
-  EXPECT_EQ(sent.url, "https://report.example/a?" + parameters + "&sig=" +
-                          md5Hex("/a?" + parameters + *sent.body + "key"));
+  EXPECT_EQ(sent.url, "https://report.example/a?" + parameters +
+                          "&sig=" + md5Hex("/a?" + parameters + *sent.body + "key"));
 }
 
 TEST_F(Report, IsNotWaitedFor) {
@@ -44,6 +44,7 @@ TEST_F(Report, IsNotWaitedFor) {
 }
 
 TEST_F(Report, ThatArrivesIsLoggedWhateverItsAnswer) {
+  log().clear();
   choose("commit");
   memory().urlSession.answer("report.example", 500, "<html>");
   settle();
@@ -57,8 +58,7 @@ TEST_F(Report, ThatFailsIsAnErrorLineAndNotRetried) {
   choose("commit");
   memory().urlSession.fail("report.example", "no network");
   settle();
-  EXPECT_THAT(controllerMessages(log()),
-              Contains("Report user data result:0, respData length:0"));
+  EXPECT_THAT(controllerMessages(log()), Contains("Report user data result:0, respData length:0"));
   EXPECT_THAT(errorMessages(log()), Contains("Report user data request failed"));
   EXPECT_EQ(memory().urlSession.requestCount(), 1U);
   EXPECT_EQ(answers(), (std::vector<Answer>{{1, resultText("commit")}}));

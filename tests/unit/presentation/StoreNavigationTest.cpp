@@ -64,8 +64,9 @@ TEST_F(StoreNavigation, IsKnownByItsHostWhateverFollows) {
 
 TEST_F(StoreNavigation, IsComparedExactly) {
   show({webPage("a")});
-  for (const char* url : {"https://store.example.other/", "https://my.store.example/",
-                          "https://other.example/store.example", "https://other.example/?store.example"}) {
+  for (const char* url :
+       {"https://store.example.other/", "https://my.store.example/",
+        "https://other.example/store.example", "https://other.example/?store.example"}) {
     EXPECT_TRUE(page()->navigate(url).cancelled()) << url;
   }
 }

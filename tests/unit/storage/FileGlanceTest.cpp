@@ -1,7 +1,6 @@
-#include "storage/FileGlance.h"
-
 #include <gtest/gtest.h>
 
+#include "storage/FileGlance.h"
 #include "unit/storage/StampedFileSystem.h"
 
 namespace zovk {
