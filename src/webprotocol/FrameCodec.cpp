@@ -6,7 +6,7 @@
 #include <boost/json/parse.hpp>
 #include <boost/json/serialize.hpp>
 
-#include "webprotocol/Utf8.h"
+#include "support/Utf8.h"
 
 namespace zovk {
 namespace {

@@ -4,20 +4,18 @@
 #include <csignal>
 #include <cstring>
 #include <filesystem>
+#include <system_error>
 
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "platform/linux/Paths.h"
 #include "webprotocol/FrameCodec.h"
 
 namespace zovk {
 namespace {
-
-constexpr int kLevelsSearched = 5;
-constexpr const char* kInstalledName = "libexec/zovkpopup/zovkpopup-webhost";
 
 /// What the helper inherits: its socket, the game's output, and nothing else that is open.
 class SpawnFiles {
@@ -89,21 +87,9 @@ WebHostLauncher::Started spawn(std::string path) {
 }  // namespace
 
 std::string installedWebHostPath() {
-  namespace fs = std::filesystem;
-  Dl_info self{};
-  if (::dladdr(reinterpret_cast<const void*>(&installedWebHostPath), &self) == 0) return {};
+  const auto found = findNearLibrary("libexec/zovkpopup/zovkpopup-webhost");
   std::error_code error;
-  // The name of a program is what it was called by, which need not be a path.
-  fs::path file = fs::canonical(self.dli_fname, error);
-  if (error) file = fs::canonical("/proc/self/exe", error);
-  fs::path directory = file.parent_path();
-  for (int level = 0; level < kLevelsSearched && !directory.empty(); ++level) {
-    const fs::path candidate = directory / kInstalledName;
-    if (fs::is_regular_file(candidate, error)) return candidate;
-    if (directory == directory.root_path()) break;
-    directory = directory.parent_path();
-  }
-  return {};
+  return found && std::filesystem::is_regular_file(*found, error) ? *found : std::string();
 }
 
 WebHostLauncher webHostProcessLauncher(const PlatformSettings& settings) {

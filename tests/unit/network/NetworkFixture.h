@@ -14,6 +14,18 @@
 
 namespace zovk {
 
+/// The parameters of a request of the game 1001.
+inline ZOVKPopupUrlParams params(const std::string& urlStr, const std::string& actionPath = "") {
+  ZOVKPopupUrlParams result;
+  result.urlStr = urlStr;
+  result.actionPath = actionPath;
+  result.gameID = "1001";
+  result.gameKey = "secret";
+  result.version = "1.0.0";
+  result.installID = "ABC";
+  return result;
+}
+
 /// A request object on the memory session, with an empty log, and what its completion was told.
 class NetworkFixture : public EngineFixture {
  protected:
@@ -27,17 +39,6 @@ class NetworkFixture : public EngineFixture {
   ZOVKPopupNetwork& network() { return *network_; }
   MemoryUrlSession& session() { return memory().urlSession; }
   std::vector<std::string> lines() { return shortLines(log()); }
-
-  static ZOVKPopupUrlParams params(const std::string& urlStr, const std::string& actionPath = "") {
-    ZOVKPopupUrlParams result;
-    result.urlStr = urlStr;
-    result.actionPath = actionPath;
-    result.gameID = "1001";
-    result.gameKey = "secret";
-    result.version = "1.0.0";
-    result.installID = "ABC";
-    return result;
-  }
 
   /// A completion that adds what it is told to `results_`.
   ZOVKPopupNetwork::RequestComplete record() {

@@ -2,20 +2,10 @@
 
 #include "network/ZOVKPopupCommonTool.h"
 #include "network/ZOVKPopupNetwork.h"
+#include "unit/network/NetworkFixture.h"
 
 namespace zovk {
 namespace {
-
-ZOVKPopupUrlParams params(const std::string& urlStr, const std::string& actionPath = "") {
-  ZOVKPopupUrlParams result;
-  result.urlStr = urlStr;
-  result.actionPath = actionPath;
-  result.gameID = "1001";
-  result.gameKey = "secret";
-  result.version = "1.0.0";
-  result.installID = "ABC";
-  return result;
-}
 
 constexpr const char* kCommon = "game_id=1001&install_id=ABC&os=2&version=1.0.0";
 
