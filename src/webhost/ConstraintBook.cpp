@@ -30,16 +30,27 @@ GtkConstraintAttribute plainEdge(GtkConstraintAttribute edge) {
   return edge;
 }
 
-void removeIf(GtkConstraintLayout* layout, const std::function<bool(GtkConstraint*)>& unwanted) {
+std::vector<GObjectPtr<GtkConstraint>> constraintsOf(GtkConstraintLayout* layout) {
   const auto all = GObjectPtr<GListModel>::adopt(gtk_constraint_layout_observe_constraints(layout));
   std::vector<GObjectPtr<GtkConstraint>> found;
   for (guint i = 0; i < g_list_model_get_n_items(all.get()); ++i) {
-    auto item = GObjectPtr<GtkConstraint>::adopt(
-        static_cast<GtkConstraint*>(g_list_model_get_item(all.get(), i)));
-    if (unwanted(item.get())) found.push_back(std::move(item));
+    found.push_back(GObjectPtr<GtkConstraint>::adopt(
+        static_cast<GtkConstraint*>(g_list_model_get_item(all.get(), i))));
   }
-  for (const auto& constraint : found) {
-    gtk_constraint_layout_remove_constraint(layout, constraint.get());
+  return found;
+}
+
+/// GTK takes out single constraints only while the container stands in a window, and all of them
+/// at any time.
+void removeIf(GtkConstraintLayout* layout, const std::function<bool(GtkConstraint*)>& unwanted) {
+  auto constraints = constraintsOf(layout);
+  const auto before = constraints.size();
+  std::erase_if(constraints, [&](const auto& constraint) { return unwanted(constraint.get()); });
+  if (constraints.size() == before) return;
+  gtk_constraint_layout_remove_all_constraints(layout);
+  for (const auto& constraint : constraints) {
+    gtk_constraint_layout_add_constraint(
+        layout, static_cast<GtkConstraint*>(g_object_ref(constraint.get())));
   }
 }
 
@@ -127,7 +138,9 @@ void ConstraintBook::follow(Distant& distant) {
   GtkConstraintLayout* layout = layoutAround(distant.pin.view);
   const double constant = distantPlace(distant.pin) + distant.pin.offset;
   if (layout == nullptr || std::abs(constant - distant.constant) < 0.5) return;
-  gtk_constraint_layout_remove_constraint(layout, distant.constraint.get());
+  removeIf(layout, [&distant](GtkConstraint* constraint) {
+    return constraint == distant.constraint.get();
+  });
   distant.constraint = tie(layout, distant.pin.view, distant.pin.edge, nullptr,
                            originEdge(distant.pin.toEdge), constant);
   distant.constant = constant;
