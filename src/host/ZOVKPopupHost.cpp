@@ -53,9 +53,10 @@ const bool kDefaultIsKnown = (setDefaultPlatform(installDefault), true);
 
 bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
   if (host().platform != nullptr) return setUp(std::shared_ptr<HostedPlatform>());
-  return setUp(makeDefaultPlatform({settings.applicationId, settings.resourceDirectory,
-                                    settings.dataDirectory, settings.helperPath,
-                                    settings.nativeWindow, settings.logSink}));
+  return setUp(
+      makeDefaultPlatform({settings.applicationId, settings.resourceDirectory,
+                           settings.dataDirectory, settings.helperPath, settings.nativeWindow,
+                           settings.certificateAuthority, settings.logSink}));
 }
 
 bool ZOVKPopupHost::setUp(std::shared_ptr<HostedPlatform> platform) {

@@ -28,6 +28,9 @@ struct ZOVKPopupHostSettings {
   std::string helperPath;
   /// The X11 window of the game, 0 when it has none: popups cover it and give the focus back to it.
   std::uint64_t nativeWindow = 0;
+  /// A PEM file (absolute path) with certificate authorities to trust beside the system's, for a
+  /// popup service with a certificate of its own; by default none.
+  std::string certificateAuthority;
   /// Takes the log lines, without line ends, instead of standard error. Called from any thread,
   /// also while other calls are under way; it must not call back into the library.
   std::function<void(std::string_view line)> logSink;

@@ -24,6 +24,8 @@ struct PlatformSettings {
   std::string helperPath;
   /// The X11 window of the game, 0 for none: where popups are placed, and where focus returns to.
   std::uint64_t nativeWindow = 0;
+  /// A PEM file with certificates that servers may have beside those the system trusts.
+  std::string certificateAuthority;
   /// Takes the log lines instead of standard error; called from any thread.
   std::function<void(std::string_view line)> logSink;
 };

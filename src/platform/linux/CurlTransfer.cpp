@@ -1,5 +1,7 @@
 #include "platform/linux/CurlTransfer.h"
 
+#include <boost/algorithm/string/predicate.hpp>
+#include <openssl/ssl.h>
 #include <sys/socket.h>
 
 namespace zovk {
@@ -14,6 +16,13 @@ curl_socket_t openSocket(void* /*context*/, curlsocktype /*purpose*/, curl_socka
   return ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
 }
 
+CURLcode addAuthority(CURL* /*handle*/, void* context, void* path) {
+  auto* const tls = static_cast<SSL_CTX*>(context);
+  const bool added =
+      SSL_CTX_load_verify_locations(tls, static_cast<const char*>(path), nullptr) == 1;
+  return added ? CURLE_OK : CURLE_SSL_CACERT_BADFILE;
+}
+
 std::chrono::seconds timeoutOf(const UrlRequest& request) {
   const bool given = request.timeout && *request.timeout > std::chrono::seconds(0);
   return given ? *request.timeout : kDefaultTimeout;
@@ -21,20 +30,25 @@ std::chrono::seconds timeoutOf(const UrlRequest& request) {
 
 }  // namespace
 
-CurlTransfer::CurlTransfer(const UrlRequest& request, ResponseSink& sink)
+CurlTransfer::CurlTransfer(const UrlRequest& request, ResponseSink& sink,
+                           const CurlSessionSettings& settings)
     : request_(request),
       sink_(sink),
+      settings_(settings),
       timeout_(timeoutOf(request)),
       lastMove_(std::chrono::steady_clock::now()) {}
 
-std::optional<std::string> CurlTransfer::prepare(TemporaryDirectory& directory) {
+std::optional<std::string> CurlTransfer::prepare(SessionFiles& files) {
   if (easy_.get() == nullptr) return "out of memory";
   if (auto error = parseUrl()) return error;
+  if (auto error = sink_.begin(files)) return error;
   setConnection();
+  setTrust();
   setRedirects();
   setMethod();
+  setHeaders();
   setReception();
-  return sink_.begin(directory);
+  return std::nullopt;
 }
 
 std::optional<std::string> CurlTransfer::parseUrl() {
@@ -58,6 +72,13 @@ void CurlTransfer::setConnection() {
   curl_easy_setopt(handle(), CURLOPT_QUICK_EXIT, 1L);
 }
 
+void CurlTransfer::setTrust() {
+  if (settings_.certificateAuthority.empty()) return;
+  // Naming the file to the library would replace the system's.
+  curl_easy_setopt(handle(), CURLOPT_SSL_CTX_FUNCTION, &addAuthority);
+  curl_easy_setopt(handle(), CURLOPT_SSL_CTX_DATA, settings_.certificateAuthority.c_str());
+}
+
 void CurlTransfer::setRedirects() {
   curl_easy_setopt(handle(), CURLOPT_FOLLOWLOCATION, 1L);
   curl_easy_setopt(handle(), CURLOPT_MAXREDIRS, kMostRedirects);
@@ -65,10 +86,6 @@ void CurlTransfer::setRedirects() {
 }
 
 void CurlTransfer::setMethod() {
-  // No header says more than the caller does: neither the type of a form that a body gets
-  // otherwise, nor that the body waits for the server's word.
-  headers_.reset(curl_slist_append(curl_slist_append(nullptr, "Content-Type:"), "Expect:"));
-  curl_easy_setopt(handle(), CURLOPT_HTTPHEADER, headers_.get());
   if (request_.method == "GET" && !request_.body) return;
   if (request_.method == "POST" || request_.body) {
     const std::string_view body = request_.body ? std::string_view(*request_.body) : "";
@@ -78,6 +95,24 @@ void CurlTransfer::setMethod() {
   if (request_.method != "POST") {
     curl_easy_setopt(handle(), CURLOPT_CUSTOMREQUEST, request_.method.c_str());
   }
+}
+
+void CurlTransfer::setHeaders() {
+  // No header says more than the caller does: neither the type of a form that a body gets
+  // otherwise, nor that the body waits for the server's word.
+  addHeader("Content-Type:");
+  addHeader("Expect:");
+  const Validators known = sink_.known();
+  if (!known.entityTag.empty()) addHeader("If-None-Match: " + known.entityTag);
+  if (!known.lastModified.empty()) addHeader("If-Modified-Since: " + known.lastModified);
+  curl_easy_setopt(handle(), CURLOPT_HTTPHEADER, headers_.get());
+}
+
+void CurlTransfer::addHeader(const std::string& line) {
+  curl_slist* const longer = curl_slist_append(headers_.get(), line.c_str());
+  if (longer == nullptr) return;  // no memory: the list is as it was
+  static_cast<void>(headers_.release());
+  headers_.reset(longer);
 }
 
 void CurlTransfer::setReception() {
@@ -119,6 +154,21 @@ UrlResult CurlTransfer::result(CURLcode code) const {
   curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &status);
   result.status = static_cast<int>(status);
   return result;
+}
+
+AnswerVersion CurlTransfer::version() const {
+  long redirects = 0;
+  curl_easy_getinfo(handle(), CURLINFO_REDIRECT_COUNT, &redirects);
+  const bool mayBeKept = !boost::algorithm::icontains(answerHeader("Cache-Control"), "no-store") &&
+                         answerHeader("Vary") != "*";
+  return {{answerHeader("ETag"), answerHeader("Last-Modified")}, mayBeKept, redirects > 0};
+}
+
+std::string CurlTransfer::answerHeader(const char* name) const {
+  constexpr int kLastRequest = -1;
+  curl_header* header = nullptr;
+  const CURLHcode code = curl_easy_header(handle(), name, 0, CURLH_HEADER, kLastRequest, &header);
+  return code == CURLHE_OK ? header->value : std::string();
 }
 
 std::string CurlTransfer::errorText(CURLcode code) const {

@@ -9,12 +9,12 @@
 
 #include "platform/UrlSession.h"
 #include "platform/linux/CurlHandles.h"
+#include "platform/linux/CurlSessionSettings.h"
 #include "platform/linux/ResponseSink.h"
-#include "platform/linux/TemporaryDirectory.h"
 
 namespace zovk {
 
-/// One request on the wire. Session thread only; refers to the request and the sink.
+/// One request on the wire. Session thread only; refers to what it is made of.
 class CurlTransfer {
  public:
   /// An answer that is longer ends in an error.
@@ -22,31 +22,38 @@ class CurlTransfer {
 
   using TimePoint = std::chrono::steady_clock::time_point;
 
-  CurlTransfer(const UrlRequest& request, ResponseSink& sink);
+  CurlTransfer(const UrlRequest& request, ResponseSink& sink, const CurlSessionSettings& settings);
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
 
   /// Makes the request ready to be sent. An error means that it cannot be sent.
-  std::optional<std::string> prepare(TemporaryDirectory& directory);
+  std::optional<std::string> prepare(SessionFiles& files);
   CURL* handle() const { return easy_.get(); }
   /// When the transfer is to end unless something moves before, as seen at `now`.
   TimePoint deadline(TimePoint now);
   /// How the transfer ended.
   UrlResult result(CURLcode code) const;
+  /// What the answer says about the version of its body.
+  AnswerVersion version() const;
 
  private:
   std::optional<std::string> parseUrl();
   void setConnection();
+  void setTrust();
   void setRedirects();
   void setMethod();
+  void setHeaders();
   void setReception();
   curl_off_t bytesMoved() const;
   std::string errorText(CURLcode code) const;
+  std::string answerHeader(const char* name) const;
+  void addHeader(const std::string& line);
   static std::size_t receive(char* bytes, std::size_t size, std::size_t count, void* transfer);
   std::optional<std::string> take(std::string_view piece);
 
   const UrlRequest& request_;
   ResponseSink& sink_;
+  const CurlSessionSettings& settings_;
   CurlUrl url_;
   CurlList headers_;
   std::array<char, CURL_ERROR_SIZE> errorBuffer_{};

@@ -8,7 +8,8 @@
 
 namespace zovk {
 
-CurlUrlSession::CurlUrlSession() : worker_(std::make_shared<CurlWorker>()) {}
+CurlUrlSession::CurlUrlSession(CurlSessionSettings settings)
+    : worker_(std::make_shared<CurlWorker>(std::move(settings))) {}
 
 CurlUrlSession::~CurlUrlSession() {
   shutDown();
@@ -28,7 +29,7 @@ std::shared_ptr<UrlTask> CurlUrlSession::downloadTask(
   auto job = std::make_unique<CurlJob>();
   job->kind = CurlJob::Kind::kDownload;
   job->request.url = std::move(url);
-  job->sink = std::make_unique<DownloadSink>(std::move(completion));
+  job->sink = std::make_unique<DownloadSink>(job->request.url, std::move(completion));
   return std::make_shared<CurlTask>(worker_, std::move(job));
 }
 

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "platform/UrlSession.h"
+#include "platform/linux/CurlSessionSettings.h"
 
 namespace zovk {
 
@@ -12,10 +13,12 @@ class CurlWorker;
 /// request. The address of an answer is the one after at most 16 redirects; an answer of more than
 /// 64 MiB, or one that stands still for the request's timeout (60 seconds by default), ends in an
 /// error. Proxies come from the environment, certificates are always checked against those of the
-/// system. Tasks may outlive the session and do nothing then.
+/// system and of the settings. A download that was kept from an earlier time is asked for with its
+/// validators, and costs no body when it is unchanged; its completion sees a whole file all the
+/// same. Tasks may outlive the session and do nothing then.
 class CurlUrlSession : public UrlSession {
  public:
-  CurlUrlSession();
+  explicit CurlUrlSession(CurlSessionSettings settings = {});
   ~CurlUrlSession() override;
   CurlUrlSession(const CurlUrlSession&) = delete;
   CurlUrlSession& operator=(const CurlUrlSession&) = delete;

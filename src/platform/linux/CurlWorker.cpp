@@ -36,7 +36,8 @@ void fail(CurlJob& job, std::string error) {
 
 }  // namespace
 
-CurlWorker::CurlWorker() : signal_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+CurlWorker::CurlWorker(CurlSessionSettings settings)
+    : settings_(std::move(settings)), signal_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
   if (!signal_) throw std::system_error(errno, std::generic_category(), "eventfd");
 }
 
@@ -76,7 +77,7 @@ void CurlWorker::shutDown() {
 
 void CurlWorker::run() {
   blockBrokenPipeSignal();
-  State state;
+  State state{{}, {{}, DownloadCache(settings_.cachePath)}, {}, {}};
   while (!stopping_) {
     acceptJobs(state);
     finishCancelled(state);
@@ -122,8 +123,8 @@ void CurlWorker::begin(State& state, std::unique_ptr<CurlJob> job) {
     fail(*job, kCancelled);
     return;
   }
-  Running& running = state.running.emplace_back(std::move(job));
-  if (auto error = running.transfer.prepare(state.directory)) {
+  Running& running = state.running.emplace_back(std::move(job), settings_);
+  if (auto error = running.transfer.prepare(state.files)) {
     job = std::move(running.job);
     state.running.pop_back();
     fail(*job, std::move(*error));
@@ -170,9 +171,14 @@ void CurlWorker::finish(State& state, std::list<Running>::iterator running, CURL
   curl_multi_remove_handle(state.multi.get(), running->transfer.handle());
   UrlResult result = running->transfer.result(code);
   if (running->job->task->isCancelled()) result.error = kCancelled;
-  const auto job = std::move(running->job);
+  const AnswerVersion version = running->transfer.version();
+  auto job = std::move(running->job);
   state.running.erase(running);
-  job->sink->complete(result);
+  if (job->sink->settle(result, version)) {
+    job->sink->complete(result);
+  } else {
+    begin(state, std::move(job));
+  }
 }
 
 void CurlWorker::wait(State& state) {

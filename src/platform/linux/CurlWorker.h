@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "platform/linux/CurlHandles.h"
+#include "platform/linux/CurlSessionSettings.h"
 #include "platform/linux/CurlTask.h"
 #include "platform/linux/CurlTransfer.h"
-#include "platform/linux/TemporaryDirectory.h"
 #include "platform/linux/UniqueFd.h"
 #include "support/ThreadSafety.h"
 
@@ -22,7 +22,7 @@ namespace zovk {
 class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
  public:
   /// Throws std::system_error when the process has no descriptors left.
-  CurlWorker();
+  explicit CurlWorker(CurlSessionSettings settings);
 
   void start(std::unique_ptr<CurlJob> job);
   /// Has the thread look for jobs that were added or cancelled.
@@ -34,8 +34,8 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
  private:
   using Jobs = std::deque<std::unique_ptr<CurlJob>>;
   struct Running {
-    explicit Running(std::unique_ptr<CurlJob> begun)
-        : job(std::move(begun)), transfer(job->request, *job->sink) {}
+    Running(std::unique_ptr<CurlJob> begun, const CurlSessionSettings& settings)
+        : job(std::move(begun)), transfer(job->request, *job->sink, settings) {}
     std::unique_ptr<CurlJob> job;
     CurlTransfer transfer;
   };
@@ -43,7 +43,7 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
   /// What belongs to the thread alone.
   struct State {
     CurlMulti multi;
-    TemporaryDirectory directory;
+    SessionFiles files;
     Jobs waiting;
     std::list<Running> running;
   };
@@ -52,14 +52,15 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
   void acceptJobs(State& state);
   void beginWaiting(State& state);
   static bool mayBegin(const State& state, const CurlJob& job);
-  static void begin(State& state, std::unique_ptr<CurlJob> job);
+  void begin(State& state, std::unique_ptr<CurlJob> job);
   void finishCancelled(State& state);
   void finishStalled(State& state);
   bool finishEnded(State& state);
-  static void finish(State& state, std::list<Running>::iterator running, CURLcode code);
+  void finish(State& state, std::list<Running>::iterator running, CURLcode code);
   void wait(State& state);
   static int millisecondsToWait(State& state);
 
+  const CurlSessionSettings settings_;
   UniqueFd signal_;
   std::atomic<bool> stopping_{false};
   Mutex mutex_;

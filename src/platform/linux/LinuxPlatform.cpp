@@ -23,6 +23,8 @@ LinuxPlatform::LinuxPlatform(const PlatformSettings& settings)
       bundles_(files_, settings.resourceDirectory),
       device_(madeContainer(settings, *log_), applicationId(settings)),
       settings_(device_.homeDirectory() + "/Library/Preferences/settings.db"),
+      urlSession_({device_.homeDirectory() + "/Library/Caches/downloads.db",
+                   settings.certificateAuthority}),
       userInterface_(settings, queue_, device_),
       interfaces_{*log_,    queue_,    timers_, clock_,      files_,
                   bundles_, settings_, device_, urlSession_, userInterface_} {}

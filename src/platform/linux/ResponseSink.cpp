@@ -1,6 +1,8 @@
 #include "platform/linux/ResponseSink.h"
 
 #include <cerrno>
+#include <fstream>
+#include <iterator>
 #include <utility>
 
 #include <unistd.h>
@@ -8,8 +10,14 @@
 #include "platform/linux/WriteAll.h"
 
 namespace zovk {
+namespace {
 
-std::optional<std::string> DataSink::begin(TemporaryDirectory& /*directory*/) {
+constexpr int kOk = 200;
+constexpr int kNotModified = 304;
+
+}  // namespace
+
+std::optional<std::string> DataSink::begin(SessionFiles& /*files*/) {
   return std::nullopt;
 }
 
@@ -26,16 +34,45 @@ void DataSink::complete(const UrlResult& result) {
   completion(data);
 }
 
-std::optional<std::string> DownloadSink::begin(TemporaryDirectory& directory) {
-  file_ = directory.makeFile(path_);
-  if (file_) return std::nullopt;
-  path_.clear();
-  return "temporary file: " + std::generic_category().message(errno);
+std::optional<std::string> DownloadSink::begin(SessionFiles& files) {
+  removeFile();
+  file_ = files.temporary.makeFile(path_);
+  if (!file_) {
+    path_.clear();
+    return "temporary file: " + std::generic_category().message(errno);
+  }
+  downloads_ = &files.downloads;
+  known_ = asksAgain_ ? Validators() : downloads_->validators(url_).value_or(Validators());
+  return std::nullopt;
 }
 
 std::optional<std::string> DownloadSink::write(std::string_view piece) {
   const std::error_code error = writeAll(file_.get(), piece);
   return error ? std::optional("temporary file: " + error.message()) : std::nullopt;
+}
+
+bool DownloadSink::settle(UrlResult& result, const AnswerVersion& version) {
+  if (result.error) return true;
+  if (result.status == kNotModified && !known_.empty()) return takeKept(result, version.redirected);
+  const bool worthIt = version.mayBeKept && !version.redirected && !version.validators.empty();
+  if (result.status == kOk && worthIt) keep(version.validators);
+  return true;
+}
+
+bool DownloadSink::takeKept(UrlResult& result, bool redirected) {
+  // Validators say nothing about a file somewhere else.
+  const auto body = redirected ? std::nullopt : downloads_->body(url_, known_);
+  asksAgain_ = !body;
+  if (!body) return false;
+  result.status = kOk;
+  result.error = write(*body);
+  return true;
+}
+
+void DownloadSink::keep(const Validators& validators) {
+  std::ifstream file(path_, std::ios::binary);
+  const std::string body{std::istreambuf_iterator<char>(file), {}};
+  if (file.good()) downloads_->keep(url_, validators, body);
 }
 
 void DownloadSink::complete(const UrlResult& result) {

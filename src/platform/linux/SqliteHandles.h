@@ -1,8 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <string>
 
+#include <fcntl.h>
 #include <sqlite3.h>
+
+#include "platform/linux/UniqueFd.h"
 
 namespace zovk {
 
@@ -13,5 +18,22 @@ struct SqliteDeleter {
 
 using SqliteDatabase = std::unique_ptr<sqlite3, SqliteDeleter>;
 using SqliteStatement = std::unique_ptr<sqlite3_stmt, SqliteDeleter>;
+
+inline std::string columnText(sqlite3_stmt* statement, int column) {
+  const auto* const bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
+  const int length = sqlite3_column_bytes(statement, column);
+  return bytes == nullptr ? std::string() : std::string(bytes, static_cast<std::size_t>(length));
+}
+
+/// The text must live until the statement has run.
+inline int bindText(sqlite3_stmt* statement, int index, const std::string& text) {
+  return sqlite3_bind_text64(statement, index, text.data(), text.size(), SQLITE_STATIC,
+                             SQLITE_UTF8);
+}
+
+/// SQLite gives the files that it makes beside a database the same mode.
+inline void makePrivateFile(const std::string& path) {
+  const UniqueFd file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+}
 
 }  // namespace zovk

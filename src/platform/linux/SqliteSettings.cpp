@@ -3,10 +3,7 @@
 #include <cstdio>
 #include <utility>
 
-#include <fcntl.h>
-
 #include "logging/ZPLogger.h"
-#include "platform/linux/UniqueFd.h"
 
 namespace zovk {
 namespace {
@@ -20,28 +17,12 @@ bool isCorrupt(int code) {
   return code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
 }
 
-std::string columnText(sqlite3_stmt* statement) {
-  const auto* const bytes = static_cast<const char*>(sqlite3_column_blob(statement, 0));
-  const int length = sqlite3_column_bytes(statement, 0);
-  return bytes == nullptr ? std::string() : std::string(bytes, static_cast<std::size_t>(length));
-}
-
-int bindText(sqlite3_stmt* statement, int index, const std::string& text) {
-  return sqlite3_bind_text64(statement, index, text.data(), text.size(), SQLITE_STATIC,
-                             SQLITE_UTF8);
-}
-
-// SQLite gives the files that it makes beside the database the same mode.
-void makePrivateFile(const std::string& path) {
-  const UniqueFd file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
-}
-
 }  // namespace
 
 std::optional<std::string> SqliteSettings::value(const std::string& key) const {
   std::optional<std::string> found;
   run("Read setting", {"SELECT value FROM settings WHERE key = ?1", {key}, [&](sqlite3_stmt* row) {
-                         found = columnText(row);
+                         found = columnText(row, 0);
                        }});
   return found;
 }

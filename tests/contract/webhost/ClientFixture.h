@@ -147,6 +147,7 @@ class WebHostClient : public testing::Test {
                              .dataDirectory = {},
                              .helperPath = {},
                              .nativeWindow = 7,
+                             .certificateAuthority = {},
                              .logSink = {}};
   std::vector<std::string> lines_;
   LinuxMainQueue queue_;

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "platform/linux/SqliteHandles.h"
+
+namespace zovk {
+
+/// What a server gave to tell one version of a file from the next; empty where it gave nothing.
+struct Validators {
+  std::string entityTag;
+  std::string lastModified;
+
+  bool empty() const { return entityTag.empty() && lastModified.empty(); }
+};
+
+/// Keeps the bodies of downloads with their validators, in one SQLite file that several processes
+/// may share. It is only ever a help: what cannot be read or written counts as not kept, and a file
+/// that is no database is begun afresh. One thread.
+class DownloadCache {
+ public:
+  /// Beyond this, what was not used for longest goes.
+  static constexpr std::size_t kMostBytes = 64U * 1024 * 1024;
+  /// A larger body is not kept.
+  static constexpr std::size_t kLargestBody = 8U * 1024 * 1024;
+
+  /// The file is opened with the first call; an empty path keeps nothing.
+  explicit DownloadCache(std::string path) : path_(std::move(path)) {}
+
+  std::optional<Validators> validators(const std::string& url);
+  /// The body that was kept with just these validators.
+  std::optional<std::string> body(const std::string& url, const Validators& validators);
+  void keep(const std::string& url, const Validators& validators, const std::string& body);
+
+ private:
+  using Bind = std::function<void(sqlite3_stmt*)>;
+  using Row = std::function<void(sqlite3_stmt*)>;
+  void run(const char* sql, const Bind& bind, const Row& row);
+  int tryOnce(const char* sql, const Bind& bind, const Row& row);
+  int open();
+  void beginAfresh();
+
+  const std::string path_;
+  SqliteDatabase database_;  // null until it could be opened
+};
+
+}  // namespace zovk
