@@ -6,12 +6,15 @@
 
 #include <glib.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include "webhost/Connection.h"
 #include "webhost/Dispatcher.h"
 #include "webhost/ParentWatch.h"
 
 namespace {
+
+constexpr int kBehindTheGame = 10;  // added to the nice value
 
 bool hasSocket() {
   int type = 0;
@@ -43,6 +46,8 @@ int main() {
     std::fputs("zovkpopup-webhost is started by a game, not by hand\n", stderr);
     return 2;
   }
+  // Where processors are few, the game's frames come before the pages. WebKit inherits it.
+  nice(kBehindTheGame);
   // Games often run where GL is software or spoken for; drawing without it is the safe choice.
   g_setenv("GSK_RENDERER", "cairo", FALSE);
   run();

@@ -1,7 +1,9 @@
+#include <cerrno>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
 
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -124,6 +126,22 @@ TEST_F(Lifecycle, KillingTheGameTakesTheHelperAlong) {
   pumpUntil([&] { return !isAlive(helper); }, "the helper's end");
   close(ready[0]);
   close(ready[1]);
+}
+
+TEST_F(Lifecycle, PagesGiveWayToTheGamesFrames) {
+  bundle().addPage(popup("welcome", 1), answeringPage("skip", "", false));
+  bundle().write();
+  ASSERT_TRUE(ZOVKPopupHost::setUp(settings()));
+  ZOVKPopup::showPopup("welcome", 0, recordAnswer());
+  pumpUntil([&] { return descendantsOf(getpid()).size() >= 3; }, "the page's processes");
+  const int game = getpriority(PRIO_PROCESS, 0);
+  for (const pid_t process : descendantsOf(getpid())) {
+    errno = 0;
+    const int nice = getpriority(PRIO_PROCESS, static_cast<id_t>(process));
+    if (errno != ESRCH) {
+      EXPECT_EQ(nice, game + 10);
+    }
+  }
 }
 
 TEST_F(Lifecycle, TheHelperListensOnNoSocket) {
