@@ -9,5 +9,7 @@ int main(int argc, char** argv) {
        {"havePopup, 100 pages of 64 KiB / hashing those bytes", "HavePopupFirstTime",
         "HashThePages", 1.3},
        {"havePopup again, files untouched / hashing those bytes", "HavePopupAgain", "HashThePages",
-        0.05}});
+        0.05},
+       {"signing and building a request / MD5 and one serialisation", "SignAndBuildRequest",
+        "HashAndSerialize", 2.0}});
 }

@@ -1,6 +1,5 @@
 #include "GameLoop.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -16,17 +15,6 @@ constexpr int kHeight = 800;
 constexpr Milliseconds kFrameTime{1000.0 / 60};
 
 }  // namespace
-
-double medianOf(std::vector<double> values) {
-  if (values.empty()) return 0;
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
-
-double largestOf(const std::vector<double>& values) {
-  return values.empty() ? 0 : *std::max_element(values.begin(), values.end());
-}
 
 GameLoop::GameLoop() {
   if (SDL_Init(SDL_INIT_VIDEO) != 0) {

@@ -1,18 +1,13 @@
 #pragma once
 
-#include <chrono>
 #include <functional>
-#include <string>
 #include <vector>
 
 #include <SDL.h>
 
+#include "Statistics.h"
+
 namespace zovk {
-
-using Milliseconds = std::chrono::duration<double, std::milli>;
-
-double medianOf(std::vector<double> values);
-double largestOf(const std::vector<double>& values);
 
 /// A small SDL game: 60 frames a second of moving rectangles, the popups pumped once a frame.
 /// It measures the work of each frame, without the wait for the next one.

@@ -20,7 +20,7 @@ std::optional<std::string> settingText(const Platform& platform) {
 
 }  // namespace
 
-void setUpLogger(std::weak_ptr<Platform> platform, std::shared_ptr<PlatformLog> log) {
+void setUpLogger(const std::weak_ptr<Platform>& platform, std::shared_ptr<PlatformLog> log) {
   LogEnvironment environment;
   environment.writeLine = [log = std::move(log)](std::string_view line) { log->writeLine(line); };
   environment.hasSettingBundle = [platform] {

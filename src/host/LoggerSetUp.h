@@ -8,6 +8,6 @@ namespace zovk {
 
 /// Sends the log lines to `log`, which is kept for that, and lets the debug switch be read from the
 /// host's packaging while the platform is there.
-void setUpLogger(std::weak_ptr<Platform> platform, std::shared_ptr<PlatformLog> log);
+void setUpLogger(const std::weak_ptr<Platform>& platform, std::shared_ptr<PlatformLog> log);
 
 }  // namespace zovk

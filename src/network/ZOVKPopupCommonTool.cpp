@@ -1,11 +1,15 @@
 #include "network/ZOVKPopupCommonTool.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include <boost/json/parse.hpp>
 #include <boost/json/serialize.hpp>
 
 #include "logging/ZPLogger.h"
 #include "network/UrlText.h"
 #include "support/Md5.h"
+#include "support/Utf8.h"
 
 namespace zovk {
 namespace {
@@ -21,9 +25,32 @@ void storePair(std::string_view piece, boost::json::object& pairs) {
   if (key && !key->empty() && value) pairs[*key] = *value;
 }
 
+constexpr std::size_t kDeepest = 512;
+
+// True when what is written of a value can be read again, as far as numbers and depth go.
+bool isWritable(const boost::json::value& value, std::size_t depth);
+
+bool isWritable(const boost::json::object& object, std::size_t depth) {
+  return depth > 0 && std::all_of(object.begin(), object.end(), [depth](const auto& member) {
+           return isWritable(member.value(), depth - 1);
+         });
+}
+
+bool isWritable(const boost::json::array& array, std::size_t depth) {
+  return depth > 0 && std::all_of(array.begin(), array.end(), [depth](const auto& element) {
+           return isWritable(element, depth - 1);
+         });
+}
+
+bool isWritable(const boost::json::value& value, std::size_t depth) {
+  if (const auto* number = value.if_double()) return std::isfinite(*number);
+  if (const auto* object = value.if_object()) return isWritable(*object, depth);
+  const auto* array = value.if_array();
+  return array == nullptr || isWritable(*array, depth);
+}
+
 // Why a text that was written as JSON is none: it holds a number without end, or is not UTF-8.
 boost::json::error_code faultOf(const std::string& text) {
-  constexpr std::size_t kDeepest = 512;
   boost::json::parse_options options;
   options.max_depth = kDeepest;
   boost::json::error_code error;
@@ -43,11 +70,13 @@ std::optional<std::string> ZOVKPopupCommonTool::dictionaryToData(
     const std::optional<boost::json::object>& dictionary) {
   if (!dictionary || dictionary->empty()) return std::nullopt;
   std::string text = boost::json::serialize(*dictionary);
-  if (const auto error = faultOf(text)) {
-    logError("Dict to NSData error:%@", error.message());
+  if (!isUtf8(text) || !isWritable(*dictionary, kDeepest)) {
+    logError("Dict to NSData error:%@", faultOf(text).message());
     return std::nullopt;
   }
-  std::erase_if(text, [](char c) { return c == ' ' || c == '\n' || c == '\r'; });
+  for (const char blank : {' ', '\n', '\r'}) {
+    if (text.find(blank) != std::string::npos) std::erase(text, blank);
+  }
   return text;
 }
 

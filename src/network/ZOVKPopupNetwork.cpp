@@ -36,7 +36,7 @@ std::string commonParameterText(const ZOVKPopupUrlParams& p) {
 
 std::string signatureSource(const ZOVKPopupUrlParams& p, const std::string& bodyText) {
   const std::string path = p.actionPath.empty() ? pathOfUrl(p.urlStr) : p.actionPath;
-  return path + "?" + commonParameterText(p) + bodyText + p.gameKey;
+  return fmt::format("{}?{}{}{}", path, commonParameterText(p), bodyText, p.gameKey);
 }
 
 std::string signedUrl(const ZOVKPopupUrlParams& p, const std::string& signature) {

@@ -15,7 +15,7 @@ constexpr std::array<const char*, 4> kActionNames = {"error", "skip", "commit", 
 
 boost::json::object resultRecordOf(std::int32_t action, const boost::json::value& message) {
   boost::json::object record;
-  record["action"] = kActionNames.at(static_cast<std::size_t>(action + 1));
+  record["action"] = kActionNames.at(static_cast<std::size_t>(action) + 1);
   record["msg"] = message.is_string() ? message : boost::json::value("");
   return record;
 }

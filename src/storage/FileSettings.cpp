@@ -7,7 +7,7 @@ std::string ZOVKPopupFileManager::valueForKey(const std::string& key) const {
   constexpr DebugLog debug = fileManagerLog("ZOVKPopupFileManager::valueForKey");
   debug("Get value for key:%@", key);
   if (key.empty()) return "";
-  const std::string value = platform_->settings.value(key).value_or("");
+  std::string value = platform_->settings.value(key).value_or("");
   if (value.empty()) {
     debug("No value for key:%@", key);
   } else {

@@ -1,6 +1,8 @@
 #include "support/Utf8.h"
 
 #include <cstddef>
+#include <functional>
+#include <numeric>
 
 #include <boost/locale/utf.hpp>
 
@@ -25,6 +27,9 @@ std::size_t validPrefix(std::string_view text) {
 }  // namespace
 
 bool isUtf8(std::string_view bytes) {
+  // Most texts are ASCII, which one look at all high bits tells.
+  const char bits = std::reduce(bytes.begin(), bytes.end(), '\0', std::bit_or<char>());
+  if (static_cast<signed char>(bits) >= 0) return true;
   return validPrefix(bytes) == bytes.size();
 }
 

@@ -22,7 +22,8 @@ struct Validators {
 /// that is no database is begun afresh. One thread.
 class DownloadCache {
  public:
-  /// Beyond this, what was not used for longest goes.
+  /// What was not used for longest goes when there is more than this, which may take until as much
+  /// as a large body was added.
   static constexpr std::size_t kMostBytes = 64U * 1024 * 1024;
   /// A larger body is not kept.
   static constexpr std::size_t kLargestBody = 8U * 1024 * 1024;
@@ -42,9 +43,11 @@ class DownloadCache {
   int tryOnce(const char* sql, const Bind& bind, const Row& row);
   int open();
   void beginAfresh();
+  void removeOldest(std::size_t added);
 
   const std::string path_;
-  SqliteDatabase database_;  // null until it could be opened
+  SqliteDatabase database_;                        // null until it could be opened
+  std::size_t addedSinceRemoving_ = kLargestBody;  // so that the first one looks
 };
 
 }  // namespace zovk

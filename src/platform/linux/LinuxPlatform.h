@@ -18,7 +18,7 @@ namespace zovk {
 
 /// The platform on Linux. The thread that makes it is the main thread. Making one throws
 /// std::system_error when the process has no descriptors left.
-class LinuxPlatform : public HostedPlatform {
+class LinuxPlatform final : public HostedPlatform {
  public:
   explicit LinuxPlatform(const PlatformSettings& settings);
   ~LinuxPlatform() override;

@@ -42,8 +42,8 @@ class LinuxTimers::Schedule {
   std::vector<RepeatingTimer*> timers_;  // each takes itself out when it stops
 };
 
-class LinuxTimers::RepeatingTimer : public Timer,
-                                    public std::enable_shared_from_this<RepeatingTimer> {
+class LinuxTimers::RepeatingTimer final : public Timer,
+                                          public std::enable_shared_from_this<RepeatingTimer> {
  public:
   RepeatingTimer(const std::shared_ptr<Schedule>& schedule, std::chrono::milliseconds interval,
                  std::function<void()> callback)

@@ -208,6 +208,19 @@ TEST_F(DownloadCacheTest, ACacheThatIsNoDatabaseIsBegunAfresh) {
   EXPECT_THAT(conditions(), ElementsAre("-", "\"1\""));
 }
 
+TEST_F(DownloadCacheTest, ADamagedBodyIsFetchedAgain) {
+  const std::string url = serve("/page");
+  download(url);
+  sqlite3* opened = nullptr;
+  ASSERT_EQ(sqlite3_open(cachePath.c_str(), &opened), SQLITE_OK);
+  const SqliteDatabase other(opened);
+  sqlite3_exec(opened, "UPDATE downloads SET body = x'00'", nullptr, nullptr, nullptr);
+  EXPECT_EQ(download(url), Answer(200, "first"));
+  EXPECT_THAT(conditions(), ElementsAre("-", "\"1\"", "-"));
+  EXPECT_EQ(download(url), Answer(200, "first"));
+  EXPECT_THAT(conditions(), ElementsAre("-", "\"1\"", "-", "\"1\""));
+}
+
 TEST_F(DownloadCacheTest, ACacheThatSomeoneElseHoldsIsDoneWithout) {
   const std::string url = serve("/page");
   download(url);

@@ -53,6 +53,18 @@ TEST_F(DictionaryToJson, FailsForWhatIsNoText) {
   EXPECT_EQ(Tool::dictionaryToJsonString(boost::json::object{{"\xc3", 1}}), "");
 }
 
+TEST_F(DictionaryToJson, FailsForWhatIsNestedTooDeepToBeReadAgain) {
+  const auto nested = [](int depth) {
+    boost::json::value inner = 1;
+    for (int i = 1; i < depth; ++i)
+      inner = i % 2 == 0 ? boost::json::array{inner} : boost::json::value{{"a", inner}};
+    return boost::json::object{{"a", inner}};
+  };
+  EXPECT_TRUE(Tool::dictionaryToData(nested(512)).has_value());
+  EXPECT_EQ(Tool::dictionaryToData(nested(513)), std::nullopt);
+  EXPECT_THAT(lines(), ElementsAre("E Dict to NSData error:too deep"));
+}
+
 TEST_F(DictionaryToJson, FailsForNumbersThatJsonCannotHold) {
   using Limits = std::numeric_limits<double>;
   for (const double number : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()}) {

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "e2e/service/ChildProcess.h"
+#include "support/LocalBundle.h"
+
+namespace zovk {
+
+/// The development service as a process of its own, on a folder with pages of 64 KiB.
+class LocalService {
+ public:
+  static constexpr const char* kGame = "1001";
+  static constexpr const char* kKey = "s3cret-key";
+  static constexpr std::size_t kPageBytes = 64 * 1024;
+
+  explicit LocalService(int pages);
+
+  const std::string& base() const { return base_; }
+  std::string pageUrl(int number) const;
+
+ private:
+  ScratchDirectory folder_;
+  ChildProcess process_;
+  const std::string base_;
+};
+
+}  // namespace zovk
