@@ -81,7 +81,8 @@ std::string writeList(const LocalService& service, const fs::path& directory) {
 
 double fetchWithTool(const std::string& list) {
   const auto begin = std::chrono::steady_clock::now();
-  const int code = std::system(("curl --silent --no-progress-meter --fail --parallel --config " + list).c_str());
+  const int code =
+      std::system(("curl --silent --no-progress-meter --fail --parallel --config " + list).c_str());
   const double time = Milliseconds(std::chrono::steady_clock::now() - begin).count();
   if (code == 0) return time;
   std::fprintf(stderr, "curl failed\n");

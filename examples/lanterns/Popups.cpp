@@ -57,6 +57,7 @@ std::vector<MenuItem> Popups::menu() {
       {"Arcade", '7', [this] { show("arcade", 0); }},
       {"Gift", '8', [this] { show("gift", 0); }},
       {"Wish", '9', [this] { show("wish", 0); }},
+      {"Invitation", '0', [this] { show("invitation", 0); }},
   };
 }
 

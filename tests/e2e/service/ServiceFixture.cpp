@@ -14,8 +14,8 @@ ServiceFixture::ServiceFixture() {
 }
 
 void ServiceFixture::start(std::vector<std::string> arguments) {
-  arguments.insert(arguments.begin(), folder_.path());
-  process_ = std::make_unique<ServiceProcess>(std::move(arguments), folder_.path("errors.log"));
+  arguments.insert(arguments.begin(), {ZOVKPOPUP_SERVICE_PROGRAM, folder_.path()});
+  process_ = std::make_unique<ChildProcess>(std::move(arguments), folder_.path("errors.log"));
   const std::string line = process_->nextLine().value_or("");
   const std::string expected = "listening on ";
   ASSERT_TRUE(line.starts_with(expected)) << line << errors();
@@ -28,8 +28,8 @@ void ServiceFixture::start(std::vector<std::string> arguments) {
 }
 
 int ServiceFixture::startInVain(std::vector<std::string> arguments) {
-  arguments.insert(arguments.begin(), folder_.path());
-  ServiceProcess process(std::move(arguments), folder_.path("errors.log"));
+  arguments.insert(arguments.begin(), {ZOVKPOPUP_SERVICE_PROGRAM, folder_.path()});
+  ChildProcess process(std::move(arguments), folder_.path("errors.log"));
   return process.wait();
 }
 

@@ -10,8 +10,8 @@
 #include <gtest/gtest.h>
 #include <httplib.h>
 
+#include "e2e/service/ChildProcess.h"
 #include "e2e/service/ServiceFolder.h"
-#include "e2e/service/ServiceProcess.h"
 #include "network/ZOVKPopupUrlParams.h"
 
 namespace zovk {
@@ -43,7 +43,7 @@ class ServiceFixture : public ::testing::Test {
   httplib::Result postControl(const boost::json::object& request);
 
   ServiceFolder& folder() { return folder_; }
-  ServiceProcess& process() { return *process_; }
+  ChildProcess& process() { return *process_; }
   httplib::Client& client() { return *client_; }
   const std::string& base() const { return base_; }
   int port() const { return port_; }
@@ -51,7 +51,7 @@ class ServiceFixture : public ::testing::Test {
 
  private:
   ServiceFolder folder_;
-  std::unique_ptr<ServiceProcess> process_;
+  std::unique_ptr<ChildProcess> process_;
   std::unique_ptr<httplib::Client> client_;
   std::string base_;
   int port_ = 0;

@@ -1,15 +1,16 @@
-"""The game as a program that is started, tells what happens in it, and ends."""
+"""Programs that are started, tell line by line what happens in them, and end."""
 import subprocess
 import threading
 
 from screen import DEADLINE, TourFailure
 
 
-class Game:
-    def __init__(self, command, log):
+class Program:
+    def __init__(self, name, command, log):
+        self.name = name
         self.lines = []
         self.changed = threading.Condition()
-        self.log = open(log, "w", encoding="utf-8")
+        self.log = open(log, "a", encoding="utf-8")
         self.process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=self.log,
                                         text=True, encoding="utf-8")
         self.reader = threading.Thread(target=self._read, daemon=True)
@@ -33,7 +34,7 @@ class Game:
                                          DEADLINE):
                 raise TourFailure(f"waited {DEADLINE:.0f} seconds in vain for \"{start}…\"")
             if not found():
-                raise TourFailure(f"the game ended with {self.process.returncode}")
+                raise TourFailure(f"the {self.name} ended with {self.process.returncode}")
             return found()
 
     def said(self, start):
@@ -43,6 +44,17 @@ class Game:
     def count(self):
         with self.changed:
             return len(self.lines)
+
+    def close(self):
+        if self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
+        self.log.close()
+
+
+class Game(Program):
+    def __init__(self, command, log):
+        super().__init__("game", command, log)
 
     def button(self, key):
         return tuple(map(int, self.wait_line(f"button {key} at ").split()[-2:]))
@@ -56,9 +68,3 @@ class Game:
         if status != 0:
             raise TourFailure(f"the game ended with {status}")
         return self.lines[-1]
-
-    def close(self):
-        if self.process.poll() is None:
-            self.process.kill()
-            self.process.wait()
-        self.log.close()

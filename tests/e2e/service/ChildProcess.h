@@ -8,14 +8,14 @@
 
 namespace zovk {
 
-/// The service as a program of its own. It is killed, should it still run, with the object.
-class ServiceProcess {
+/// A program in a process of its own. It is killed, should it still run, with the object.
+class ChildProcess {
  public:
-  /// Starts it; what it writes to standard error goes to the file.
-  ServiceProcess(std::vector<std::string> arguments, const std::string& errorFile);
-  ~ServiceProcess();
-  ServiceProcess(const ServiceProcess&) = delete;
-  ServiceProcess& operator=(const ServiceProcess&) = delete;
+  /// Starts the program that stands first; what it writes to standard error goes to the file.
+  ChildProcess(std::vector<std::string> arguments, const std::string& errorFile);
+  ~ChildProcess();
+  ChildProcess(const ChildProcess&) = delete;
+  ChildProcess& operator=(const ChildProcess&) = delete;
 
   /// Its next line on standard output; absent when that is closed.
   std::optional<std::string> nextLine();

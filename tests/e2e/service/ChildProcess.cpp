@@ -1,4 +1,4 @@
-#include "e2e/service/ServiceProcess.h"
+#include "e2e/service/ChildProcess.h"
 
 #include <array>
 #include <csignal>
@@ -23,11 +23,10 @@ struct FileActions {
 
 }  // namespace
 
-ServiceProcess::ServiceProcess(std::vector<std::string> arguments, const std::string& errorFile) {
+ChildProcess::ChildProcess(std::vector<std::string> arguments, const std::string& errorFile) {
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
   output_ = ends[0];
-  arguments.insert(arguments.begin(), ZOVKPOPUP_SERVICE_PROGRAM);
   std::vector<char*> list;
   for (std::string& argument : arguments) list.push_back(argument.data());
   list.push_back(nullptr);
@@ -39,10 +38,10 @@ ServiceProcess::ServiceProcess(std::vector<std::string> arguments, const std::st
   const int error =
       ::posix_spawn(&pid_, list.front(), &files.actions, nullptr, list.data(), environ);
   ::close(ends[1]);
-  if (error != 0) throw std::runtime_error("the service does not start");
+  if (error != 0) throw std::runtime_error("the program does not start");
 }
 
-ServiceProcess::~ServiceProcess() {
+ChildProcess::~ChildProcess() {
   if (pid_ > 0) {
     signal(SIGKILL);
     wait();
@@ -50,7 +49,7 @@ ServiceProcess::~ServiceProcess() {
   ::close(output_);
 }
 
-std::optional<std::string> ServiceProcess::nextLine() {
+std::optional<std::string> ChildProcess::nextLine() {
   std::array<char, 4096> piece{};
   while (read_.find('\n') == std::string::npos) {
     const ssize_t got = ::read(output_, piece.data(), piece.size());
@@ -63,11 +62,11 @@ std::optional<std::string> ServiceProcess::nextLine() {
   return line;
 }
 
-void ServiceProcess::signal(int number) const {
+void ChildProcess::signal(int number) const {
   if (pid_ > 0) ::kill(pid_, number);
 }
 
-int ServiceProcess::wait() {
+int ChildProcess::wait() {
   int status = 0;
   while (::waitpid(pid_, &status, 0) < 0 && errno == EINTR) {
   }

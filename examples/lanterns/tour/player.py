@@ -1,0 +1,124 @@
+"""What the player does in the game, and what the tour looks for afterwards."""
+import json
+import pathlib
+import re
+
+from screen import wait_until
+
+PAGES = pathlib.Path(__file__).resolve().parent.parent / "resources" / "pages"
+LANTERN_BAND = 0xD9B7A8  # around a lantern that is not lit
+AGREE = 0x1A5FB4         # the library's own confirm button
+
+
+def colour_in(file, name):
+    found = re.search(rf"--{name}: #([0-9a-f]{{6}})", (PAGES / file).read_text(encoding="utf-8"))
+    return int(found.group(1), 16)
+
+
+def record(action, message=""):
+    return json.dumps({"action": action, "msg": message}, separators=(",", ":"))
+
+
+class Album:
+    """The pictures, and what was right and wrong, over all starts of the game."""
+
+    def __init__(self, screen, directory):
+        self.screen, self.directory = screen, directory
+        self.shots = self.checks = 0
+        self.wrong = []
+
+    def shoot(self, name):
+        self.shots += 1
+        self.screen.save(self.directory / f"{self.shots:02d}-{name}.png")
+
+    def check(self, got, expected):
+        self.checks += 1
+        if got == expected:
+            print("      as expected", flush=True)
+        else:
+            self.wrong.append(str(got))
+            print(f"      WRONG: {got}\n      expected: {expected}", flush=True)
+
+
+class Player:
+    def __init__(self, screen, game, album):
+        self.screen, self.game, self.album = screen, game, album
+        self.calls = 0
+        self.landscape = screen.width > screen.height
+
+    # What the player does.
+
+    def ask(self, what, key, calls=1, pointer=False):
+        """Asks for popups by the game's key or, with the pointer, by its button."""
+        self.screen.wait_active("Lanterns")
+        print(f"  {what}", flush=True)
+        if pointer:
+            self.screen.click(*self.game.button(key))
+        else:
+            self.screen.key(key)
+        first = self.calls + 1
+        self.calls += calls
+        for number in range(first, self.calls + 1):
+            self.game.wait_line(f"#{number} show")
+        return first
+
+    def page(self, name, shot=True):
+        """Waits for a page to stand on the screen; the box of its main button."""
+        box = self.screen.wait_for(f"the page \"{name}\"", colour_in(f"{name}.html", "accent"))
+        if shot:
+            self.shoot(name)
+        return box
+
+    def press(self, name, shot=True):
+        self.screen.click_box(self.page(name, shot))
+
+    def press_later(self, name):
+        self.page(name, shot=False)
+        self.screen.click_box(self.screen.wait_for("the other button", colour_in("page.css", "quiet")))
+
+    def press_cross(self, name, shot=True):
+        self.page(name, shot)
+        self.screen.click(*self._corner(right=True))
+
+    def press_return(self, name):
+        self.page(name)
+        self.screen.click(*self._corner(right=False))
+
+    def press_policy(self, agree, picture=None):
+        self.screen.wait_for("the policy's page", colour_in("page.css", "quiet"))
+        box = self.screen.wait_for("the policy's buttons", AGREE)
+        if picture:
+            self.shoot(picture)
+        middle = (box[0] + box[2]) / 2
+        # The two buttons stand side by side in the middle of the screen.
+        self.screen.click(middle if agree else self.screen.width - middle, (box[1] + box[3]) / 2)
+
+    def _corner(self, right):
+        across, down = (38, 30) if self.landscape else (34, 34)
+        return (self.screen.width - across if right else across, down)
+
+    # What the tour looks for.
+
+    def shoot(self, name):
+        self.album.shoot(name)
+
+    def expect(self, number, code, message):
+        self.album.check(self.game.wait_line(f"#{number} answered "),
+                         f"#{number} answered {code}, {message or 'no message'}")
+
+    def expect_unanswered(self, number):
+        if self.game.said(f"#{number} answered "):
+            self.album.wrong.append(f"#{number} was answered too early")
+
+    def light_a_lantern(self):
+        print("  A lantern is lit", flush=True)
+        box = wait_until("a dark lantern", lambda: self.screen.find(LANTERN_BAND, 20))
+        before = self.game.count()
+        self.screen.click(box[0] + 10, (box[1] + box[3]) / 2)
+        self.game.wait_line("lit ", before)
+
+    def leave(self):
+        """Ends the game; what it says of itself last."""
+        self.screen.wait_active("Lanterns")
+        self.screen.key("Escape")
+        return self.game.wait_end()
