@@ -21,7 +21,7 @@ void ZOVKPopupViewController::handleConditionAnswer(bool success,
                                                     const std::optional<std::string>& data) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::queryConditionPopup");
   debug("Query condition Popup result:%d, respData length:%d", success, data ? data->size() : 0);
-  if (!success || !data) {
+  if (!success || !data || data->empty()) {
     logError("Query condition Popup request failed");
     return showPopup();
   }

@@ -75,7 +75,7 @@ TEST_F(PageCondition, OfAPageFileDropsTheExtraParameters) {
 }
 
 TEST_F(PageCondition, ThatDoesNotHoldPassesThePopupOver) {
-  for (const char* body : {R"({"need_popup":0})", "<html>", "[1]", "{}", ""}) {
+  for (const char* body : {R"({"need_popup":0})", "<html>", "[1]", "{}"}) {
     show({conditional("asked"), webPage("next")});
     answer(body);
     EXPECT_EQ(page()->lastLoad(), webPage("next").uri) << body;
@@ -92,6 +92,15 @@ TEST_F(PageCondition, ThatCannotBeAskedPassesThePopupOver) {
   settle();
   EXPECT_EQ(page()->lastLoad(), webPage("next").uri);
   EXPECT_THAT(debug(), Contains("Query condition Popup result:0, respData length:0"));
+  EXPECT_THAT(errorMessages(log()), Contains("Query condition Popup request failed"));
+}
+
+TEST_F(PageCondition, WithAnEmptyAnswerCountsAsFailed) {
+  show({conditional("asked"), webPage("next")});
+  log().clear();
+  answer("");
+  EXPECT_EQ(page()->lastLoad(), webPage("next").uri);
+  EXPECT_THAT(debug(), Contains("Query condition Popup result:1, respData length:0"));
   EXPECT_THAT(errorMessages(log()), Contains("Query condition Popup request failed"));
 }
 
