@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-#include "e2e/service/ChildProcess.h"
+#include "support/ChildProcess.h"
 #include "support/LocalBundle.h"
 
 namespace zovk {

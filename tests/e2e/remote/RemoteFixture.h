@@ -11,8 +11,8 @@
 #include <gmock/gmock.h>
 
 #include "e2e/remote/LogBook.h"
-#include "e2e/service/ChildProcess.h"
 #include "e2e/service/ServiceFolder.h"
+#include "support/ChildProcess.h"
 #include "support/HostFixture.h"
 
 namespace zovk {

@@ -10,9 +10,9 @@
 #include <gtest/gtest.h>
 #include <httplib.h>
 
-#include "e2e/service/ChildProcess.h"
 #include "e2e/service/ServiceFolder.h"
 #include "network/ZOVKPopupUrlParams.h"
+#include "support/ChildProcess.h"
 
 namespace zovk {
 

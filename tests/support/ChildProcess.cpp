@@ -1,4 +1,4 @@
-#include "e2e/service/ChildProcess.h"
+#include "support/ChildProcess.h"
 
 #include <array>
 #include <csignal>
