@@ -17,8 +17,9 @@ struct UrlParts {
 // Cut off behind the host: engines let more characters pass in what follows than the parser does.
 UrlParts partsOf(const std::string& url) {
   const std::size_t colon = url.find(':');
+  if (colon == std::string::npos) return {};
   const std::size_t slashes = url.find("://");
-  if (slashes == std::string::npos || slashes != colon) return {url.substr(0, colon), ""};
+  if (slashes != colon) return {url.substr(0, colon), ""};
   const std::size_t end = std::min(url.find_first_of("/?#\\", slashes + 3), url.size());
   const auto parsed = boost::urls::parse_uri(boost::urls::string_view(url.data(), end));
   if (!parsed) return {url.substr(0, colon), ""};

@@ -6,8 +6,8 @@
 #include <boost/json/array.hpp>
 #include <gtk/gtk.h>
 
+#include "webhost/DesktopTheme.h"
 #include "webhost/UrlOpener.h"
-#include "webhost/ViewStyle.h"
 
 namespace zovk {
 namespace {
@@ -78,7 +78,7 @@ void Dispatcher::greet(const Arguments& arguments) {
 
 void Dispatcher::start(const Greeting& greeting) {
   if (!startToolkit(greeting)) return fail("no display");
-  followDesktopColorScheme();
+  followDesktopTheme();
   control_.pause();
   host_ = std::make_unique<Host>(greeting, events_);
   warmUpWindow();

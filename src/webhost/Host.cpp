@@ -99,7 +99,10 @@ void Host::openWebView(Id id, const WebViewWishes& wishes,
   if (views_.find(id) != nullptr) return;
   GObjectPtr<WebKitWebView> view = webViewFactory_.make(wishes);
   guardPage(view.get(), developerTools_);
-  auto host = std::make_unique<WebViewHost>(id, std::move(view), handlers, events_);
+  const auto progress = [this](GtkWidget* page, double loaded) {
+    for (const auto& [number, shown] : windows_) shown->progress().update(page, loaded);
+  };
+  auto host = std::make_unique<WebViewHost>(id, std::move(view), handlers, events_, progress);
   views_.add(id, host->widget());
   webViews_.emplace(id, std::move(host));
 }

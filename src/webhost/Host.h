@@ -66,10 +66,10 @@ class Host {
   GameWindow game_;
   WebViewFactory webViewFactory_;
   ConstraintBook constraints_;
+  std::map<Id, std::unique_ptr<WindowHost>> windows_;
   std::map<Id, std::unique_ptr<WebViewHost>> webViews_;
   ViewRegistry views_;
   std::map<Id, std::unique_ptr<LayoutHost>> layouts_;
-  std::map<Id, std::unique_ptr<WindowHost>> windows_;
   SourceGuard idle_;
 };
 

@@ -4,8 +4,9 @@
 #include <utility>
 
 #include "webhost/ActionScope.h"
+#include "webhost/BundleStyle.h"
 #include "webhost/ContainerView.h"
-#include "webhost/ViewStyle.h"
+#include "webhost/LayoutTexts.h"
 
 namespace zovk {
 namespace {
@@ -47,7 +48,7 @@ bool staysInside(GtkConstraint* constraint) {
 LayoutHost::LayoutHost(const std::string& bundle, const std::string& name,
                        std::function<void(const std::string&)> perform) {
   g_type_class_unref(g_type_class_ref(containerViewType()));  // makes the names known
-  loadStyle(bundle + "/ZOVKPopupView.css");
+  loadStyles(bundle);
   const auto scope = newActionScope(std::move(perform));
   auto builder = GObjectPtr<GtkBuilder>::adopt(gtk_builder_new());
   gtk_builder_set_scope(builder.get(), scope.get());
@@ -59,6 +60,8 @@ LayoutHost::LayoutHost(const std::string& bundle, const std::string& name,
   builder_ = std::move(builder);
   findRoot();
   addLooseConstraints();
+  const LayoutTexts texts(bundle);
+  for (const std::string& outlet : outletNames()) texts.apply(outlet, this->outlet(outlet));
 }
 
 LayoutHost::~LayoutHost() {

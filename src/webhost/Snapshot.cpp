@@ -20,14 +20,18 @@ constexpr guint kPageMilliseconds = 1000;
 
 struct PagePaint {
   std::function<void()> next;
-  GObjectPtr<GCancellable> cancellable;
   SourceGuard deadline;
+
+  void finish() {
+    if (const auto due = std::exchange(next, nullptr)) due();
+  }
 };
 
+/// The script of a page that is still loading can be answered very late.
 gboolean onDeadline(gpointer data) {
   auto* paint = static_cast<PagePaint*>(data);
   paint->deadline.forget();
-  g_cancellable_cancel(paint->cancellable.get());
+  paint->finish();
   return G_SOURCE_REMOVE;
 }
 
@@ -36,7 +40,7 @@ void onPainted(GObject* view, GAsyncResult* result, gpointer data) {
   ErrorOut error;
   const auto nothing = GObjectPtr<JSCValue>::adopt(
       webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(view), result, error));
-  paint->next();
+  paint->finish();
 }
 
 using NodePtr = std::unique_ptr<GskRenderNode, NodeUnref>;

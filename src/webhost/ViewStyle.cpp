@@ -1,11 +1,11 @@
 #include "webhost/ViewStyle.h"
 
 #include <filesystem>
-#include <set>
 
 #include <webkit/webkit.h>
 
 #include "webhost/GObjectPtr.h"
+#include "webhost/StylePriority.h"
 
 namespace zovk {
 namespace {
@@ -20,7 +20,7 @@ GtkCssProvider* backgroundProvider(GtkWidget* widget) {
   provider = gtk_css_provider_new();
   g_object_set_data_full(G_OBJECT(widget), kBackgroundKey, provider, g_object_unref);
   gtk_style_context_add_provider(gtk_widget_get_style_context(widget), GTK_STYLE_PROVIDER(provider),
-                                 GTK_STYLE_PROVIDER_PRIORITY_APPLICATION + 1);
+                                 kEngineStylePriority);
   return provider;
 }
 
@@ -51,12 +51,6 @@ void onScaleChanged(GtkButton* button) {
   showImage(button, static_cast<const char*>(g_object_get_data(G_OBJECT(button), kImageKey)));
 }
 
-void applyColorScheme(GSettings* desktop) {
-  const GText scheme(g_settings_get_string(desktop, "color-scheme"));
-  g_object_set(gtk_settings_get_default(), "gtk-application-prefer-dark-theme",
-               g_str_equal(scheme.get(), "prefer-dark"), nullptr);
-}
-
 }  // namespace
 
 void setBackground(GtkWidget* widget, const GdkRGBA& color) {
@@ -76,30 +70,6 @@ void setButtonImage(GtkWidget* widget, const std::string& path) {
   }
   g_object_set_data_full(G_OBJECT(widget), kImageKey, g_strdup(path.c_str()), g_free);
   showImage(GTK_BUTTON(widget), path);
-}
-
-void loadStyle(const std::string& path) {
-  static std::set<std::string> loaded;
-  if (!std::filesystem::exists(path) || !loaded.insert(path).second) return;
-  const auto provider = GObjectPtr<GtkCssProvider>::adopt(gtk_css_provider_new());
-  gtk_css_provider_load_from_path(provider.get(), path.c_str());
-  gtk_style_context_add_provider_for_display(gdk_display_get_default(),
-                                             GTK_STYLE_PROVIDER(provider.get()),
-                                             GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
-}
-
-void followDesktopColorScheme() {
-  constexpr const char* kSchema = "org.gnome.desktop.interface";
-  GSettingsSchemaSource* source = g_settings_schema_source_get_default();
-  GSettingsSchema* schema =
-      source == nullptr ? nullptr : g_settings_schema_source_lookup(source, kSchema, TRUE);
-  if (schema == nullptr) return;
-  if (g_settings_schema_has_key(schema, "color-scheme")) {
-    static GObjectPtr<GSettings> desktop = GObjectPtr<GSettings>::adopt(g_settings_new(kSchema));
-    g_signal_connect(desktop.get(), "changed::color-scheme", G_CALLBACK(applyColorScheme), nullptr);
-    applyColorScheme(desktop.get());
-  }
-  g_settings_schema_unref(schema);
 }
 
 }  // namespace zovk

@@ -10,9 +10,5 @@ void setBackground(GtkWidget* widget, const GdkRGBA& color);
 /// Shows the picture in `path` on a button, the one beside it named "NAME@2x.png" where the screen
 /// is that fine. A file that is no picture leaves the button without one.
 void setButtonImage(GtkWidget* widget, const std::string& path);
-/// Styles that a bundle brings for its layouts; each file is read once.
-void loadStyle(const std::string& path);
-/// Makes the toolkit's dark setting follow the desktop's.
-void followDesktopColorScheme();
 
 }  // namespace zovk

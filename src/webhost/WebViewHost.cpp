@@ -35,11 +35,13 @@ void onEvaluated(GObject* view, GAsyncResult* result, gpointer data) {
 }  // namespace
 
 WebViewHost::WebViewHost(Id id, GObjectPtr<WebKitWebView> view,
-                         const std::vector<std::string>& handlers, EventSink events)
+                         const std::vector<std::string>& handlers, EventSink events,
+                         Progress progress)
     : id_(id),
       view_(std::move(view)),
       events_(events),
-      policies_(id, addresses_, std::move(events)) {
+      policies_(id, addresses_, std::move(events)),
+      progress_(std::move(progress)) {
   connectSignals();
   addHandlers(handlers);
 }
@@ -52,6 +54,7 @@ WebViewHost::~WebViewHost() {
     webkit_user_content_manager_unregister_script_message_handler(manager, handler->name.c_str(),
                                                                   nullptr);
   }
+  progress_(widget(), 1);
   // Left to itself the engine often keeps a thread and descriptors of the connection for good.
   webkit_web_view_terminate_web_process(view_.get());
 }
@@ -88,6 +91,10 @@ void WebViewHost::connectSignals() {
   g_signal_connect(view_.get(), "load-failed", G_CALLBACK(onLoadFailed), this);
   g_signal_connect(view_.get(), "web-process-terminated", G_CALLBACK(onTerminated), this);
   g_signal_connect(view_.get(), "notify::uri", G_CALLBACK(onUrlChanged), this);
+  g_signal_connect(view_.get(), "notify::title", G_CALLBACK(onTitleChanged), this);
+  for (const char* loading : {"notify::is-loading", "notify::estimated-load-progress"}) {
+    g_signal_connect(view_.get(), loading, G_CALLBACK(onProgress), this);
+  }
   g_signal_connect(view_.get(), "create", G_CALLBACK(onCreate), this);
 }
 
@@ -146,6 +153,20 @@ void WebViewHost::onTerminated(WebKitWebView*, WebKitWebProcessTerminationReason
 
 void WebViewHost::onUrlChanged(GObject*, GParamSpec*, gpointer self) {
   static_cast<WebViewHost*>(self)->sendLoadEvent("web.url");
+}
+
+void WebViewHost::onProgress(GObject*, GParamSpec*, gpointer self) {
+  const auto* host = static_cast<WebViewHost*>(self);
+  WebKitWebView* view = host->view();
+  const bool loading = webkit_web_view_is_loading(view) == TRUE;
+  host->progress_(host->widget(), loading ? webkit_web_view_get_estimated_load_progress(view) : 1);
+}
+
+void WebViewHost::onTitleChanged(GObject* view, GParamSpec*, gpointer) {
+  // What a screen reader calls the page when the keyboard comes to it.
+  const char* title = webkit_web_view_get_title(WEBKIT_WEB_VIEW(view));
+  gtk_accessible_update_property(GTK_ACCESSIBLE(view), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                 title == nullptr ? "" : title, -1);
 }
 
 GtkWidget* WebViewHost::onCreate(WebKitWebView*, WebKitNavigationAction* action, gpointer self) {

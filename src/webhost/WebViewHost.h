@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,8 +17,11 @@ namespace zovk {
 /// One web view: carries out the game's commands and sends what happens in the page.
 class WebViewHost {
  public:
+  /// How much of its page a view has loaded; 1 is all.
+  using Progress = std::function<void(GtkWidget* view, double loaded)>;
+
   WebViewHost(Id id, GObjectPtr<WebKitWebView> view, const std::vector<std::string>& handlers,
-              EventSink events);
+              EventSink events, Progress progress);
   ~WebViewHost();
   WebViewHost(const WebViewHost&) = delete;
   WebViewHost& operator=(const WebViewHost&) = delete;
@@ -44,6 +48,8 @@ class WebViewHost {
   static void onTerminated(WebKitWebView* view, WebKitWebProcessTerminationReason reason,
                            gpointer self);
   static void onUrlChanged(GObject* view, GParamSpec* property, gpointer self);
+  static void onProgress(GObject* view, GParamSpec* property, gpointer self);
+  static void onTitleChanged(GObject* view, GParamSpec* property, gpointer self);
   static GtkWidget* onCreate(WebKitWebView* view, WebKitNavigationAction* action, gpointer self);
   static void onMessage(WebKitUserContentManager* manager, JSCValue* value, gpointer handler);
   void connectSignals();
@@ -56,6 +62,7 @@ class WebViewHost {
   EventSink events_;
   Addresses addresses_;
   PolicyBook policies_;
+  Progress progress_;
   std::vector<std::unique_ptr<Handler>> handlers_;
   bool failed_ = false;
 };

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "webhost/DesktopTheme.h"
 #include "webhost/GameWindow.h"
 #include "webhost/TabOrder.h"
 #include "webhost/ViewStyle.h"
@@ -41,10 +42,13 @@ WindowHost::WindowHost(Id id, GtkWidget* root, const Frame& frame, EventSink eve
       events_(std::move(events)),
       painted_(std::move(painted)),
       window_(GTK_WINDOW(gtk_window_new())),
+      progress_(root),
+      escape_(window_),
       fullScreen_(coversScreen(frame)) {
   gtk_window_set_decorated(window_, FALSE);
-  gtk_window_set_child(window_, root);
+  gtk_window_set_child(window_, progress_.widget());
   keepTabSteps(window_);
+  markHighContrast(window_);
   const Frame size = fullScreen_ ? mainScreen() : frame;
   gtk_window_set_default_size(window_, size.width, size.height);
   // Where nothing blends windows, what is clear would show as black.

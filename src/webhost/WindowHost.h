@@ -6,8 +6,10 @@
 #include <gtk/gtk.h>
 
 #include "webhost/Arguments.h"
+#include "webhost/EscapeKey.h"
 #include "webhost/Events.h"
 #include "webhost/GObjectPtr.h"
+#include "webhost/ProgressLine.h"
 
 namespace zovk {
 
@@ -27,6 +29,7 @@ class WindowHost {
   bool isShown() const { return shown_; }
   void show(const GameWindow& game);
   void setBackground(const GdkRGBA& color);
+  ProgressLine& progress() { return progress_; }
   /// Runs `next` once the window has been painted with all that was changed so far: at once when
   /// it is not shown, and after a while when the display does not paint it.
   void whenPainted(std::function<void()> next);
@@ -52,6 +55,8 @@ class WindowHost {
   EventSink events_;
   std::function<void()> painted_;
   GtkWindow* window_;
+  ProgressLine progress_;
+  EscapeKey escape_;
   GObjectPtr<GdkFrameClock> clock_;
   std::list<Waiting> waiting_;
   int width_ = 0;

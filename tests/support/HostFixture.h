@@ -70,10 +70,13 @@ class HostFixture : public ::testing::Test {
     }
     return false;
   }
-  std::string allLines() {
+  std::vector<std::string> lines() {
     const std::lock_guard lock(mutex_);
+    return lines_;
+  }
+  std::string allLines() {
     std::string all;
-    for (const std::string& line : lines_) all += line + "\n";
+    for (const std::string& line : lines()) all += line + "\n";
     return all;
   }
 

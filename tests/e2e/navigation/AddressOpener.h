@@ -1,0 +1,39 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "ScopedVariable.h"
+#include "platform/linux/UniqueFd.h"
+#include "support/LocalBundle.h"
+
+namespace zovk {
+
+/// The only program of the machine that opens addresses, as long as this lives: one that writes
+/// down what it was given. Programs that are started meanwhile find no other.
+class AddressOpener {
+ public:
+  explicit AddressOpener(std::initializer_list<const char*> schemes);
+
+  /// The addresses that came so far, in the order of their coming.
+  const std::vector<std::string>& opened();
+
+ private:
+  void writeProgram() const;
+  void writeAssociations(std::initializer_list<const char*> schemes) const;
+  void linkSystemData() const;
+  std::string pathOf(const char* name) const { return (directory_.path() / name).string(); }
+
+  ScratchDirectory directory_;
+  const ScopedVariable dataHome_{"XDG_DATA_HOME", pathOf("data")};
+  const ScopedVariable dataDirectories_{"XDG_DATA_DIRS", pathOf("share")};
+  const ScopedVariable configHome_{"XDG_CONFIG_HOME", pathOf("config")};
+  const ScopedVariable configDirectories_{"XDG_CONFIG_DIRS", pathOf("etc")};
+  const ScopedVariable desktop_{"XDG_CURRENT_DESKTOP", std::nullopt};
+  UniqueFd pipe_;
+  std::string read_;
+  std::vector<std::string> opened_;
+};
+
+}  // namespace zovk

@@ -1,0 +1,98 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/HostedPlatform.h"
+#include "platform/linux/WebHostInspector.h"
+#include "support/HostFixture.h"
+
+namespace zovk {
+
+/// The real engine with the real helper, and a player with a pointer and a keyboard. Debug lines
+/// are on. A display with a window manager is supplied from outside.
+class ScreenFixture : public HostFixture {
+ protected:
+  /// Writes the bundle's document and sets the popups up.
+  void start() {
+    bundle().write();
+    std::ofstream(std::filesystem::path(bundle().resourceDirectory()) / "Info.json")
+        << R"({"ZOVK_DEBUG": true})";
+    const ZOVKPopupHostSettings wanted = settings();
+    PlatformSettings platform;
+    platform.applicationId = wanted.applicationId;
+    platform.resourceDirectory = wanted.resourceDirectory;
+    platform.dataDirectory = wanted.dataDirectory;
+    platform.logSink = wanted.logSink;
+    platform_ = makeDefaultPlatform(platform);
+    ASSERT_TRUE(ZOVKPopupHost::setUp(platform_));
+  }
+  /// Shows a scene and waits until its page has loaded and has the keyboard.
+  void show(const std::string& scene) {
+    ZOVKPopup::showPopup(scene, 0, recordAnswer());
+    awaitPage();
+  }
+  void awaitPage() {
+    pumpUntil([this] { return countOf("Did finish navigation") > pages_; }, "the page");
+    pages_ = countOf("Did finish navigation");
+    sync();
+  }
+  void sync() {
+    bool done = false;
+    screen().sync([&](bool) { done = true; });
+    pumpUntil([&] { return done; }, "the screen");
+  }
+  /// A real click of the pointer on the middle of a view, or beside it. Only views that the engine
+  /// has named to the helper have a known place.
+  void click(const std::string& outlet, double beside = 0) {
+    sync();
+    const auto place = screen().viewFrame(outlet);
+    ASSERT_TRUE(place && place->visible) << outlet;
+    const Rect& frame = place->frame;
+    const auto middle = [](double start, double length) {
+      return " " + std::to_string(static_cast<int>(start + length / 2));
+    };
+    run("mousemove" + middle(frame.x + beside, frame.width) + middle(frame.y, frame.height) +
+        " click 1");
+  }
+  /// Real keys.
+  static void press(const std::string& keys) { run("key " + keys); }
+  bool isShown(const std::string& outlet) {
+    sync();
+    const auto place = screen().viewFrame(outlet);
+    return place && place->visible;
+  }
+  WebHostInspector& screen() {
+    return dynamic_cast<WebHostInspector&>(platform_->interfaces().userInterface);
+  }
+  /// What the popup's screen logged, without the places in the source.
+  std::vector<std::string> screenMessages() {
+    std::vector<std::string> messages;
+    for (const std::string& line : lines()) {
+      if (!line.starts_with("[Debug]ZOVKPopupViewController ")) continue;
+      std::size_t start = 0;
+      for (int word = 0; word < 3; ++word) start = line.find(' ', start) + 1;
+      messages.push_back(line.substr(start));
+    }
+    return messages;
+  }
+
+ private:
+  static void run(const std::string& arguments) {
+    ASSERT_EQ(std::system(("xdotool " + arguments).c_str()), 0) << arguments;
+  }
+  std::size_t countOf(const std::string& text) {
+    std::size_t count = 0;
+    for (const std::string& line : lines()) count += line.ends_with(text) ? 1 : 0;
+    return count;
+  }
+
+  std::shared_ptr<HostedPlatform> platform_;
+  std::size_t pages_ = 0;
+};
+
+}  // namespace zovk

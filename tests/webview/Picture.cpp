@@ -1,0 +1,23 @@
+#include "Picture.h"
+
+#include <fstream>
+#include <stdexcept>
+
+#include "WebHostProcess.h"
+
+namespace zovk {
+
+int pixelsOf(const std::string& path, const std::string& colour, const std::string& part) {
+  const std::string count = path + ".count";
+  std::vector<std::string> command{"convert", path};
+  if (!part.empty()) command.insert(command.end(), {"-crop", part, "+repage"});
+  command.insert(command.end(),
+                 {"-alpha", "off", "-fuzz", "6%", "-fill", "black", "+opaque", colour, "-fill",
+                  "white", "-opaque", colour, "-format", "%[fx:round(mean*w*h)]", "info:" + count});
+  if (runProgram(command) != 0) throw std::runtime_error("the picture cannot be read");
+  int pixels = -1;
+  std::ifstream(count) >> pixels;
+  return pixels;
+}
+
+}  // namespace zovk
