@@ -58,6 +58,7 @@ std::vector<MenuItem> Popups::menu() {
       {"Gift", '8', [this] { show("gift", 0); }},
       {"Wish", '9', [this] { show("wish", 0); }},
       {"Invitation", '0', [this] { show("invitation", 0); }},
+      {"Permission", 'p', [this] { show("ZOVKPolicy_Permission", 0); }},
   };
 }
 

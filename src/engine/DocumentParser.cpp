@@ -1,51 +1,61 @@
 #include "engine/DocumentParser.h"
 
+#include <array>
+
 #include "network/JsonNumbers.h"
 
 namespace zovk {
 namespace {
 
-class EntryReader {
- public:
-  explicit EntryReader(const boost::json::object& entry) : entry_(entry) {}
+using Model = ZOVKPopupModel;
 
-  std::int32_t number(std::string_view key) const {
-    const auto* value = entry_.if_contains(key);
-    return value != nullptr ? intValue(*value) : 0;
+constexpr std::array<DocumentField, 15> kFields = {{{"pop_id", &Model::pop_id},
+                                                    {"scene", &Model::scene},
+                                                    {"scene_type", &Model::scene_type},
+                                                    {"valid_platform", &Model::valid_platform},
+                                                    {"pop_type", &Model::pop_type},
+                                                    {"content_type", &Model::content_type},
+                                                    {"uri", &Model::uri},
+                                                    {"sig", &Model::sig},
+                                                    {"pop_freq", &Model::pop_freq},
+                                                    {"priority", &Model::priority},
+                                                    {"publish_time", &Model::publish_time},
+                                                    {"check_url", &Model::check_url},
+                                                    {"report_url", &Model::report_url},
+                                                    {"valid_time", &Model::valid_time},
+                                                    {"expire_time", &Model::expire_time}}};
+
+// Puts the value of a key, or what a missing one counts as, into the record.
+class FieldReader {
+ public:
+  FieldReader(const boost::json::value* value, Model& popup) : value_(value), popup_(popup) {}
+
+  void operator()(DocumentField::Number field) const { popup_.*field = number(); }
+  void operator()(DocumentField::Kind field) const {
+    popup_.*field = static_cast<std::uint64_t>(std::int64_t{number()});  // widened with its sign
   }
-  std::uint64_t kind(std::string_view key) const {
-    return static_cast<std::uint64_t>(std::int64_t{number(key)});  // widened with its sign
-  }
-  std::string text(std::string_view key) const {
-    const auto* value = entry_.if_contains(key);
-    return value != nullptr && value->is_string() ? std::string(value->get_string())
-                                                  : std::string();
+  void operator()(DocumentField::Text field) const {
+    if (value_ != nullptr && value_->is_string()) popup_.*field = value_->get_string();
   }
 
  private:
-  const boost::json::object& entry_;
+  std::int32_t number() const { return value_ != nullptr ? intValue(*value_) : 0; }
+
+  const boost::json::value* value_;
+  Model& popup_;
 };
 
 }  // namespace
 
+std::span<const DocumentField> documentFields() {
+  return kFields;
+}
+
 PopupPointer popupFromEntry(const boost::json::object& entry, std::uint64_t configType) {
-  const EntryReader reader(entry);
   auto popup = std::make_shared<ZOVKPopupModel>();
-  popup->pop_id = reader.number("pop_id");
-  popup->scene = reader.text("scene");
-  popup->scene_type = reader.kind("scene_type");
-  popup->valid_platform = reader.text("valid_platform");
-  popup->pop_type = reader.kind("pop_type");
-  popup->content_type = reader.kind("content_type");
-  popup->uri = reader.text("uri");
-  popup->sig = reader.text("sig");
-  popup->pop_freq = reader.kind("pop_freq");
-  popup->priority = reader.number("priority");
-  popup->publish_time = reader.number("publish_time");
-  popup->check_url = reader.text("check_url");
-  popup->report_url = reader.text("report_url");
-  popup->valid_time = reader.number("valid_time");
-  popup->expire_time = reader.number("expire_time");
+  for (const DocumentField& field : kFields) {
+    std::visit(FieldReader(entry.if_contains(field.key), *popup), field.field);
+  }
   popup->config_type = configType;
   return popup;
 }

@@ -1,6 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
 
 #include <boost/json/object.hpp>
 #include <boost/json/value.hpp>
@@ -8,6 +12,21 @@
 #include "engine/ZOVKPopupModel.h"
 
 namespace zovk {
+
+/// A key of an entry of the document's "popups", and the field of the record that it fills.
+struct DocumentField {
+  using Number = std::int32_t ZOVKPopupModel::*;
+  using Kind = std::uint64_t ZOVKPopupModel::*;  ///< An integer too, widened with its sign.
+  using Text = std::string ZOVKPopupModel::*;
+
+  std::string_view key;
+  std::variant<Number, Kind, Text> field;
+
+  bool isText() const { return std::holds_alternative<Text>(field); }
+};
+
+/// All keys that an entry may have, in the order in which they are read.
+std::span<const DocumentField> documentFields();
 
 /// One record of an entry of the document's "popups". Every key is read, so a missing one gives 0
 /// or an empty text rather than the record's default. Throws `std::invalid_argument` when a

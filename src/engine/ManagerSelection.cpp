@@ -3,6 +3,15 @@
 #include "storage/ZOVKPopupFileManager.h"
 
 namespace zovk {
+namespace {
+
+JudgementSink keepPassed(PopupList& passed) {
+  return [&passed](const PopupPointer& popup, const Judgement& judgement) {
+    if (judgement.verdict == Verdict::kPassed) passed.push_back(popup);
+  };
+}
+
+}  // namespace
 
 bool ZOVKPopupManager::havePopup(std::uint64_t sceneType) {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::havePopup");
@@ -24,9 +33,7 @@ PopupList ZOVKPopupManager::getValidPopupForSceneType(std::uint64_t sceneType,
   if (files == nullptr) return {};
   SelectionContext context{getCurrentTime(), loginState(), *files, files->newGlance()};
   PopupList valid;
-  for (const PopupPointer& popup : srcPopups) {
-    if (judgeForSceneType(*popup, sceneType, context) == Verdict::kPassed) valid.push_back(popup);
-  }
+  judgeForSceneType(srcPopups, sceneType, context, keepPassed(valid));
   rankPopups(valid);
   return valid;
 }
@@ -46,13 +53,9 @@ PopupList ZOVKPopupManager::getValidPopupForScene(const std::string& scene,
   auto* const files = ZOVKPopupFileManager::sharedInstance();
   if (files == nullptr) return {};
   SelectionContext context{getCurrentTime(), loginState(), *files, files->newGlance()};
-  for (const PopupPointer& popup : srcPopups) {
-    if (judgeForScene(*popup, scene, context) != Verdict::kPassed) continue;
-    // One scene stands for one popup: no later one takes its place when its content fails.
-    if (judgeContentForScene(*popup, context) == Verdict::kPassed) return {popup};
-    return {};
-  }
-  return {};
+  PopupList valid;
+  judgeForScene(srcPopups, scene, context, keepPassed(valid));
+  return valid;
 }
 
 }  // namespace zovk

@@ -34,58 +34,57 @@ bool digestMatches(const std::string& sig, const std::string& digest) {
   });
 }
 
-Verdict judgePageFile(const ZOVKPopupModel& popup, SelectionContext& context) {
+Judgement judgePageFile(const ZOVKPopupModel& popup, SelectionContext& context) {
   kSceneTypeLog("Content type local");
   const std::string path = popup.getPopupFilePath();
   if (!context.files.fileExistAtPath(path, &context.glance)) {
     logError("File %@ not exist", popup.getPopupFileName());
-    return Verdict::kFileMissing;
+    return {Verdict::kFileMissing, ""};
   }
   if (context.files.textExistInFile(popup.sig, context.files.getInternalFilePath(kOnceRecordFile),
                                     &context.glance)) {
     kSceneTypeLog("Had already Popuped");
-    return Verdict::kAlreadyShown;
+    return {Verdict::kAlreadyShown, ""};
   }
   const std::string digest = context.files.getFileMD5(path, &context.glance);
-  if (digestMatches(popup.sig, digest)) return Verdict::kPassed;
+  if (digestMatches(popup.sig, digest)) return {};
   logError(kDigestText, popup.sig, digest);
-  return Verdict::kDigestDiffers;
+  return {Verdict::kDigestDiffers, digest};
 }
 
-Verdict judgeWebPage(const ZOVKPopupModel& popup, const DebugLog& debug) {
+Judgement judgeWebPage(const ZOVKPopupModel& popup, const DebugLog& debug) {
   debug("Content type remote");
   const std::string digest = ZOVKPopupCommonTool::getTextMD5(popup.uri);
-  if (digestMatches(popup.sig, digest)) return Verdict::kPassed;
+  if (digestMatches(popup.sig, digest)) return {};
   logError(kDigestText, popup.sig, digest);
-  return Verdict::kDigestDiffers;
+  return {Verdict::kDigestDiffers, digest};
 }
 
-}  // namespace
-
-Verdict judgeForSceneType(const ZOVKPopupModel& popup, std::uint64_t sceneType,
-                          SelectionContext& context) {
+Judgement judgeOneForSceneType(const ZOVKPopupModel& popup, std::uint64_t sceneType,
+                               SelectionContext& context) {
   kSceneTypeLog(
       "Popup fileName:%@, sceneType:%d, contentType:%d, frequency:%d",
       [&] { return popup.getPopupFileName(); }, popup.scene_type, popup.content_type,
       popup.pop_freq);
   if (static_cast<std::uint32_t>(popup.scene_type) != static_cast<std::uint32_t>(sceneType)) {
     kSceneTypeLog("SceneType not same");
-    return Verdict::kOtherSceneType;
+    return {Verdict::kOtherSceneType, ""};
   }
   const std::string channel = std::to_string(context.loginState.channelID);
   if (!isForChannel(popup, channel)) {
     kSceneTypeLog("Invalid for channel:%@", channel);
-    return Verdict::kOtherChannel;
+    return {Verdict::kOtherChannel, ""};
   }
   const Verdict time = judgeTime(popup, context.now);
   if (time == Verdict::kNotYetValid) logError("Popup is not valid");
   if (time == Verdict::kExpired) logError("Popup is expired");
-  if (time != Verdict::kPassed) return time;
+  if (time != Verdict::kPassed) return {time, ""};
   return popup.isPageFile() ? judgePageFile(popup, context) : judgeWebPage(popup, kSceneTypeLog);
 }
 
-Verdict judgeForScene(const ZOVKPopupModel& popup, const std::string& scene,
-                      SelectionContext& context) {
+// Everything but the content.
+Verdict judgeOneForScene(const ZOVKPopupModel& popup, const std::string& scene,
+                         const SelectionContext& context) {
   if (popup.scene != scene) {
     kSceneLog("Scene not same");
     return Verdict::kOtherScene;
@@ -101,24 +100,46 @@ Verdict judgeForScene(const ZOVKPopupModel& popup, const std::string& scene,
   return time;
 }
 
-Verdict judgeContentForScene(const ZOVKPopupModel& popup, SelectionContext& context) {
+}  // namespace
+
+void judgeForSceneType(const PopupList& popups, std::uint64_t sceneType, SelectionContext& context,
+                       const JudgementSink& judged) {
+  for (const PopupPointer& popup : popups) {
+    judged(popup, judgeOneForSceneType(*popup, sceneType, context));
+  }
+}
+
+void judgeForScene(const PopupList& popups, const std::string& scene, SelectionContext& context,
+                   const JudgementSink& judged) {
+  for (const PopupPointer& popup : popups) {
+    const Verdict verdict = judgeOneForScene(*popup, scene, context);
+    if (verdict == Verdict::kPassed) return judged(popup, judgeContentForScene(*popup, context));
+    judged(popup, {verdict, ""});
+  }
+}
+
+Judgement judgeContentForScene(const ZOVKPopupModel& popup, SelectionContext& context) {
   if (!popup.isPageFile()) return judgeWebPage(popup, kSceneLog);
   kSceneLog("Content type local");
   const std::string path = popup.getPopupFilePath();
   if (!context.files.fileExistAtPath(path, &context.glance)) {
     kSceneLog("File %@ not exist", popup.getPopupFileName());
-    return Verdict::kFileMissing;
+    return {Verdict::kFileMissing, ""};
   }
   const std::string digest = context.files.getFileMD5(path, &context.glance);
-  if (digestMatches(popup.sig, digest)) return Verdict::kPassed;
+  if (digestMatches(popup.sig, digest)) return {};
   kSceneLog(kDigestText, popup.sig, digest);
-  return Verdict::kDigestDiffers;
+  return {Verdict::kDigestDiffers, digest};
+}
+
+bool ranksBefore(const ZOVKPopupModel& a, const ZOVKPopupModel& b) {
+  return std::tie(a.priority, a.publish_time, a.scene) >
+         std::tie(b.priority, b.publish_time, b.scene);
 }
 
 void rankPopups(PopupList& popups) {
   std::stable_sort(popups.begin(), popups.end(), [](const PopupPointer& a, const PopupPointer& b) {
-    return std::tie(a->priority, a->publish_time, a->scene) >
-           std::tie(b->priority, b->publish_time, b->scene);
+    return ranksBefore(*a, *b);
   });
 }
 

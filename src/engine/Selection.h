@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
+#include <functional>
 #include <string>
 
 #include "engine/ZOVKPopupLoginStateModel.h"
@@ -23,6 +23,11 @@ enum class Verdict {
   kDigestDiffers,
 };
 
+struct Judgement {
+  Verdict verdict = Verdict::kPassed;
+  std::string digest;  ///< What `sig` was compared with; set when it differs.
+};
+
 /// What a popup is judged against.
 struct SelectionContext {
   double now = 0;  ///< Seconds since 1970.
@@ -31,17 +36,22 @@ struct SelectionContext {
   FileGlance glance;  ///< One selection judges all popups by the same state of the files.
 };
 
-/// Judges one popup for a scene type, and logs why it is passed over.
-Verdict judgeForSceneType(const ZOVKPopupModel& popup, std::uint64_t sceneType,
-                          SelectionContext& context);
+/// Hears the judgements in list order.
+using JudgementSink = std::function<void(const PopupPointer& popup, const Judgement& judgement)>;
 
-/// Judges everything but the content of one popup for a scene.
-Verdict judgeForScene(const ZOVKPopupModel& popup, const std::string& scene,
-                      SelectionContext& context);
+/// Judges every popup for a scene type, and logs why one is passed over.
+void judgeForSceneType(const PopupList& popups, std::uint64_t sceneType, SelectionContext& context,
+                       const JudgementSink& judged);
+/// Judges the popups for a scene up to the first that may stand for it, whose content then decides.
+/// One scene stands for one popup: those behind it are not looked at, and not told of.
+void judgeForScene(const PopupList& popups, const std::string& scene, SelectionContext& context,
+                   const JudgementSink& judged);
 /// Judges the content of the popup that stands for its scene. The once-record is not asked.
-Verdict judgeContentForScene(const ZOVKPopupModel& popup, SelectionContext& context);
+Judgement judgeContentForScene(const ZOVKPopupModel& popup, SelectionContext& context);
 
-/// Best first: by priority, publish time and scene, all descending; ties keep their order.
+/// Whether `a` is to be shown before `b`: by priority, publish time and scene, all descending.
+bool ranksBefore(const ZOVKPopupModel& a, const ZOVKPopupModel& b);
+/// Best first; ties keep their order.
 void rankPopups(PopupList& popups);
 
 }  // namespace zovk

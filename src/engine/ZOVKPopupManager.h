@@ -12,6 +12,7 @@
 #include <boost/json/value.hpp>
 
 #include "engine/ZOVKPopup.h"
+#include "engine/ZOVKPopupExplain.h"
 #include "engine/ZOVKPopupLoginStateModel.h"
 #include "engine/ZOVKPopupModel.h"
 #include "logging/ZPLogger.h"
@@ -80,6 +81,8 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   PopupList getValidPopupForSceneType(std::uint64_t sceneType, const PopupList& srcPopups);
   /// One popup at the most.
   PopupList getValidPopupForScene(const std::string& scene, const PopupList& srcPopups);
+  /// What a request to show popups would select now, and why; changes and logs nothing.
+  ZOVKPopupExplanation explain(const std::string& scene, std::uint64_t sceneType);
 
   // The display queue and its window.
   void showPopup(const std::string& scene, std::uint64_t sceneType,

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "engine/ZOVKPopupManager.h"
+#include "host/HostPlatform.h"
 #include "host/LoggerSetUp.h"
 #include "platform/CurrentPlatform.h"
 #include "platform/HostedPlatform.h"
@@ -50,6 +51,11 @@ bool isOnMainThread(const char* operation) {
 const bool kDefaultIsKnown = (setDefaultPlatform(installDefault), true);
 
 }  // namespace
+
+std::shared_ptr<Platform> hostPlatform() {
+  const bool ownThread = host().mainThread == std::this_thread::get_id();
+  return host().platform != nullptr && ownThread ? currentPlatform() : nullptr;
+}
 
 bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
   if (host().platform != nullptr) return setUp(std::shared_ptr<HostedPlatform>());

@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "logging/LogPause.h"
 #include "support/ThreadSafety.h"
 #include "support/Utf8.h"
 
@@ -114,11 +115,13 @@ void ZPLogger::writeDirectly(std::string_view line) {
 
 void ZPLogger::writeDebugLine(const char* fileName, const char* function, int line,
                               std::string_view format, const LogValues& values) {
+  if (LogPause::isOnForThisThread()) return;
   writeDirectly(
       fmt::format("[Debug]{} {} {} {}", fileName, function, line, expandLogFormat(format, values)));
 }
 
 void ZPLogger::writeErrorLine(std::string_view format, const LogValues& values) {
+  if (LogPause::isOnForThisThread()) return;
   writeDirectly(fmt::format("[Error] {}", expandLogFormat(format, values)));
 }
 

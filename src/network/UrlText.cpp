@@ -1,5 +1,7 @@
 #include "network/UrlText.h"
 
+#include <algorithm>
+
 #include <boost/url/encode.hpp>
 #include <boost/url/grammar/lut_chars.hpp>
 #include <boost/url/parse.hpp>
@@ -38,6 +40,18 @@ std::string pathOfUrl(std::string_view url) {
   const auto parsed =
       boost::urls::parse_uri_reference(boost::urls::string_view(url.data(), url.size()));
   return parsed ? parsed->path() : std::string();
+}
+
+// Cut off behind the host: engines let more characters pass in what follows than the parser does.
+UrlParts partsOfUrl(const std::string& url) {
+  const std::size_t colon = url.find(':');
+  if (colon == std::string::npos) return {};
+  const std::size_t slashes = url.find("://");
+  if (slashes != colon) return {url.substr(0, colon), ""};
+  const std::size_t end = std::min(url.find_first_of("/?#\\", slashes + 3), url.size());
+  const auto parsed = boost::urls::parse_uri(boost::urls::string_view(url.data(), end));
+  if (!parsed) return {url.substr(0, colon), ""};
+  return {std::string(parsed->scheme()), parsed->host()};
 }
 
 }  // namespace zovk

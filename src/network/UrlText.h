@@ -19,4 +19,12 @@ std::string withPathEncoding(std::string_view path);
 /// The path of a URL, decoded, without query and fragment; empty when it cannot be parsed.
 std::string pathOfUrl(std::string_view url);
 
+/// Scheme and host of a URL as they are written, without user, port and all that follows. What
+/// cannot be told is empty.
+struct UrlParts {
+  std::string scheme;
+  std::string host;
+};
+UrlParts partsOfUrl(const std::string& url);
+
 }  // namespace zovk

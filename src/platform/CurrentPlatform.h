@@ -4,13 +4,14 @@
 #include <memory>
 
 #include "platform/Platform.h"
+#include "support/Export.h"
 
 namespace zovk {
 
 /// The platform on which the process-wide shared objects are made. When none has been set, the
 /// default is asked for one first; null when that has none to give, or after it was taken back.
 /// Any thread.
-std::shared_ptr<Platform> currentPlatform();
+ZOVKPOPUP_API std::shared_ptr<Platform> currentPlatform();
 void setCurrentPlatform(std::shared_ptr<Platform> platform);
 
 /// What `currentPlatform` asks when nothing has been set; it sets the platform that it makes.

@@ -30,21 +30,26 @@ enum class NavigationPolicy { kCancel, kAllow };
 /// copy unanswered cancels, so that a page is never left waiting. Main thread only.
 using NavigationDecision = std::function<void(NavigationPolicy)>;
 
+class WebView;
+
 /// What happens in a web view. Main thread only; each event comes from the host's pump. The web
 /// view refers to its delegate without owning it and goes on without one: navigations are then
-/// allowed. No method may fail.
+/// allowed. Every method is told which web view it is about, which is there until the method
+/// returns unless the method lets it go. No method may fail.
 class WebViewDelegate {
  public:
   virtual ~WebViewDelegate() = default;
-  virtual void decidePolicyForNavigationAction(const NavigationAction& action,
+  virtual void decidePolicyForNavigationAction(WebView& webView, const NavigationAction& action,
                                                const NavigationDecision& decide) = 0;
-  virtual void didStartProvisionalNavigation() = 0;
-  virtual void didFailProvisionalNavigation(const std::string& error) = 0;
-  virtual void didFailNavigation(const std::string& error) = 0;
-  virtual void didFinishNavigation() = 0;
-  virtual void webContentProcessDidTerminate() = 0;
+  virtual void didStartProvisionalNavigation(WebView& webView) = 0;
+  /// The new page takes the place of the old one; none of its scripts has run yet.
+  virtual void didCommitNavigation(WebView& /*webView*/) {}
+  virtual void didFailProvisionalNavigation(WebView& webView, const std::string& error) = 0;
+  virtual void didFailNavigation(WebView& webView, const std::string& error) = 0;
+  virtual void didFinishNavigation(WebView& webView) = 0;
+  virtual void webContentProcessDidTerminate(WebView& webView) = 0;
   /// The page asked for a new window; none is ever made.
-  virtual void createWebView(const NavigationAction& action) = 0;
+  virtual void createWebView(WebView& webView, const NavigationAction& action) = 0;
 };
 
 /// Receives what pages post. Main thread only.

@@ -1,7 +1,4 @@
-#include <algorithm>
-
-#include <boost/url/parse.hpp>
-
+#include "network/UrlText.h"
 #include "presentation/ActionScope.h"
 #include "presentation/PageAddress.h"
 #include "presentation/ZOVKPopupViewController.h"
@@ -9,30 +6,14 @@
 namespace zovk {
 namespace {
 
-struct UrlParts {
-  std::string scheme;
-  std::string host;
-};
-
-// Cut off behind the host: engines let more characters pass in what follows than the parser does.
-UrlParts partsOf(const std::string& url) {
-  const std::size_t colon = url.find(':');
-  if (colon == std::string::npos) return {};
-  const std::size_t slashes = url.find("://");
-  if (slashes != colon) return {url.substr(0, colon), ""};
-  const std::size_t end = std::min(url.find_first_of("/?#\\", slashes + 3), url.size());
-  const auto parsed = boost::urls::parse_uri(boost::urls::string_view(url.data(), end));
-  if (!parsed) return {url.substr(0, colon), ""};
-  return {std::string(parsed->scheme()), parsed->host()};
-}
-
 bool isPageScheme(const std::string& scheme) {
   return scheme == "http" || scheme == "https" || scheme == "file";
 }
 
 }  // namespace
 
-void ZOVKPopupViewController::decidePolicyForNavigationAction(const NavigationAction& action,
+void ZOVKPopupViewController::decidePolicyForNavigationAction(WebView&,
+                                                              const NavigationAction& action,
                                                               const NavigationDecision& decide) {
   constexpr DebugLog debug =
       controllerLog("ZOVKPopupViewController::decidePolicyForNavigationAction");
@@ -40,7 +21,7 @@ void ZOVKPopupViewController::decidePolicyForNavigationAction(const NavigationAc
   debug("Decide policy for navigation action, url:%@", action.url);
   if (tornDown_ || webView_ == nullptr) return decide(NavigationPolicy::kCancel);
   if (action.targetFrame == TargetFrame::kNone) webView_->load(action.url);
-  const UrlParts parts = partsOf(action.url);
+  const UrlParts parts = partsOfUrl(action.url);
   if (!isPageScheme(parts.scheme)) return leaveForSystem(action.url, decide);
   if (parts.host.empty() || parts.host != platform_->device.appStoreHost()) {
     return decideByPrefix(action.url, decide);
@@ -76,33 +57,33 @@ void ZOVKPopupViewController::decideByPrefix(const std::string& url,
   decide(NavigationPolicy::kCancel);
 }
 
-void ZOVKPopupViewController::didStartProvisionalNavigation() {
+void ZOVKPopupViewController::didStartProvisionalNavigation(WebView&) {
   constexpr DebugLog debug =
       controllerLog("ZOVKPopupViewController::didStartProvisionalNavigation");
   debug("Did start provisional navigation");
 }
 
-void ZOVKPopupViewController::didFailProvisionalNavigation(const std::string& error) {
+void ZOVKPopupViewController::didFailProvisionalNavigation(WebView&, const std::string& error) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::didFailProvisionalNavigation");
   debug("Did fail provisional navigation, error:%@", error);
 }
 
-void ZOVKPopupViewController::didFailNavigation(const std::string& error) {
+void ZOVKPopupViewController::didFailNavigation(WebView&, const std::string& error) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::didFailNavigation");
   debug("Did fail navigation, error:%@", error);
 }
 
-void ZOVKPopupViewController::didFinishNavigation() {
+void ZOVKPopupViewController::didFinishNavigation(WebView&) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::didFinishNavigation");
   debug("Did finish navigation");
   if (xibView_ != nullptr) outlet("contentView")->setBackgroundColor(Color::black(0));
 }
 
-void ZOVKPopupViewController::webContentProcessDidTerminate() {
+void ZOVKPopupViewController::webContentProcessDidTerminate(WebView&) {
   if (webView_ != nullptr && !webView_->url().empty()) webView_->reload();
 }
 
-void ZOVKPopupViewController::createWebView(const NavigationAction& action) {
+void ZOVKPopupViewController::createWebView(WebView&, const NavigationAction& action) {
   if (action.targetFrame != TargetFrame::kMain && webView_ != nullptr) webView_->load(action.url);
 }
 

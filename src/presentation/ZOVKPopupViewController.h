@@ -76,14 +76,14 @@ class ZOVKPopupViewController : public ViewController,
   void performAction(const std::string& action) override;
 
   // WebViewDelegate
-  void decidePolicyForNavigationAction(const NavigationAction& action,
+  void decidePolicyForNavigationAction(WebView& webView, const NavigationAction& action,
                                        const NavigationDecision& decide) override;
-  void didStartProvisionalNavigation() override;
-  void didFailProvisionalNavigation(const std::string& error) override;
-  void didFailNavigation(const std::string& error) override;
-  void didFinishNavigation() override;
-  void webContentProcessDidTerminate() override;
-  void createWebView(const NavigationAction& action) override;
+  void didStartProvisionalNavigation(WebView& webView) override;
+  void didFailProvisionalNavigation(WebView& webView, const std::string& error) override;
+  void didFailNavigation(WebView& webView, const std::string& error) override;
+  void didFinishNavigation(WebView& webView) override;
+  void webContentProcessDidTerminate(WebView& webView) override;
+  void createWebView(WebView& webView, const NavigationAction& action) override;
 
   // Layout
   void viewDidLoad();

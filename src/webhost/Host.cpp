@@ -1,5 +1,6 @@
 #include "webhost/Host.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <boost/json/array.hpp>
@@ -59,7 +60,13 @@ void Host::closeWindow(Id id) {
   const std::unique_ptr<WindowHost> closing = std::move(found->second);
   windows_.erase(found);
   views_.dropAllIn(closing->widget());
-  if (windows_.empty() && closing->isShown()) game_.activate();
+  if (closing->isShown()) passKeyboardOn();
+}
+
+void Host::passKeyboardOn() const {
+  const auto front = std::find_if(windows_.rbegin(), windows_.rend(),
+                                  [](const auto& entry) { return entry.second->isShown(); });
+  front == windows_.rend() ? game_.activate() : front->second->show(game_);
 }
 
 WindowHost* Host::window(Id id) const {

@@ -60,6 +60,8 @@ class Host {
   static gboolean onIdle(gpointer self);
   void onViewDropped(Id id, GtkWidget* widget);
   void prepareSpareWhenIdle();
+  /// To the youngest window that is shown, or else to the game.
+  void passKeyboardOn() const;
 
   EventSink events_;
   bool developerTools_;

@@ -63,8 +63,9 @@ void whenPagePainted(WebKitWebView* view, std::function<void()> next) {
 }
 
 bool writeSnapshot(GtkWidget* window, const std::string& path) {
-  const int width = gtk_widget_get_width(window);
-  const int height = gtk_widget_get_height(window);
+  const int scale = gtk_widget_get_scale_factor(window);
+  const int width = gtk_widget_get_width(window) * scale;
+  const int height = gtk_widget_get_height(window) * scale;
   GskRenderer* renderer = gtk_native_get_renderer(GTK_NATIVE(window));
   if (width <= 0 || height <= 0 || renderer == nullptr) return false;
   const NodePtr node = drawn(window, width, height);

@@ -71,6 +71,8 @@ void setHidden(GtkWidget* view, bool hidden) {
   const bool closesUp = parent != nullptr && !isContainerView(parent);
   if (closesUp || !hidden) gtk_widget_set_visible(view, !hidden);
   if (!closesUp) gtk_widget_set_child_visible(view, !hidden);
+  // A view that comes back at its old place is no reason for the toolkit to paint.
+  if (parent != nullptr) gtk_widget_queue_draw(parent);
 }
 
 void hideView(Host& host, const Arguments& arguments) {

@@ -131,6 +131,7 @@ void WebViewHost::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer 
     host->failed_ = false;
     host->sendLoadEvent("web.started");
   }
+  if (event == WEBKIT_LOAD_COMMITTED) host->sendLoadEvent("web.committed");
   // The engine also calls a load that failed finished.
   if (event == WEBKIT_LOAD_FINISHED && !host->failed_) host->sendLoadEvent("web.finished");
 }

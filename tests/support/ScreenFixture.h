@@ -4,12 +4,14 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/HostedPlatform.h"
 #include "platform/linux/WebHostInspector.h"
 #include "support/HostFixture.h"
+#include "support/VirtualScreen.h"
 
 namespace zovk {
 
@@ -58,6 +60,22 @@ class ScreenFixture : public HostFixture {
     };
     run("mousemove" + middle(frame.x + beside, frame.width) + middle(frame.y, frame.height) +
         " click 1");
+  }
+  /// Where a view stands on the popup's screen; absent for a layout that does not have it.
+  std::optional<WebHostInspector::ViewFrame> place(const std::string& outlet) {
+    screen().viewFrame(outlet);
+    sync();
+    return screen().viewFrame(outlet);
+  }
+  /// Turns the screen and waits until the popup fills it in its new shape.
+  void turn(VirtualScreen& display, int width, int height, double scale = 1) {
+    display.resize(static_cast<int>(width * scale), static_cast<int>(height * scale));
+    pumpUntil(
+        [&] {
+          const auto content = place("contentView");
+          return content && content->frame == Rect{0, 0, double(width), double(height)};
+        },
+        "the popup to fill " + std::to_string(width) + "x" + std::to_string(height));
   }
   /// Real keys.
   static void press(const std::string& keys) { run("key " + keys); }

@@ -60,13 +60,13 @@ void ClientScreen::tearDown() {
   view_.reset();
 }
 
-void ClientScreen::decidePolicyForNavigationAction(const NavigationAction& action,
+void ClientScreen::decidePolicyForNavigationAction(WebView&, const NavigationAction& action,
                                                    const NavigationDecision& decide) {
   navigations.push_back(action.url);
   decide(NavigationPolicy::kAllow);
 }
 
-void ClientScreen::webContentProcessDidTerminate() {
+void ClientScreen::webContentProcessDidTerminate(WebView&) {
   ++terminated;
   page->reload();
 }

@@ -29,14 +29,16 @@ class ClientScreen : public ViewController,
 
   void performAction(const std::string& action) override { actions.push_back(action); }
 
-  void decidePolicyForNavigationAction(const NavigationAction& action,
+  void decidePolicyForNavigationAction(WebView&, const NavigationAction& action,
                                        const NavigationDecision& decide) override;
-  void didStartProvisionalNavigation() override {}
-  void didFailProvisionalNavigation(const std::string& error) override { errors.push_back(error); }
-  void didFailNavigation(const std::string& error) override { errors.push_back(error); }
-  void didFinishNavigation() override { ++finished; }
-  void webContentProcessDidTerminate() override;
-  void createWebView(const NavigationAction&) override {}
+  void didStartProvisionalNavigation(WebView&) override {}
+  void didFailProvisionalNavigation(WebView&, const std::string& error) override {
+    errors.push_back(error);
+  }
+  void didFailNavigation(WebView&, const std::string& error) override { errors.push_back(error); }
+  void didFinishNavigation(WebView&) override { ++finished; }
+  void webContentProcessDidTerminate(WebView&) override;
+  void createWebView(WebView&, const NavigationAction&) override {}
 
   void didReceiveScriptMessage(const std::string& name,
                                const std::optional<boost::json::value>& body) override;

@@ -40,6 +40,7 @@ void PopupScreen::loadLayout(const std::string& name, const std::string& bundle)
     helper_.send(
         {{"type", "layout.outlet"}, {"layout", 1}, {"view", view(outlet)}, {"name", outlet}});
   }
+  hide("refreshBtn", false);  // the one that the layout files leave out of sight
   helper_.send({{"type", "view.add"}, {"view", kRoot}, {"child", kLayoutRoot}});
   helper_.send({{"type", "view.pinEdges"}, {"view", kLayoutRoot}, {"to", kRoot}});
 }

@@ -7,6 +7,7 @@
 #include <boost/json/array.hpp>
 #include <gtest/gtest.h>
 
+#include "Picture.h"
 #include "PopupScreen.h"
 
 namespace zovk {
@@ -143,6 +144,20 @@ TEST_F(WebHostLayout, SaysThatAHiddenViewIsNotSeen) {
   helper_.await("view.frame", {{"view", PopupScreen::view("crossBtn")}, {"visible", false}});
   screen_.hide("crossBtn", false);
   helper_.await("view.frame", {{"view", PopupScreen::view("crossBtn")}, {"visible", true}});
+}
+
+TEST_F(WebHostLayout, PaintsAButtonThatIsShownAgain) {
+  screen_.openPage("plain.html");
+  auto greenWhereTheButtonGoes = [this, number = 0]() mutable {
+    const std::string path = (helper_.directory() / "window.png").string();
+    helper_.send({{"type", "snapshot"}, {"id", ++number}, {"window", 1}, {"path", path}});
+    helper_.await("snapshot.done", {{"id", number}, {"done", true}});
+    return pixelsOf(path, "#2e7d32", "44x44+64+12");
+  };
+  screen_.hide("refreshBtn");
+  EXPECT_EQ(greenWhereTheButtonGoes(), 44 * 44);
+  screen_.hide("refreshBtn", false);
+  EXPECT_LT(greenWhereTheButtonGoes(), 44 * 44 / 2);
 }
 
 TEST_F(WebHostLayout, PutsATopEdgeWhereTheGameWantsItHoweverOften) {

@@ -93,6 +93,12 @@ class Player:
         # The two buttons stand side by side in the middle of the screen.
         self.screen.click(middle if agree else self.screen.width - middle, (box[1] + box[3]) / 2)
 
+    def press_permission(self, picture):
+        self.screen.wait_for("the permission's page", colour_in("page.css", "quiet"))
+        box = self.screen.wait_for("the permission's button", AGREE)
+        self.shoot(picture)
+        self.screen.click_box(box)
+
     def _corner(self, right):
         across, down = (38, 30) if self.landscape else (34, 34)
         return (self.screen.width - across if right else across, down)

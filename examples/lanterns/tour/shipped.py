@@ -38,6 +38,10 @@ def play(player):
     number = player.ask("The policy again: it is not new any more", "4")
     player.expect(number, -1, "")
 
+    number = player.ask("What comes before the desktop asks, gone on from", "p", pointer=True)
+    player.press_permission("permission")
+    player.expect(number, 0, record("skip"))
+
     number = player.ask("Two requests in quick succession", "5", calls=2)
     player.press("welcome", shot=False)
     player.expect(number, 0, record("skip", "start"))

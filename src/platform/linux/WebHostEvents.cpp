@@ -69,10 +69,12 @@ Delivery windowSize(WebHostEventReader& event, const WebHostMessage&) {
   event.rect("safeArea");
   return [id, size](WebHostSession& session) {
     if (size.width == 0 || size.height == 0) return;
-    if (const auto window = findObject(session.objects().windows, id)) {
-      session.sizeKnown(size);
-      window->sizeChanged(size);
-    }
+    const auto window = findObject(session.objects().windows, id);
+    if (!window) return;
+    // A window behind another says nothing about the shape of the screen that the player sees.
+    const WebHostId front = session.objects().frontWindow();
+    if (front == 0 || front == id) session.sizeKnown(size);
+    window->sizeChanged(size);
   };
 }
 
@@ -110,9 +112,10 @@ Delivery toWebView(WebHostEventReader& event, std::function<void(WebHostWebView&
   };
 }
 
-Delivery toDelegate(WebHostEventReader& event, std::function<void(WebViewDelegate&)> deliver) {
+Delivery toDelegate(WebHostEventReader& event,
+                    std::function<void(WebViewDelegate&, WebView&)> deliver) {
   return toWebView(event, [deliver = std::move(deliver)](WebHostWebView& view) {
-    if (const auto delegate = view.delegate()) deliver(*delegate);
+    if (const auto delegate = view.delegate()) deliver(*delegate, view);
   });
 }
 
@@ -144,36 +147,44 @@ Delivery webPolicy(WebHostEventReader& event, const WebHostMessage&) {
 }
 
 Delivery webWindow(WebHostEventReader& event, const WebHostMessage&) {
-  return toDelegate(event, [wanted = navigationAction(event)](WebViewDelegate& delegate) {
-    delegate.createWebView(wanted);
+  return toDelegate(event, [wanted = navigationAction(event)](WebViewDelegate& d, WebView& view) {
+    d.createWebView(view, wanted);
   });
 }
 
 Delivery webStarted(WebHostEventReader& event, const WebHostMessage&) {
   event.text("url");
-  return toDelegate(event, [](WebViewDelegate& d) { d.didStartProvisionalNavigation(); });
+  return toDelegate(
+      event, [](WebViewDelegate& d, WebView& view) { d.didStartProvisionalNavigation(view); });
+}
+
+Delivery webCommitted(WebHostEventReader& event, const WebHostMessage&) {
+  event.text("url");
+  return toDelegate(event, [](WebViewDelegate& d, WebView& view) { d.didCommitNavigation(view); });
 }
 
 Delivery webFinished(WebHostEventReader& event, const WebHostMessage&) {
   event.text("url");
-  return toDelegate(event, [](WebViewDelegate& d) { d.didFinishNavigation(); });
+  return toDelegate(event, [](WebViewDelegate& d, WebView& view) { d.didFinishNavigation(view); });
 }
 
 Delivery webProvisionalFailed(WebHostEventReader& event, const WebHostMessage&) {
   event.text("url");
-  return toDelegate(event, [error = event.text("error")](WebViewDelegate& d) {
-    d.didFailProvisionalNavigation(error);
+  return toDelegate(event, [error = event.text("error")](WebViewDelegate& d, WebView& view) {
+    d.didFailProvisionalNavigation(view, error);
   });
 }
 
 Delivery webFailed(WebHostEventReader& event, const WebHostMessage&) {
   event.text("url");
-  return toDelegate(
-      event, [error = event.text("error")](WebViewDelegate& d) { d.didFailNavigation(error); });
+  return toDelegate(event, [error = event.text("error")](WebViewDelegate& d, WebView& view) {
+    d.didFailNavigation(view, error);
+  });
 }
 
 Delivery webTerminated(WebHostEventReader& event, const WebHostMessage&) {
-  return toDelegate(event, [](WebViewDelegate& d) { d.webContentProcessDidTerminate(); });
+  return toDelegate(
+      event, [](WebViewDelegate& d, WebView& view) { d.webContentProcessDidTerminate(view); });
 }
 
 Delivery webUrl(WebHostEventReader& event, const WebHostMessage&) {
@@ -208,7 +219,7 @@ Delivery logLine(WebHostEventReader& event, const WebHostMessage&) {
   return [line = printable(event.text("line"))](WebHostSession&) { ZPLogger::writeDirectly(line); };
 }
 
-constexpr std::array<std::pair<std::string_view, Parser>, 23> kParsers{{
+constexpr std::array<std::pair<std::string_view, Parser>, 24> kParsers{{
     {"ready", ready},
     {"failed", failed},
     {"screen", screen},
@@ -222,6 +233,7 @@ constexpr std::array<std::pair<std::string_view, Parser>, 23> kParsers{{
     {"web.policy", webPolicy},
     {"web.window", webWindow},
     {"web.started", webStarted},
+    {"web.committed", webCommitted},
     {"web.finished", webFinished},
     {"web.provisionalFailed", webProvisionalFailed},
     {"web.failed", webFailed},

@@ -28,8 +28,8 @@ class WebHostInspector {
   virtual void snapshot(const Window* window, const std::string& path, Completion completion) = 0;
   /// Completes when all earlier commands are carried out and painted.
   virtual void sync(Completion completion) = 0;
-  /// Where a view that a layout calls `outlet` stands in the window that was shown last, as last
-  /// heard.
+  /// Where a view that the youngest layout calls `outlet` stands in the window that was shown last,
+  /// as last heard. A view that nobody has asked for yet has a place after the next `sync`.
   virtual std::optional<ViewFrame> viewFrame(const std::string& outlet) const = 0;
   /// Ends the web process of the youngest web view, as a crash would.
   virtual void terminateWebProcess() = 0;

@@ -84,7 +84,9 @@ std::shared_ptr<Window> WebHostUserInterface::makeWindow(const Rect& frame) {
 std::shared_ptr<Layout> WebHostUserInterface::loadLayout(const std::string& bundlePath,
                                                          const std::string& name,
                                                          std::weak_ptr<LayoutOwner> owner) {
-  return std::make_shared<WebHostLayout>(session_, bundlePath, name, std::move(owner));
+  auto layout = std::make_shared<WebHostLayout>(session_, bundlePath, name, std::move(owner));
+  youngestLayout_ = layout;
+  return layout;
 }
 
 std::shared_ptr<WebView> WebHostUserInterface::makeWebView(
@@ -124,6 +126,8 @@ void WebHostUserInterface::sync(Completion completion) {
 
 std::optional<WebHostInspector::ViewFrame> WebHostUserInterface::viewFrame(
     const std::string& outlet) const {
+  // The helper tells the places of views that have a number only.
+  if (const auto layout = youngestLayout_.lock()) layout->outlet(outlet);
   const WebHostId window = session_->objects().frontWindow();
   std::optional<ViewFrame> youngest;
   for (const auto& [id, bound] : session_->objects().outlets) {

@@ -14,6 +14,8 @@
 
 namespace zovk {
 
+class WebHostLayout;
+
 /// Windows, layouts and web views in a helper program, which is started ahead of need. Main thread
 /// only; nothing waits for the helper. Queue and device must outlive `shutDown`; handles may
 /// outlive everything and then have no effect. A helper that is lost is started again once; see
@@ -52,6 +54,7 @@ class WebHostUserInterface final : public UserInterface, public WebHostInspector
 
  private:
   const std::shared_ptr<WebHostSession> session_;
+  std::weak_ptr<WebHostLayout> youngestLayout_;
 };
 
 }  // namespace zovk

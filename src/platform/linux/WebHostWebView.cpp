@@ -138,7 +138,7 @@ void WebHostWebView::decidePolicy(const NavigationAction& action, WebHostId deci
   const auto listener = delegate();
   if (!listener) return pending->answer(NavigationPolicy::kAllow);
   listener->decidePolicyForNavigationAction(
-      action, [pending](NavigationPolicy policy) { pending->answer(policy); });
+      *this, action, [pending](NavigationPolicy policy) { pending->answer(policy); });
 }
 
 void WebHostWebView::receiveMessage(const std::string& name,

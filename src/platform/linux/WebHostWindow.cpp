@@ -13,21 +13,28 @@ bool isPortrait(const Size& size) {
 /// The helper arranges without being asked to, so the change is on screen once it has painted.
 class PaintedTransition final : public TransitionCoordinator {
  public:
-  PaintedTransition(WebHostSession& session, WebHostId window)
-      : session_(session), window_(window) {}
+  using Task = std::function<void()>;
+  PaintedTransition(WebHostSession& session, WebHostId window, Task end)
+      : session_(session), window_(window), end_(std::move(end)) {}
 
-  void animateAlongside(const std::function<void()>& alongside,
-                        std::function<void()> completion) override {
+  void animateAlongside(const Task& alongside, Task completion) override {
     if (alongside) alongside();
-    session_.request({{"type", "sync"}, {"window", window_}}, "synced", window_,
-                     [completion = std::move(completion)](const WebHostMessage*) {
-                       if (completion) completion();
-                     });
+    session_.request(
+        {{"type", "sync"}, {"window", window_}}, "synced", window_,
+        [completion = std::move(completion), end = std::exchange(end_, {})](const WebHostMessage*) {
+          if (completion) completion();
+          if (end) end();
+        });
+  }
+  /// For a controller that had nothing to do.
+  void endUnlessBegun() {
+    if (const Task end = std::exchange(end_, {})) end();
   }
 
  private:
   WebHostSession& session_;
   const WebHostId window_;
+  Task end_;
 };
 
 }  // namespace
@@ -45,7 +52,8 @@ WebHostWindow::WebHostWindow(std::shared_ptr<WebHostSession> session, WebHostId 
     : session_(std::move(session)),
       id_(id),
       root_(std::make_shared<WebHostView>(session_, session_->newId())),
-      size_(assumed) {}
+      size_(assumed),
+      arranged_(assumed) {}
 
 WebHostWindow::~WebHostWindow() {
   setRootViewController(nullptr);
@@ -72,6 +80,7 @@ void WebHostWindow::setRootViewController(std::shared_ptr<ViewController> contro
   if (const auto old = std::exchange(controller_, nullptr)) old->tearDown();
   if (!controller) return;
   controller_ = controller;
+  arranged_ = size_;
   controller->loadView(root_);
   setNeedsUpdateConstraints();
   if (!session_->failure().empty()) failLater();
@@ -101,12 +110,24 @@ void WebHostWindow::updateConstraints() {
 }
 
 void WebHostWindow::sizeChanged(const Size& size) {
-  const bool turned = isPortrait(size) != isPortrait(size_);
   size_ = size;
+  turnIfNeeded();
+}
+
+void WebHostWindow::turnIfNeeded() {
   const auto controller = controller_;
-  if (!turned || !controller) return;
-  PaintedTransition transition(*session_, id_);
-  controller->viewWillTransitionToSize(size, transition);
+  // Window managers try several shapes while a screen turns: one turn at a time, the last counts.
+  if (turning_ || !controller || isPortrait(size_) == isPortrait(arranged_)) return;
+  turning_ = true;
+  arranged_ = size_;
+  PaintedTransition transition(*session_, id_, [weak = weak_from_this()] {
+    const auto window = weak.lock();
+    if (!window) return;
+    window->turning_ = false;
+    window->turnIfNeeded();
+  });
+  controller->viewWillTransitionToSize(size_, transition);
+  transition.endUnlessBegun();
 }
 
 void WebHostWindow::failLater() {

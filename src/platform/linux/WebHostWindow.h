@@ -33,6 +33,7 @@ class WebHostWindow final : public Window, public std::enable_shared_from_this<W
  private:
   void create(const Rect& frame);
   void failLater();
+  void turnIfNeeded();
   void updateConstraints();
 
   const std::shared_ptr<WebHostSession> session_;
@@ -40,6 +41,8 @@ class WebHostWindow final : public Window, public std::enable_shared_from_this<W
   const std::shared_ptr<WebHostView> root_;
   std::shared_ptr<ViewController> controller_;
   Size size_;
+  Size arranged_;  ///< What the controller was last told to arrange for.
+  bool turning_ = false;
   bool constraintsAreDue_ = false;
 };
 

@@ -87,7 +87,7 @@ MemoryDecision MemoryWebView::navigate(const std::string& url, TargetFrame targe
       });
   if (const auto delegate = delegate_.lock()) {
     delegate->decidePolicyForNavigationAction(
-        {url, target}, [pending](NavigationPolicy policy) { pending->give(policy); });
+        *this, {url, target}, [pending](NavigationPolicy policy) { pending->give(policy); });
   } else {
     pending->give(NavigationPolicy::kAllow);
   }
@@ -95,33 +95,39 @@ MemoryDecision MemoryWebView::navigate(const std::string& url, TargetFrame targe
 }
 
 void MemoryWebView::requestNewWindow(const std::string& url) {
-  if (const auto delegate = delegate_.lock()) delegate->createWebView({url, TargetFrame::kNone});
+  if (const auto delegate = delegate_.lock())
+    delegate->createWebView(*this, {url, TargetFrame::kNone});
 }
 
 void MemoryWebView::startProvisional() {
   if (!allowedUrl_->empty()) url_ = *allowedUrl_;
-  if (const auto delegate = delegate_.lock()) delegate->didStartProvisionalNavigation();
+  if (const auto delegate = delegate_.lock()) delegate->didStartProvisionalNavigation(*this);
+}
+
+void MemoryWebView::commit() {
+  if (const auto delegate = delegate_.lock()) delegate->didCommitNavigation(*this);
 }
 
 void MemoryWebView::finish() {
-  if (const auto delegate = delegate_.lock()) delegate->didFinishNavigation();
+  if (const auto delegate = delegate_.lock()) delegate->didFinishNavigation(*this);
 }
 
 void MemoryWebView::failProvisional(const std::string& error) {
-  if (const auto delegate = delegate_.lock()) delegate->didFailProvisionalNavigation(error);
+  if (const auto delegate = delegate_.lock()) delegate->didFailProvisionalNavigation(*this, error);
 }
 
 void MemoryWebView::fail(const std::string& error) {
-  if (const auto delegate = delegate_.lock()) delegate->didFailNavigation(error);
+  if (const auto delegate = delegate_.lock()) delegate->didFailNavigation(*this, error);
 }
 
 void MemoryWebView::terminateProcess() {
-  if (const auto delegate = delegate_.lock()) delegate->webContentProcessDidTerminate();
+  if (const auto delegate = delegate_.lock()) delegate->webContentProcessDidTerminate(*this);
 }
 
 bool MemoryWebView::open(const std::string& url) {
   if (!navigate(url).allowed()) return false;
   startProvisional();
+  commit();
   finish();
   return true;
 }

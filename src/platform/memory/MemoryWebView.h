@@ -76,11 +76,14 @@ class MemoryWebView final : public MemoryViewCommands<WebView> {
   void setUrl(const std::string& url) { url_ = url; }
   /// The page of the last allowed navigation of the main frame begins to load.
   void startProvisional();
+  /// It takes the place of the page before.
+  void commit();
   void finish();
   void failProvisional(const std::string& error);
   void fail(const std::string& error);
   void terminateProcess();
-  /// Plays a load that goes well: navigation, start, finish. False when it was not allowed at once.
+  /// Plays a load that goes well: navigation, start, commit, finish. False when it was not allowed
+  /// at once.
   bool open(const std::string& url);
 
  private:

@@ -47,22 +47,24 @@ class RecordingController : public ViewController {
 /// A web view delegate that writes down what it hears and answers navigations as told.
 class RecordingDelegate : public WebViewDelegate {
  public:
-  void decidePolicyForNavigationAction(const NavigationAction& action,
+  void decidePolicyForNavigationAction(WebView&, const NavigationAction& action,
                                        const NavigationDecision& decide) override {
     calls.push_back("policy " + targetText(action) + action.url);
     if (whenAsked) whenAsked(decide);
   }
-  void didStartProvisionalNavigation() override { calls.emplace_back("started"); }
-  void didFailProvisionalNavigation(const std::string& error) override {
+  void didStartProvisionalNavigation(WebView&) override { calls.emplace_back("started"); }
+  void didFailProvisionalNavigation(WebView&, const std::string& error) override {
     calls.push_back("provisionalFailed " + error);
   }
-  void didFailNavigation(const std::string& error) override { calls.push_back("failed " + error); }
-  void didFinishNavigation() override {
+  void didFailNavigation(WebView&, const std::string& error) override {
+    calls.push_back("failed " + error);
+  }
+  void didFinishNavigation(WebView&) override {
     calls.emplace_back("finished");
     if (whenFinished) whenFinished();
   }
-  void webContentProcessDidTerminate() override { calls.emplace_back("terminated"); }
-  void createWebView(const NavigationAction& action) override {
+  void webContentProcessDidTerminate(WebView&) override { calls.emplace_back("terminated"); }
+  void createWebView(WebView&, const NavigationAction& action) override {
     calls.push_back("window " + targetText(action) + action.url);
   }
 

@@ -79,6 +79,24 @@ TEST_F(WebHostWindows, TurningTheWindowRunsATransitionThatEndsWhenItIsPainted) {
   EXPECT_EQ(controller_->calls.size(), 3U);
 }
 
+TEST_F(WebHostWindows, ShapesThatComeDuringATurnWaitForItsEndAndTheLastCounts) {
+  startReady();
+  open({0, 0, 400, 700});
+  receive(kLandscape);
+  receive(kPortrait);
+  receive(kLandscape);
+  EXPECT_THAT(controller_->calls, ElementsAre("transition 700x400", "alongside"));
+  receive(kPortrait);
+  receive(fmt::format(R"({{"type":"synced","id":{}}})", syncNumber()));
+  EXPECT_THAT(controller_->calls, ElementsAre("transition 700x400", "alongside", "completion",
+                                              "transition 400x700", "alongside"));
+  receive(kLandscape);
+  receive(kPortrait);
+  receive(fmt::format(R"({{"type":"synced","id":{}}})", syncNumber()));
+  EXPECT_EQ(controller_->calls.back(), "completion");
+  EXPECT_EQ(controller_->calls.size(), 6U);
+}
+
 TEST_F(WebHostWindows, AnotherSizeOfTheSameShapeIsNoTransition) {
   startReady();
   open({0, 0, 400, 700});

@@ -11,21 +11,23 @@ namespace {
 
 class Delegate final : public WebViewDelegate {
  public:
-  void decidePolicyForNavigationAction(const NavigationAction& action,
+  void decidePolicyForNavigationAction(WebView&, const NavigationAction& action,
                                        const NavigationDecision& decide) override {
     events.push_back("decide " + action.url);
     target = action.targetFrame;
     if (policy) decide(*policy);
     if (keep) kept = decide;
   }
-  void didStartProvisionalNavigation() override { events.push_back("start"); }
-  void didFailProvisionalNavigation(const std::string& error) override {
+  void didStartProvisionalNavigation(WebView&) override { events.push_back("start"); }
+  void didFailProvisionalNavigation(WebView&, const std::string& error) override {
     events.push_back("provisional " + error);
   }
-  void didFailNavigation(const std::string& error) override { events.push_back("fail " + error); }
-  void didFinishNavigation() override { events.push_back("finish"); }
-  void webContentProcessDidTerminate() override { events.push_back("terminated"); }
-  void createWebView(const NavigationAction& action) override {
+  void didFailNavigation(WebView&, const std::string& error) override {
+    events.push_back("fail " + error);
+  }
+  void didFinishNavigation(WebView&) override { events.push_back("finish"); }
+  void webContentProcessDidTerminate(WebView&) override { events.push_back("terminated"); }
+  void createWebView(WebView&, const NavigationAction& action) override {
     events.push_back("window " + action.url);
   }
 

@@ -132,7 +132,7 @@ class NavigationTable : public ControllerFixture, public ::testing::WithParamInt
     log().clear();
     std::vector<NavigationPolicy> decisions;
     controller().decidePolicyForNavigationAction(
-        {url(), target}, [&](NavigationPolicy policy) { decisions.push_back(policy); });
+        *page(), {url(), target}, [&](NavigationPolicy policy) { decisions.push_back(policy); });
     settle();
 
     EXPECT_THAT(decisions, ElementsAre(GetParam().decision));

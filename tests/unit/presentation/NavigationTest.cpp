@@ -14,7 +14,7 @@ TEST_F(Navigation, TheDecisionComesBeforeTheFlagAndTheButton) {
   layout()->view("refreshBtn").hidden = false;
   bool flagSeen = true;
   bool hiddenSeen = true;
-  controller().decidePolicyForNavigationAction({own, TargetFrame::kMain},
+  controller().decidePolicyForNavigationAction(*page(), {own, TargetFrame::kMain},
                                                [&](NavigationPolicy policy) {
                                                  EXPECT_EQ(policy, NavigationPolicy::kAllow);
                                                  flagSeen = ZOVKPopupViewController::needRefresh();

@@ -57,13 +57,13 @@ TEST_F(TearDown, MakesLateCallsOfEveryKindDoNothing) {
   }
   controller().handleCallbackMessage(1, "late");
   controller().updateViewConstraints();
-  controller().didFinishNavigation();
-  controller().webContentProcessDidTerminate();
-  controller().createWebView({"https://late.example/", TargetFrame::kNone});
+  controller().didFinishNavigation(*view);
+  controller().webContentProcessDidTerminate(*view);
+  controller().createWebView(*view, {"https://late.example/", TargetFrame::kNone});
   controller().interfaceDidFail("late");
   controller().tearDown();
   std::optional<NavigationPolicy> decided;
-  controller().decidePolicyForNavigationAction({webPage("a").uri, TargetFrame::kMain},
+  controller().decidePolicyForNavigationAction(*view, {webPage("a").uri, TargetFrame::kMain},
                                                [&](NavigationPolicy policy) { decided = policy; });
   settle();
   EXPECT_EQ(decided, NavigationPolicy::kCancel);

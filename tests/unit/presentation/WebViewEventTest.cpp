@@ -57,9 +57,9 @@ TEST_F(WebViewEvent, AnEndedProcessIsAnsweredByLoadingThePageAgainWithoutALogLin
 TEST_F(WebViewEvent, ANewWindowIsLoadedInTheSameWebView) {
   page()->requestNewWindow("https://new.example/");
   EXPECT_EQ(page()->lastLoad(), "https://new.example/");
-  controller().createWebView({"https://sub.example/", TargetFrame::kSub});
+  controller().createWebView(*page(), {"https://sub.example/", TargetFrame::kSub});
   EXPECT_EQ(page()->lastLoad(), "https://sub.example/");
-  controller().createWebView({"https://main.example/", TargetFrame::kMain});
+  controller().createWebView(*page(), {"https://main.example/", TargetFrame::kMain});
   EXPECT_EQ(page()->lastLoad(), "https://sub.example/");
   EXPECT_EQ(memory().userInterface.webViewsMade(), 1U);
 }

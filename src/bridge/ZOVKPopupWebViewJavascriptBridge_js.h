@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace zovk {
+
+/// The page's half of the bridge, a script that can be run in a page any number of times. Any
+/// thread. It is resources/ZOVKPopupWebViewJavascriptBridge.js.
+std::string ZOVKPopupWebViewJavascriptBridge_js();
+
+}  // namespace zovk

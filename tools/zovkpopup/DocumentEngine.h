@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "engine/Selection.h"
+#include "engine/ZOVKPopupExplain.h"
+#include "platform/memory/MemoryPlatform.h"
+#include "zovkpopup/PageFolder.h"
+
+namespace zovk::tool {
+
+/// The engine itself, on a platform in memory, so that it says what it would do with a document
+/// and touches nothing. One at a time.
+class DocumentEngine {
+ public:
+  explicit DocumentEngine(double now);
+  ~DocumentEngine();
+  DocumentEngine(const DocumentEngine&) = delete;
+  DocumentEngine& operator=(const DocumentEngine&) = delete;
+
+  /// Takes a document in and puts its pages where the engine looks for them. The engine's own error
+  /// line when it rejects the document.
+  std::optional<std::string> load(std::string_view document, std::uint64_t configType,
+                                  const PageFolder& pages);
+  const PopupList& popups() const { return popups_; }
+
+  /// Whether the page is there and has the digest that the popup gives.
+  Judgement judgeContent(const ZOVKPopupModel& popup);
+  ZOVKPopupExplanation explain(const std::string& scene, std::uint64_t sceneType,
+                               std::int32_t channel);
+
+ private:
+  void addPages(const PageFolder& pages);
+  std::string lastError() const;
+
+  std::shared_ptr<MemoryPlatform> memory_ = std::make_shared<MemoryPlatform>();
+  PopupList popups_;
+};
+
+}  // namespace zovk::tool

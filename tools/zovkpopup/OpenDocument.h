@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "zovkpopup/Options.h"
+#include "zovkpopup/PageFolder.h"
+
+namespace zovk::tool {
+
+/// A document on disk, as the options say it is to be taken.
+struct OpenDocument {
+  std::string text;
+  std::uint64_t configType;
+  PageFolder pages;
+  double now;
+};
+
+/// Throws ToolError when there is no such document, or no such folder.
+OpenDocument openDocument(const DocumentOptions& options);
+
+}  // namespace zovk::tool

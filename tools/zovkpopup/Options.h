@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace zovk::tool {
+
+struct SigOptions {
+  std::string target;  ///< A file or an address.
+  bool json = false;
+};
+
+/// A configuration document on disk and where its pages lie.
+struct DocumentOptions {
+  std::string file;
+  std::string pages;  ///< Empty: beside the document.
+  std::string as;     ///< "remote", "local", or empty to go by the file's name.
+  std::string at;     ///< Empty: now.
+  bool json = false;
+};
+
+struct CheckOptions {
+  DocumentOptions document;
+  bool strict = false;  ///< Warnings count as errors.
+};
+
+struct ExplainOptions {
+  DocumentOptions document;
+  std::string scene;
+  std::uint64_t sceneType = 0;
+  std::int32_t channel = 1;
+};
+
+struct NewOptions {
+  std::string name = "welcome";
+  std::string folder = ".";
+  bool force = false;
+};
+
+struct PreviewOptions {
+  std::string target;  ///< A page file or an address.
+  std::string kind = "ordinary";
+  std::string size;  ///< WIDTHxHEIGHT; empty for the whole screen.
+  std::string theme;
+  int scale = 0;  ///< 0: as the desktop has it.
+  std::string screenshot;
+  bool json = false;
+};
+
+}  // namespace zovk::tool

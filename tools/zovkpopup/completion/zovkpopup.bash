@@ -1,0 +1,46 @@
+# Completes command lines of zovkpopup in bash.
+_zovkpopup_words() {
+  mapfile -t COMPREPLY < <(compgen -W "$1" -- "${COMP_WORDS[COMP_CWORD]}")
+}
+
+_zovkpopup_files() {
+  compopt -o filenames 2> /dev/null
+  mapfile -t COMPREPLY < <(compgen "$1" -- "${COMP_WORDS[COMP_CWORD]}")
+}
+
+_zovkpopup() {
+  local word=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]} document
+  COMPREPLY=()
+  document="--pages --as --at --json --help"
+  if [ "$COMP_CWORD" -eq 1 ]; then
+    _zovkpopup_words "sig check explain new preview completion --version --help"
+    return
+  fi
+  case ${COMP_WORDS[COMP_CWORD - 1]} in
+    --as) _zovkpopup_words "remote local"; return ;;
+    --kind) _zovkpopup_words "ordinary game policy permission"; return ;;
+    --theme) _zovkpopup_words "light dark high-contrast"; return ;;
+    --scale) _zovkpopup_words "1 2 3 4"; return ;;
+    --pages | --folder) _zovkpopup_files -d; return ;;
+    --screenshot) _zovkpopup_files -f; return ;;
+    --at | --scene | --scene-type | --channel | --size) return ;;
+  esac
+  case $word in
+    -*)
+      case $command in
+        sig) _zovkpopup_words "--json --help" ;;
+        check) _zovkpopup_words "$document --strict" ;;
+        explain) _zovkpopup_words "$document --scene --scene-type --channel" ;;
+        new) _zovkpopup_words "--folder --force --help" ;;
+        preview) _zovkpopup_words "--kind --size --theme --scale --screenshot --json --help" ;;
+        *) _zovkpopup_words "--help" ;;
+      esac
+      return ;;
+  esac
+  case $command in
+    completion) _zovkpopup_words "bash" ;;
+    sig | check | explain | preview) _zovkpopup_files -f ;;
+  esac
+}
+
+complete -F _zovkpopup zovkpopup
