@@ -22,6 +22,7 @@ class NavigationRecorder : public WebViewDelegate {
     decision = decide;
   }
   void didStartProvisionalNavigation(WebView& webView) override { note(webView, "start"); }
+  void didCommitNavigation(WebView& webView) override { note(webView, "commit"); }
   void didFailProvisionalNavigation(WebView& webView, const std::string& error) override {
     note(webView, "provisional " + error);
   }

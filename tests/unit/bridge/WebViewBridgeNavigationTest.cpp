@@ -46,12 +46,13 @@ TEST_F(WebViewBridgeNavigation, TheDelegateHearsNothingOfTheBridgesOwnAddresses)
 TEST_F(WebViewBridgeNavigation, AllOtherEventsReachTheDelegate) {
   adapter_->setWebViewDelegate(game_);
   view_->startProvisional();
+  view_->commit();
   view_->failProvisional("a");
   view_->fail("b");
   view_->finish();
   view_->terminateProcess();
   view_->requestNewWindow("https://example.org/");
-  EXPECT_THAT(game_->events, ElementsAre("start", "provisional a", "fail b", "finish", "terminated",
+  EXPECT_THAT(game_->events, ElementsAre("start", "commit", "provisional a", "fail b", "finish", "terminated",
                                          "window https://example.org/"));
   EXPECT_EQ(game_->about, view_.get());
 }
