@@ -29,9 +29,9 @@ TEST_F(Guide, ItsPageAndItsGameWorkTogether) {
 
 TEST_F(Guide, ItsPageMayCloseItsGamesWindow) {
   Shop shop("Ada");
-  ASSERT_TRUE(shop.open(serve(
-      "withBridge(bridge => bridge.callHandler('player', name =>"
-      "  bridge.callHandler('close', name)));")));
+  ASSERT_TRUE(
+      shop.open(serve("withBridge(bridge => bridge.callHandler('player', name =>"
+                      "  bridge.callHandler('close', name)));")));
   shop.addCoins(1);
   pumpUntil([&] { return shop.timesSeen() == 1; }, "the page");
   sync();

@@ -52,8 +52,8 @@ TEST_F(WebViewBridgeNavigation, AllOtherEventsReachTheDelegate) {
   view_->finish();
   view_->terminateProcess();
   view_->requestNewWindow("https://example.org/");
-  EXPECT_THAT(game_->events, ElementsAre("start", "commit", "provisional a", "fail b", "finish", "terminated",
-                                         "window https://example.org/"));
+  EXPECT_THAT(game_->events, ElementsAre("start", "commit", "provisional a", "fail b", "finish",
+                                         "terminated", "window https://example.org/"));
   EXPECT_EQ(game_->about, view_.get());
 }
 
