@@ -100,6 +100,7 @@ void ZOVKPopupManager::endShowing() {
   const auto end = [self = shared_from_this()] {
     self->stopCheckKeyWindow();
     self->releasePopupWindow();
+    self->uncoverGame();
   };
   // Timer and window belong to the main thread, wherever the queue was found empty.
   if (platform_->mainQueue.isMainThread()) return end();
@@ -110,6 +111,7 @@ void ZOVKPopupManager::endShowing() {
 
 void ZOVKPopupManager::present(const QueueEntry& entry) {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::showPopup");
+  if (!coverGame()) return leaveQueued();
   if (window_ == nullptr) initPopupWindow();
   debug("Start show Popup");
   const auto self = weak_from_this();

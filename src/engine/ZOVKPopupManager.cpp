@@ -112,6 +112,10 @@ bool ZOVKPopupManager::isPopuping() const {
   const LockGuard lock(mutex_);
   return state_.isPopuping;
 }
+bool ZOVKPopupManager::isHeldBack() const {
+  const LockGuard lock(mutex_);
+  return state_.isHeldBack;
+}
 std::optional<std::string> ZOVKPopupManager::policyPublishTime() const {
   const LockGuard lock(mutex_);
   return state_.policyPublishTime;

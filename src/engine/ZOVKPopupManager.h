@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <boost/json/object.hpp>
@@ -13,6 +14,7 @@
 
 #include "engine/ZOVKPopup.h"
 #include "engine/ZOVKPopupExplain.h"
+#include "engine/ZOVKPopupHooks.h"
 #include "engine/ZOVKPopupLoginStateModel.h"
 #include "engine/ZOVKPopupModel.h"
 #include "logging/ZPLogger.h"
@@ -97,6 +99,11 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   void makePopupToKeyWindow();
   void stopCheckKeyWindow();
   void doCallback(const CallbackPointer& complete, std::int32_t action, const std::string& msg);
+  /// Main thread only.
+  void setHooks(ZOVKPopupHooks hooks) { hooks_ = std::move(hooks); }
+  /// While popups are held back, requests are queued and what is on screen stays; nothing else
+  /// is put on screen.
+  void setHeldBack(bool heldBack);
 
   // The privacy policy.
   void showPolicy(const ZOVKPopupComplete& complete);
@@ -116,6 +123,7 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   // State, each field as a copy of the moment.
   bool isPopupStart() const;
   bool isPopuping() const;
+  bool isHeldBack() const;
   const std::shared_ptr<Window>& window() const { return window_; }
   const std::shared_ptr<Timer>& timer() const { return timer_; }
   std::optional<std::string> policyPublishTime() const;
@@ -142,6 +150,7 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   struct State {
     bool isPopupStart = false;
     bool isPopuping = false;
+    bool isHeldBack = false;
     std::optional<std::string> policyPublishTime;
     std::deque<QueueEntry> popupCache;
     PopupListPointer remotePopupArr = std::make_shared<const PopupList>();
@@ -162,6 +171,9 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   bool readRemoteHead(const boost::json::value& document);
   std::optional<QueueEntry> claimHead(bool& busy);
   void present(const QueueEntry& entry);
+  bool coverGame();
+  void uncoverGame();
+  void leaveQueued();
   void endShowing();
   void finishEntry(const QueueEntry& entry, std::int32_t action, const std::string& msg);
   void showAfterCondition(const PopupList& popups, const CallbackPointer& complete);
@@ -174,6 +186,8 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   State state_ ZOVK_GUARDED_BY(mutex_);
   std::shared_ptr<Window> window_;
   std::shared_ptr<Timer> timer_;
+  ZOVKPopupHooks hooks_;
+  bool gameIsCovered_ = false;  // as the hooks were told
 };
 
 /// The debug lines of one operation of the engine.

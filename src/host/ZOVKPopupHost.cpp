@@ -48,6 +48,22 @@ bool isOnMainThread(const char* operation) {
   return false;
 }
 
+// The engine, for its main thread; null, with an error line, when there is none.
+ZOVKPopupManager* engineFor(const char* operation) {
+  if (host().platform != nullptr && !isOnMainThread(operation)) return nullptr;
+  auto* const manager = ZOVKPopupManager::sharedInstance();
+  if (manager == nullptr) {
+    logError("ZOVKPopupHost::%s: ZOVKPopup is not set up, or was shut down", operation);
+  }
+  return manager;
+}
+
+bool setHeldBack(const char* operation, bool heldBack) {
+  auto* const manager = engineFor(operation);
+  if (manager != nullptr) manager->setHeldBack(heldBack);
+  return manager != nullptr;
+}
+
 const bool kDefaultIsKnown = (setDefaultPlatform(installDefault), true);
 
 }  // namespace
@@ -93,11 +109,31 @@ void ZOVKPopupHost::gameWindowDidBecomeKey() {
   if (isOnMainThread("gameWindowDidBecomeKey")) host().platform->gameWindowDidBecomeKey();
 }
 
+void ZOVKPopupHost::gameWindowDidResignKey() {
+  if (isOnMainThread("gameWindowDidResignKey")) host().platform->gameWindowDidResignKey();
+}
+
+bool ZOVKPopupHost::setHooks(const ZOVKPopupHooks& hooks) {
+  auto* const manager = engineFor("setHooks");
+  if (manager != nullptr) manager->setHooks(hooks);
+  return manager != nullptr;
+}
+
+bool ZOVKPopupHost::holdPopups() {
+  return setHeldBack("holdPopups", true);
+}
+
+bool ZOVKPopupHost::releasePopups() {
+  return setHeldBack("releasePopups", false);
+}
+
 void ZOVKPopupHost::shutDown() {
   if (!isOnMainThread("shutDown")) return;
   const auto platform = std::exchange(host().platform, nullptr);
   host().shutDown = true;
   if (auto* const manager = ZOVKPopupManager::sharedInstanceNoSynch()) {
+    manager->setHooks({});
+    manager->setHeldBack(true);  // a hook that shuts down may be about to be followed by a popup
     manager->stopCheckKeyWindow();
     manager->releasePopupWindow();
   }

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/ZOVKPopupHooks.h"
 #include "support/Export.h"
 
 namespace zovk {
@@ -57,9 +58,23 @@ class ZOVKPOPUP_API ZOVKPopupHost {
   /// of their own; -1 when not set up. The library owns it, until `shutDown`.
   static int pollDescriptor();
 
-  /// Tells that the game's own window took the keyboard. Games that gave `nativeWindow` on X11
-  /// need not.
+  /// Tells that the game's own window took the keyboard, or lost it. A popup that is up takes the
+  /// keyboard back from the game, but not from other programs. Games that gave `nativeWindow` on
+  /// X11 need not.
   static void gameWindowDidBecomeKey();
+  static void gameWindowDidResignKey();
+
+  /// Calls the hooks around the time in which popups cover the game, from `pump`, in place of those
+  /// that were set before. They are copied, stay until `shutDown`, and may call anything. False,
+  /// with one error line, after `shutDown` and on another thread than the main thread.
+  static bool setHooks(const ZOVKPopupHooks& hooks);
+
+  /// Holds popups back, for a cut-scene or a match. Requests are taken as always, but wait; what is
+  /// on screen stays, with the rest of its request. Popups are not held back unless asked for.
+  /// Repeatable. False as for `setHooks`.
+  static bool holdPopups();
+  /// Lets them go on, with what has waited first. Repeatable. False as for `setHooks`.
+  static bool releasePopups();
 
   /// Ends everything within two seconds: an open popup closes and its callback is not called.
   /// May be called twice. Later calls of `ZOVKPopup` log an error; show requests are answered -1.

@@ -46,6 +46,8 @@ class HostedPlatform {
   virtual int pollDescriptor() const = 0;
   /// Tells that the game's own window took the keyboard. Hosts with a `nativeWindow` need not.
   virtual void gameWindowDidBecomeKey() = 0;
+  /// Tells that the game's own window lost the keyboard, perhaps to a popup.
+  virtual void gameWindowDidResignKey() = 0;
   /// Ends threads and helper processes within two seconds. Repeatable; nothing is called back
   /// afterwards.
   virtual void shutDown() = 0;

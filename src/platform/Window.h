@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -18,6 +19,22 @@ class TransitionCoordinator {
                                 std::function<void()> completion) = 0;
 };
 
+/// The ways to hold the device in which a controller is shown; bits, to be joined by `|`.
+enum InterfaceOrientationMask : std::uint32_t {
+  kInterfacePortrait = 1U << 1U,
+  kInterfacePortraitUpsideDown = 1U << 2U,
+  kInterfaceLandscapeRight = 1U << 3U,
+  kInterfaceLandscapeLeft = 1U << 4U,
+};
+
+/// Edges of the screen; bits, to be joined by `|`.
+enum ScreenEdgeMask : std::uint32_t {
+  kEdgeTop = 1U << 0U,
+  kEdgeLeft = 1U << 1U,
+  kEdgeBottom = 1U << 2U,
+  kEdgeRight = 1U << 3U,
+};
+
 /// The object behind what a window shows. Main thread only, every method called by the window,
 /// which owns its controller. No method may fail.
 class ViewController {
@@ -27,6 +44,13 @@ class ViewController {
   virtual void loadView(std::shared_ptr<View> view) = 0;
   virtual void updateViewConstraints() = 0;
   virtual void viewWillTransitionToSize(const Size& size, TransitionCoordinator& coordinator) = 0;
+  /// An InterfaceOrientationMask, for platforms that turn the screen themselves.
+  virtual std::uint32_t supportedInterfaceOrientations() const {
+    return kInterfacePortrait | kInterfacePortraitUpsideDown | kInterfaceLandscapeRight |
+           kInterfaceLandscapeLeft;
+  }
+  /// A ScreenEdgeMask: where the system's own gestures need a second swipe.
+  virtual std::uint32_t preferredScreenEdgesDeferringSystemGestures() const { return 0; }
   /// The window has let the controller go: it stops what it does and drops what it holds.
   virtual void tearDown() = 0;
   /// The user interface is gone and could not be brought back.

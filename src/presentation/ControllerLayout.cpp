@@ -139,6 +139,16 @@ void ZOVKPopupViewController::viewWillTransitionToSize(const Size& /*size*/,
   });
 }
 
+std::uint32_t ZOVKPopupViewController::supportedInterfaceOrientations() const {
+  return kInterfacePortrait | kInterfacePortraitUpsideDown | kInterfaceLandscapeRight |
+         kInterfaceLandscapeLeft;
+}
+
+// A swipe that a page asks for must not end in the system's own panels.
+std::uint32_t ZOVKPopupViewController::preferredScreenEdgesDeferringSystemGestures() const {
+  return kEdgeTop | kEdgeLeft | kEdgeBottom | kEdgeRight;
+}
+
 void ZOVKPopupViewController::performAction(const std::string& action) {
   const ActionScope scope(*this);
   if (tornDown_) return;

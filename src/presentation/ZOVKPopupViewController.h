@@ -69,6 +69,8 @@ class ZOVKPopupViewController : public ViewController,
   void loadView(std::shared_ptr<View> view) override;
   void updateViewConstraints() override;
   void viewWillTransitionToSize(const Size& size, TransitionCoordinator& coordinator) override;
+  std::uint32_t supportedInterfaceOrientations() const override;
+  std::uint32_t preferredScreenEdgesDeferringSystemGestures() const override;
   void tearDown() override;
   void interfaceDidFail(const std::string& reason) override;
 

@@ -1,19 +1,21 @@
 #include "platform/linux/DownloadCache.h"
 
-#include <cstdio>
+#include <utility>
 
 #include "support/Md5.h"
 
 namespace zovk {
 namespace {
 
-constexpr int kBusyMilliseconds = 200;
-constexpr const char* kPrepare =
+constexpr SqliteFile::Manner kManner = {
     // Not flushed: after a power cut, digests tell what is damaged, and that is fetched again.
-    "PRAGMA journal_mode = PERSIST; PRAGMA synchronous = OFF;"
-    "CREATE TABLE IF NOT EXISTS downloads("
-    "url TEXT PRIMARY KEY NOT NULL, entity_tag TEXT NOT NULL, last_modified TEXT NOT NULL,"
-    "used INTEGER NOT NULL, digest TEXT NOT NULL, size INTEGER NOT NULL, body BLOB NOT NULL)";
+    .prepare =
+        "PRAGMA journal_mode = PERSIST; PRAGMA synchronous = OFF;"
+        "CREATE TABLE IF NOT EXISTS downloads("
+        "url TEXT PRIMARY KEY NOT NULL, entity_tag TEXT NOT NULL, last_modified TEXT NOT NULL,"
+        "used INTEGER NOT NULL, digest TEXT NOT NULL, size INTEGER NOT NULL, body BLOB NOT NULL)",
+    .busyMilliseconds = 200,
+    .keepsCorruptFile = false};
 // Bodies of pages that are looked at daily are not marked as used more often than that.
 constexpr const char* kMarkUsed =
     "UPDATE downloads SET used = unixepoch() WHERE url = ?1 AND used < unixepoch() - 86400";
@@ -30,19 +32,21 @@ std::string digestOf(const std::string& url, const Validators& validators,
   return digest.finish();
 }
 
-void bindEntry(sqlite3_stmt* statement, const std::string& url, const Validators& validators) {
+int bindEntry(sqlite3_stmt* statement, const std::string& url, const Validators& validators) {
   bindText(statement, 1, url);
   bindText(statement, 2, validators.entityTag);
-  bindText(statement, 3, validators.lastModified);
+  return bindText(statement, 3, validators.lastModified);
 }
 
 }  // namespace
+
+DownloadCache::DownloadCache(std::string path) : file_(std::move(path), kManner) {}
 
 std::optional<Validators> DownloadCache::validators(const std::string& url) {
   std::optional<Validators> found;
   run(
       "SELECT entity_tag, last_modified FROM downloads WHERE url = ?1",
-      [&](sqlite3_stmt* statement) { bindText(statement, 1, url); },
+      [&](sqlite3_stmt* statement) { return bindText(statement, 1, url); },
       [&](sqlite3_stmt* row) {
         found = Validators{columnText(row, 0), columnText(row, 1)};
       });
@@ -55,14 +59,14 @@ std::optional<std::string> DownloadCache::body(const std::string& url,
   run(
       "SELECT body, digest FROM downloads WHERE url = ?1 AND entity_tag = ?2 AND last_modified = "
       "?3",
-      [&](sqlite3_stmt* statement) { bindEntry(statement, url, validators); },
+      [&](sqlite3_stmt* statement) { return bindEntry(statement, url, validators); },
       [&](sqlite3_stmt* row) {
         found = columnText(row, 0);
         if (columnText(row, 1) != digestOf(url, validators, *found)) found.reset();
       });
   if (found)
     run(
-        kMarkUsed, [&](sqlite3_stmt* s) { bindText(s, 1, url); }, nullptr);
+        kMarkUsed, [&](sqlite3_stmt* s) { return bindText(s, 1, url); }, nullptr);
   return found;
 }
 
@@ -76,7 +80,7 @@ void DownloadCache::keep(const std::string& url, const Validators& validators,
         bindEntry(statement, url, validators);
         bindText(statement, 4, digest);
         sqlite3_bind_int64(statement, 5, static_cast<sqlite3_int64>(body.size()));
-        sqlite3_bind_blob64(statement, 6, body.data(), body.size(), SQLITE_STATIC);
+        return sqlite3_bind_blob64(statement, 6, body.data(), body.size(), SQLITE_STATIC);
       },
       nullptr);
   removeOldest(body.size());
@@ -88,47 +92,13 @@ void DownloadCache::removeOldest(std::size_t added) {
   if (addedSinceRemoving_ < kLargestBody) return;
   addedSinceRemoving_ = 0;
   run(
-      kRemoveOldest, [](sqlite3_stmt* statement) { sqlite3_bind_int64(statement, 1, kMostBytes); },
+      kRemoveOldest,
+      [](sqlite3_stmt* statement) { return sqlite3_bind_int64(statement, 1, kMostBytes); },
       nullptr);
 }
 
-void DownloadCache::run(const char* sql, const Bind& bind, const Row& row) {
-  if (path_.empty()) return;
-  const int code = tryOnce(sql, bind, row);
-  if (code != SQLITE_CORRUPT && code != SQLITE_NOTADB) return;
-  beginAfresh();
-  tryOnce(sql, bind, row);
-}
-
-int DownloadCache::tryOnce(const char* sql, const Bind& bind, const Row& row) {
-  if (const int code = open(); code != SQLITE_OK) return code;
-  sqlite3_stmt* prepared = nullptr;
-  int code = sqlite3_prepare_v2(database_.get(), sql, -1, &prepared, nullptr);
-  const SqliteStatement statement(prepared);
-  if (code != SQLITE_OK) return code;
-  bind(prepared);
-  while ((code = sqlite3_step(prepared)) == SQLITE_ROW) {
-    if (row) row(prepared);
-  }
-  return code;
-}
-
-int DownloadCache::open() {
-  if (database_) return SQLITE_OK;
-  makePrivateFile(path_);
-  sqlite3* opened = nullptr;
-  int code = sqlite3_open_v2(path_.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
-  database_.reset(opened);
-  if (opened == nullptr) return SQLITE_NOMEM;
-  sqlite3_busy_timeout(opened, kBusyMilliseconds);
-  if (code == SQLITE_OK) code = sqlite3_exec(opened, kPrepare, nullptr, nullptr, nullptr);
-  if (code != SQLITE_OK) database_.reset();
-  return code;
-}
-
-void DownloadCache::beginAfresh() {
-  database_.reset();
-  for (const char* part : {"", "-journal"}) std::remove((path_ + part).c_str());
+void DownloadCache::run(const char* sql, const SqliteFile::Bind& bind, const SqliteFile::Row& row) {
+  if (!file_.path().empty()) file_.run(sql, bind, row);
 }
 
 }  // namespace zovk

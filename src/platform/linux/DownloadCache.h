@@ -1,11 +1,10 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <optional>
 #include <string>
 
-#include "platform/linux/SqliteHandles.h"
+#include "platform/linux/SqliteFile.h"
 
 namespace zovk {
 
@@ -29,7 +28,7 @@ class DownloadCache {
   static constexpr std::size_t kLargestBody = 8U * 1024 * 1024;
 
   /// The file is opened with the first call; an empty path keeps nothing.
-  explicit DownloadCache(std::string path) : path_(std::move(path)) {}
+  explicit DownloadCache(std::string path);
 
   std::optional<Validators> validators(const std::string& url);
   /// The body that was kept with just these validators.
@@ -37,16 +36,10 @@ class DownloadCache {
   void keep(const std::string& url, const Validators& validators, const std::string& body);
 
  private:
-  using Bind = std::function<void(sqlite3_stmt*)>;
-  using Row = std::function<void(sqlite3_stmt*)>;
-  void run(const char* sql, const Bind& bind, const Row& row);
-  int tryOnce(const char* sql, const Bind& bind, const Row& row);
-  int open();
-  void beginAfresh();
+  void run(const char* sql, const SqliteFile::Bind& bind, const SqliteFile::Row& row);
   void removeOldest(std::size_t added);
 
-  const std::string path_;
-  SqliteDatabase database_;                        // null until it could be opened
+  SqliteFile file_;
   std::size_t addedSinceRemoving_ = kLargestBody;  // so that the first one looks
 };
 

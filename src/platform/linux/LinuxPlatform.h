@@ -28,6 +28,7 @@ class LinuxPlatform final : public HostedPlatform {
   void pump(std::chrono::microseconds budget) override { queue_.pump(budget); }
   int pollDescriptor() const override { return shutDown_ ? -1 : queue_.pollDescriptor(); }
   void gameWindowDidBecomeKey() override { userInterface_.gameWindowDidBecomeKey(); }
+  void gameWindowDidResignKey() override { userInterface_.gameWindowDidResignKey(); }
   void shutDown() override;
 
  private:

@@ -55,7 +55,10 @@ Delivery screen(WebHostEventReader& event, const WebHostMessage&) {
 Delivery windowKey(WebHostEventReader& event, const WebHostMessage&) {
   // Losing the keyboard says nothing: only what takes it counts, and other programs do not.
   return [id = event.id("window"), key = event.flag("key")](WebHostSession& session) {
-    if (key && session.objects().windows.contains(id)) session.objects().keyWindow = id;
+    WebHostObjects& objects = session.objects();
+    if (!objects.windows.contains(id)) return;
+    if (key) objects.keyWindow = objects.activeWindow = id;
+    if (!key && objects.activeWindow == id) objects.activeWindow = 0;
   };
 }
 

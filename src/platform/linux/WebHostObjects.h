@@ -30,6 +30,7 @@ struct WebHostObjects {
   std::map<WebHostId, Outlet> outlets;
   std::vector<WebHostId> shownWindows;  ///< The one shown last at the end.
   WebHostId keyWindow = 0;              ///< 0 while the game's own window is the key window.
+  WebHostId activeWindow = 0;           ///< Has the keyboard, as far as the helper knows.
   Rect screen;
   std::set<std::string, std::less<>> schemes;
 

@@ -98,6 +98,7 @@ void WebHostSession::windowClosed(WebHostId window) {
   objects_.windows.erase(window);
   std::erase(objects_.shownWindows, window);
   if (objects_.keyWindow == window) objects_.keyWindow = 0;
+  if (objects_.activeWindow == window) objects_.activeWindow = 0;
   if (isReady_) mayStartAgain_ = true;
 }
 
@@ -142,7 +143,7 @@ void WebHostSession::helperIsLost(const std::string& reason) {
 
 void WebHostSession::dropLink() {
   isReady_ = false;
-  objects_.keyWindow = 0;
+  objects_.keyWindow = objects_.activeWindow = 0;
   for (auto& [id, outlet] : objects_.outlets) outlet = {outlet.name, 0, {}};
   if (!link_) return;
   link_->close();

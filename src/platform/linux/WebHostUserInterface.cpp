@@ -65,6 +65,11 @@ void WebHostUserInterface::gameWindowDidBecomeKey() {
   session_->objects().keyWindow = 0;
 }
 
+void WebHostUserInterface::gameWindowDidResignKey() {
+  WebHostObjects& objects = session_->objects();
+  if (objects.activeWindow != 0) objects.keyWindow = objects.activeWindow;
+}
+
 void WebHostUserInterface::shutDown() {
   session_->shutDown();
 }

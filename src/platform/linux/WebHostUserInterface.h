@@ -31,6 +31,7 @@ class WebHostUserInterface final : public UserInterface, public WebHostInspector
   WebHostUserInterface& operator=(const WebHostUserInterface&) = delete;
 
   void gameWindowDidBecomeKey();
+  void gameWindowDidResignKey();
   /// Ends the helper and takes it off the system's table, within two seconds. Repeatable; nothing
   /// is called back afterwards.
   void shutDown();

@@ -58,6 +58,7 @@ class MemoryHostedPlatform final : public HostedPlatform {
   void pump(std::chrono::microseconds budget) override { memory_->scheduler.runReady(budget); }
   int pollDescriptor() const override { return -1; }
   void gameWindowDidBecomeKey() override { memory_->userInterface.otherWindowTakesKey(); }
+  void gameWindowDidResignKey() override { memory_->userInterface.otherWindowLosesKey(); }
   void shutDown() override { memory_->shutDown(); }
 
  private:

@@ -59,6 +59,10 @@ class MemoryUserInterface final : public UserInterface {
 
   /// The game's own window, or another one of its own, takes the keyboard.
   void otherWindowTakesKey() { screen_->keyWindow = 0; }
+  /// It leaves the keyboard to the window in front, if there is one.
+  void otherWindowLosesKey() {
+    if (const auto window = frontWindow()) window->becomeKey();
+  }
   /// Whether a window that asks for the keyboard gets it; yes at first.
   void grantKeyboard(bool grant) { screen_->grantsKeyboard = grant; }
   /// The interface is lost for good: the root controller of every window hears of it at once, and

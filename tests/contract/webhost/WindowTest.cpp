@@ -165,6 +165,22 @@ TEST_F(WebHostWindows, TheKeyWindowIsWhicheverBecameActiveLast) {
   EXPECT_FALSE(window_->isKeyWindow());
 }
 
+// The game tells of its window by another way than the helper does, so the order says nothing.
+TEST_F(WebHostWindows, AGameWindowThatLostTheKeyboardLeavesItToThePopupThatHasIt) {
+  startReady();
+  open({});
+  client_->gameWindowDidResignKey();
+  EXPECT_FALSE(window_->isKeyWindow()) << "another program has it";
+  receive(R"({"type":"window.key","window":1,"key":true})");
+  client_->gameWindowDidBecomeKey();
+  client_->gameWindowDidResignKey();
+  EXPECT_TRUE(window_->isKeyWindow());
+  client_->gameWindowDidBecomeKey();
+  receive(R"({"type":"window.key","window":1,"key":false})");
+  client_->gameWindowDidResignKey();
+  EXPECT_FALSE(window_->isKeyWindow());
+}
+
 TEST_F(WebHostWindows, SomeProgramOpensTheSchemesThatWereHeardInAnyCase) {
   start();
   EXPECT_FALSE(client_->canOpenUrl("http://a/"));

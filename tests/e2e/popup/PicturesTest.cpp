@@ -41,7 +41,9 @@ const Kind kKinds[] = {{"ordinary", "lobby", 1, false, {"crossBtn"}},
                        {"policy", "ZOVKPolicy", 1, false, {"rejectBtn", "confirmBtn"}},
                        {"permission", "ZOVKPolicy_Permission", 1, false, {"centerConfirmBtn"}}};
 
-constexpr Size kSizes[] = {{390, 844}, {844, 390}, {768, 1024}, {1280, 800}, {1920, 1080}};
+// The last one is a small window of a game: hardly wider than high.
+constexpr Size kSizes[] = {{390, 844},  {844, 390},   {768, 1024},
+                           {1280, 800}, {1920, 1080}, {400, 350}};
 
 struct Look {
   const char* name;

@@ -84,9 +84,14 @@ TEST_F(HostSetUp, OtherThreadsAreTurnedAwayWithAnErrorLine) {
   std::thread([] {
     ZOVKPopupHost::pump();
     ZOVKPopupHost::gameWindowDidBecomeKey();
+    ZOVKPopupHost::gameWindowDidResignKey();
+    EXPECT_FALSE(ZOVKPopupHost::setHooks({}));
+    EXPECT_FALSE(ZOVKPopupHost::holdPopups());
+    EXPECT_FALSE(ZOVKPopupHost::releasePopups());
     ZOVKPopupHost::shutDown();
   }).join();
-  for (const char* operation : {"pump", "gameWindowDidBecomeKey", "shutDown"}) {
+  for (const char* operation : {"pump", "gameWindowDidBecomeKey", "gameWindowDidResignKey",
+                                "setHooks", "holdPopups", "releasePopups", "shutDown"}) {
     EXPECT_THAT(errorMessages(log()),
                 Contains(std::string("ZOVKPopupHost::") + operation +
                          " was called on another thread than the main thread"));
@@ -106,6 +111,9 @@ TEST_F(HostSetUp, ThePopupTakesTheKeyboardBackFromTheGamesWindow) {
   EXPECT_FALSE(window->isKeyWindow());
   memory().scheduler.skip(std::chrono::milliseconds(100));
   pump();
+  EXPECT_TRUE(window->isKeyWindow());
+  ZOVKPopupHost::gameWindowDidBecomeKey();
+  ZOVKPopupHost::gameWindowDidResignKey();
   EXPECT_TRUE(window->isKeyWindow());
 }
 

@@ -44,6 +44,11 @@ TEST_F(PageLayout, OfADeviceOnATableGoesByTheStatusBar) {
   EXPECT_EQ(layout()->bundlePath(), kBundle);
 }
 
+TEST_F(PageLayout, MayBeHeldInAllFourWaysAndKeepsTheSystemsGesturesOffItsEdges) {
+  EXPECT_EQ(controller().supportedInterfaceOrientations(), 30U);
+  EXPECT_EQ(controller().preferredScreenEdgesDeferringSystemGestures(), 15U);
+}
+
 TEST_F(PageLayout, FillsTheWindow) {
   show({webPage("a")});
   EXPECT_THAT(window()->rootNode().childNames(), ElementsAre("ZOVKPopupView"));

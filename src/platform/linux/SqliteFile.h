@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/linux/SqliteHandles.h"
+
+namespace zovk {
+
+/// One SQLite file, which several processes may share. It is opened with the first statement, for
+/// its owner alone. A file that is no database is got out of the way, and begun afresh. One thread
+/// at a time.
+class SqliteFile {
+ public:
+  /// Binds a statement's values; answers with SQLite's code.
+  using Bind = std::function<int(sqlite3_stmt*)>;
+  using Row = std::function<void(sqlite3_stmt*)>;
+
+  struct Manner {
+    const char* prepare;    ///< Run whenever the file is opened.
+    int busyMilliseconds;   ///< How long a statement waits for other processes.
+    bool keepsCorruptFile;  ///< As "….corrupt", for people to look at.
+  };
+  struct Outcome {
+    int code = SQLITE_OK;
+    bool begunAfresh = false;
+  };
+
+  SqliteFile(std::string path, const Manner& manner) : path_(std::move(path)), manner_(manner) {}
+
+  /// Runs one statement. `row`, which may be empty, is called for each row of its result.
+  Outcome run(const char* sql, const Bind& bind, const Row& row);
+  const std::string& path() const { return path_; }
+
+ private:
+  int tryOnce(const char* sql, const Bind& bind, const Row& row);
+  int open();
+  int execute(const char* sql, const Bind& bind, const Row& row);
+  void getOutOfTheWay();
+
+  const std::string path_;
+  const Manner manner_;
+  SqliteDatabase database_;  // null until it could be opened
+};
+
+}  // namespace zovk
