@@ -5,20 +5,28 @@
 #include "GameWindow.h"
 
 namespace lanterns {
+namespace {
+
+constexpr int kLanternsOfANight = 8;
+
+}  // namespace
 
 Game::Game(const Options& options)
     : tour_(options.tour),
       window_(openWindow(options)),
       // The drawing is light, and so it is the same everywhere.
       renderer_(SDL_CreateRenderer(window_.get(), -1, SDL_RENDERER_SOFTWARE)),
-      popups_(options, nativeWindowOf(window_.get()),
-              [this](const std::string& line) { tell(line); }),
+      firefly_(renderer_.get()),
+      popups_(
+          options, nativeWindowOf(window_.get()), [this](const std::string& line) { tell(line); },
+          [this](bool covered) { cover(covered); }),
       menu_(popups_.menu()),
       hud_(renderer_.get(), options.resourceDirectory + "DejaVuSans.ttf", menu_) {
   resize();
 }
 
 void Game::run() {
+  if (!tour_) popups_.greet();
   while (running_) {
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0) handle(event);
@@ -26,16 +34,25 @@ void Game::run() {
     popups_.pump();
     pacer_.notePump(FramePacer::Clock::now() - before);
     draw();
-    scene_->update(pacer_.nextFrame());
+    const double seconds = pacer_.nextFrame();
+    scene_->update(seconds);
+    int width = 0;
+    int height = 0;
+    SDL_GetRendererOutputSize(renderer_.get(), &width, &height);
+    firefly_.update(seconds, width, height);
   }
   std::cout << pacer_.summary() << std::endl;
 }
 
 void Game::handle(const SDL_Event& event) {
   if (event.type == SDL_QUIT) running_ = false;
+  const bool resized =
+      event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_SIZE_CHANGED;
+  if (resized) resize();
+  if (firefly_.handle(event) && !covered_) tap(firefly_.place().x, firefly_.place().y);
+  if (covered_) return;  // what is pressed now is meant for the popup
   if (event.type == SDL_KEYDOWN) press(event.key.keysym.sym);
   if (event.type == SDL_MOUSEBUTTONDOWN) tap(event.button.x, event.button.y);
-  if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_SIZE_CHANGED) resize();
 }
 
 void Game::press(SDL_Keycode key) {
@@ -49,8 +66,24 @@ void Game::tap(int x, int y) {
   if (const auto* const item = hud_.itemAt(x, y)) {
     item->run();
   } else if (scene_->tap(x, y)) {
-    std::cout << "lit " << scene_->litCount() << " of " << scene_->count() << std::endl;
+    light();
   }
+}
+
+void Game::light() {
+  sound_.chime();
+  std::cout << "lit " << scene_->litCount() << " of " << scene_->count() << std::endl;
+  if (++litTonight_ < kLanternsOfANight) return;
+  litTonight_ = 0;
+  popups_.endNight();
+}
+
+// While a popup is up the game is silent and hears nothing.
+void Game::cover(bool covered) {
+  covered_ = covered;
+  sound_.pause(covered);
+  firefly_.rest();
+  if (tour_) std::cout << (covered ? "paused" : "goes on") << std::endl;
 }
 
 void Game::resize() {
@@ -71,10 +104,11 @@ void Game::tellButtons() const {
 }
 
 void Game::draw() {
-  hud_.setScore("Tap a lantern to light it: " + std::to_string(scene_->litCount()) + " of " +
-                std::to_string(scene_->count()) + " are lit");
+  hud_.setScore(std::to_string(kLanternsOfANight - litTonight_) +
+                " more lanterns to light tonight (mouse, arrow keys or game pad)");
   scene_->draw();
   hud_.draw();
+  firefly_.draw();
   SDL_RenderPresent(renderer_.get());
 }
 

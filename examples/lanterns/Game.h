@@ -4,14 +4,17 @@
 #include <string>
 #include <vector>
 
+#include "Firefly.h"
 #include "FramePacer.h"
+#include "GamePads.h"
 #include "Hud.h"
 #include "Popups.h"
 #include "Scene.h"
+#include "Sound.h"
 
 namespace lanterns {
 
-/// The game: its window, its loop, and what keys and taps do.
+/// The game: its window, its loop, and what keys, taps and game pads do.
 class Game {
  public:
   explicit Game(const Options& options);
@@ -20,20 +23,30 @@ class Game {
  private:
   void handle(const SDL_Event& event);
   void press(SDL_Keycode key);
+  void pressPad(Uint8 button);
   void tap(int x, int y);
+  void light();
+  void cover(bool covered);
   void resize();
   void draw();
   void tell(const std::string& line);
+  void cover(bool covered);
   void tellButtons() const;
 
   bool tour_;
   WindowPointer window_;
   RendererPointer renderer_;
+  Sound sound_;
+  GamePads pads_;
+  Sound sound_;
+  Firefly firefly_;
   Popups popups_;
   std::vector<MenuItem> menu_;
   Hud hud_;
   std::unique_ptr<Scene> scene_;
   FramePacer pacer_;
+  int litTonight_ = 0;
+  bool covered_ = false;
   bool running_ = true;
 };
 

@@ -23,11 +23,14 @@ zovk::ZOVKPopupHostSettings settingsOf(const Options& options, std::uint64_t nat
 
 }  // namespace
 
-Popups::Popups(const Options& options, std::uint64_t nativeWindow, Listener listener)
+Popups::Popups(const Options& options, std::uint64_t nativeWindow, Listener listener,
+               std::function<void(bool)> covered)
     : listener_(std::move(listener)) {
   if (!zovk::ZOVKPopupHost::setUp(settingsOf(options, nativeWindow))) {
     throw std::runtime_error("the popups could not be set up");
   }
+  zovk::ZOVKPopupHost::setHooks({.popupsWillAppear = [covered] { covered(true); },
+                                 .popupsDidDisappear = [covered] { covered(false); }});
   zovk::ZOVKPopup::setChannelID(1, "guest", "", "");
   if (!options.service.empty()) {
     zovk::ZOVKPopup::startPopup(options.service, "lanterns", "lanterns-key");
@@ -40,6 +43,15 @@ Popups::~Popups() {
 
 void Popups::pump() {
   zovk::ZOVKPopupHost::pump();
+}
+
+void Popups::greet() {
+  showPolicy();
+  show("welcome", 0);
+}
+
+void Popups::endNight() {
+  show("gift", 0);
 }
 
 std::vector<MenuItem> Popups::menu() {

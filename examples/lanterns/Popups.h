@@ -17,13 +17,19 @@ class Popups {
   using Listener = std::function<void(const std::string& line)>;
 
   /// `nativeWindow` is the game's X11 window, 0 when it has none.
-  Popups(const Options& options, std::uint64_t nativeWindow, Listener listener);
+  /// `covered` hears when popups are about to cover the game, and when the last is gone.
+  Popups(const Options& options, std::uint64_t nativeWindow, Listener listener,
+         std::function<void(bool)> covered);
   ~Popups();
   Popups(const Popups&) = delete;
   Popups& operator=(const Popups&) = delete;
 
   /// Once a frame: this is where the answers come from.
   void pump();
+  /// When the game begins: the policy if there is a new one, then a welcome.
+  void greet();
+  /// When all is done for tonight.
+  void endNight();
   /// The ways to ask for a popup, for the game's buttons and keys.
   std::vector<MenuItem> menu();
 

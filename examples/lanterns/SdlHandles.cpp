@@ -14,7 +14,7 @@ SdlSession::SdlSession() {
               "0");  // popups let the game shine through
   SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");  // the first tap after a popup counts, too
-  require(SDL_Init(SDL_INIT_VIDEO) == 0, "SDL_Init");
+  require(SDL_Init(SDL_INIT_VIDEO | SDL_INIT_GAMECONTROLLER) == 0, "SDL_Init");
   require(TTF_Init() == 0, "TTF_Init");
 }
 

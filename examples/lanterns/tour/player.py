@@ -123,8 +123,23 @@ class Player:
         self.screen.click(box[0] + 10, (box[1] + box[3]) / 2)
         self.game.wait_line("lit ", before)
 
+    def light_until_the_night_ends(self):
+        """Lights lanterns until the game itself asks for a popup."""
+        self.screen.wait_active("Lanterns")
+        self.calls += 1
+        while not self.game.said(f"#{self.calls} show"):
+            self.light_a_lantern()
+        return self.calls
+
+    def fly(self, key):
+        """Brings out the pointer of those who play without a mouse."""
+        self.screen.key(key)
+
     def leave(self):
         """Ends the game; what it says of itself last."""
         self.screen.wait_active("Lanterns")
+        with self.game.changed:
+            told = [line for line in self.game.lines if line in ("paused", "goes on")]
+        self.album.check(told, ["paused", "goes on"] * max(1, len(told) // 2))
         self.screen.key("Escape")
         return self.game.wait_end()

@@ -6,6 +6,8 @@ from screen import DEADLINE, TourFailure
 
 
 class Program:
+    quiet = "button "  # what lines begin with that are not for people
+
     def __init__(self, name, command, log):
         self.name = name
         self.lines = []
@@ -19,7 +21,7 @@ class Program:
     def _read(self):
         for line in self.process.stdout:
             line = line.rstrip("\n")
-            if not line.startswith("button "):
+            if not line.startswith(self.quiet):
                 print(f"    {line}", flush=True)
             with self.changed:
                 self.lines.append(line)
@@ -53,6 +55,8 @@ class Program:
 
 
 class Game(Program):
+    quiet = ("button ", "paused", "goes on")
+
     def __init__(self, command, log):
         super().__init__("game", command, log)
 

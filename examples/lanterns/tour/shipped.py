@@ -69,5 +69,10 @@ def play(player):
     player.press("wish")
     player.expect(number, 1, record("commit", "calm-wind"))
 
+    number = player.light_until_the_night_ends()
+    player.press("gift", shot=False)
+    player.expect(number, 1, record("commit", "three-lanterns"))
+
     player.screen.wait_active("Lanterns")
+    player.fly("Right")
     player.shoot("lake-again")
