@@ -6,7 +6,6 @@
 
 #include "Firefly.h"
 #include "FramePacer.h"
-#include "GamePads.h"
 #include "Hud.h"
 #include "Popups.h"
 #include "Scene.h"
@@ -23,21 +22,17 @@ class Game {
  private:
   void handle(const SDL_Event& event);
   void press(SDL_Keycode key);
-  void pressPad(Uint8 button);
   void tap(int x, int y);
   void light();
   void cover(bool covered);
   void resize();
   void draw();
   void tell(const std::string& line);
-  void cover(bool covered);
   void tellButtons() const;
 
   bool tour_;
   WindowPointer window_;
   RendererPointer renderer_;
-  Sound sound_;
-  GamePads pads_;
   Sound sound_;
   Firefly firefly_;
   Popups popups_;

@@ -1,6 +1,5 @@
 #include "Sound.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -8,22 +7,12 @@
 namespace lanterns {
 namespace {
 
-constexpr int kSamplesASecond = 44'100;
-constexpr float kFading = 0.99993F;  // of the loudness, from one sample to the next
-constexpr float kSilence = 0.001F;
-constexpr float kLowest = 392;  // hertz
-// Half tones of a scale on which any two notes sound well together.
-constexpr std::array<int, 5> kScale = {0, 2, 4, 7, 9};
+constexpr int kRate = 44100;
+constexpr std::array<double, 4> kChord = {110.0, 164.81, 220.0, 329.63};  // hertz
+constexpr std::array<double, 5> kChimes = {659.26, 739.99, 880.0, 987.77, 1318.51};
 
-float pitchOf(int note) {
-  const auto place = static_cast<std::size_t>(note) % (2 * kScale.size());
-  const int octave = place < kScale.size() ? 0 : 12;
-  const auto halfTones = static_cast<float>(kScale.at(place % kScale.size()) + octave);
-  return kLowest * std::exp2(halfTones / 12) / kSamplesASecond;
-}
-
-float sine(float turns) {
-  return std::sin(2 * std::numbers::pi_v<float> * turns);
+double tone(double hertz, double seconds) {
+  return std::sin(2 * std::numbers::pi * hertz * seconds);
 }
 
 }  // namespace
@@ -31,48 +20,44 @@ float sine(float turns) {
 Sound::Sound() {
   if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) return;
   SDL_AudioSpec wanted{};
-  wanted.freq = kSamplesASecond;
+  wanted.freq = kRate;
   wanted.format = AUDIO_F32SYS;
   wanted.channels = 1;
   wanted.samples = 1024;
   wanted.callback = fill;
   wanted.userdata = this;
   device_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
-  setPaused(false);
+  pause(false);
 }
 
 Sound::~Sound() {
   if (device_ != 0) SDL_CloseAudioDevice(device_);
 }
 
-void Sound::ring(int note) {
-  if (device_ == 0) return;
-  SDL_LockAudioDevice(device_);
-  bells_.push_back({pitchOf(note)});
-  SDL_UnlockAudioDevice(device_);
-}
-
-void Sound::setPaused(bool paused) {
-  if (device_ != 0) SDL_PauseAudioDevice(device_, paused ? 1 : 0);
+void Sound::pause(bool pause) {
+  if (device_ != 0) SDL_PauseAudioDevice(device_, pause ? 1 : 0);
 }
 
 void Sound::fill(void* self, Uint8* bytes, int length) {
-  auto* const sound = static_cast<Sound*>(self);
   auto* const samples = reinterpret_cast<float*>(bytes);
-  const auto count = static_cast<std::size_t>(length) / sizeof(float);
-  std::generate_n(samples, count, [sound] { return sound->nextSample(); });
-  std::erase_if(sound->bells_, [](const Bell& bell) { return bell.loudness < kSilence; });
+  const std::size_t count = static_cast<std::size_t>(length) / sizeof(float);
+  for (std::size_t i = 0; i < count; ++i) samples[i] = static_cast<Sound*>(self)->next();
 }
 
-float Sound::nextSample() {
-  float sum = 0;
-  for (Bell& bell : bells_) {
-    // The second tone, a little sharp, is what makes it a bell.
-    sum += bell.loudness * (sine(bell.turns) + 0.4F * sine(2.76F * bell.turns));
-    bell.turns += bell.pitch;
-    bell.loudness *= kFading;
+float Sound::next() {
+  now_ += 1.0 / kRate;
+  if (chimesBegun_ != chimes_.load()) {
+    ++chimesBegun_;
+    chimeBegan_ = now_;
   }
-  return std::clamp(sum, -1.0F, 1.0F);
+  double chord = 0;
+  for (std::size_t i = 0; i < kChord.size(); ++i) {
+    const double swell = 0.6 + 0.4 * tone(0.05 + 0.013 * static_cast<double>(i), now_);
+    chord += swell * tone(kChord[i], now_) / static_cast<double>(1 + i);
+  }
+  const double since = now_ - chimeBegan_;
+  const double chime = tone(kChimes[chimesBegun_ % kChimes.size()], since) * std::exp(-3 * since);
+  return static_cast<float>(0.03 * chord + 0.12 * chime);
 }
 
 }  // namespace lanterns

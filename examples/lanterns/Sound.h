@@ -1,12 +1,14 @@
 #pragma once
 
-#include <vector>
+#include <atomic>
+#include <cstddef>
 
 #include <SDL.h>
 
 namespace lanterns {
 
-/// Bells, made as they are played. Silent where there is nothing to play on. Main thread only.
+/// The sounds of the evening, made while they are played: a low chord that never ends, and a chime
+/// for every lantern. Without a sound device there is silence. Main thread only.
 class Sound {
  public:
   Sound();
@@ -14,23 +16,19 @@ class Sound {
   Sound(const Sound&) = delete;
   Sound& operator=(const Sound&) = delete;
 
-  /// Rings a bell; higher numbers ring higher.
-  void ring(int note);
-  /// Stops in the middle of a tone; it goes on from there.
-  void setPaused(bool paused);
+  void chime() { chimes_.fetch_add(1); }
+  void pause(bool pause);
 
  private:
-  struct Bell {
-    float pitch;  // turns in one sample
-    float turns = 0;
-    float loudness = 0.2F;
-  };
-
-  static void fill(void* self, Uint8* bytes, int length);
-  float nextSample();
+  static void fill(void* self, Uint8* bytes, int length);  // called on SDL's own thread
+  float next();
 
   SDL_AudioDeviceID device_ = 0;
-  std::vector<Bell> bells_;  // the device's thread rings them; it is locked out for changes
+  std::atomic<unsigned> chimes_{0};
+  // The sound thread's own.
+  unsigned chimesBegun_ = 0;
+  double now_ = 0;
+  double chimeBegan_ = -60;
 };
 
 }  // namespace lanterns
