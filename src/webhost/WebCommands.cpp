@@ -46,6 +46,11 @@ void evaluate(Host& host, const Arguments& arguments) {
   host.events()({{"type", "web.evaluated"}, {"id", id}, {"error", "the web view is gone"}});
 }
 
+void run(Host& host, const Arguments& arguments) {
+  const std::string script = arguments.text("script");
+  if (WebViewHost* view = host.webView(arguments.id("view"))) view->run(script);
+}
+
 void decide(Host& host, const Arguments& arguments) {
   const Id decision = arguments.id("decision");
   const bool allow = arguments.flag("allow");
@@ -63,6 +68,7 @@ void addWebCommands(CommandTable& table) {
   table["web.terminate"] = simply(&WebViewHost::terminate);
   table["web.close"] = closeView;
   table["web.evaluate"] = evaluate;
+  table["web.run"] = run;
   table["web.decide"] = decide;
 }
 

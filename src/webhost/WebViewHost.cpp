@@ -85,6 +85,11 @@ void WebViewHost::evaluate(Id request, const std::string& script) {
                                       onEvaluated, evaluation.release());
 }
 
+void WebViewHost::run(const std::string& script) {
+  webkit_web_view_evaluate_javascript(view_.get(), script.c_str(), -1, nullptr, nullptr, nullptr,
+                                      nullptr, nullptr);
+}
+
 void WebViewHost::connectSignals() {
   g_signal_connect(view_.get(), "decide-policy", G_CALLBACK(onDecidePolicy), this);
   g_signal_connect(view_.get(), "load-changed", G_CALLBACK(onLoadChanged), this);

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 fs::path builtBundle() {
   for (fs::path at = fs::read_symlink("/proc/self/exe").parent_path(); at != at.root_path();
        at = at.parent_path()) {
-    const fs::path bundle = at / "share/zovkpopup/ZOVKPopupResource.bundle";
+    const fs::path bundle = at / "zovkpopup/ZOVKPopupResource.bundle";
     if (fs::exists(bundle)) return bundle;
   }
   return {};

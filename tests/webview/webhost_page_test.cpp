@@ -94,6 +94,15 @@ TEST_F(WebHostPage, GivesTheValueOfAScript) {
   EXPECT_EQ(screen_.evaluate("undefined"), nullptr);
 }
 
+TEST_F(WebHostPage, RunsAScriptWhoseResultNobodyWants) {
+  screen_.openPage("plain.html");
+  for (const char* script : {"window.kept = 7", "throw new Error('no')", "(function () {})"}) {
+    helper_.send({{"type", "web.run"}, {"view", kWebView}, {"script", script}});
+  }
+  helper_.send({{"type", "web.run"}, {"view", kWebView + 1}, {"script", "window.kept = 8"}});
+  EXPECT_EQ(screen_.evaluate("window.kept"), 7);
+}
+
 TEST_F(WebHostPage, GivesTheErrorOfAScript) {
   screen_.openPage("plain.html");
   helper_.send({{"type", "web.evaluate"},

@@ -18,7 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 fs::path installedBundle() {
-  const auto path = findNearLibrary("share/zovkpopup/ZOVKPopupResource.bundle");
+  const auto path = findNearLibrary("zovkpopup/ZOVKPopupResource.bundle");
   if (!path) throw ToolError("no ZOVKPopupResource.bundle is installed beside this program");
   return *path;
 }

@@ -44,6 +44,7 @@ class SizedPlatform final : public HostedPlatform {
   void pump(std::chrono::microseconds budget) override { real_->pump(budget); }
   int pollDescriptor() const override { return real_->pollDescriptor(); }
   void gameWindowDidBecomeKey() override { real_->gameWindowDidBecomeKey(); }
+  void gameWindowDidResignKey() override { real_->gameWindowDidResignKey(); }
   void shutDown() override { real_->shutDown(); }
 
  private:

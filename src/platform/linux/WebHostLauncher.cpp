@@ -87,7 +87,7 @@ WebHostLauncher::Started spawn(std::string path) {
 }  // namespace
 
 std::string installedWebHostPath() {
-  const auto found = findNearLibrary("libexec/zovkpopup/zovkpopup-webhost");
+  const auto found = findNearLibrary("zovkpopup/zovkpopup-webhost");
   std::error_code error;
   return found && std::filesystem::is_regular_file(*found, error) ? *found : std::string();
 }

@@ -33,8 +33,8 @@ struct WebHostLauncher {
 WebHostLauncher webHostProcessLauncher(const PlatformSettings& settings);
 
 /// The helper that belongs to the file of this library or program: the first
-/// `libexec/zovkpopup/zovkpopup-webhost` in its directory or in one of the next few above. Empty
-/// when there is none.
+/// `zovkpopup/zovkpopup-webhost` in its directory or in one of the next few above. Empty when there
+/// is none.
 std::string installedWebHostPath();
 
 }  // namespace zovk

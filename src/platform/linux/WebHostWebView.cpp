@@ -111,11 +111,12 @@ void WebHostWebView::reload() {
 
 void WebHostWebView::evaluateJavaScript(const std::string& script,
                                         std::function<void(const ScriptResult&)> completion) {
-  WebHostMessage message = about("web.evaluate");
+  WebHostMessage message = about(completion ? "web.evaluate" : "web.run");
   message["script"] = script;
+  if (!completion) return session().send(message);
   session().request(std::move(message), "web.evaluated", id(),
                     [completion = std::move(completion)](const WebHostMessage* answer) {
-                      if (completion) completion(scriptResult(answer));
+                      completion(scriptResult(answer));
                     });
 }
 

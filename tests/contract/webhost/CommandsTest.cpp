@@ -105,7 +105,8 @@ TEST_F(WebHostCommands, EveryWebCommandIsSentAtOnce) {
   view->loadFile("file:///p.html", "file:///");
   view->stopLoading();
   view->reload();
-  view->evaluateJavaScript("1+1", {});
+  view->evaluateJavaScript("1+1", [](const ScriptResult&) {});
+  view->evaluateJavaScript("2+2", {});
   client_->terminateWebProcess();
   view.reset();
   EXPECT_THAT(
@@ -118,7 +119,8 @@ TEST_F(WebHostCommands, EveryWebCommandIsSentAtOnce) {
           R"({"type":"web.loadFile","view":1,"url":"file:///p.html","readAccess":"file:///"})",
           R"({"type":"web.stop","view":1})", R"({"type":"web.reload","view":1})",
           R"({"type":"web.evaluate","view":1,"script":"1+1","id":2})",
-          R"({"type":"web.terminate","view":1})", R"({"type":"web.close","view":1})"));
+          R"({"type":"web.run","view":1,"script":"2+2"})", R"({"type":"web.terminate","view":1})",
+          R"({"type":"web.close","view":1})"));
 }
 
 TEST_F(WebHostCommands, CommandsThatTheSocketDoesNotTakeWaitInOrder) {

@@ -203,7 +203,7 @@ TEST_F(WebHostWindows, AThousandWindowsLeaveNothingBehind) {
       layout->outlet("contentView")->addSubview(*page);
       page->load("https://a/");
       window_->makeKeyAndVisible();
-      page->evaluateJavaScript("1", {});
+      page->evaluateJavaScript("1", [](const ScriptResult&) {});
     }
     window_.reset();
     pump();

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include "host/ZOVKPopupWebWindow.h"
+#include "support/LocalBundle.h"
+
+namespace zovk {
+
+/// A game with a web window, whose page calls the game and is called by it, as fast as they can.
+/// Every answer is checked; the program ends when one is wrong.
+class BridgeGame {
+ public:
+  /// How the game waits until the popups have something to do.
+  using Turn = std::function<void()>;
+
+  BridgeGame();
+  ~BridgeGame();
+  BridgeGame(const BridgeGame&) = delete;
+  BridgeGame& operator=(const BridgeGame&) = delete;
+
+  /// Waits on the poll descriptor and pumps.
+  static void turn();
+
+  /// The page calls the game, `inFlight` calls at a time. The milliseconds that it took.
+  double callsFromPage(int calls, int inFlight, const Turn& turn = BridgeGame::turn);
+  /// The game calls the page.
+  double callsFromGame(int calls, int inFlight, const Turn& turn = BridgeGame::turn);
+  /// Closes the window and gives the processes time to clean up.
+  void closeWindow();
+
+ private:
+  void callNext();
+
+  ScratchDirectory home_;
+  std::unique_ptr<ZOVKPopupWebWindow> window_;
+  std::int64_t toSend_ = 0;
+  std::int64_t toHear_ = 0;
+};
+
+}  // namespace zovk

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+
+#include "GameWindow.h"
+#include "Purse.h"
+#include "Scene.h"
+#include "Shop.h"
+
+namespace harbour {
+
+/// The popups' host for as long as the object lives.
+class Host {
+ public:
+  Host(const Options& options, std::uint64_t nativeWindow);
+  ~Host();
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
+};
+
+/// The game: its window and its loop. A ferry pays the player a coin every few seconds; space, or a
+/// tap, opens the shop, and what is bought there hangs over the harbour.
+class Game {
+ public:
+  explicit Game(const Options& options);
+  void run();
+
+ private:
+  void handle(const SDL_Event& event);
+  void resize();
+  void payCoin();
+  void lookAtPage();
+
+  WindowPointer window_;
+  RendererPointer renderer_;
+  Host host_;
+  Purse purse_;
+  Shop shop_;
+  Scene scene_;
+  std::string lookScript_;
+  std::string lastLook_;
+  bool looking_ = false;
+  Uint64 nextCoin_ = 0;
+  bool running_ = true;
+};
+
+}  // namespace harbour

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace harbour {
+
+/// What the command line says.
+struct Options {
+  int width = 1280;
+  int height = 800;
+  std::string player = "Mira";
+  /// The player's own data; the library's own choice when empty.
+  std::string dataDirectory;
+  /// Where the page lies: beside the program.
+  std::string resourceDirectory;
+  /// For whoever plays by program: a script file that tells what the page shows. Its result is
+  /// written whenever it changes, and the window stands at the corner of the screen without a
+  /// frame.
+  std::string lookFile;
+};
+
+/// Nothing, after a line on standard error, when the command line cannot be understood.
+std::optional<Options> readOptions(int count, char** words);
+
+}  // namespace harbour

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <boost/json/object.hpp>
+
+#include "Purse.h"
+#include "host/ZOVKPopupWebWindow.h"
+
+namespace harbour {
+
+/// The game's half of the shop. The other half is resources/shop.html. Main thread only.
+class Shop {
+ public:
+  /// Hears what happens, as one line of text.
+  using Listener = std::function<void(const std::string& line)>;
+
+  Shop(std::string pageFile, std::string player, Purse& purse, Listener listener);
+
+  /// Does nothing while the shop is open.
+  void open();
+  /// The text that a script finds in the page; empty when the shop is closed or finds none.
+  void look(const std::string& script, std::function<void(const std::string& text)> found);
+  /// Tells the page that the coins have changed.
+  void coinsChanged(int coins);
+
+ private:
+  using Value = std::optional<boost::json::value>;
+  using Respond = zovk::ZOVKPopupWKWebViewJavascriptBridge::ResponseCallback;
+
+  void answerPage();
+  boost::json::object buy(const Value& order);
+  void close(const std::string& line);
+
+  const std::string pageFile_;
+  const std::string player_;
+  Purse& purse_;
+  const Listener listener_;
+  std::unique_ptr<zovk::ZOVKPopupWebWindow> window_;
+};
+
+}  // namespace harbour

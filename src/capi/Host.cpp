@@ -1,0 +1,100 @@
+#include <chrono>
+#include <string_view>
+
+#include "capi/Callback.h"
+#include "capi/SizedStruct.h"
+#include "host/ZOVKPopupHost.h"
+
+namespace {
+
+using zovk::guarded;
+using zovk::textOrEmpty;
+using zovk::ZOVKPopupHost;
+
+zovk::ZOVKPopupHostSettings hostSettings(const zovkpopup_settings& given) {
+  zovk::ZOVKPopupHostSettings settings;
+  const zovk::Callback<const char*> log(given.log,
+                                        zovk::userData(given.log_user, given.log_destroy));
+  if (log) settings.logSink = [log](std::string_view line) { log(std::string(line).c_str()); };
+  settings.applicationId = textOrEmpty(given.application_id);
+  settings.resourceDirectory = textOrEmpty(given.resource_directory);
+  settings.dataDirectory = textOrEmpty(given.data_directory);
+  settings.helperPath = textOrEmpty(given.helper_path);
+  settings.nativeWindow = given.native_window;
+  settings.certificateAuthority = textOrEmpty(given.certificate_authority);
+  return settings;
+}
+
+/// For what has told the log why it failed.
+void check(bool success) {
+  if (!success) throw zovk::Fault{ZOVKPOPUP_ERROR_STATE, {}, true};
+}
+
+}  // namespace
+
+zovkpopup_status zovkpopup_set_up(const zovkpopup_settings* settings) {
+  return guarded(__func__, [&] {
+    check(ZOVKPopupHost::setUp(
+        hostSettings(settings == nullptr ? zovkpopup_settings{} : zovk::readSized(*settings))));
+    zovk::hostIsSetUp();
+  });
+}
+
+zovkpopup_status zovkpopup_pump(std::uint32_t budget_microseconds) {
+  return guarded(__func__, [&] {
+    if (ZOVKPopupHost::pollDescriptor() < 0) check(false);  // without a line for each frame
+    zovk::requireMainThread();
+    ZOVKPopupHost::pump(std::chrono::microseconds(budget_microseconds));
+  });
+}
+
+int zovkpopup_poll_descriptor(void) {
+  return ZOVKPopupHost::pollDescriptor();
+}
+
+zovkpopup_status zovkpopup_set_hooks(const zovkpopup_hooks* hooks) {
+  return guarded(__func__, [&] {
+    zovk::require(hooks, "hooks");
+    const auto given = zovk::readSized(*hooks);
+    const auto user = zovk::userData(given.user, given.destroy);
+    zovk::requirePopups();
+    check(ZOVKPopupHost::setHooks({zovk::Callback<>(given.popups_will_appear, user),
+                                   zovk::Callback<>(given.popups_did_disappear, user)}));
+  });
+}
+
+zovkpopup_status zovkpopup_hold_popups(void) {
+  return guarded(__func__, [] {
+    zovk::requirePopups();
+    check(ZOVKPopupHost::holdPopups());
+  });
+}
+
+zovkpopup_status zovkpopup_release_popups(void) {
+  return guarded(__func__, [] {
+    zovk::requirePopups();
+    check(ZOVKPopupHost::releasePopups());
+  });
+}
+
+zovkpopup_status zovkpopup_game_window_did_become_key(void) {
+  return guarded(__func__, [] {
+    zovk::requireMainThread();
+    ZOVKPopupHost::gameWindowDidBecomeKey();
+  });
+}
+
+zovkpopup_status zovkpopup_game_window_did_resign_key(void) {
+  return guarded(__func__, [] {
+    zovk::requireMainThread();
+    ZOVKPopupHost::gameWindowDidResignKey();
+  });
+}
+
+zovkpopup_status zovkpopup_shut_down(void) {
+  return guarded(__func__, [] {
+    if (ZOVKPopupHost::pollDescriptor() < 0) return;
+    zovk::requireMainThread();
+    ZOVKPopupHost::shutDown();
+  });
+}

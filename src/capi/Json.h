@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+
+#include <boost/json/value.hpp>
+
+#include "bridge/BridgeText.h"
+#include "capi/Boundary.h"
+
+namespace zovk {
+
+/// Values on their way between a page and a game: the game has them as JSON texts, null for none.
+
+using JsonValue = std::optional<boost::json::value>;
+
+/// Throws when the text is no JSON.
+inline JsonValue valueOf(const char* json) {
+  if (json == nullptr) return std::nullopt;
+  auto value = jsonValue(json);
+  if (!value) throw Fault{ZOVKPOPUP_ERROR_JSON, {}};
+  return value;
+}
+
+/// The text of a value, for the length of a call.
+class JsonText {
+ public:
+  explicit JsonText(const JsonValue& value) {
+    if (value) text_ = jsonText(*value, false).value_or("null");
+  }
+  const char* get() const { return text_ ? text_->c_str() : nullptr; }
+
+ private:
+  std::optional<std::string> text_;
+};
+
+}  // namespace zovk

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <memory>
+
+#include "capi/WebWindowEvents.h"
+#include "host/ZOVKPopupHost.h"
+#include "host/ZOVKPopupWebWindow.h"
+
+/// What stands behind a window's handle.
+struct zovkpopup_web_window {
+  std::shared_ptr<zovk::WebWindowEvents> events;
+  std::unique_ptr<zovk::ZOVKPopupWebWindow> window;  ///< Goes first; never null.
+};

@@ -1,0 +1,63 @@
+#include "capi/CGameFixture.h"
+
+namespace zovk {
+namespace {
+
+/// What the game was told, in order.
+class CHooks : public CGameFixture {
+ protected:
+  zovkpopup_status setHooks() {
+    zovkpopup_hooks hooks{};
+    hooks.size = sizeof hooks;
+    hooks.popups_will_appear = [](void* user) { Note::text("appear", user); };
+    hooks.popups_did_disappear = [](void* user) { Note::text("disappear", user); };
+    hooks.user = &note_;
+    hooks.destroy = Note::destroy;
+    return zovkpopup_set_hooks(&hooks);
+  }
+  zovkpopup_status show() {
+    const auto answered = [](std::int32_t, const char*, void* user) { Note::text("answer", user); };
+    return zovkpopup_show_popup("welcome", 0, answered, &note_, nullptr);
+  }
+  void awaitTexts(std::size_t count) {
+    pumpUntil([&] { return note_.texts.size() >= count; }, std::to_string(count) + " calls");
+  }
+
+  Note note_;
+};
+
+TEST_F(CHooks, AreCalledAroundAPopupUntilOthersTakeTheirPlace) {
+  addPage("welcome", 1, answeringPage("skip", "", true));
+  ASSERT_EQ(setUp(), ZOVKPOPUP_OK);
+  ASSERT_EQ(setHooks(), ZOVKPOPUP_OK);
+  ASSERT_EQ(show(), ZOVKPOPUP_OK);
+  awaitTexts(3);
+  EXPECT_EQ(note_.texts, (std::vector<std::string>{"appear", "answer", "disappear"}));
+  zovkpopup_hooks none{};
+  none.size = sizeof none;
+  EXPECT_EQ(zovkpopup_set_hooks(&none), ZOVKPOPUP_OK);
+  EXPECT_EQ(note_.destroyed, 1);
+}
+
+TEST_F(CHooks, AreLetGoByTheShutDown) {
+  ASSERT_EQ(setUp(), ZOVKPOPUP_OK);
+  ASSERT_EQ(setHooks(), ZOVKPOPUP_OK);
+  zovkpopup_shut_down();
+  EXPECT_EQ(note_.destroyed, 1);
+}
+
+TEST_F(CHooks, APopupThatIsHeldBackComesWhenItIsReleased) {
+  addPage("welcome", 1, answeringPage("skip", "", true));
+  ASSERT_EQ(setUp(), ZOVKPOPUP_OK);
+  ASSERT_EQ(zovkpopup_hold_popups(), ZOVKPOPUP_OK);
+  ASSERT_EQ(show(), ZOVKPOPUP_OK);
+  ASSERT_EQ(zovkpopup_pump(1'000'000), ZOVKPOPUP_OK);
+  EXPECT_TRUE(note_.texts.empty());
+  EXPECT_FALSE(logged("Did start provisional navigation"));
+  ASSERT_EQ(zovkpopup_release_popups(), ZOVKPOPUP_OK);
+  awaitTexts(1);
+  EXPECT_EQ(note_.texts, (std::vector<std::string>{"answer"}));
+}
+
+}  // namespace
+}  // namespace zovk
