@@ -30,7 +30,8 @@ ZOVKPopupModel popup(const std::string& scene, std::uint64_t sceneType) {
   return model;
 }
 
-// Pages of the size that popups have, at ten moments of the game. The one that is shown answers when it has been looked at.
+// Pages of the size that popups have, at ten moments of the game. The one that is shown answers
+// when it has been looked at.
 void fill(LocalBundle& bundle) {
   const std::string text(20'000, 'x');
   for (int i = 1; i < kDefinitions; ++i) {

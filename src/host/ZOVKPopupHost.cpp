@@ -9,16 +9,32 @@
 #include "platform/CurrentPlatform.h"
 #include "platform/HostedPlatform.h"
 #include "storage/ZOVKPopupFileManager.h"
+#include "support/ThreadSafety.h"
 
 namespace zovk {
 namespace {
 
-// Main thread only, but for the default platform, which the main thread's first call makes.
-struct Host {
+/// What is true of the host at one moment.
+struct HostState {
   std::shared_ptr<HostedPlatform> platform;
   std::thread::id mainThread;
   bool shutDown = false;
-  bool pumping = false;
+};
+
+/// Changed by the main thread, looked at by any.
+struct Host {
+  mutable Mutex mutex;
+  HostState state ZOVK_GUARDED_BY(mutex);
+  bool pumping = false;  // main thread only
+
+  HostState now() const {
+    const LockGuard lock(mutex);
+    return state;
+  }
+  HostState exchange(HostState next) {
+    const LockGuard lock(mutex);
+    return std::exchange(state, std::move(next));
+  }
 };
 
 Host& host() {
@@ -30,27 +46,38 @@ bool install(std::shared_ptr<HostedPlatform> platform) {
   // The interfaces stay for as long as someone holds them.
   const std::shared_ptr<Platform> interfaces(platform, &platform->interfaces());
   setUpLogger(interfaces, platform->sharedLog());
-  host() = {std::move(platform), std::this_thread::get_id()};
+  host().exchange({std::move(platform), std::this_thread::get_id(), false});
+  host().pumping = false;
   setCurrentPlatform(interfaces);
   return true;
 }
 
 void installDefault() {
-  if (host().platform != nullptr || host().shutDown) return;
+  const HostState now = host().now();
+  if (now.platform != nullptr || now.shutDown) return;
   if (auto platform = makeDefaultPlatform({})) install(std::move(platform));
 }
 
-// True on the main thread of a host that is set up; says so once more when it is another thread.
-bool isOnMainThread(const char* operation) {
-  if (host().platform == nullptr) return false;
-  if (host().mainThread == std::this_thread::get_id()) return true;
+// The platform of a host that is set up, on its main thread; null otherwise, with an error line on
+// another thread.
+std::shared_ptr<HostedPlatform> platformFor(const char* operation) {
+  HostState now = host().now();
+  if (now.platform == nullptr || now.mainThread == std::this_thread::get_id()) return now.platform;
   logError("ZOVKPopupHost::%s was called on another thread than the main thread", operation);
-  return false;
+  return nullptr;
 }
+
+// Says that a pump is under way, also when a callback throws through it.
+struct Pumping {
+  Pumping() { host().pumping = true; }
+  ~Pumping() { host().pumping = false; }
+  Pumping(const Pumping&) = delete;
+  Pumping& operator=(const Pumping&) = delete;
+};
 
 // The engine, for its main thread; null, with an error line, when there is none.
 ZOVKPopupManager* engineFor(const char* operation) {
-  if (host().platform != nullptr && !isOnMainThread(operation)) return nullptr;
+  if (host().now().platform != nullptr && platformFor(operation) == nullptr) return nullptr;
   auto* const manager = ZOVKPopupManager::sharedInstance();
   if (manager == nullptr) {
     logError("ZOVKPopupHost::%s: ZOVKPopup is not set up, or was shut down", operation);
@@ -69,12 +96,13 @@ const bool kDefaultIsKnown = (setDefaultPlatform(installDefault), true);
 }  // namespace
 
 std::shared_ptr<Platform> hostPlatform() {
-  const bool ownThread = host().mainThread == std::this_thread::get_id();
-  return host().platform != nullptr && ownThread ? currentPlatform() : nullptr;
+  const HostState now = host().now();
+  const bool ownThread = now.mainThread == std::this_thread::get_id();
+  return now.platform != nullptr && ownThread ? currentPlatform() : nullptr;
 }
 
 bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
-  if (host().platform != nullptr) return setUp(std::shared_ptr<HostedPlatform>());
+  if (host().now().platform != nullptr) return setUp(std::shared_ptr<HostedPlatform>());
   return setUp(
       makeDefaultPlatform({settings.applicationId, settings.resourceDirectory,
                            settings.dataDirectory, settings.helperPath, settings.nativeWindow,
@@ -82,7 +110,7 @@ bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
 }
 
 bool ZOVKPopupHost::setUp(std::shared_ptr<HostedPlatform> platform) {
-  if (host().platform != nullptr) {
+  if (host().now().platform != nullptr) {
     logError("ZOVKPopupHost::setUp was called before, or the popups are already in use");
     return false;
   }
@@ -94,23 +122,25 @@ bool ZOVKPopupHost::setUp(std::shared_ptr<HostedPlatform> platform) {
 }
 
 void ZOVKPopupHost::pump(std::chrono::microseconds budget) {
-  if (!isOnMainThread("pump") || host().pumping) return;
-  const auto platform = host().platform;  // a callback may shut down
-  host().pumping = true;
+  const auto platform = platformFor("pump");  // kept: a callback may shut down
+  if (platform == nullptr || host().pumping) return;
+  const Pumping pumping;
   platform->pump(budget);
-  host().pumping = false;
 }
 
 int ZOVKPopupHost::pollDescriptor() {
-  return host().platform != nullptr ? host().platform->pollDescriptor() : -1;
+  const auto platform = host().now().platform;
+  return platform != nullptr ? platform->pollDescriptor() : -1;
 }
 
 void ZOVKPopupHost::gameWindowDidBecomeKey() {
-  if (isOnMainThread("gameWindowDidBecomeKey")) host().platform->gameWindowDidBecomeKey();
+  if (const auto platform = platformFor("gameWindowDidBecomeKey"))
+    platform->gameWindowDidBecomeKey();
 }
 
 void ZOVKPopupHost::gameWindowDidResignKey() {
-  if (isOnMainThread("gameWindowDidResignKey")) host().platform->gameWindowDidResignKey();
+  if (const auto platform = platformFor("gameWindowDidResignKey"))
+    platform->gameWindowDidResignKey();
 }
 
 bool ZOVKPopupHost::setHooks(const ZOVKPopupHooks& hooks) {
@@ -128,9 +158,9 @@ bool ZOVKPopupHost::releasePopups() {
 }
 
 void ZOVKPopupHost::shutDown() {
-  if (!isOnMainThread("shutDown")) return;
-  const auto platform = std::exchange(host().platform, nullptr);
-  host().shutDown = true;
+  const auto platform = platformFor("shutDown");
+  if (platform == nullptr) return;
+  host().exchange({nullptr, std::this_thread::get_id(), true});
   if (auto* const manager = ZOVKPopupManager::sharedInstanceNoSynch()) {
     manager->setHooks({});
     manager->setHeldBack(true);  // a hook that shuts down may be about to be followed by a popup
