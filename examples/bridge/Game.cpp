@@ -40,9 +40,10 @@ Host::~Host() {
 }
 
 Game::Game(const Options& options)
-    : window_(openWindow(options)),
+    : window_(sdl::openWindow("Harbour Lights", options.width, options.height,
+                              !options.lookFile.empty())),
       renderer_(SDL_CreateRenderer(window_.get(), -1, SDL_RENDERER_SOFTWARE)),
-      host_(options, nativeWindowOf(window_.get())),
+      host_(options, sdl::nativeWindowOf(window_.get())),
       shop_(options.resourceDirectory + "shop.html", options.player, purse_, tell),
       scene_(renderer_.get()),
       lookScript_(textOf(options.lookFile)) {

@@ -2,9 +2,10 @@
 
 #include <string>
 
-#include "GameWindow.h"
+#include "Options.h"
 #include "Purse.h"
 #include "Scene.h"
+#include "Sdl.h"
 #include "Shop.h"
 
 namespace harbour {
@@ -31,8 +32,8 @@ class Game {
   void payCoin();
   void lookAtPage();
 
-  WindowPointer window_;
-  RendererPointer renderer_;
+  sdl::WindowPointer window_;
+  sdl::RendererPointer renderer_;
   Host host_;
   Purse purse_;
   Shop shop_;

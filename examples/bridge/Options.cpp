@@ -1,49 +1,34 @@
 #include "Options.h"
 
-#include <cstdio>
-#include <string_view>
+#include <cstdlib>
+#include <vector>
 
-#include <SDL.h>
+#include <CLI/CLI.hpp>
+
+#include "Sdl.h"
 
 namespace harbour {
-namespace {
 
-constexpr const char* kUsage =
-    "usage: lantern-shop [--size WIDTHxHEIGHT] [--player NAME] [--data DIRECTORY] [--look FILE]\n";
-
-bool readSize(const char* text, Options& options) {
-  return std::sscanf(text, "%dx%d", &options.width, &options.height) == 2 && options.width >= 320 &&
-         options.height >= 320;
-}
-
-bool readPair(std::string_view name, const char* value, Options& options) {
-  if (name == "--size") return readSize(value, options);
-  std::string* const place = name == "--player" ? &options.player
-                             : name == "--data" ? &options.dataDirectory
-                             : name == "--look" ? &options.lookFile
-                                                : nullptr;
-  if (place != nullptr) *place = value;
-  return place != nullptr;
-}
-
-std::string programDirectory() {
-  char* const path = SDL_GetBasePath();
-  const std::string directory = path != nullptr ? path : "";
-  SDL_free(path);
-  return directory;
-}
-
-}  // namespace
-
-std::optional<Options> readOptions(int count, char** words) {
+Options readOptions(int count, const char* const* words) {
   Options options;
-  options.resourceDirectory = programDirectory();
-  for (int i = 1; i < count; i += 2) {
-    if (i + 1 >= count || !readPair(words[i], words[i + 1], options)) {
-      std::fputs(kUsage, stderr);
-      return std::nullopt;
-    }
+  options.resourceDirectory = sdl::programDirectory();
+  std::vector<int> size = {options.width, options.height};
+  CLI::App app{"Harbour Lights: a harbour, and a shop whose page talks with the game"};
+  app.add_option("--size", size, "Size of the window, as 1280x800")
+      ->delimiter('x')
+      ->expected(2)
+      ->check(CLI::Range(320, 16384));
+  app.add_option("--player", options.player, "The player's name");
+  app.add_option("--data", options.dataDirectory, "Where the player's data lie");
+  app.add_option("--look", options.lookFile, "A script that tells what the page shows")
+      ->check(CLI::ExistingFile);
+  try {
+    app.parse(count, words);
+  } catch (const CLI::ParseError& error) {
+    std::exit(app.exit(error));
   }
+  options.width = size[0];
+  options.height = size[1];
   return options;
 }
 

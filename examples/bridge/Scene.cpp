@@ -105,7 +105,7 @@ void Scene::resize(int width, int height) {
   height_ = static_cast<float>(height);
   backdrop_.reset(SDL_CreateTexture(renderer_, SDL_PIXELFORMAT_ARGB8888, SDL_TEXTUREACCESS_TARGET,
                                     width, height));
-  require(backdrop_ != nullptr, "SDL_CreateTexture");
+  sdl::require(backdrop_ != nullptr, "SDL_CreateTexture");
   SDL_SetRenderTarget(renderer_, backdrop_.get());
   SDL_SetRenderDrawBlendMode(renderer_, SDL_BLENDMODE_BLEND);
   drawHarbour(renderer_, width_, height_);

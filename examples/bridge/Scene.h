@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "GameWindow.h"
+#include "Sdl.h"
 #include "Stock.h"
 
 namespace harbour {
@@ -21,7 +21,7 @@ class Scene {
   void drawLantern(SDL_FPoint place, SDL_Color colour) const;
 
   SDL_Renderer* renderer_;
-  TexturePointer backdrop_;
+  sdl::TexturePointer backdrop_;
   float width_ = 0;
   float height_ = 0;
 };

@@ -5,10 +5,9 @@
 
 int main(int count, char** words) {
   const auto options = harbour::readOptions(count, words);
-  if (!options) return 2;
   try {
-    const harbour::SdlSession session;
-    harbour::Game(*options).run();
+    const sdl::Session session(SDL_INIT_VIDEO);
+    harbour::Game(options).run();
     return 0;
   } catch (const std::exception& failure) {
     std::cerr << failure.what() << '\n';

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SdlHandles.h"
+#include "Sdl.h"
 
 namespace lanterns {
 
@@ -20,8 +20,8 @@ class Backdrop {
   int width_;
   int height_;
   int horizon_;
-  TexturePointer picture_;
-  TexturePointer ripple_;
+  sdl::TexturePointer picture_;
+  sdl::TexturePointer ripple_;
 };
 
 }  // namespace lanterns

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "SdlHandles.h"
+#include "Sdl.h"
 
 namespace lanterns {
 
@@ -29,7 +29,7 @@ class Firefly {
   };
 
   SDL_Renderer* renderer_;
-  TexturePointer glow_;
+  sdl::TexturePointer glow_;
   std::unique_ptr<SDL_GameController, CloseController> controller_;
   float x_ = 0;
   float y_ = 0;

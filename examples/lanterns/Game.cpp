@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-#include "GameWindow.h"
+#include "Sdl.h"
 
 namespace lanterns {
 namespace {
@@ -13,12 +13,13 @@ constexpr int kLanternsOfANight = 8;
 
 Game::Game(const Options& options)
     : tour_(options.tour),
-      window_(openWindow(options)),
+      window_(sdl::openWindow("Lanterns", options.width, options.height, options.tour)),
       // The drawing is light, and so it is the same everywhere.
       renderer_(SDL_CreateRenderer(window_.get(), -1, SDL_RENDERER_SOFTWARE)),
       firefly_(renderer_.get()),
       popups_(
-          options, nativeWindowOf(window_.get()), [this](const std::string& line) { tell(line); },
+          options, sdl::nativeWindowOf(window_.get()),
+          [this](const std::string& line) { tell(line); },
           [this](bool covered) { cover(covered); }),
       menu_(popups_.menu()),
       hud_(renderer_.get(), options.resourceDirectory + "DejaVuSans.ttf", menu_) {

@@ -31,8 +31,8 @@ class Game {
   void tellButtons() const;
 
   bool tour_;
-  WindowPointer window_;
-  RendererPointer renderer_;
+  sdl::WindowPointer window_;
+  sdl::RendererPointer renderer_;
   Sound sound_;
   Firefly firefly_;
   Popups popups_;

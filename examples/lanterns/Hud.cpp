@@ -15,7 +15,7 @@ constexpr int kWidestPanel = 620;
 
 FontPointer openFont(const std::string& path, int size) {
   FontPointer font(TTF_OpenFont(path.c_str(), size));
-  require(font != nullptr, "TTF_OpenFont");
+  sdl::require(font != nullptr, "TTF_OpenFont");
   return font;
 }
 

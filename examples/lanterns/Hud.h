@@ -43,8 +43,8 @@ class Hud {
   std::vector<Button> buttons_;
   std::vector<std::string> history_;
   std::vector<Text> lines_;
-  TexturePointer buttonShape_;
-  TexturePointer panelShape_;
+  sdl::TexturePointer buttonShape_;
+  sdl::TexturePointer panelShape_;
   SDL_Rect panel_{};
 };
 

@@ -29,7 +29,7 @@ Paper paperAt(float u, float t, float width) {
           0.12F * rib + 0.26F * side * side};
 }
 
-TexturePointer paintDark(SDL_Renderer* renderer, int width, int height) {
+sdl::TexturePointer paintDark(SDL_Renderer* renderer, int width, int height) {
   const auto w = static_cast<float>(width);
   const auto h = static_cast<float>(height);
   return paint(renderer, width, height, [=](float x, float y) {
@@ -41,7 +41,7 @@ TexturePointer paintDark(SDL_Renderer* renderer, int width, int height) {
   });
 }
 
-TexturePointer paintLit(SDL_Renderer* renderer, int width, int height) {
+sdl::TexturePointer paintLit(SDL_Renderer* renderer, int width, int height) {
   const auto w = static_cast<float>(width);
   const auto h = static_cast<float>(height);
   return paint(renderer, width, height, [=](float x, float y) {
@@ -55,9 +55,9 @@ TexturePointer paintLit(SDL_Renderer* renderer, int width, int height) {
   });
 }
 
-TexturePointer paintGlow(SDL_Renderer* renderer, int size) {
+sdl::TexturePointer paintGlow(SDL_Renderer* renderer, int size) {
   const float half = static_cast<float>(size) / 2;
-  TexturePointer glow = paint(renderer, size, size, [half](float x, float y) {
+  sdl::TexturePointer glow = paint(renderer, size, size, [half](float x, float y) {
     const float far = std::hypot(x - half, y - half) / half;
     return rgb(0xFFA04A, 0.55F * std::pow(std::max(0.0F, 1 - far), 2.4F));
   });
@@ -65,10 +65,10 @@ TexturePointer paintGlow(SDL_Renderer* renderer, int size) {
   return glow;
 }
 
-TexturePointer paintShine(SDL_Renderer* renderer, int width, int height) {
+sdl::TexturePointer paintShine(SDL_Renderer* renderer, int width, int height) {
   const auto w = static_cast<float>(width);
   const auto h = static_cast<float>(height);
-  TexturePointer shine = paint(renderer, width, height, [=](float x, float y) {
+  sdl::TexturePointer shine = paint(renderer, width, height, [=](float x, float y) {
     const float across = std::pow(std::max(0.0F, 1 - std::abs(x / w - 0.5F) * 2), 2.0F);
     const float along = std::sin(y / h * 3.14159F);
     const float bars = 0.6F + 0.4F * std::sin(y * 1.1F);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SdlHandles.h"
+#include "Sdl.h"
 
 namespace lanterns {
 
@@ -22,10 +22,10 @@ class LanternSprites {
   SDL_Renderer* renderer_;
   int height_;
   int width_;
-  TexturePointer dark_;
-  TexturePointer lit_;
-  TexturePointer glow_;
-  TexturePointer shine_;
+  sdl::TexturePointer dark_;
+  sdl::TexturePointer lit_;
+  sdl::TexturePointer glow_;
+  sdl::TexturePointer shine_;
 };
 
 }  // namespace lanterns

@@ -1,50 +1,33 @@
 #include "Options.h"
 
-#include <cstdio>
-#include <string_view>
+#include <cstdlib>
+#include <vector>
 
-#include <SDL.h>
+#include <CLI/CLI.hpp>
+
+#include "Sdl.h"
 
 namespace lanterns {
-namespace {
 
-constexpr const char* kUsage =
-    "usage: lanterns [--size WIDTHxHEIGHT] [--data DIRECTORY] [--service ADDRESS] [--tour]\n";
-
-bool readSize(const char* text, Options& options) {
-  return std::sscanf(text, "%dx%d", &options.width, &options.height) == 2 && options.width >= 320 &&
-         options.height >= 320;
-}
-
-bool readPair(std::string_view name, const char* value, Options& options) {
-  if (name == "--size") return readSize(value, options);
-  if (name == "--data") options.dataDirectory = value;
-  if (name == "--service") options.service = value;
-  return name == "--data" || name == "--service";
-}
-
-std::string programDirectory() {
-  char* const path = SDL_GetBasePath();
-  const std::string directory = path != nullptr ? path : "";
-  SDL_free(path);
-  return directory;
-}
-
-}  // namespace
-
-std::optional<Options> readOptions(int count, char** words) {
+Options readOptions(int count, const char* const* words) {
   Options options;
-  options.resourceDirectory = programDirectory();
-  for (int i = 1; i < count; ++i) {
-    if (std::string_view(words[i]) == "--tour") {
-      options.tour = true;
-    } else if (i + 1 >= count || !readPair(words[i], words[i + 1], options)) {
-      std::fputs(kUsage, stderr);
-      return std::nullopt;
-    } else {
-      ++i;
-    }
+  options.resourceDirectory = sdl::programDirectory();
+  std::vector<int> size = {options.width, options.height};
+  CLI::App app{"Lanterns: a quiet evening at a lake, with popups"};
+  app.add_option("--size", size, "Size of the window, as 1280x800")
+      ->delimiter('x')
+      ->expected(2)
+      ->check(CLI::Range(320, 16384));
+  app.add_option("--data", options.dataDirectory, "Where the player's data lie");
+  app.add_option("--service", options.service, "Address of a popup service");
+  app.add_flag("--tour", options.tour, "For whoever plays by program");
+  try {
+    app.parse(count, words);
+  } catch (const CLI::ParseError& error) {
+    std::exit(app.exit(error));
   }
+  options.width = size[0];
+  options.height = size[1];
   return options;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
 namespace lanterns {
@@ -20,7 +19,7 @@ struct Options {
   bool tour = false;
 };
 
-/// Nothing, after a line on standard error, when the command line cannot be understood.
-std::optional<Options> readOptions(int count, char** words);
+/// Ends the program when the command line asks for help or cannot be understood.
+Options readOptions(int count, const char* const* words);
 
 }  // namespace lanterns

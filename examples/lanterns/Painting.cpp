@@ -40,7 +40,7 @@ float smooth(float from, float to, float value) {
   return t * t * (3 - 2 * t);
 }
 
-TexturePointer paint(SDL_Renderer* renderer, int width, int height, const Painter& painter) {
+sdl::TexturePointer paint(SDL_Renderer* renderer, int width, int height, const Painter& painter) {
   std::vector<std::uint32_t> pixels;
   pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
   for (int y = 0; y < height; ++y) {
@@ -48,16 +48,16 @@ TexturePointer paint(SDL_Renderer* renderer, int width, int height, const Painte
       pixels.push_back(argb(painter(static_cast<float>(x) + 0.5F, static_cast<float>(y) + 0.5F)));
     }
   }
-  TexturePointer texture(SDL_CreateTexture(renderer, SDL_PIXELFORMAT_ARGB8888,
-                                           SDL_TEXTUREACCESS_STATIC, width, height));
-  require(texture != nullptr, "SDL_CreateTexture");
+  sdl::TexturePointer texture(SDL_CreateTexture(renderer, SDL_PIXELFORMAT_ARGB8888,
+                                                SDL_TEXTUREACCESS_STATIC, width, height));
+  sdl::require(texture != nullptr, "SDL_CreateTexture");
   SDL_UpdateTexture(texture.get(), nullptr, pixels.data(), width * 4);
   SDL_SetTextureBlendMode(texture.get(), SDL_BLENDMODE_BLEND);
   return texture;
 }
 
-TexturePointer paintPill(SDL_Renderer* renderer, int width, int height, float radius,
-                         const Color& color) {
+sdl::TexturePointer paintPill(SDL_Renderer* renderer, int width, int height, float radius,
+                              const Color& color) {
   const auto w = static_cast<float>(width);
   const auto h = static_cast<float>(height);
   return paint(renderer, width, height, [=](float x, float y) {

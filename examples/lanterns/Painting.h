@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "SdlHandles.h"
+#include "Sdl.h"
 
 namespace lanterns {
 
@@ -24,9 +24,9 @@ float smooth(float from, float to, float value);
 using Painter = std::function<Color(float x, float y)>;
 
 /// A texture painted pixel by pixel, once.
-TexturePointer paint(SDL_Renderer* renderer, int width, int height, const Painter& painter);
+sdl::TexturePointer paint(SDL_Renderer* renderer, int width, int height, const Painter& painter);
 /// A filled rectangle with round corners.
-TexturePointer paintPill(SDL_Renderer* renderer, int width, int height, float radius,
-                         const Color& color);
+sdl::TexturePointer paintPill(SDL_Renderer* renderer, int width, int height, float radius,
+                              const Color& color);
 
 }  // namespace lanterns

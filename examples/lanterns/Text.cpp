@@ -33,7 +33,7 @@ void Text::set(const std::string& text, int widest) {
   shown_ = line;
   const SDL_Color color{byteOf(color_.red), byteOf(color_.green), byteOf(color_.blue),
                         byteOf(color_.alpha)};
-  const SurfacePointer surface(TTF_RenderUTF8_Blended(font_, line.c_str(), color));
+  const sdl::SurfacePointer surface(TTF_RenderUTF8_Blended(font_, line.c_str(), color));
   texture_.reset(surface ? SDL_CreateTextureFromSurface(renderer_, surface.get()) : nullptr);
   width_ = surface ? surface->w : 0;
   height_ = surface ? surface->h : 0;

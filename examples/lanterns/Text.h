@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "Fonts.h"
 #include "Painting.h"
 
 namespace lanterns {
@@ -23,7 +24,7 @@ class Text {
   TTF_Font* font_;
   Color color_;
   std::string shown_;
-  TexturePointer texture_;
+  sdl::TexturePointer texture_;
   int width_ = 0;
   int height_ = 0;
 };
