@@ -122,7 +122,7 @@ ZOVKPOPUP_EXPORT int zovkpopup_poll_descriptor(void);
 typedef struct zovkpopup_hooks {
   size_t size;
   zovkpopup_event popups_will_appear;    ///< Before the first popup comes on screen.
-  zovkpopup_event popups_did_disappear;  ///< After the last one is gone and was answered.
+  zovkpopup_event popups_did_disappear;  ///< After the last one is gone.
   void* user;
   zovkpopup_destroy destroy;
 } zovkpopup_hooks;

@@ -10,8 +10,7 @@ namespace zovk {
 struct ZOVKPopupHooks {
   /// Before the first popup comes on screen.
   std::function<void()> popupsWillAppear;
-  /// After the last one is gone, and after the callback with its answer. Not when the host is shut
-  /// down.
+  /// After the last one is gone. Not when the host is shut down.
   std::function<void()> popupsDidDisappear;
 };
 
