@@ -8,6 +8,7 @@ from screen import wait_until
 PAGES = pathlib.Path(__file__).resolve().parent.parent / "resources" / "pages"
 LANTERN_BAND = 0xD9B7A8  # around a lantern that is not lit
 AGREE = 0x1A5FB4         # the library's own confirm button
+LIGHTING = 2.0           # seconds after which a lantern that was tapped is bright
 
 
 def colour_in(file, name):
@@ -117,11 +118,18 @@ class Player:
             self.album.wrong.append(f"#{number} was answered too early")
 
     def light_a_lantern(self):
+        """Taps a dark lantern. The one that was lit last may still look dark, until it is drawn
+        anew, and lanterns move: like any player, the tour taps again when nothing lights up."""
         print("  A lantern is lit", flush=True)
-        box = wait_until("a dark lantern", lambda: self.screen.find(LANTERN_BAND, 20))
         before = self.game.count()
-        self.screen.click(box[0] + 10, (box[1] + box[3]) / 2)
-        self.game.wait_line("lit ", before)
+
+        def tap():
+            box = self.screen.find(LANTERN_BAND, 20)
+            if not box:
+                return False
+            self.screen.click(box[0] + 10, (box[1] + box[3]) / 2)
+            return self.game.says("lit ", before, LIGHTING)
+        wait_until("a lantern to be lit", tap)
 
     def light_until_the_night_ends(self):
         """Lights lanterns until the game itself asks for a popup."""

@@ -39,6 +39,12 @@ class Program:
                 raise TourFailure(f"the {self.name} ended with {self.process.returncode}")
             return found()
 
+    def says(self, start, after, seconds):
+        """Whether a line with that start comes in time after the first `after` ones."""
+        with self.changed:
+            return self.changed.wait_for(
+                lambda: any(line.startswith(start) for line in self.lines[after:]), seconds)
+
     def said(self, start):
         with self.changed:
             return any(line.startswith(start) for line in self.lines)
