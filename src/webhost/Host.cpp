@@ -59,8 +59,11 @@ void Host::closeWindow(Id id) {
   if (found == windows_.end()) return;
   const std::unique_ptr<WindowHost> closing = std::move(found->second);
   windows_.erase(found);
+  // Off the screen before anything else: a tap that follows the keyboard is meant for the game.
+  const bool wasShown = closing->isShown();
+  closing->hide();
+  if (wasShown) passKeyboardOn();
   views_.dropAllIn(closing->widget());
-  if (closing->isShown()) passKeyboardOn();
 }
 
 void Host::passKeyboardOn() const {

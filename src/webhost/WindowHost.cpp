@@ -56,7 +56,7 @@ WindowHost::WindowHost(Id id, GtkWidget* root, const Frame& frame, EventSink eve
 }
 
 WindowHost::~WindowHost() {
-  if (shown_) disconnectSignals();
+  hide();
   finishWaiting();
   gtk_window_set_child(window_, nullptr);
   gtk_window_destroy(window_);
@@ -92,6 +92,12 @@ void WindowHost::show(const GameWindow& game) {
   shown_ = true;
   gtk_window_present(window_);
   if (!fullScreen_) place();
+}
+
+void WindowHost::hide() {
+  if (!std::exchange(shown_, false)) return;
+  disconnectSignals();
+  gtk_widget_set_visible(widget(), FALSE);
 }
 
 void WindowHost::place() {

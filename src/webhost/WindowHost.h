@@ -28,6 +28,7 @@ class WindowHost {
   GtkWidget* widget() const { return GTK_WIDGET(window_); }
   bool isShown() const { return shown_; }
   void show(const GameWindow& game);
+  void hide();
   void setBackground(const GdkRGBA& color);
   ProgressLine& progress() { return progress_; }
   /// Runs `next` once the window has been painted with all that was changed so far: at once when

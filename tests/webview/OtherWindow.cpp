@@ -1,6 +1,5 @@
 #include "OtherWindow.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 #include <X11/Xatom.h>
@@ -26,15 +25,18 @@ Window transientFor(Display* display, Window child) {
   return window;
 }
 
-bool anyTransientBelow(Display* display, Window parent, Window wanted) {
+Window transientBelow(Display* display, Window parent, Window wanted) {
   Window root = 0;
   Window above = 0;
   Window* children = nullptr;
   unsigned int count = 0;
-  if (XQueryTree(display, parent, &root, &above, &children, &count) == 0) return false;
-  const bool found = std::any_of(children, children + count, [=](Window child) {
-    return transientFor(display, child) == wanted || anyTransientBelow(display, child, wanted);
-  });
+  if (XQueryTree(display, parent, &root, &above, &children, &count) == 0) return 0;
+  Window found = 0;
+  for (unsigned int i = 0; i < count && found == 0; ++i) {
+    found = transientFor(display, children[i]) == wanted
+                ? children[i]
+                : transientBelow(display, children[i], wanted);
+  }
   if (children != nullptr) XFree(children);
   return found;
 }
@@ -72,9 +74,27 @@ void OtherWindow::awaitFocus(bool focused) {
   while (event.type != (focused ? FocusIn : FocusOut)) XNextEvent(asDisplay(display_), &event);
 }
 
-bool OtherWindow::hasTransient() const {
+std::uint64_t OtherWindow::transient() const {
   Display* display = asDisplay(display_);
-  return anyTransientBelow(display, DefaultRootWindow(display), window_);
+  return transientBelow(display, DefaultRootWindow(display), window_);
+}
+
+void OtherWindow::watchTransient() {
+  const Window window = transient();
+  if (window == 0) throw std::runtime_error("no window stands before this one");
+  Display* display = asDisplay(display_);
+  XSelectInput(display, window, StructureNotifyMask);
+  XSync(display, True);
+}
+
+bool OtherWindow::getsFocusAfterTransientLeft() {
+  bool left = false;
+  XEvent event{};
+  while (event.type != FocusIn) {
+    XNextEvent(asDisplay(display_), &event);
+    left = left || (event.type == UnmapNotify && event.xunmap.window != window_);
+  }
+  return left;
 }
 
 }  // namespace zovk

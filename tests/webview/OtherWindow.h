@@ -19,9 +19,15 @@ class OtherWindow {
   /// Waits until it gets or loses the keyboard.
   void awaitFocus(bool focused);
   /// Whether some window on the screen says that it stands before this one.
-  bool hasTransient() const;
+  bool hasTransient() const { return transient() != 0; }
+  /// From now on also hears when the window that stands before this one leaves the screen.
+  void watchTransient();
+  /// Waits until it gets the keyboard; whether the watched window had left the screen by then.
+  bool getsFocusAfterTransientLeft();
 
  private:
+  std::uint64_t transient() const;
+
   void* display_;
   std::uint64_t window_ = 0;
 };

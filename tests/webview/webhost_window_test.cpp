@@ -132,6 +132,21 @@ TEST(WebHostWindow, TellsWhenTheWindowOfTheGameBecomesActiveAndGivesItTheKeyboar
   helper.await("window.other");
 }
 
+TEST(WebHostWindow, IsOffTheScreenBeforeTheGameGetsTheKeyboardBack) {
+  OtherWindow game;
+  WebHostProcess helper(WebHostProcess::Start::kSilent);
+  WebHostMessage greeting = helper.greeting();
+  greeting["nativeWindow"] = game.id();
+  helper.send(greeting);
+  helper.await("ready");
+  PopupScreen screen(helper);
+  screen.openPage("plain.html");
+  helper.await("window.key", {{"window", 1}, {"key", true}});
+  game.watchTransient();
+  helper.send({{"type", "window.close"}, {"window", 1}});
+  EXPECT_TRUE(game.getsFocusAfterTransientLeft());
+}
+
 TEST(WebHostWindow, SurvivesAWindowOfTheGameThatIsGone) {
   std::uint64_t id = 0;
   {

@@ -61,7 +61,7 @@ class Program:
 
 
 class Game(Program):
-    quiet = ("button ", "paused", "goes on")
+    quiet = ("button ",)
 
     def __init__(self, command, log):
         super().__init__("game", command, log)

@@ -34,6 +34,9 @@ class Tour:
             player.screen.wait_active("Lanterns")
             play(player)
             player.leave()
+        except TourFailure:
+            self.album.shoot("failure")
+            raise
         finally:
             game.close()
 
@@ -71,7 +74,6 @@ def main():
             Tour(arguments, album).run(pathlib.Path(scratch))
         except TourFailure as failure:
             album.wrong.append(str(failure))
-            album.shoot("failure")
     for wrong in album.wrong:
         print(f"  WRONG: {wrong}")
     print(f"  {arguments.size}: {album.checks} answers and reports, {len(album.wrong)} wrong, "
