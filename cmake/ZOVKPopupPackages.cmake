@@ -18,6 +18,8 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libzovkpopup${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+# It is loaded at run time, so that nothing else finds out.
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS "libcurl4 (>= 7.87)")
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "in-app popups for games - shared library
 The library shows web pages over a game at the moments that the game chooses,
 and tells it what the player answered. The pages run in a helper program

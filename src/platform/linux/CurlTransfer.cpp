@@ -30,6 +30,18 @@ std::chrono::seconds timeoutOf(const UrlRequest& request) {
 
 }  // namespace
 
+template <typename Value>
+void CurlTransfer::set(CURLoption option, Value value) {
+  curl().easySetOption(handle(), option, value);
+}
+
+template <typename Value>
+Value CurlTransfer::info(CURLINFO what) const {
+  Value value{};
+  curl().easyGetInfo(handle(), what, &value);
+  return value;
+}
+
 CurlTransfer::CurlTransfer(const UrlRequest& request, ResponseSink& sink,
                            const CurlSessionSettings& settings)
     : request_(request),
@@ -54,46 +66,46 @@ std::optional<std::string> CurlTransfer::prepare(SessionFiles& files) {
 std::optional<std::string> CurlTransfer::parseUrl() {
   // A zero byte would cut the address short.
   if (request_.url.find('\0') != std::string::npos) return "unusable address";
-  url_.reset(curl_url());
-  const CURLUcode code = curl_url_set(url_.get(), CURLUPART_URL, request_.url.c_str(), 0);
-  if (code != CURLUE_OK) return std::string("unusable address: ") + curl_url_strerror(code);
-  curl_easy_setopt(handle(), CURLOPT_CURLU, url_.get());
+  url_.reset(curl().url());
+  const CURLUcode code = curl().urlSet(url_.get(), CURLUPART_URL, request_.url.c_str(), 0);
+  if (code != CURLUE_OK) return std::string("unusable address: ") + curl().urlErrorText(code);
+  set(CURLOPT_CURLU, url_.get());
   return std::nullopt;
 }
 
 void CurlTransfer::setConnection() {
-  curl_easy_setopt(handle(), CURLOPT_NOSIGNAL, 1L);
-  curl_easy_setopt(handle(), CURLOPT_PROTOCOLS_STR, kProtocols);
-  curl_easy_setopt(handle(), CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_2TLS));
-  curl_easy_setopt(handle(), CURLOPT_OPENSOCKETFUNCTION, &openSocket);
+  set(CURLOPT_NOSIGNAL, 1L);
+  set(CURLOPT_PROTOCOLS_STR, kProtocols);
+  set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_2TLS));
+  set(CURLOPT_OPENSOCKETFUNCTION, &openSocket);
   const auto connectTimeout = static_cast<long>(timeout_.count());
-  curl_easy_setopt(handle(), CURLOPT_CONNECTTIMEOUT, connectTimeout);
+  set(CURLOPT_CONNECTTIMEOUT, connectTimeout);
   // A name that is still being looked up must not hold up a cancellation or the shutdown.
-  curl_easy_setopt(handle(), CURLOPT_QUICK_EXIT, 1L);
+  set(CURLOPT_QUICK_EXIT, 1L);
 }
 
 void CurlTransfer::setTrust() {
   if (settings_.certificateAuthority.empty()) return;
   // Naming the file to the library would replace the system's.
-  curl_easy_setopt(handle(), CURLOPT_SSL_CTX_FUNCTION, &addAuthority);
-  curl_easy_setopt(handle(), CURLOPT_SSL_CTX_DATA, settings_.certificateAuthority.c_str());
+  set(CURLOPT_SSL_CTX_FUNCTION, &addAuthority);
+  set(CURLOPT_SSL_CTX_DATA, settings_.certificateAuthority.c_str());
 }
 
 void CurlTransfer::setRedirects() {
-  curl_easy_setopt(handle(), CURLOPT_FOLLOWLOCATION, 1L);
-  curl_easy_setopt(handle(), CURLOPT_MAXREDIRS, kMostRedirects);
-  curl_easy_setopt(handle(), CURLOPT_REDIR_PROTOCOLS_STR, kProtocols);
+  set(CURLOPT_FOLLOWLOCATION, 1L);
+  set(CURLOPT_MAXREDIRS, kMostRedirects);
+  set(CURLOPT_REDIR_PROTOCOLS_STR, kProtocols);
 }
 
 void CurlTransfer::setMethod() {
   if (request_.method == "GET" && !request_.body) return;
   if (request_.method == "POST" || request_.body) {
     const std::string_view body = request_.body ? std::string_view(*request_.body) : "";
-    curl_easy_setopt(handle(), CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
-    curl_easy_setopt(handle(), CURLOPT_POSTFIELDS, body.data());
+    set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+    set(CURLOPT_POSTFIELDS, body.data());
   }
   if (request_.method != "POST") {
-    curl_easy_setopt(handle(), CURLOPT_CUSTOMREQUEST, request_.method.c_str());
+    set(CURLOPT_CUSTOMREQUEST, request_.method.c_str());
   }
 }
 
@@ -105,22 +117,22 @@ void CurlTransfer::setHeaders() {
   const Validators known = sink_.known();
   if (!known.entityTag.empty()) addHeader("If-None-Match: " + known.entityTag);
   if (!known.lastModified.empty()) addHeader("If-Modified-Since: " + known.lastModified);
-  curl_easy_setopt(handle(), CURLOPT_HTTPHEADER, headers_.get());
+  set(CURLOPT_HTTPHEADER, headers_.get());
 }
 
 void CurlTransfer::addHeader(const std::string& line) {
-  curl_slist* const longer = curl_slist_append(headers_.get(), line.c_str());
+  curl_slist* const longer = curl().listAppend(headers_.get(), line.c_str());
   if (longer == nullptr) return;  // no memory: the list is as it was
   static_cast<void>(headers_.release());
   headers_.reset(longer);
 }
 
 void CurlTransfer::setReception() {
-  curl_easy_setopt(handle(), CURLOPT_ACCEPT_ENCODING, "");
-  curl_easy_setopt(handle(), CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(kMaximumBody));
-  curl_easy_setopt(handle(), CURLOPT_WRITEFUNCTION, &CurlTransfer::receive);
-  curl_easy_setopt(handle(), CURLOPT_WRITEDATA, this);
-  curl_easy_setopt(handle(), CURLOPT_ERRORBUFFER, errorBuffer_.data());
+  set(CURLOPT_ACCEPT_ENCODING, "");
+  set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(kMaximumBody));
+  set(CURLOPT_WRITEFUNCTION, &CurlTransfer::receive);
+  set(CURLOPT_WRITEDATA, this);
+  set(CURLOPT_ERRORBUFFER, errorBuffer_.data());
 }
 
 // The library's own limit on slow transfers looks at an average, which hides a stop for seconds.
@@ -132,48 +144,39 @@ CurlTransfer::TimePoint CurlTransfer::deadline(TimePoint now) {
 }
 
 curl_off_t CurlTransfer::bytesMoved() const {
-  curl_off_t down = 0;
-  curl_off_t up = 0;
-  long headers = 0;
-  curl_easy_getinfo(handle(), CURLINFO_SIZE_DOWNLOAD_T, &down);
-  curl_easy_getinfo(handle(), CURLINFO_SIZE_UPLOAD_T, &up);
-  curl_easy_getinfo(handle(), CURLINFO_HEADER_SIZE, &headers);
-  return down + up + headers;
+  return info<curl_off_t>(CURLINFO_SIZE_DOWNLOAD_T) + info<curl_off_t>(CURLINFO_SIZE_UPLOAD_T) +
+         info<long>(CURLINFO_HEADER_SIZE);
 }
 
 UrlResult CurlTransfer::result(CURLcode code) const {
   UrlResult result;
-  char* url = nullptr;
-  curl_easy_getinfo(handle(), CURLINFO_EFFECTIVE_URL, &url);
+  const char* const url = info<const char*>(CURLINFO_EFFECTIVE_URL);
   result.url = url != nullptr && *url != '\0' ? url : request_.url;
   if (code != CURLE_OK) {
     result.error = errorText(code);
     return result;
   }
-  long status = 0;
-  curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &status);
-  result.status = static_cast<int>(status);
+  result.status = static_cast<int>(info<long>(CURLINFO_RESPONSE_CODE));
   return result;
 }
 
 AnswerVersion CurlTransfer::version() const {
-  long redirects = 0;
-  curl_easy_getinfo(handle(), CURLINFO_REDIRECT_COUNT, &redirects);
+  const bool redirected = info<long>(CURLINFO_REDIRECT_COUNT) > 0;
   const bool mayBeKept = !boost::algorithm::icontains(answerHeader("Cache-Control"), "no-store") &&
                          answerHeader("Vary") != "*";
-  return {{answerHeader("ETag"), answerHeader("Last-Modified")}, mayBeKept, redirects > 0};
+  return {{answerHeader("ETag"), answerHeader("Last-Modified")}, mayBeKept, redirected};
 }
 
 std::string CurlTransfer::answerHeader(const char* name) const {
   constexpr int kLastRequest = -1;
   curl_header* header = nullptr;
-  const CURLHcode code = curl_easy_header(handle(), name, 0, CURLH_HEADER, kLastRequest, &header);
+  const CURLHcode code = curl().easyHeader(handle(), name, 0, CURLH_HEADER, kLastRequest, &header);
   return code == CURLHE_OK ? header->value : std::string();
 }
 
 std::string CurlTransfer::errorText(CURLcode code) const {
   if (ownError_) return *ownError_;
-  return errorBuffer_[0] != '\0' ? errorBuffer_.data() : curl_easy_strerror(code);
+  return errorBuffer_[0] != '\0' ? errorBuffer_.data() : curl().easyErrorText(code);
 }
 
 std::size_t CurlTransfer::receive(char* bytes, std::size_t size, std::size_t count,

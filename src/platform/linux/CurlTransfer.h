@@ -37,6 +37,10 @@ class CurlTransfer {
   AnswerVersion version() const;
 
  private:
+  template <typename Value>
+  void set(CURLoption option, Value value);
+  template <typename Value>
+  Value info(CURLINFO what) const;
   std::optional<std::string> parseUrl();
   void setConnection();
   void setTrust();

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <system_error>
 
+#include <poll.h>
 #include <sys/eventfd.h>
 
 namespace zovk {
@@ -77,18 +78,38 @@ void CurlWorker::shutDown() {
 
 void CurlWorker::run() {
   blockBrokenPipeSignal();
+  curl().failure.empty() ? runTransfers() : failAll(curl().failure);
+}
+
+void CurlWorker::runTransfers() {
   State state{{}, {{}, DownloadCache(settings_.cachePath)}, {}, {}};
   while (!stopping_) {
     acceptJobs(state);
     finishCancelled(state);
     beginWaiting(state);
     int stillRunning = 0;
-    curl_multi_perform(state.multi.get(), &stillRunning);
+    curl().multiPerform(state.multi.get(), &stillRunning);
     finishStalled(state);
     if (!finishEnded(state)) wait(state);
   }
   for (const Running& running : state.running) {
-    curl_multi_remove_handle(state.multi.get(), running.transfer.handle());
+    curl().multiRemoveHandle(state.multi.get(), running.transfer.handle());
+  }
+}
+
+void CurlWorker::failAll(const std::string& reason) {
+  while (!stopping_) {
+    Jobs jobs;
+    {
+      const LockGuard lock(mutex_);
+      jobs.swap(added_);
+    }
+    for (auto job = jobs.begin(); job != jobs.end() && !stopping_; ++job) {
+      fail(**job, (*job)->task->isCancelled() ? kCancelled : reason);
+    }
+    pollfd signal{signal_.get(), POLLIN, 0};
+    ::poll(&signal, 1, -1);
+    takeSignal();
   }
 }
 
@@ -130,7 +151,7 @@ void CurlWorker::begin(State& state, std::unique_ptr<CurlJob> job) {
     fail(*job, std::move(*error));
     return;
   }
-  curl_multi_add_handle(state.multi.get(), running.transfer.handle());
+  curl().multiAddHandle(state.multi.get(), running.transfer.handle());
 }
 
 void CurlWorker::finishCancelled(State& state) {
@@ -154,7 +175,7 @@ void CurlWorker::finishStalled(State& state) {
 bool CurlWorker::finishEnded(State& state) {
   bool any = false;
   int left = 0;
-  while (const CURLMsg* message = curl_multi_info_read(state.multi.get(), &left)) {
+  while (const CURLMsg* message = curl().multiInfoRead(state.multi.get(), &left)) {
     if (stopping_) break;
     const CURLcode code = message->data.result;  // the message goes with the handle
     const auto running = std::find_if(
@@ -168,7 +189,7 @@ bool CurlWorker::finishEnded(State& state) {
 }
 
 void CurlWorker::finish(State& state, std::list<Running>::iterator running, CURLcode code) {
-  curl_multi_remove_handle(state.multi.get(), running->transfer.handle());
+  curl().multiRemoveHandle(state.multi.get(), running->transfer.handle());
   UrlResult result = running->transfer.result(code);
   if (running->job->task->isCancelled()) result.error = kCancelled;
   const AnswerVersion version = running->transfer.version();
@@ -183,7 +204,11 @@ void CurlWorker::finish(State& state, std::list<Running>::iterator running, CURL
 
 void CurlWorker::wait(State& state) {
   curl_waitfd signal{signal_.get(), CURL_WAIT_POLLIN, 0};
-  curl_multi_poll(state.multi.get(), &signal, 1, millisecondsToWait(state), nullptr);
+  curl().multiPoll(state.multi.get(), &signal, 1, millisecondsToWait(state), nullptr);
+  takeSignal();
+}
+
+void CurlWorker::takeSignal() {
   std::uint64_t count = 0;
   [[maybe_unused]] const auto readCount = ::read(signal_.get(), &count, sizeof count);
 }

@@ -4,6 +4,7 @@
 #include <deque>
 #include <list>
 #include <memory>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -49,6 +50,10 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
   };
 
   void run();
+  void runTransfers();
+  /// Where there is nothing to send requests with.
+  void failAll(const std::string& reason);
+  void takeSignal();
   void acceptJobs(State& state);
   void beginWaiting(State& state);
   static bool mayBegin(const State& state, const CurlJob& job);
