@@ -1,6 +1,5 @@
 """A person at the screen, with a keyboard, who answers popups and leaves games."""
 import os
-import signal
 import subprocess
 import time
 
@@ -10,7 +9,7 @@ LOOK_AGAIN = 0.1
 
 class Person:
     """Looks at a program until it ends. Popups that stand on the screen are answered with a key, if
-    there is one; a game, which goes on after the answer, is then interrupted."""
+    there is one; a game, which goes on after the answer, is then ended."""
 
     def __init__(self, key, leaves):
         self.key = key
@@ -25,7 +24,7 @@ class Person:
                 raise TimeoutError(f"it did not end within {DEADLINE:.0f} seconds; it said:\n{output.read_text()}")
             if self.leaves and "answered " in output.read_text(errors="replace"):
                 if not left:
-                    process.send_signal(signal.SIGINT)
+                    process.terminate()  # a shell may have its children ignore interrupts
                 left = True
             elif self.key and self._popup_is_up():
                 subprocess.run(["xdotool", "key", self.key], check=True)
