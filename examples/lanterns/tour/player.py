@@ -128,7 +128,7 @@ class Player:
             if not box:
                 return False
             self.screen.click(box[0] + 10, (box[1] + box[3]) / 2)
-            return self.game.says("lit ", before, LIGHTING)
+            return self.game.said("lit ", before, LIGHTING)
         wait_until("a lantern to be lit", tap)
 
     def light_until_the_night_ends(self):

@@ -27,27 +27,22 @@ class Program:
                 self.lines.append(line)
                 self.changed.notify_all()
 
-    def wait_line(self, start, after=0):
-        """The first line with that start among those after the first `after` ones."""
+    def said(self, start, after=0, within=0):
+        """The first line with that start among those after the first `after` ones, if there is one
+        or it comes within so many seconds."""
         def found():
             return next((line for line in self.lines[after:] if line.startswith(start)), None)
         with self.changed:
-            if not self.changed.wait_for(lambda: found() or self.process.poll() is not None,
-                                         DEADLINE):
-                raise TourFailure(f"waited {DEADLINE:.0f} seconds in vain for \"{start}…\"")
-            if not found():
+            self.changed.wait_for(lambda: found() or self.process.poll() is not None, within)
+            if not found() and self.process.poll() is not None:
                 raise TourFailure(f"the {self.name} ended with {self.process.returncode}")
             return found()
 
-    def says(self, start, after, seconds):
-        """Whether a line with that start comes in time after the first `after` ones."""
-        with self.changed:
-            return self.changed.wait_for(
-                lambda: any(line.startswith(start) for line in self.lines[after:]), seconds)
-
-    def said(self, start):
-        with self.changed:
-            return any(line.startswith(start) for line in self.lines)
+    def wait_line(self, start, after=0):
+        line = self.said(start, after, DEADLINE)
+        if line is None:
+            raise TourFailure(f"waited {DEADLINE:.0f} seconds in vain for \"{start}…\"")
+        return line
 
     def count(self):
         with self.changed:
@@ -61,7 +56,7 @@ class Program:
 
 
 class Game(Program):
-    quiet = ("button ",)
+    quiet = ("button ", "paused", "goes on")
 
     def __init__(self, command, log):
         super().__init__("game", command, log)
