@@ -99,13 +99,9 @@ void CurlWorker::runTransfers() {
 
 void CurlWorker::failAll(const std::string& reason) {
   while (!stopping_) {
-    Jobs jobs;
-    {
-      const LockGuard lock(mutex_);
-      jobs.swap(added_);
-    }
-    for (auto job = jobs.begin(); job != jobs.end() && !stopping_; ++job) {
-      fail(**job, (*job)->task->isCancelled() ? kCancelled : reason);
+    for (const auto& job : takeAdded()) {
+      if (stopping_) return;
+      fail(*job, job->task->isCancelled() ? kCancelled : reason);
     }
     pollfd signal{signal_.get(), POLLIN, 0};
     ::poll(&signal, 1, -1);
@@ -113,10 +109,14 @@ void CurlWorker::failAll(const std::string& reason) {
   }
 }
 
-void CurlWorker::acceptJobs(State& state) {
+CurlWorker::Jobs CurlWorker::takeAdded() {
   const LockGuard lock(mutex_);
-  std::move(added_.begin(), added_.end(), std::back_inserter(state.waiting));
-  added_.clear();
+  return std::exchange(added_, {});
+}
+
+void CurlWorker::acceptJobs(State& state) {
+  Jobs jobs = takeAdded();
+  std::move(jobs.begin(), jobs.end(), std::back_inserter(state.waiting));
 }
 
 void CurlWorker::beginWaiting(State& state) {

@@ -54,6 +54,7 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
   /// Where there is nothing to send requests with.
   void failAll(const std::string& reason);
   void takeSignal();
+  Jobs takeAdded();
   void acceptJobs(State& state);
   void beginWaiting(State& state);
   static bool mayBegin(const State& state, const CurlJob& job);
