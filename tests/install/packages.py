@@ -24,7 +24,8 @@ def make_and_unpack(build, root):
 
 def check_fields(name, package):
     depends = run("dpkg-deb", "-f", package, "Depends")
-    expected = {"libzovkpopup1": ["libwebkitgtk-6.0-4", "libgtk-4-1", "libcurl4 (>= ", "libsqlite3-0"],
+    expected = {"libzovkpopup1": ["libwebkitgtk-6.0-4", "libgtk-4-1", "libcurl4 (>= ",
+                                  "libsqlite3-0"],
                 "libzovkpopup-dev": ["libzovkpopup1 (= ", "libc6"]}[name]
     for wanted in expected:
         expect(wanted in depends, f"{name} does not depend on {wanted}: {depends}")

@@ -12,6 +12,14 @@
 namespace zovk {
 namespace {
 
+/// Readies a silent helper whose popups stand before that window.
+void greetFor(WebHostProcess& helper, std::uint64_t gameWindow) {
+  WebHostMessage greeting = helper.greeting();
+  greeting["nativeWindow"] = gameWindow;
+  helper.send(greeting);
+  helper.await("ready");
+}
+
 TEST(WebHostWindow, TakesTheFrameOfTheGame) {
   WebHostProcess helper;
   PopupScreen screen(helper);
@@ -100,10 +108,7 @@ TEST(WebHostWindow, IsSeenInItsSnapshot) {
 TEST(WebHostWindow, StandsBeforeTheWindowOfTheGame) {
   OtherWindow game;
   WebHostProcess helper(WebHostProcess::Start::kSilent);
-  WebHostMessage greeting = helper.greeting();
-  greeting["nativeWindow"] = game.id();
-  helper.send(greeting);
-  helper.await("ready");
+  greetFor(helper, game.id());
   PopupScreen screen(helper);
   screen.open();
   helper.await("window.key", {{"window", 1}, {"key", true}});
@@ -113,10 +118,7 @@ TEST(WebHostWindow, StandsBeforeTheWindowOfTheGame) {
 TEST(WebHostWindow, TellsWhenTheWindowOfTheGameBecomesActiveAndGivesItTheKeyboardBack) {
   OtherWindow game;
   WebHostProcess helper(WebHostProcess::Start::kSilent);
-  WebHostMessage greeting = helper.greeting();
-  greeting["nativeWindow"] = game.id();
-  helper.send(greeting);
-  helper.await("ready");
+  greetFor(helper, game.id());
   PopupScreen screen(helper);
   screen.open();
   helper.await("window.key", {{"window", 1}, {"key", true}});
@@ -135,10 +137,7 @@ TEST(WebHostWindow, TellsWhenTheWindowOfTheGameBecomesActiveAndGivesItTheKeyboar
 TEST(WebHostWindow, IsOffTheScreenBeforeTheGameGetsTheKeyboardBack) {
   OtherWindow game;
   WebHostProcess helper(WebHostProcess::Start::kSilent);
-  WebHostMessage greeting = helper.greeting();
-  greeting["nativeWindow"] = game.id();
-  helper.send(greeting);
-  helper.await("ready");
+  greetFor(helper, game.id());
   PopupScreen screen(helper);
   screen.openPage("plain.html");
   helper.await("window.key", {{"window", 1}, {"key", true}});
@@ -154,10 +153,7 @@ TEST(WebHostWindow, SurvivesAWindowOfTheGameThatIsGone) {
     id = gone.id();
   }
   WebHostProcess helper(WebHostProcess::Start::kSilent);
-  WebHostMessage greeting = helper.greeting();
-  greeting["nativeWindow"] = id;
-  helper.send(greeting);
-  helper.await("ready");
+  greetFor(helper, id);
   PopupScreen screen(helper);
   screen.open();
   helper.send({{"type", "window.close"}, {"window", 1}});
