@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "support/ThreadSafety.h"
+
+namespace zovk {
+
+/// Holds one kind of log line to one line a second, for lines that a page, a file or a service can
+/// cause as often as it likes. Whoever would write the line asks here and writes what comes back:
+/// the line, with the number of those that were held back since the last one, or nothing.
+/// Any thread. The clock is called without a lock held.
+class LineLimit {
+ public:
+  /// Seconds that never go back, from any start.
+  using Clock = std::function<double()>;
+
+  explicit LineLimit(Clock clock = steadySeconds) : clock_(std::move(clock)) {}
+
+  /// The text to write now; absent when this line is held back.
+  std::optional<std::string> line(std::string text);
+  /// The last line that was held back, with the number of the others; absent when none is. To be
+  /// called when no further line may come, so that none goes uncounted; a new second begins.
+  std::optional<std::string> rest();
+
+  static double steadySeconds();
+
+ private:
+  const Clock clock_;
+  Mutex mutex_;
+  std::optional<double> written_ ZOVK_GUARDED_BY(mutex_);
+  std::string last_ ZOVK_GUARDED_BY(mutex_);
+  std::size_t held_ ZOVK_GUARDED_BY(mutex_) = 0;
+};
+
+}  // namespace zovk
