@@ -52,6 +52,27 @@ TEST_F(BridgeLog, TellsOfReceivedMessagesInLines) {
                                    "}"));
 }
 
+TEST_F(BridgeLog, TellsOfAMessageBeforeItIsHandedOver) {
+  Bridge::enableLogging();
+  open();
+  std::vector<std::string> linesThen;
+  page_->whenRun = [&](const std::string&) { linesThen = lines(); };
+  bridge_->sendData(1, nullptr, "a");
+  EXPECT_THAT(linesThen, ElementsAre(R"(WVJB SEND: {"data":1,"handlerName":"a"})"));
+}
+
+TEST_F(BridgeLog, TellsOfAMessageBeforeItsHandlerOrCallbackRuns) {
+  Bridge::enableLogging();
+  std::vector<std::size_t> linesThen;
+  bridge_->setHandler("a", [&](const Value&, const Bridge::ResponseCallback&) {
+    linesThen.push_back(lines().size());
+  });
+  bridge_->sendData(
+      1, [&](const Value&) { linesThen.push_back(lines().size()); }, "b");
+  bridge_->flushMessageQueue(R"([{"handlerName":"a"},{"responseId":"objc_cb_1"}])");
+  EXPECT_THAT(linesThen, ElementsAre(1U, 2U));
+}
+
 TEST_F(BridgeLog, ALongTextIsCut) {
   Bridge::enableLogging();
   Bridge::setLogMaxLength(10);

@@ -51,6 +51,17 @@ TEST_F(WebViewBridge, FetchesTheQueueOnItsSignalAndCancelsThatNavigation) {
   EXPECT_THAT(view_->scripts(), ElementsAre(kFetch));
 }
 
+TEST_F(WebViewBridge, InjectsAndFetchesBeforeItCancels) {
+  for (const char* url : {kAskForBridge, kQueueSignal}) {
+    const std::size_t before = view_->scripts().size();
+    std::size_t scriptsThen = 0;
+    adapter_->decidePolicyForNavigationAction(
+        *view_, {url, TargetFrame::kSub},
+        [&](NavigationPolicy) { scriptsThen = view_->scripts().size(); });
+    EXPECT_EQ(scriptsThen, before + 1) << url;
+  }
+}
+
 TEST_F(WebViewBridge, HandlesAllMessagesOfOneQueueInOrder) {
   adapter_->registerHandler("a", [this](const Value& data, const ResponseCallback& respond) {
     told_.push_back(textOf(data));

@@ -1,3 +1,6 @@
+#include <limits>
+#include <stdexcept>
+
 #include "support/ControllerFixture.h"
 
 namespace zovk {
@@ -76,6 +79,17 @@ TEST_F(Action, AnErrorPassedInIsTreatedLikeACancel) {
   settle();
   EXPECT_EQ(answers(), (std::vector<Answer>{{-1, resultText("error", "why")}}));
   EXPECT_EQ(sceneOnScreen(), "b");
+}
+
+TEST_F(Action, ACodeWithoutANameIsAProgrammingError) {
+  show({webPage("a")});
+  for (const std::int32_t code : {-2, 3, 4, 100, std::numeric_limits<std::int32_t>::max(),
+                                  std::numeric_limits<std::int32_t>::min()}) {
+    EXPECT_THROW(controller().handleCallbackMessage(code, ""), std::out_of_range) << code;
+  }
+  settle();
+  EXPECT_TRUE(answers().empty());
+  EXPECT_EQ(sceneOnScreen(), "a");
 }
 
 TEST_F(Action, AMessageThatIsNoTextIsRecordedAsEmpty) {

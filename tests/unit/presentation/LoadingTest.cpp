@@ -81,6 +81,16 @@ TEST_F(Loading, TheRefreshButtonLoadsTheLastPageAgainWithItsFinalAddress) {
   EXPECT_TRUE(answers().empty());
 }
 
+TEST_F(Loading, TheRefreshButtonKnowsThePageAtOnceAndItsFinalAddressOnceItLoads) {
+  show({webPage("a")});
+  controller().loadPopupUri(listOf({webPage("b")})[0], "https://final.example/");
+  controller().performAction("refreshButtonClicked");
+  settle();
+  ASSERT_EQ(page()->loads().size(), 3U);
+  EXPECT_EQ(page()->loads()[1].url, "https://final.example/");
+  EXPECT_EQ(page()->loads()[2].url, webPage("b").uri) << "there was no final address yet";
+}
+
 TEST_F(Loading, TheRefreshButtonDoesNothingBeforeTheFirstPage) {
   show({conditional("asked")});
   press("refreshButtonClicked");

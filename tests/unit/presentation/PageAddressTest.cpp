@@ -15,6 +15,15 @@ TEST(PageAddressWithExtra, AddsAQueryWhereThereIsNone) {
   EXPECT_EQ(addressWithExtra("https://a.example/p", {{"c", 3}}), "https://a.example/p?c=3");
 }
 
+TEST(PageAddressWithExtra, TakesTheParametersOfTheWholeAddressBehindItsFirstQuestionMark) {
+  EXPECT_EQ(addressWithExtra("https://a.example/p?a=1#f=2", {{"c", 3}}),
+            "https://a.example/p?#f=2&c=3");
+  EXPECT_EQ(addressWithExtra("https://a.example/p?a=1?b=2", {{"c", 3}}),
+            "https://a.example/p?a=2&c=3");
+  EXPECT_EQ(addressWithExtra("https://a.example/#f?a=1", {{"c", 3}}),
+            "https://a.example/#f?a=1&c=3");
+}
+
 TEST(PageAddressWithExtra, EncodesTheValues) {
   EXPECT_EQ(addressWithExtra("https://a.example/p?a=x%20y", {{"c", "u v"}}),
             "https://a.example/p?a=x%20y&c=u%20v");

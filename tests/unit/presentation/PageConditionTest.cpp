@@ -33,7 +33,25 @@ TEST_F(PageCondition, IsAskedWithThePlayerAndThePopup) {
                                                                        {"jwt_token", "jwt"},
                                                                        {"pop_id", 31},
                                                                        {"scene", "asked"}}));
-  EXPECT_THAT(sent.url, ::testing::StartsWith("https://check.example/asked?game_id=1001&"));
+  const std::string parameters =
+      "game_id=1001&install_id=" + *fileManager().getUUID() + "&os=2&version=1.0.0";
+  EXPECT_EQ(sent.url, "https://check.example/asked?" + parameters +
+                          "&sig=" + md5Hex("/asked?" + parameters + *sent.body + "key"));
+}
+
+TEST_F(PageCondition, IsAskedWithAllSixValuesForAPlayerWhoIsNotSignedIn) {
+  const auto lone = makeController();
+  lone->setLoginState("1001", "key", {});
+  const ZOVKPopupModel popup = conditional("asked");
+  lone->showPopup(listOf({popup}), window().get(), nullptr);
+  settle();
+  EXPECT_EQ(boost::json::parse(memory().urlSession.request(0).body.value()),
+            (boost::json::value{{"channel_id", 1},
+                                {"gopenid", ""},
+                                {"token", ""},
+                                {"jwt_token", ""},
+                                {"pop_id", popup.pop_id},
+                                {"scene", "asked"}}));
 }
 
 TEST_F(PageCondition, LoadsNoPageButSetsTheButtonsWhileItIsAsked) {

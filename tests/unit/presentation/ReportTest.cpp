@@ -54,6 +54,36 @@ TEST_F(Report, ThatArrivesIsLoggedWhateverItsAnswer) {
   EXPECT_THAT(errorMessages(log()), IsEmpty());
 }
 
+TEST_F(Report, WithAnEmptyAnswerHasArrived) {
+  log().clear();
+  choose("commit");
+  memory().urlSession.answer("report.example", 204, "");
+  settle();
+  const auto lines = controllerMessages(log());
+  EXPECT_THAT(lines, Contains("Report user data result:1, respData length:0"));
+  EXPECT_THAT(lines, Contains("Report user data request success"));
+  EXPECT_THAT(errorMessages(log()), IsEmpty());
+}
+
+TEST_F(Report, HoldsAllSevenValuesOfAPlayerWhoIsNotSignedIn) {
+  const auto lone = makeController();
+  lone->setLoginState("1001", "key", {});
+  ZOVKPopupModel popup = webPage("");
+  popup.report_url = "https://report.example/b";
+  lone->showPopup(listOf({popup}), window().get(), nullptr);
+  settle();
+  choose("commit");
+  const MemoryRequest sent = memory().urlSession.requestsTo("report.example/b").at(0);
+  EXPECT_EQ(boost::json::parse(sent.body.value()),
+            (boost::json::value{{"channel_id", 1},
+                                {"gopenid", ""},
+                                {"token", ""},
+                                {"jwt_token", ""},
+                                {"pop_id", popup.pop_id},
+                                {"scene", ""},
+                                {"data", resultText("commit")}}));
+}
+
 TEST_F(Report, ThatFailsIsAnErrorLineAndNotRetried) {
   choose("commit");
   memory().urlSession.fail("report.example", "no network");

@@ -77,6 +77,15 @@ TEST_F(Rotation, ArrangesThePolicysPageAboveItsAnswersAgain) {
   EXPECT_TRUE(MemoryViewNode::isPinnedTo(layout()->view("crossBtn").top, "window"));
 }
 
+TEST_F(Rotation, PlacesTheCornerButtonsOfEveryPopupsNewLayout) {
+  show({webPage("a")});
+  turn();
+  settle();
+  for (const char* button : {"crossBtn", "returnBtn"}) {
+    EXPECT_TRUE(MemoryViewNode::isPinnedTo(layout()->view(button).top, "window")) << button;
+  }
+}
+
 TEST_F(Rotation, MayComeTwiceBeforeTheFirstTransitionEnds) {
   show({webPage("a")});
   turn();

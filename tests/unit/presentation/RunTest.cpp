@@ -79,6 +79,27 @@ TEST_F(Run, KeepsWhatItHasWhenNothingNewIsGiven) {
   EXPECT_EQ(answers().size(), 1U);
 }
 
+TEST_F(Run, ANewListTakesThePlaceOfTheOneBefore) {
+  controller().showPopup(listOf({webPage("a"), webPage("b")}), nullptr, nullptr);
+  controller().showPopup(listOf({webPage("c")}), window().get(), recordAnswer());
+  ASSERT_EQ(controller().popupArr().size(), 1U);
+  settle();
+  EXPECT_EQ(sceneOnScreen(), "c");
+  choose("skip");
+  EXPECT_EQ(answers().size(), 1U);
+}
+
+TEST_F(Run, ALaterCallbackTakesThePlaceOfTheOneBefore) {
+  int toldToTheFirst = 0;
+  controller().showPopup(listOf({webPage("a")}), nullptr,
+                         [&](std::int32_t, const std::string&) { ++toldToTheFirst; });
+  controller().showPopup({}, window().get(), recordAnswer());
+  settle();
+  choose("skip");
+  EXPECT_EQ(answers(), (std::vector<Answer>{{0, resultText("skip")}}));
+  EXPECT_EQ(toldToTheFirst, 0);
+}
+
 TEST_F(Run, GivesItsPopupsOutFirstInFirstOut) {
   const PopupList popups = listOf({webPage("a"), webPage("b")});
   controller().showPopup(popups, nullptr, nullptr);

@@ -23,17 +23,32 @@ TEST_F(TearDown, FreesAControllerThatNobodyElseHolds) {
   lone->showPopup(listOf({webPage("a")}), window().get(), nullptr);
   settle();
   lone.reset();
-  EXPECT_FALSE(weak.expired()) << "page, handler and controller hold one another";
   close();
+  EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(TearDown, LeavesAControllerToWhoeverHoldsItsPage) {
+  auto lone = makeController();
+  const std::weak_ptr<ZOVKPopupViewController> weak = lone;
+  lone->showPopup(listOf({webPage("a")}), window().get(), nullptr);
+  settle();
+  lone.reset();
+  auto view = page();
+  close();
+  EXPECT_FALSE(weak.expired()) << "the page's message handler holds it";
+  view.reset();
   EXPECT_TRUE(weak.expired());
 }
 
 TEST_F(TearDown, StopsTheWebViewAndTakesItOutOfTheWindow) {
   show({webPage("a")});
   const auto view = page();
-  close();
+  const auto screen = layout();  // kept, so that the view does not leave the window with it
+  ASSERT_TRUE(view->node().isInWindow());
+  controller().tearDown();
   EXPECT_EQ(view->stopCount(), 1);
   EXPECT_FALSE(view->node().isInWindow());
+  EXPECT_TRUE(screen->rootNode().isInWindow()) << "the view left, not all that is around it";
   EXPECT_TRUE(view->navigate("https://other.example/").allowed()) << "it has no delegate any more";
 }
 
