@@ -86,9 +86,11 @@
     }, 0);
   }
 
+  // An identifier counts when it is there, also when it is empty, as it does for the game.
+
   function _handle(messageJSON) {
     var message = JSON.parse(messageJSON);
-    if (message.responseId) {
+    if (message.responseId !== undefined) {
       _handleResponse(message);
     } else {
       _handleRequest(message);
@@ -106,7 +108,7 @@
 
   function _handleRequest(message) {
     var responseCallback;
-    if (message.callbackId) {
+    if (message.callbackId !== undefined) {
       responseCallback = function (responseData) {
         _doSend({
           handlerName: message.handlerName,

@@ -17,10 +17,9 @@ std::optional<boost::json::value> memberOf(const Message& message, std::string_v
   return member == nullptr ? std::nullopt : std::optional(*member);
 }
 
-std::optional<std::string> textMemberOf(const Message& message, std::string_view name) {
-  const auto* member = message.if_contains(name);
-  if (member == nullptr || !member->is_string()) return std::nullopt;
-  return std::string(member->get_string());
+std::optional<std::string> textOf(const boost::json::value* value) {
+  if (value == nullptr || !value->is_string()) return std::nullopt;
+  return std::string(value->get_string());
 }
 
 std::string textForLog(const boost::json::value& value) {
@@ -61,36 +60,39 @@ void ZOVKPopupWebViewJavascriptBridgeBase::receive(const boost::json::value& ele
   const Message* message = element.if_object();
   if (message == nullptr) return warnOfInvalid(element);
   _log("RCVD", element);
-  if (const auto responseId = textMemberOf(*message, "responseId")) {
+  // Whatever the identifier is: a page that meant to answer is not to call a handler.
+  if (const auto* responseId = message->if_contains("responseId")) {
     receiveResponse(*responseId, *message);
   } else {
     receiveRequest(*message);
   }
 }
 
-void ZOVKPopupWebViewJavascriptBridgeBase::receiveResponse(const std::string& responseId,
+void ZOVKPopupWebViewJavascriptBridgeBase::receiveResponse(const boost::json::value& responseId,
                                                            const Message& message) {
-  const WaitingCallback callback = waitingCallback(responseId);
+  const auto callbackId = textOf(&responseId);
+  const WaitingCallback callback = callbackId ? waitingCallback(*callbackId) : nullptr;
   if (callback == nullptr) {
     return ZPLogger::writeDirectly(
-        "WebViewJavascriptBridge: WARNING: Nobody waits for the response: " + responseId);
+        "WebViewJavascriptBridge: WARNING: Nobody waits for the response: " +
+        textForLog(responseId));
   }
   (*callback)(memberOf(message, "responseData"));
   const LockGuard lock(mutex_);
   // After a reset within the callback, its identifier may already be another one's.
-  const auto found = responseCallbacks_.find(responseId);
+  const auto found = responseCallbacks_.find(*callbackId);
   if (found != responseCallbacks_.end() && found->second == callback) {
     responseCallbacks_.erase(found);
   }
 }
 
 void ZOVKPopupWebViewJavascriptBridgeBase::receiveRequest(const Message& message) {
-  const Handler handler = handlerNamed(textMemberOf(message, "handlerName"));
+  const Handler handler = handlerNamed(textOf(message.if_contains("handlerName")));
   if (!handler) {
     return ZPLogger::writeDirectly("WVJBNoHandlerException, No handler for message from JS: " +
                                    textForLog(boost::json::value(message)));
   }
-  handler(memberOf(message, "data"), responderTo(textMemberOf(message, "callbackId")));
+  handler(memberOf(message, "data"), responderTo(memberOf(message, "callbackId")));
 }
 
 ZOVKPopupWebViewJavascriptBridgeBase::WaitingCallback
@@ -109,7 +111,8 @@ ZOVKPopupWebViewJavascriptBridgeBase::Handler ZOVKPopupWebViewJavascriptBridgeBa
 }
 
 ZOVKPopupWebViewJavascriptBridgeBase::ResponseCallback
-ZOVKPopupWebViewJavascriptBridgeBase::responderTo(const std::optional<std::string>& callbackId) {
+ZOVKPopupWebViewJavascriptBridgeBase::responderTo(
+    const std::optional<boost::json::value>& callbackId) {
   if (!callbackId) return [](const std::optional<boost::json::value>&) {};
   return [bridge = shared_from_this(),
           callbackId = *callbackId](const std::optional<boost::json::value>& responseData) {

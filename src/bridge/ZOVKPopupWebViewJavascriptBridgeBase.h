@@ -37,9 +37,11 @@ class ZOVKPopupWebViewJavascriptBridgeBaseDelegate {
 /// until the main thread has handed it to the page; once the main queue is shut down it is dropped.
 ///
 /// Nothing fails: what a page sends amiss is skipped with one line in the log. A value that is
-/// absent is none, which is not the same as JSON's null. A name or identifier of a message that is
-/// no text counts as absent; a response that nobody waits for, a handler that is empty and a
-/// message that JSON cannot hold are reported in the log and dropped.
+/// absent is none, which is not the same as JSON's null. A handler's name that is no text counts as
+/// absent. An identifier that is there counts, empty or no text as it may be: a message with a
+/// "responseId" is a response, and one with a "callbackId" is answered under that very value. A
+/// response that nobody waits for, a handler that is empty and a message that JSON cannot hold are
+/// reported in the log and dropped.
 class ZOVKPOPUP_API ZOVKPopupWebViewJavascriptBridgeBase
     : public std::enable_shared_from_this<ZOVKPopupWebViewJavascriptBridgeBase> {
  public:
@@ -124,9 +126,9 @@ class ZOVKPOPUP_API ZOVKPopupWebViewJavascriptBridgeBase
   Handler handlerNamed(const std::optional<std::string>& handlerName) const;
   void releaseHeldMessages();
   void receive(const boost::json::value& element);
-  void receiveResponse(const std::string& responseId, const Message& message);
+  void receiveResponse(const boost::json::value& responseId, const Message& message);
   void receiveRequest(const Message& message);
-  ResponseCallback responderTo(const std::optional<std::string>& callbackId);
+  ResponseCallback responderTo(const std::optional<boost::json::value>& callbackId);
 
   inline static std::atomic<bool> logging_{false};
   inline static std::atomic<std::int32_t> logMaxLength_{500};

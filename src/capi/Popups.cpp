@@ -6,7 +6,17 @@ namespace {
 using zovk::guarded;
 using zovk::textOrEmpty;
 using zovk::ZOVKPopup;
+using zovk::ZOVKPopupComplete;
 using Complete = zovk::Callback<std::int32_t, const char*>;
+
+/// A callback that the game did not give is none for the popups, too: they treat requests without
+/// one in a way of their own.
+ZOVKPopupComplete completeOf(const Complete& callback) {
+  if (!callback) return nullptr;
+  return [callback](std::int32_t code, const std::string& message) {
+    callback(code, message.c_str());
+  };
+}
 
 /// Asks for popups with `show`, which is handed the callback; a request that cannot be made is
 /// answered at once.
@@ -17,9 +27,7 @@ zovkpopup_status request(const char* function, zovkpopup_complete complete, void
     const Complete callback(complete, zovk::userData(user, destroy));
     const zovkpopup_status status = guarded(function, [&] {
       zovk::requirePopups();
-      show([callback](std::int32_t code, const std::string& message) {
-        callback(code, message.c_str());
-      });
+      show(completeOf(callback));
     });
     if (status == ZOVKPOPUP_OK) return;
     callback(-1, zovkpopup_error_message(status));
@@ -32,10 +40,7 @@ zovkpopup_status request(const char* function, zovkpopup_complete complete, void
 zovkpopup_status zovkpopup_start(const char* base_url, const char* game_id, const char* game_key) {
   return guarded(__func__, [&] {
     zovk::requirePopups();
-    zovk::require(base_url, "base_url");
-    zovk::require(game_id, "game_id");
-    zovk::require(game_key, "game_key");
-    ZOVKPopup::startPopup(base_url, game_id, game_key);
+    ZOVKPopup::startPopup(textOrEmpty(base_url), textOrEmpty(game_id), textOrEmpty(game_key));
   });
 }
 
@@ -60,7 +65,7 @@ bool zovkpopup_have_popup(std::uint64_t scene_type) {
 zovkpopup_status zovkpopup_show_popup(const char* scene, std::uint64_t scene_type,
                                       zovkpopup_complete complete, void* user,
                                       zovkpopup_destroy destroy) {
-  return request(__func__, complete, user, destroy, [&](const zovk::ZOVKPopupComplete& answer) {
+  return request(__func__, complete, user, destroy, [&](const ZOVKPopupComplete& answer) {
     ZOVKPopup::showPopup(textOrEmpty(scene), scene_type, answer);
   });
 }
@@ -68,5 +73,5 @@ zovkpopup_status zovkpopup_show_popup(const char* scene, std::uint64_t scene_typ
 zovkpopup_status zovkpopup_show_policy(zovkpopup_complete complete, void* user,
                                        zovkpopup_destroy destroy) {
   return request(__func__, complete, user, destroy,
-                 [](const zovk::ZOVKPopupComplete& answer) { ZOVKPopup::showPolicy(answer); });
+                 [](const ZOVKPopupComplete& answer) { ZOVKPopup::showPolicy(answer); });
 }

@@ -77,7 +77,8 @@ typedef void (*zovkpopup_text_event)(const char* text, void* user);
 /// way; it must not call the library.
 typedef void (*zovkpopup_log)(const char* line, void* user);
 /// Hears how a request to show popups ended. `code` is -1 "error", 0 "skip", 1 "commit" or 2
-/// "cancel"; `message` is a JSON text {"action":…,"msg":…}, or a plain text, or empty; never NULL.
+/// "cancel"; `message` is a JSON text {"action":…,"msg":…} with what the page said, or a plain
+/// text, or empty; never NULL. docs/integration.md has a table of all cases.
 typedef void (*zovkpopup_complete)(int32_t code, const char* message, void* user);
 
 // ---- Host ----
@@ -146,7 +147,8 @@ ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_shut_down(void);
 // ---- Popups ----
 
 /// Starts the popups: once per process, later calls are ignored. `base_url` is the address of the
-/// popup service, without a trailing slash. All three have to be there.
+/// popup service, without a trailing slash. NULL counts as empty; without a service the popups are
+/// those that were shipped with the game and those of an earlier answer.
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_start(const char* base_url, const char* game_id,
                                                   const char* game_key);
 
@@ -160,8 +162,11 @@ ZOVKPOPUP_EXPORT bool zovkpopup_have_popup(uint64_t scene_type);
 
 /// Shows the popup of a scene, or, when `scene` is NULL or empty, every valid popup of the scene
 /// type, best first. Requests are shown one after another. `complete`, which may be NULL, is called
-/// exactly once unless the host is shut down before; at once, from within this call, when there is
-/// nothing to show and when the call fails.
+/// once at the most: at once, from within this call, when there is nothing to show and when the
+/// call fails; not at all when a conditional popup commits with none behind it, and when the host
+/// is shut down before. A request whose popup may not be shown after all, as its service does not
+/// want it, or whose page commits without an address to report to, ends with 0 and "reatin
+/// complete". Popups behind one that is cancelled are not shown.
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_show_popup(const char* scene, uint64_t scene_type,
                                                        zovkpopup_complete complete, void* user,
                                                        zovkpopup_destroy destroy);

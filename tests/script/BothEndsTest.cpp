@@ -108,6 +108,25 @@ TEST_F(BothEnds, AnAnswerOfNothingReachesThePageAsNull) {
   EXPECT_EQ(engine_.run("JSON.stringify(answers)"), "[null]");
 }
 
+TEST_F(BothEnds, AnEmptyIdentifierMeansTheSameToBoth) {
+  int calls = 0;
+  bridge_->registerHandler("a", [&](const Value&, const Bridge::ResponseCallback& respond) {
+    ++calls;
+    respond("answer");
+  });
+  askForBridge();
+  // The page's own queue, with what its script never writes itself.
+  engine_.run(
+      "WebViewJavascriptBridge._fetchQueue = function () {"
+      "  return JSON.stringify([{handlerName: 'a', callbackId: ''},"
+      "                         {handlerName: 'a', responseId: ''}]); }");
+  view_->navigate("https://__wvjb_queue_message__/", TargetFrame::kSub);
+  settle();
+  EXPECT_EQ(calls, 1) << "the second is a response";
+  EXPECT_EQ(engine_.run("page.log.length"), "0") << "the answer is a response to the page, too";
+  EXPECT_EQ(memory_->log.count("Nobody waits for the response: "), 1U);
+}
+
 TEST_F(BothEnds, AMessageWithoutANameIsWarnedOfByThePage) {
   askForBridge();
   bridge_->send(1);

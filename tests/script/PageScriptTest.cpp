@@ -183,6 +183,27 @@ TEST_F(PageScript, AResponseToNothingIsIgnored) {
   EXPECT_EQ(json("page.errors"), "[]");
 }
 
+TEST_F(PageScript, AMessageWithAResponseIdIsAResponseWhateverThatIs) {
+  open();
+  run("var told = []; WebViewJavascriptBridge.registerHandler('a', function () { told.push(1); })");
+  for (const std::string odd : {R"("")", "0", "null", "false", "{}", "[]"}) {
+    receiveAndSettle(R"({"handlerName":"a","callbackId":"objc_cb_1","responseId":)" + odd + "}");
+  }
+  EXPECT_EQ(json("told"), "[]");
+  EXPECT_EQ(fetch(), "[]");
+  EXPECT_EQ(json("page.log"), "[]");
+  EXPECT_EQ(json("page.errors"), "[]");
+}
+
+TEST_F(PageScript, ARequestIsAnsweredUnderItsCallbackIdWhateverThatIs) {
+  open();
+  run("WebViewJavascriptBridge.registerHandler('a', function (data, respond) { respond(7); })");
+  for (const std::string odd : {R"("")", "0", "null", "false", "{}", "[1]"}) {
+    receiveAndSettle(R"({"handlerName":"a","callbackId":)" + odd + "}");
+    EXPECT_EQ(fetch(), R"([{"handlerName":"a","responseId":)" + odd + R"(,"responseData":7}])");
+  }
+}
+
 TEST_F(PageScript, AHandlerIsToldDataAndNoCallbackWhenNoneIsWanted) {
   open();
   run("var told; WebViewJavascriptBridge.registerHandler('a', function () { told = arguments; })");

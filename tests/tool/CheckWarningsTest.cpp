@@ -72,8 +72,9 @@ TEST_F(CheckWarnings, AddressesThatAreNotSafeOrNone) {
 }
 
 TEST_F(CheckWarnings, ServicesThatAreMissingOrNeverAsked) {
-  EXPECT_EQ(warningOf({without(webPage("a"), "report_url")}),
-            "warning /popups/0/report_url is missing: a commit of the page ends in an error");
+  EXPECT_EQ(
+      warningOf({without(webPage("a"), "report_url")}),
+      "warning /popups/0/report_url is missing: a commit of the page closes the popup unreported");
   EXPECT_EQ(warningOf({with(webPage("a"), "check_url", "https://popups.example/check")}),
             "warning /popups/0/check_url is never asked unless pop_freq is 3");
 }

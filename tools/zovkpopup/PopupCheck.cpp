@@ -110,7 +110,7 @@ void PopupCheck::checkCondition(const ZOVKPopupModel& popup) {
     warning("check_url", "is never asked unless pop_freq is 3");
   }
   if (popup.report_url.empty()) {
-    warning("report_url", "is missing: a commit of the page ends in an error");
+    warning("report_url", "is missing: a commit of the page closes the popup unreported");
   }
 }
 

@@ -1,3 +1,6 @@
+#include <array>
+#include <string>
+
 #include "unit/bridge/BridgeFixture.h"
 
 namespace zovk {
@@ -126,23 +129,47 @@ TEST_F(BridgeFlush, TheLastHandlerOfANameCounts) {
   EXPECT_THAT(told_, ElementsAre("none"));
 }
 
-TEST_F(BridgeFlush, NamesAndIdentifiersThatAreNoTextsCountAsAbsent) {
-  open();
-  bridge_->sendData(1, record(told_), "x");
-  bridge_->setHandler("a", [](const Value&, const Bridge::ResponseCallback& respond) {
-    respond("an answer to nobody");
-  });
-  scripts().clear();
-  for (const char* odd : {"1", "null", "{}", R"(["objc_cb_1"])", "true"}) {
-    bridge_->flushMessageQueue(std::string(R"([{"handlerName":)") + odd + "}]");
-    bridge_->flushMessageQueue(std::string(R"([{"handlerName":"a","callbackId":)") + odd + "}]");
-    bridge_->flushMessageQueue(std::string(R"([{"handlerName":"a","responseId":)") + odd + "}]");
+/// JSON of what is no text.
+constexpr std::array<const char*, 5> kNoTexts = {"1", "null", "{}", R"(["objc_cb_1"])", "true"};
+
+TEST_F(BridgeFlush, AHandlersNameThatIsNoTextCountsAsAbsent) {
+  noteCallsOf("");
+  std::vector<std::string> expected;
+  for (const std::string odd : kNoTexts) {
+    bridge_->flushMessageQueue(R"([{"handlerName":)" + odd + "}]");
+    expected.push_back(unknownHandler(R"({"handlerName":)" + odd + "}"));
   }
-  EXPECT_EQ(warnings().size(), 5U) << "of the odd handler names";
-  EXPECT_THAT(warnings()[0], unknownHandler(R"({"handlerName":1})"));
-  EXPECT_THAT(scripts(), IsEmpty());
+  EXPECT_EQ(warnings(), expected);
   EXPECT_THAT(told_, IsEmpty());
+}
+
+TEST_F(BridgeFlush, AMessageWithAResponseIdIsAResponseWhateverThatIs) {
+  open();
+  noteCallsOf("a");
+  bridge_->sendData(1, record(told_), "x");
+  scripts().clear();
+  std::vector<std::string> expected;
+  for (const std::string odd : kNoTexts) {
+    const std::string request = R"("handlerName":"a","callbackId":"cb")";
+    bridge_->flushMessageQueue("[{" + request + R"(,"responseId":)" + odd + "}]");
+    expected.push_back(unknownResponse(odd));
+  }
+  EXPECT_EQ(warnings(), expected);
+  EXPECT_THAT(told_, IsEmpty()) << "neither handler nor callback";
+  EXPECT_THAT(scripts(), IsEmpty());
   EXPECT_THAT(bridge_->responseCallbacks(), ElementsAre("objc_cb_1"));
+}
+
+TEST_F(BridgeFlush, ARequestIsAnsweredUnderItsCallbackIdWhateverThatIs) {
+  open();
+  bridge_->setHandler("a",
+                      [](const Value&, const Bridge::ResponseCallback& respond) { respond(7); });
+  std::vector<std::string> expected;
+  for (const std::string odd : {R"("")", "1", "null", "{}", "[1]", "true"}) {
+    bridge_->flushMessageQueue(R"([{"handlerName":"a","callbackId":)" + odd + "}]");
+    expected.push_back(commandFor(R"({"responseId":)" + odd + R"(,"responseData":7})"));
+  }
+  EXPECT_EQ(scripts(), expected);
 }
 
 TEST_F(BridgeFlush, AResponseReachesItsCallbackOnce) {
