@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cctype>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -54,6 +55,25 @@ inline std::string shortLine(const std::string& line) {
   if (line.starts_with("[Debug]")) return logLines::shortDebugLine(line);
   if (line.starts_with(kError)) return "E " + line.substr(kError.size());
   return line;
+}
+
+/// Who wrote the debug lines whose message begins so: "Class Class::operation" for each, and the
+/// whole line behind "MALFORMED " where no line number follows.
+inline std::set<std::string> ownersOf(const MemoryLog& log, std::string_view messageStart) {
+  constexpr std::string_view kDebug = "[Debug]";
+  std::set<std::string> owners;
+  for (const std::string& line : log.lines()) {
+    if (!line.starts_with(kDebug)) continue;
+    std::string_view rest = std::string_view(line).substr(kDebug.size());
+    const std::string_view fileName = logLines::takeWord(rest);
+    const std::string_view function = logLines::takeWord(rest);
+    const std::string_view number = logLines::takeWord(rest);
+    if (!rest.starts_with(messageStart)) continue;
+    const bool wellMade = logLines::isLineNumber(number);
+    owners.insert(wellMade ? std::string(fileName) + " " + std::string(function)
+                           : "MALFORMED " + line);
+  }
+  return owners;
 }
 
 inline std::vector<std::string> shortLines(const MemoryLog& log) {

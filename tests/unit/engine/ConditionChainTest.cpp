@@ -4,7 +4,8 @@
 namespace zovk {
 namespace {
 
-using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::StartsWith;
 
 // What follows a conditional first popup.
 class ConditionChain : public EngineFixture {
@@ -41,6 +42,30 @@ TEST_F(ConditionChain, ACommitGoesOnWithTheOthersUnderTheSameCallback) {
   choose("skip", "end");
   EXPECT_EQ(answers(), (std::vector<Answer>{{0, resultText("skip", "end")}}));
   EXPECT_EQ(memory().userInterface.liveWindows(), 0U);
+}
+
+TEST_F(ConditionChain, ACommitOnlyQueuesTheOthersWhichTheEndOfItsEntryThenShows) {
+  configure({webPage("b")});
+  show();
+  log().clear();
+  choose("commit");
+  EXPECT_THAT(debugMessages(log()),
+              ElementsAre("Show Popup done", "Do callback",
+                          StartsWith("Cache Popup, Popup count:1, complete:0x"),
+                          "Cache callback done", "Show Popup", "Get Popup from cache",
+                          "Start show Popup", "Start check key window"));
+}
+
+TEST_F(ConditionChain, EveryOtherResultReachesTheHostUnchangedAndEndsTheRequest) {
+  configure({webPage("b")});
+  show();
+  const CallbackPointer chain = engine().popupCache().front().complete;
+  const std::vector<Answer> results = {{-1, "broken"}, {-1, ""}, {0, "text"}, {2, "text"}, {3, ""}};
+  log().clear();
+  for (const auto& [code, message] : results) (*chain)(code, message);
+  EXPECT_EQ(answers(), results);
+  EXPECT_EQ(engine().popupCache().size(), 1U) << "the others are not queued";
+  EXPECT_TRUE(log().lines().empty());
 }
 
 TEST_F(ConditionChain, ACommitOfALoneConditionalPopupIsNotTold) {

@@ -1,6 +1,7 @@
 #include <boost/json/parse.hpp>
 
 #include "support/EngineFixture.h"
+#include "support/LogLines.h"
 #include "support/LogMessages.h"
 
 namespace zovk {
@@ -8,6 +9,7 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::StartsWith;
 
 // The service is asked before a conditional popup is queued.
 class ConditionQuery : public EngineFixture {
@@ -31,6 +33,7 @@ class ConditionQuery : public EngineFixture {
     EXPECT_TRUE(engine().popupCache().empty());
   }
   std::vector<std::string> debug() { return debugMessages(log()); }
+  std::vector<std::string> lines() { return shortLines(log()); }
 };
 
 TEST_F(ConditionQuery, TellsWhoThePlayerIsAndWhichPopupItIsAbout) {
@@ -55,7 +58,7 @@ TEST_F(ConditionQuery, KeepsTheQueryOfItsAddress) {
   engine().setMergePopupArr(listOf({popup}));
   request();
   EXPECT_THAT(memory().urlSession.request(0).url,
-              ::testing::StartsWith("https://check.example/asked?a=1&game_id="));
+              StartsWith("https://check.example/asked?a=1&game_id="));
 }
 
 TEST_F(ConditionQuery, OfAPlayerNobodyNamedCarriesEmptyTexts) {
@@ -86,6 +89,30 @@ TEST_F(ConditionQuery, ThatSaysYesQueuesThePopupWhosePageAsksOnceMore) {
   EXPECT_EQ(page()->lastLoad(), asked().uri);
   choose("skip");
   EXPECT_EQ(answers(), (std::vector<Answer>{{0, resultText("skip")}}));
+}
+
+TEST_F(ConditionQuery, ThatSaysYesIsLoggedQueuedAndShown) {
+  request();
+  answer(R"({"need_popup":1})");
+  memory().urlSession.deliver();
+  EXPECT_THAT(debug(), ElementsAre("Query condition Popup result:1, respData length:16",
+                                   "Query condition Popup request success",
+                                   "jsonInfo:{\"need_popup\":1}", "Need to show condition Popup",
+                                   StartsWith("Cache Popup, Popup count:1, complete:0x"),
+                                   "Cache callback done", "Show Popup", "Get Popup from cache"));
+  EXPECT_TRUE(engine().isPopuping());
+}
+
+TEST_F(ConditionQuery, ThatSaysYesNeedsNoExtraValues) {
+  for (const char* body :
+       {R"({"need_popup":1})", R"({"need_popup":1,"extra":null})", R"({"need_popup":1,"extra":{}})",
+        R"({"need_popup":1,"extra":{"a":1}})"}) {
+    request();
+    answer(body);
+    memory().urlSession.deliver();
+    EXPECT_THAT(debug(), Contains("Need to show condition Popup")) << body;
+  }
+  EXPECT_EQ(engine().popupCache().size(), 4U);
 }
 
 TEST_F(ConditionQuery, ThatSaysNoEndsFromTheMainQueueAsASkip) {
@@ -121,8 +148,12 @@ TEST_F(ConditionQuery, ThatFailsEndsFromTheMainQueueAsASkip) {
   memory().urlSession.fail("check.example", "no network");
   settle();
   EXPECT_EQ(answers(), (std::vector<Answer>{{0, "reatin complete"}}));
-  EXPECT_THAT(debug(), Contains("Query condition Popup result:0, respData length:0"));
-  EXPECT_THAT(errorMessages(log()), Contains("Query condition Popup request failed"));
+  EXPECT_THAT(
+      lines(),
+      ElementsAre(StartsWith("E Request url:https://check.example/asked"),
+                  "D queryConditionPopup: Query condition Popup result:0, respData length:0",
+                  "E Query condition Popup request failed", "D doCallback: Do callback",
+                  "D doCallback: Do callback"));
   expectNothingShown();
 }
 
@@ -139,13 +170,24 @@ TEST_F(ConditionQuery, WithoutAnAddressFailsLikeAnyOther) {
 }
 
 TEST_F(ConditionQuery, NeedsNoCallback) {
-  engine().showPopup("asked", 0, nullptr);
+  engine().queryConditionPopup(engine().mergePopupArr().front(), nullptr);
   answer(R"({"need_popup":0})");
   settle();
-  engine().showPopup("asked", 0, nullptr);
+  EXPECT_EQ(lines().back(), "D queryConditionPopup: No need to show condition Popup");
+  engine().queryConditionPopup(engine().mergePopupArr().front(), nullptr);
   memory().urlSession.fail("check.example", "no network");
   settle();
-  EXPECT_TRUE(answers().empty());
+  EXPECT_EQ(lines().back(), "E Query condition Popup request failed");
+  expectNothingShown();
+}
+
+TEST_F(ConditionQuery, OfARequestWithoutACallbackEndsInSilence) {
+  for (const char* body : {R"({"need_popup":0})", "<html>"}) {
+    engine().showPopup("asked", 0, nullptr);
+    answer(body);
+    settle();
+    EXPECT_EQ(lines().back(), "D doCallback: Do callback") << "the request's own, not the host's";
+  }
   expectNothingShown();
 }
 

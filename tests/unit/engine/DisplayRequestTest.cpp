@@ -1,4 +1,6 @@
 #include "support/EngineFixture.h"
+#include "support/LineWatch.h"
+#include "support/LogLines.h"
 #include "support/LogMessages.h"
 
 namespace zovk {
@@ -6,6 +8,7 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::StartsWith;
 
 class DisplayRequest : public EngineFixture {
  protected:
@@ -26,6 +29,35 @@ TEST_F(DisplayRequest, WithNothingValidForASceneTypeIsAnsweredAtOnce) {
   engine().showPopup("", 3, recordAnswer());
   EXPECT_EQ(answers(), (std::vector<Answer>{{-1, "No valid Popup now"}}));
   EXPECT_THAT(debugMessages(log()), Contains("No valid Popup for scene: sceneType:3"));
+}
+
+TEST_F(DisplayRequest, WithNothingValidIsLoggedBeforeItIsAnsweredOnTheCallersThread) {
+  engine().setMergePopupArr(listOf({webPage("shop")}));
+  log().clear();
+  std::vector<std::string> before;
+  engine().showPopup("lobby", 3,
+                     [&](std::int32_t, const std::string&) { before = debugMessages(log()); });
+  EXPECT_THAT(before, ElementsAre(StartsWith("Show Popup, scene:lobby, sceneType:3, complete:0x"),
+                                  "Get valid Popup, scene:lobby, srcPopups count:1",
+                                  "Scene not same", "No valid Popup for scene:lobby sceneType:3"));
+  EXPECT_EQ(debugMessages(log()), before) << "not by way of a queued result";
+}
+
+TEST_F(DisplayRequest, WithNeitherASceneNorASceneTypeGoesBySceneTypeZero) {
+  engine().setMergePopupArr(listOf({webPage("shop", 1), webPage("lobby", 0)}));
+  engine().showPopup("", 0, recordAnswer());
+  settle();
+  EXPECT_EQ(page()->lastLoad(), webPage("lobby").uri);
+}
+
+TEST_F(DisplayRequest, WithNeitherASceneNorASceneTypeNorAPopupIsAnError) {
+  log().clear();
+  engine().showPopup("", 0, nullptr);
+  EXPECT_THAT(
+      shortLines(log()),
+      ElementsAre("D showPopup: Show Popup, scene:, sceneType:0, complete:(nil)",
+                  "D getValidPopupForSceneType: Get valid Popup, sceneType:0, srcPopups count:0",
+                  "E srcPopups empty", "D showPopup: No valid Popup for scene: sceneType:0"));
 }
 
 TEST_F(DisplayRequest, WithNothingValidAndNoCallbackIsOnlyLogged) {
@@ -64,10 +96,12 @@ TEST_F(DisplayRequest, ForASceneTypeShowsEveryPopupBestFirst) {
 }
 
 TEST_F(DisplayRequest, WorksOnTheListOfItsMoment) {
-  engine().setMergePopupArr(listOf({webPage("lobby")}));
+  engine().setMergePopupArr(listOf({webPage("shop"), webPage("shop2"), webPage("lobby")}));
+  const LineWatch merged(memory(), "Scene not same",
+                         [this] { engine().setMergePopupArr(listOf({webPage("other")})); });
   engine().showPopup("lobby", 0, recordAnswer());
-  engine().setMergePopupArr({});
   settle();
+  ASSERT_NE(page(), nullptr) << "the list was replaced in the middle of the walk";
   EXPECT_EQ(page()->lastLoad(), webPage("lobby").uri);
 }
 

@@ -73,6 +73,8 @@ TEST_F(DocumentRejection, OfWhatIsNoObject) {
        {"[]", "5", "null", "true", R"("text")", R"([{"popups":[{"pop_id":1}]}])"}) {
     for (const std::uint64_t type : {kConfigRemote, kConfigLocal}) {
       expectRejected(text, type);
+      EXPECT_EQ(lines().size(), 3U);
+      EXPECT_EQ(lines().at(1), std::string("D parseConfigFile: Config file:") + text);
       EXPECT_THAT(lines().back(), AllOf(StartsWith("E Parse config file exception:"),
                                         Not("E Parse config file exception:")));
     }

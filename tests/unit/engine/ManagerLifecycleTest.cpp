@@ -96,6 +96,20 @@ TEST_F(ManagerLifecycle, DroppingAnEngineClosesItsWindow) {
   EXPECT_EQ(memory().userInterface.liveWindows(), 0U);
 }
 
+TEST_F(ManagerLifecycle, DroppingAnEngineTakesThePageOutOfAWindowThatSomebodyElseHolds) {
+  auto manager = std::make_shared<ZOVKPopupManager>(memory().shared());
+  manager->setMergePopupArr(listOf({webPage("lobby")}));
+  manager->showPopup("lobby", 0, nullptr);
+  settle();
+  const auto window = memory().userInterface.frontWindow();
+  ASSERT_NE(window->rootViewController(), nullptr);
+  manager->stopCheckKeyWindow();
+  const std::weak_ptr<ZOVKPopupManager> gone = manager;
+  manager.reset();
+  ASSERT_TRUE(gone.expired());
+  EXPECT_EQ(window->rootViewController(), nullptr);
+}
+
 TEST_F(ManagerLifecycle, TheKeyWindowCheckKeepsTheEngineAliveUntilItIsStopped) {
   auto manager = std::make_shared<ZOVKPopupManager>(memory().shared());
   const std::weak_ptr<ZOVKPopupManager> weak = manager;

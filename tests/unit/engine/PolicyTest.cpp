@@ -6,6 +6,7 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::StartsWith;
 
 constexpr const char* kKey = "zovk_policy_publish_time";
 
@@ -56,6 +57,44 @@ TEST_F(Policy, TheDecisionIsLogged) {
   EXPECT_EQ(debug().back(), "Have new Policy version");
 }
 
+TEST_F(Policy, ANewerVersionIsLoggedStepByStepUntilItIsQueued) {
+  save("5");
+  configure(6);
+  engine().showPolicy(recordAnswer());
+  EXPECT_THAT(
+      debug(),
+      ElementsAre(StartsWith("Start Policy, complete:0x"), "savedPublishTime:5",
+                  "Get valid Popup, scene:ZOVKPolicy, srcPopups count:1", "Content type remote",
+                  "lastestPublishTime:6", "Have new Policy version", "Show Policy",
+                  StartsWith("Show Popup, scene:, sceneType:0, complete:0x"),
+                  "Get valid Popup, sceneType:0, srcPopups count:1",
+                  "Popup fileName:, sceneType:0, contentType:3, frequency:2", "Content type remote",
+                  StartsWith("Cache Popup, Popup count:1, complete:0x"), "Cache callback done",
+                  "Show Popup", "Get Popup from cache"));
+}
+
+TEST_F(Policy, AnEqualVersionIsLoggedStepByStepBeforeTheHostHears) {
+  save("5");
+  configure(5);
+  std::vector<std::string> before;
+  engine().showPolicy([&](std::int32_t, const std::string&) { before = debug(); });
+  EXPECT_THAT(before, ElementsAre(StartsWith("Start Policy, complete:0x"), "savedPublishTime:5",
+                                  "Get valid Popup, scene:ZOVKPolicy, srcPopups count:1",
+                                  "Content type remote", "lastestPublishTime:5",
+                                  "No need to show Policy", "No need to show Policy"));
+  EXPECT_EQ(debug(), before);
+}
+
+TEST_F(Policy, IsSavedBeforeTheHostHears) {
+  save("5");
+  configure(6);
+  std::optional<std::string> savedThen;
+  engine().showPolicy([&](std::int32_t, const std::string&) { savedThen = saved(); });
+  settle();
+  choose("skip");
+  EXPECT_EQ(savedThen, "6");
+}
+
 TEST_F(Policy, AnEqualOrOlderVersionIsAnsweredAtOnce) {
   for (const std::int32_t version : {5, 4, 0, -1}) {
     save("5");
@@ -76,7 +115,7 @@ TEST_F(Policy, WithoutAPolicyIsAnsweredAtOnce) {
   log().clear();
   engine().showPolicy(recordAnswer());
   EXPECT_EQ(answers(), (std::vector<Answer>{{-1, ""}}));
-  EXPECT_THAT(debug().front(), ::testing::StartsWith("Start Policy, complete:"));
+  EXPECT_THAT(debug().front(), StartsWith("Start Policy, complete:"));
   EXPECT_THAT(debug(), Contains("savedPublishTime:"));
   EXPECT_THAT(debug(), Contains("No need to show Policy").Times(2));
   EXPECT_EQ(engine().policyPublishTime(), std::nullopt);
@@ -160,11 +199,15 @@ TEST_F(Policy, ShowsWhateverSceneTypeZeroSelects) {
 TEST_F(Policy, NeedsNoCallback) {
   configure(6);
   engine().showPolicy(nullptr);
+  EXPECT_EQ(debug().front(), "Start Policy, complete:(nil)");
   settle();
   choose("skip");
   EXPECT_EQ(saved(), "6");
+  log().clear();
   engine().showPolicy(nullptr);
-  EXPECT_TRUE(answers().empty());
+  EXPECT_THAT(debug(), Contains("No need to show Policy").Times(2));
+  settle();
+  EXPECT_EQ(memory().userInterface.windowsMade(), 1U) << "seen, it is not shown again";
 }
 
 }  // namespace

@@ -132,11 +132,24 @@ TEST_F(RemoteRequest, AnAnswerWithoutUsablePopupsIsSavedButClearsNothing) {
   EXPECT_THAT(errorMessages(log()), IsEmpty());
 }
 
-TEST_F(RemoteRequest, AnAnswerThatComesAfterTheEngineIsGoneIsOnlyLogged) {
+TEST_F(RemoteRequest, AFailureThatComesAfterTheEngineIsGoneIsToldAllTheSame) {
   start();
   ZOVKPopupManager::purgeSharedInstance();
-  memory().urlSession.answer("/popup/get_info", 200, documentWith("late"));
+  log().clear();
+  memory().urlSession.fail("/popup/get_info", "no network");
   settle();
+  EXPECT_EQ(errorMessages(log()).back(), "Request remote config failed!");
+}
+
+TEST_F(RemoteRequest, AnAnswerThatComesAfterTheEngineIsGoneIsOnlyLogged) {
+  start();
+  const std::weak_ptr<ZOVKPopupManager> gone = engine().weak_from_this();
+  ZOVKPopupManager::purgeSharedInstance();
+  EXPECT_TRUE(gone.expired()) << "a request that is on its way keeps no engine";
+  answer(documentWith("late"));
+  EXPECT_EQ(debugMessages(log(), "ZOVKPopupNetwork").size(), 1U);
+  EXPECT_THAT(debug(), IsEmpty());
+  EXPECT_THAT(errorMessages(log()), IsEmpty());
   EXPECT_EQ(memory().files.text(kFile), std::nullopt);
 }
 

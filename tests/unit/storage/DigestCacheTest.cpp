@@ -157,15 +157,18 @@ TEST_F(DigestCacheOfAFile, KeepsPathsApart) {
 }
 
 TEST_F(DigestCacheOfAFile, StaysRightWithMoreFilesThanItKeeps) {
-  constexpr int kFiles = 20'050;
-  for (int i = 0; i < kFiles; ++i) {
-    files_.put("/" + std::to_string(i), stampedAt(kNow - 10, 3), std::to_string(i));
-  }
-  for (int i = 0; i < kFiles; ++i) {
-    ASSERT_EQ(digestOf("/" + std::to_string(i)), md5Hex(std::to_string(i)));
-  }
-  EXPECT_EQ(digestOf("/0"), md5Hex("0"));
-  EXPECT_EQ(files_.readCount(), kFiles + 1) << "the first was dropped and is read again";
+  constexpr int kKept = 20'000;
+  const auto digestOfNumber = [this](int i) {
+    const std::string text = std::to_string(i);
+    files_.put("/" + text, stampedAt(kNow - 10, text.size()), text);
+    return digestOf("/" + text);
+  };
+  for (int i = 0; i < kKept; ++i) ASSERT_EQ(digestOfNumber(i), md5Hex(std::to_string(i)));
+  EXPECT_EQ(digestOfNumber(0), md5Hex("0"));
+  EXPECT_EQ(files_.readCount(), kKept) << "all that it can keep";
+  EXPECT_EQ(digestOfNumber(kKept), md5Hex(std::to_string(kKept)));
+  EXPECT_EQ(digestOfNumber(0), md5Hex("0"));
+  EXPECT_EQ(files_.readCount(), kKept + 2) << "one more: it starts over and reads the first again";
 }
 
 TEST_F(DigestCacheOfAFile, GivesManyThreadsWhatTheFileHeldDuringTheCall) {

@@ -46,6 +46,8 @@ TEST_F(ResourceBundle, IsFoundInTheMainBundle) {
 
 TEST_F(ResourceBundle, IsKeptOnceFound) {
   const auto bundle = fileManager().getResourceBundle();
+  ASSERT_NE(bundle, nullptr);
+  EXPECT_EQ(fileManager().getResourceBundle(), bundle) << "not opened a second time";
   memory().bundles.removeResourceBundle();
   EXPECT_EQ(fileManager().getResourceBundle(), bundle);
 }
