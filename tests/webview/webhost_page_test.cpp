@@ -78,11 +78,22 @@ TEST_F(WebHostPage, HasTheAddressAsTheGameWroteIt) {
 
 TEST_F(WebHostPage, TakesAnEmptyFileAddress) {
   screen_.open();
-  for (const char* url : {"file://", "", "no address at all", "http://"}) {
+  const auto load = [this](const std::string& url) {
     helper_.send({{"type", "web.loadFile"}, {"view", kWebView}, {"url", url}, {"readAccess", url}});
-  }
-  screen_.evaluate("1");
-  helper_.sync();
+  };
+  load("file://");
+  const WebHostMessage question = helper_.await("web.policy");
+  EXPECT_TRUE(std::string(question.at("url").as_string()).starts_with("file://")) << question;
+  for (const char* url : {"", "no address at all", "http://"}) load(url);
+  // Whatever became of them, the next page comes.
+  const boost::json::value page(PopupScreen::pageUrl("plain.html"));
+  load(PopupScreen::pageUrl("plain.html"));
+  helper_.send({{"type", "web.decide"},
+                {"view", kWebView},
+                {"decision", helper_.await("web.policy", {{"url", page}}).at("decision")},
+                {"allow", true}});
+  helper_.await("web.finished", {{"url", page}});
+  EXPECT_EQ(screen_.evaluate("document.title"), "Plain");
 }
 
 TEST_F(WebHostPage, GivesTheValueOfAScript) {
@@ -177,10 +188,29 @@ TEST_F(WebHostPage, IsAskedForAsAMobilePage) {
   EXPECT_NE(std::string(agent.as_string()).find(" Mobile Safari/"), std::string::npos) << agent;
 }
 
+// An indicator that lies over the page takes no room of it, so its own width is looked at.
 TEST_F(WebHostPage, ShowsNoScrollIndicatorWhenTheGameWantsNone) {
-  screen_.openPage("plain.html");
-  screen_.evaluate("document.body.style.height = '5000px'");
-  EXPECT_EQ(screen_.evaluate("window.innerWidth - document.documentElement.clientWidth"), 0);
+  screen_.createWebView();
+  const auto indicatorWidth = [this](int view) {
+    helper_.send(
+        {{"type", "web.evaluate"},
+         {"view", view},
+         {"id", view},
+         {"script", "getComputedStyle(document.documentElement, '::-webkit-scrollbar').width"}});
+    return helper_.await("web.evaluated", {{"id", view}}).at("value");
+  };
+  EXPECT_EQ(indicatorWidth(kWebView), "0px");
+  constexpr int kOtherWebView = kWebView + 1;
+  helper_.send({{"type", "web.create"},
+                {"view", kOtherWebView},
+                {"handlers", boost::json::array()},
+                {"inlineMedia", true},
+                {"mobile", true},
+                {"bounces", true},
+                {"scrollIndicator", true},
+                {"adjustInset", false},
+                {"opaque", false}});
+  EXPECT_NE(indicatorWidth(kOtherWebView), "0px");
 }
 
 TEST_F(WebHostPage, IsGoneWhenItIsClosed) {

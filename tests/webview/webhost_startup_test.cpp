@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "WebHostProcess.h"
+#include "PopupScreen.h"
 
 namespace zovk {
 namespace {
@@ -49,6 +49,14 @@ std::set<std::string> allListening() {
   result.merge(listening("tcp6", 3, "0A", 9));
   result.merge(listening("unix", 3, "00010000", 6));
   return result;
+}
+
+bool holdsADatabase(const std::filesystem::path& directory) {
+  if (!std::filesystem::exists(directory)) return false;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(directory)) {
+    if (entry.path().filename() == "IndexedDB.sqlite3") return true;
+  }
+  return false;
 }
 
 TEST(WebHostStart, AnswersTheGreetingWithTheScreen) {
@@ -127,8 +135,17 @@ TEST(WebHostStart, ListensNowhere) {
 }
 
 TEST(WebHostStart, KeepsWhatPagesStoreInTheDirectoryOfTheGame) {
-  const WebHostProcess helper;
-  EXPECT_TRUE(std::filesystem::exists(helper.directory() / "webhost"));
+  WebHostProcess helper;
+  PopupScreen screen(helper);
+  screen.createWebView();
+  screen.loadPage("plain.html");
+  screen.evaluate(
+      "document.title = 'storing'; var request = indexedDB.open('kept');"
+      "request.onsuccess = () => document.title = 'stored';"
+      "request.onerror = () => document.title = 'refused'; 0");
+  while (screen.evaluate("document.title") == "storing") helper.sync();
+  EXPECT_EQ(screen.evaluate("document.title"), "stored");
+  EXPECT_TRUE(holdsADatabase(helper.directory() / "webhost/data"));
 }
 
 }  // namespace
