@@ -54,6 +54,23 @@ TEST_F(BridgeFlush, MessagesAreHandledInTheirOrder) {
   EXPECT_THAT(told_, ElementsAre("b1", "a2", "b3"));
 }
 
+TEST_F(BridgeFlush, AClosedBridgeLooksAtNothing) {
+  bridge_->close();
+  bridge_->flushMessageQueue(std::nullopt);
+  bridge_->flushMessageQueue(R"([5,{"handlerName":"a"}])");
+  EXPECT_THAT(warnings(), IsEmpty());
+}
+
+TEST_F(BridgeFlush, ABridgeThatAHandlerClosesLooksAtNothingMore) {
+  bridge_->setHandler("a", [this](const Value&, const Bridge::ResponseCallback&) {
+    told_.emplace_back("called");
+    bridge_->close();
+  });
+  bridge_->flushMessageQueue(R"([{"handlerName":"a"},5,{"handlerName":"a"}])");
+  EXPECT_THAT(told_, ElementsAre("called"));
+  EXPECT_THAT(warnings(), IsEmpty());
+}
+
 TEST_F(BridgeFlush, AnEmptyArrayIsNoMistake) {
   bridge_->flushMessageQueue("[]");
   EXPECT_THAT(warnings(), IsEmpty());

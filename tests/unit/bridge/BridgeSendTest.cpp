@@ -143,6 +143,9 @@ TEST_F(BridgeSend, AClosedBridgeHoldsNothingAndSendsNowhere) {
   EXPECT_THAT(bridge_->messageHandlers(), IsEmpty());
   bridge_->sendData(2, nullptr, "c");
   EXPECT_FALSE(bridge_->startupMessageQueue());
+  bridge_->reset();
+  bridge_->sendData(3, nullptr, "d");
+  EXPECT_FALSE(bridge_->startupMessageQueue()) << "a reset opens it no more";
   EXPECT_THAT(scripts(), IsEmpty());
 }
 

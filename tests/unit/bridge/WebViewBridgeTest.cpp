@@ -158,6 +158,14 @@ TEST_F(WebViewBridge, ReportsAFetchFromAWebViewThatGoesMeanwhile) {
   EXPECT_EQ(warnings().back(), kNoQueue);
 }
 
+TEST_F(WebViewBridge, ReportsNoFetchOnceItIsClosed) {
+  adapter_->WKFlushMessageQueue();
+  adapter_->close();
+  view_.reset();
+  memory_->scheduler.runReady();
+  EXPECT_THAT(warnings(), IsEmpty());
+}
+
 TEST_F(WebViewBridge, DoesNotKeepTheWebViewAlive) {
   EXPECT_EQ(view_.use_count(), 1);
   askForBridge();

@@ -104,6 +104,16 @@ TEST_F(Download, KeepsItsObjectUntilItsCompletionHasRun) {
   EXPECT_TRUE(weak.expired());
 }
 
+TEST_F(Download, ForgetsItsCompletionWhenItHasRun) {
+  const auto held = std::make_shared<int>(0);
+  network().startDownload("https://pages.example/a.html",
+                          [held](bool, const std::optional<std::string>&) {});
+  EXPECT_GT(held.use_count(), 1);
+  session().answer(0, 200, "page");
+  session().deliver();
+  EXPECT_EQ(held.use_count(), 1);
+}
+
 TEST_F(Download, RunsBesideOthersAndEndsInAnyOrder) {
   std::vector<std::string> ended;
   for (const std::string name : {"a", "b", "c"}) {

@@ -35,10 +35,11 @@ TEST_F(RequestThreads, SendAtOnceAndAreAllAnsweredOnTheSessionsThread) {
   EXPECT_FALSE(wrongThread);
 }
 
-/// A session whose tasks do nothing; a test sees how long they live.
+/// A session whose tasks do nothing but note who holds them; a test sees how long they live.
 class IdleSession final : public UrlSession {
  public:
   std::vector<std::weak_ptr<UrlTask>> tasks;
+  std::vector<long> holdersAtTheStart;  ///< Of each task that was resumed.
 
   std::shared_ptr<UrlTask> dataTask(UrlRequest, std::function<void(const DataResult&)>) override {
     return make();
@@ -49,12 +50,17 @@ class IdleSession final : public UrlSession {
   }
 
  private:
-  class Task final : public UrlTask {
-    void resume() override {}
+  class Task final : public UrlTask, public std::enable_shared_from_this<Task> {
+   public:
+    explicit Task(IdleSession& session) : session_(session) {}
+    void resume() override { session_.holdersAtTheStart.push_back(weak_from_this().use_count()); }
     void cancel() override {}
+
+   private:
+    IdleSession& session_;
   };
   std::shared_ptr<UrlTask> make() {
-    auto task = std::make_shared<Task>();
+    auto task = std::make_shared<Task>(*this);
     tasks.push_back(task);
     return task;
   }
@@ -69,6 +75,12 @@ TEST_F(RequestTasks, AreKeptForGoodAndDownloadTasksAreNot) {
   ASSERT_EQ(idle.tasks.size(), 2U);
   EXPECT_FALSE(idle.tasks[0].expired());
   EXPECT_TRUE(idle.tasks[1].expired());
+}
+
+TEST_F(RequestTasks, AreKeptBeforeTheyStart) {
+  IdleSession idle;
+  std::make_shared<ZOVKPopupNetwork>(idle)->startRequest(0, params("https://s.example/x"), nullptr);
+  EXPECT_THAT(idle.holdersAtTheStart, ::testing::ElementsAre(2)) << "the sender and the list";
 }
 
 }  // namespace

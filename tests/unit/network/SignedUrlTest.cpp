@@ -62,6 +62,11 @@ TEST(SignatureSource, IsPathParametersBodyAndKey) {
             std::string("/report?") + kCommon + R"({"a":1}secret)");
 }
 
+TEST(SignatureSource, LeavesThePathOfTheServiceOutWhereAnActionHasOne) {
+  EXPECT_EQ(signatureSource(params("https://s.example/api/v1", "/popup/get_info"), ""),
+            std::string("/popup/get_info?") + kCommon + "secret");
+}
+
 TEST(SignatureSource, TakesThePathOfAnEndpointWithoutItsQuery) {
   EXPECT_EQ(signatureSource(params("https://s.example/check?a=1"), ""),
             std::string("/check?") + kCommon + "secret");

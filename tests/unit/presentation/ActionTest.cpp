@@ -151,6 +151,16 @@ TEST_F(Action, TwoSkipsInOneTurnPassOverThePopupBetween) {
   EXPECT_TRUE(answers().empty());
 }
 
+TEST_F(Action, AScreenThatFailsEndsTheWholeRunWithItsReason) {
+  show({webPage("a"), webPage("b")});
+  controller().interfaceDidFail("no screen");
+  EXPECT_EQ(answers(), (std::vector<Answer>{{-1, "no screen"}}));
+  EXPECT_TRUE(controller().popupArr().empty());
+  choose("skip");
+  EXPECT_EQ(sceneOnScreen(), "a");
+  EXPECT_EQ(answers().size(), 1U);
+}
+
 TEST_F(Action, ACallbackMayCloseTheWindow) {
   ZOVKPopupModel once = webPage("a");
   once.pop_freq = 1;

@@ -98,6 +98,12 @@ TEST_F(PageLayout, EndsThePolicysPageAboveItsAnswers) {
   EXPECT_TRUE(MemoryViewNode::isPinnedTo(page()->node().bottom, "stackView"));
 }
 
+TEST_F(PageLayout, EndsThePageOfAPolicyThatComesLaterAboveItsAnswersToo) {
+  show({webPage("a"), webPage("ZOVKPolicy")});
+  choose("skip");
+  EXPECT_TRUE(MemoryViewNode::isPinnedTo(page()->node().bottom, "stackView"));
+}
+
 TEST_F(PageLayout, EndsThePermissionsPageAboveTheFirstGroupOfAnswersThatIsThere) {
   memory().userInterface.addLayout(kBundle, "ZOVKPopupView",
                                    {{"contentView", ""}, {"aloneConfirmStackView", ""}});

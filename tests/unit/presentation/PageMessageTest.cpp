@@ -89,8 +89,8 @@ TEST_F(PageMessage, NothingElseReachesThePopup) {
 }
 
 TEST_F(PageMessage, GivenDirectlyAnObjectOrItsTextIsACommitWithoutAMessage) {
-  for (const char* json :
-       {R"({"action":"cancel","msg":"x"})", R"("{\"action\":\"cancel\"}")", "{}", R"("{}")"}) {
+  for (const char* json : {R"({"action":"cancel","msg":"x"})",
+                           R"("{\"action\":\"cancel\",\"msg\":\"x\"}")", "{}", R"("{}")"}) {
     ZOVKPopupModel popup = webPage("a");
     popup.report_url = "https://report.example/a";
     show({popup});

@@ -86,6 +86,13 @@ TEST_F(Rotation, PlacesTheCornerButtonsOfEveryPopupsNewLayout) {
   }
 }
 
+TEST_F(Rotation, OfWhichNobodyTellsArrangesThePolicysPageToo) {
+  show({webPage("ZOVKPolicy")});
+  controller().loadSubviews();
+  settle();
+  EXPECT_TRUE(MemoryViewNode::isPinnedTo(page()->node().bottom, "stackView"));
+}
+
 TEST_F(Rotation, MayComeTwiceBeforeTheFirstTransitionEnds) {
   show({webPage("a")});
   turn();
@@ -102,6 +109,7 @@ TEST_F(Rotation, MayBeCutShortByTheEndOfTheRun) {
   show({webPage("a")});
   turn();
   close();
+  EXPECT_EQ(memory().userInterface.liveLayouts(), 0U) << "the old one does not wait for the end";
   settle();
   EXPECT_EQ(memory().userInterface.liveLayouts(), 0U);
   EXPECT_EQ(memory().userInterface.liveWebViews(), 0U);

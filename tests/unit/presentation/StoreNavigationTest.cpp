@@ -87,6 +87,7 @@ TEST_F(StoreNavigation, AnsweredAfterTheWindowWasClosedIsCancelled) {
   close();
   settle();
   EXPECT_TRUE(decision.cancelled());
+  EXPECT_EQ(handedOut().size(), 1U) << "nobody opens it a second time";
 }
 
 }  // namespace

@@ -27,6 +27,27 @@ TEST_F(TearDown, FreesAControllerThatNobodyElseHolds) {
   EXPECT_TRUE(weak.expired());
 }
 
+TEST_F(TearDown, LetsThePopupsThePlayerAndTheScreenGoThoughTheControllerIsHeld) {
+  const auto lone = makeController();
+  auto popups = listOf({webPage("a"), webPage("b")});
+  const std::weak_ptr<const ZOVKPopupModel> shown = popups[0];
+  const std::weak_ptr<const ZOVKPopupModel> waiting = popups[1];
+  auto ownWindow = memory().userInterface.makeWindow({0, 0, 1080, 1920});
+  const std::weak_ptr<MemoryViewNode> root = window()->rootNode().weak_from_this();
+  const long bundleHolders = fileManager().getResourceBundle().use_count();
+  lone->showPopup(popups, ownWindow.get(), recordAnswer());
+  popups.clear();
+  settle();
+  EXPECT_GT(fileManager().getResourceBundle().use_count(), bundleHolders);
+  ownWindow.reset();
+  EXPECT_TRUE(shown.expired());
+  EXPECT_TRUE(waiting.expired());
+  EXPECT_TRUE(root.expired());
+  EXPECT_EQ(fileManager().getResourceBundle().use_count(), bundleHolders);
+  lone->queryConditionPopup(listOf({conditional("late")})[0]);
+  EXPECT_THAT(memory().urlSession.request(0).url, ::testing::HasSubstr("game_id=&"));
+}
+
 TEST_F(TearDown, LeavesAControllerToWhoeverHoldsItsPage) {
   auto lone = makeController();
   const std::weak_ptr<ZOVKPopupViewController> weak = lone;
