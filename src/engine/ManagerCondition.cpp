@@ -1,9 +1,8 @@
-#include <boost/json/parse.hpp>
-
 #include "engine/ConditionAnswer.h"
 #include "engine/ZOVKPopupManager.h"
 #include "network/ZOVKPopupNetwork.h"
 #include "presentation/PlayerRequest.h"
+#include "support/JsonRead.h"
 
 namespace zovk {
 
@@ -44,7 +43,7 @@ bool ZOVKPopupManager::parseConditionPopupResp(const std::optional<std::string>&
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::parseConditionPopupResp");
   if (!data || data->empty()) return false;
   boost::json::error_code error;
-  const boost::json::value answer = boost::json::parse(*data, error);
+  const boost::json::value answer = readJson(*data, error);
   debug("jsonInfo:%@", [&] { return error ? std::string("(null)") : logText(answer); });
   if (error) return false;
   const auto extra = wantedPopupExtra(answer);

@@ -1,13 +1,12 @@
 #include <stdexcept>
 
-#include <boost/json/parse.hpp>
-
 #include "engine/DocumentParser.h"
 #include "engine/Merge.h"
 #include "engine/OnceRecord.h"
 #include "engine/ZOVKPopupManager.h"
 #include "network/JsonNumbers.h"
 #include "storage/ZOVKPopupFileManager.h"
+#include "support/JsonRead.h"
 #include "support/Utf8.h"
 
 namespace zovk {
@@ -33,8 +32,7 @@ bool ZOVKPopupManager::parseConfigFile(std::string_view fileData, std::uint64_t 
     return false;
   }
   boost::json::error_code error;
-  const boost::json::value document =
-      boost::json::parse(boost::json::string_view(fileData.data(), fileData.size()), error);
+  const boost::json::value document = readJson(withoutByteOrderMark(fileData), error);
   if (error) {
     logError("Parse config file error:%@", error.message());
     return false;

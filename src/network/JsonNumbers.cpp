@@ -1,5 +1,6 @@
 #include "network/JsonNumbers.h"
 
+#include <array>
 #include <cctype>
 #include <charconv>
 #include <cmath>
@@ -73,6 +74,17 @@ double doubleValue(const boost::json::value& value) {
   if (const bool* flag = value.if_bool()) return *flag ? 1 : 0;
   if (value.is_number()) return value.to_number<double>();
   rejectNumber(value);
+}
+
+std::string numberText(double number) {
+  const double size = std::abs(number);
+  const bool plain = size == 0 || (size >= 1e-6 && size < 1e21);
+  std::array<char, 32> digits{};  // the longest of both forms has 24
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                                 plain ? std::chars_format::fixed : std::chars_format::scientific);
+  std::string text(digits.data(), end.ptr);
+  std::erase(text, '+');
+  return text;
 }
 
 }  // namespace zovk

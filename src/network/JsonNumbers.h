@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include <boost/json/value.hpp>
@@ -17,5 +18,9 @@ std::int32_t intValue(const boost::json::value& value);
 
 /// The same for a double; a text gives the number that it starts with, or 0.
 double doubleValue(const boost::json::value& value);
+
+/// A number as people write it: 0.5, 100, 1e21. Just the digits that tell it from its neighbours,
+/// with an exponent from 1e21 on and below 0.000001, and without the "+" that a query would lose.
+std::string numberText(double number);
 
 }  // namespace zovk

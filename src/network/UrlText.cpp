@@ -36,12 +36,6 @@ std::string withPathEncoding(std::string_view path) {
   return boost::urls::encode(boost::urls::string_view(path.data(), path.size()), kPathCharacters);
 }
 
-std::string pathOfUrl(std::string_view url) {
-  const auto parsed =
-      boost::urls::parse_uri_reference(boost::urls::string_view(url.data(), url.size()));
-  return parsed ? parsed->path() : std::string();
-}
-
 // Cut off behind the host: engines let more characters pass in what follows than the parser does.
 UrlParts partsOfUrl(const std::string& url) {
   const std::size_t colon = url.find(':');

@@ -16,9 +16,6 @@ std::string withQueryEncoding(std::string_view text);
 /// A file's path as it stands in a file address: what has a meaning of its own there is encoded.
 std::string withPathEncoding(std::string_view path);
 
-/// The path of a URL, decoded, without query and fragment; empty when it cannot be parsed.
-std::string pathOfUrl(std::string_view url);
-
 /// Scheme and host of a URL as they are written, without user, port and all that follows. What
 /// cannot be told is empty.
 struct UrlParts {

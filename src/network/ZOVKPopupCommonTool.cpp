@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include <boost/json/parse.hpp>
 #include <boost/json/serialize.hpp>
 
 #include "logging/ZPLogger.h"
+#include "network/JsonNumbers.h"
 #include "network/UrlText.h"
+#include "support/JsonRead.h"
 #include "support/Md5.h"
 #include "support/Utf8.h"
 
@@ -24,8 +25,6 @@ void storePair(std::string_view piece, boost::json::object& pairs) {
   const auto value = withoutPercentEncoding(valueText);
   if (key && !key->empty() && value) pairs[*key] = *value;
 }
-
-constexpr std::size_t kDeepest = 512;
 
 // True when what is written of a value can be read again, as far as numbers and depth go.
 bool isWritable(const boost::json::value& value, std::size_t depth);
@@ -51,16 +50,15 @@ bool isWritable(const boost::json::value& value, std::size_t depth) {
 
 // Why a text that was written as JSON is none: it holds a number without end, or is not UTF-8.
 boost::json::error_code faultOf(const std::string& text) {
-  boost::json::parse_options options;
-  options.max_depth = kDeepest;
   boost::json::error_code error;
-  boost::json::parse(text, error, {}, options);
+  readJson(text, error);
   return error;
 }
 
 std::string textOf(const boost::json::value& value) {
   if (const auto* text = value.if_string()) return std::string(*text);
   if (const bool* flag = value.if_bool()) return *flag ? "1" : "0";
+  if (const double* number = value.if_double()) return numberText(*number);
   return boost::json::serialize(value);
 }
 
@@ -70,7 +68,7 @@ std::optional<std::string> ZOVKPopupCommonTool::dictionaryToData(
     const std::optional<boost::json::object>& dictionary) {
   if (!dictionary || dictionary->empty()) return std::nullopt;
   std::string text = boost::json::serialize(*dictionary);
-  if (!isUtf8(text) || !isWritable(*dictionary, kDeepest)) {
+  if (!isUtf8(text) || !isWritable(*dictionary, kDeepestJson)) {
     logError("Dict to NSData error:%@", faultOf(text).message());
     return std::nullopt;
   }
@@ -93,7 +91,7 @@ std::optional<boost::json::value> ZOVKPopupCommonTool::jsonStringToDictionary(
     return std::nullopt;
   }
   boost::json::error_code error;
-  boost::json::value parsed = boost::json::parse(*jsonString, error);
+  boost::json::value parsed = readJson(*jsonString, error);
   if (error) {
     logError("jsonStringToDictionary parse failed: %@", error.message());
     return std::nullopt;

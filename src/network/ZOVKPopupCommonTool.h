@@ -29,8 +29,8 @@ class ZOVKPopupCommonTool {
   /// What follows the first "?" as decoded keys and values. A fragment, when there is one, takes
   /// the place of the query.
   static boost::json::object urlParamToDictionary(std::string_view url);
-  /// key=value pairs joined by "&". Encoding leaves "&", "=", "?" and "/" of a value as they are,
-  /// and keys are never encoded.
+  /// key=value pairs joined by "&"; numbers as `numberText` writes them. Encoding leaves "&", "=",
+  /// "?" and "/" of a value as they are, and keys are never encoded.
   static std::string dictionaryToUrlParam(const boost::json::object& dictionary, bool needEncode);
 };
 

@@ -6,8 +6,8 @@
 #include <fmt/format.h>
 
 #include "logging/ZPLogger.h"
-#include "network/UrlText.h"
 #include "network/ZOVKPopupCommonTool.h"
+#include "support/WebAddress.h"
 
 namespace zovk {
 namespace {
@@ -27,6 +27,14 @@ const void* identity(const auto& callback) {
   return callback ? &callback : nullptr;
 }
 
+// What is signed for an endpoint. An address that cannot be read has no path; the session reads it
+// in the same way and does not send it.
+std::string pathToSign(const ZOVKPopupUrlParams& p) {
+  if (!p.actionPath.empty()) return p.actionPath;
+  const auto address = readWebAddress(p.urlStr);
+  return address ? address->path : "";
+}
+
 }  // namespace
 
 std::string commonParameterText(const ZOVKPopupUrlParams& p) {
@@ -35,8 +43,7 @@ std::string commonParameterText(const ZOVKPopupUrlParams& p) {
 }
 
 std::string signatureSource(const ZOVKPopupUrlParams& p, const std::string& bodyText) {
-  const std::string path = p.actionPath.empty() ? pathOfUrl(p.urlStr) : p.actionPath;
-  return fmt::format("{}?{}{}{}", path, commonParameterText(p), bodyText, p.gameKey);
+  return fmt::format("{}?{}{}{}", pathToSign(p), commonParameterText(p), bodyText, p.gameKey);
 }
 
 std::string signedUrl(const ZOVKPopupUrlParams& p, const std::string& signature) {
@@ -55,7 +62,7 @@ void ZOVKPopupNetwork::startRequest(std::int32_t type, const ZOVKPopupUrlParams&
   if (urlParams.urlStr.empty()) {
     logError("Url illegal");
     if (complete) return complete(false, std::nullopt);
-  } else {
+  } else if (complete) {  // without one, that of an earlier call stays
     const LockGuard lock(mutex_);
     requestComplete_ = complete;
   }
@@ -69,9 +76,9 @@ void ZOVKPopupNetwork::startRequest(std::int32_t type, const ZOVKPopupUrlParams&
   request.timeout = kRequestTimeout;
   if (type == kPost) {
     request.method = "POST";
-    if (bodyText.empty()) {
+    if (!urlParams.postInfo || urlParams.postInfo->empty()) {
       logError("postInfo illegal");
-    } else {
+    } else if (!bodyText.empty()) {
       request.body = bodyText;
     }
   }
@@ -106,7 +113,7 @@ void ZOVKPopupNetwork::startDownload(const std::string& urlStr, const DownloadCo
     debug("Url illegal");
     if (complete) complete(false, std::nullopt);
   }
-  {
+  if (complete) {
     const LockGuard lock(mutex_);
     downloadComplete_ = complete;
   }

@@ -33,7 +33,8 @@ class ZOVKPopupNetwork : public std::enable_shared_from_this<ZOVKPopupNetwork> {
   explicit ZOVKPopupNetwork(UrlSession& session) : session_(session) {}
 
   /// Signs and sends a request. With an empty address and a completion, the completion is called
-  /// at once with false and nothing is sent; without a completion the attempt is still made.
+  /// at once with false and nothing is sent; without a completion the attempt is still made. A call
+  /// without a completion leaves that of an earlier call waiting.
   void startRequest(std::int32_t type, const ZOVKPopupUrlParams& urlParams,
                     const RequestComplete& complete);
 
@@ -53,7 +54,8 @@ class ZOVKPopupNetwork : public std::enable_shared_from_this<ZOVKPopupNetwork> {
 
 /// The parameters that go with every request, values as they are, not percent-encoded.
 std::string commonParameterText(const ZOVKPopupUrlParams& urlParams);
-/// What is signed: path, "?", parameters, body text and game key.
+/// What is signed: path, "?", parameters, body text and game key. The path of an endpoint is the
+/// one that is sent, decoded.
 std::string signatureSource(const ZOVKPopupUrlParams& urlParams, const std::string& bodyText);
 /// The address that is sent, its signature included.
 std::string signedUrl(const ZOVKPopupUrlParams& urlParams, const std::string& signature);

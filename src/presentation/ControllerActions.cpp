@@ -1,10 +1,9 @@
 #include <array>
 
-#include <boost/json/parse.hpp>
-
 #include "network/ZOVKPopupCommonTool.h"
 #include "presentation/ActionScope.h"
 #include "presentation/ZOVKPopupViewController.h"
+#include "support/JsonRead.h"
 
 namespace zovk {
 namespace {
@@ -89,7 +88,7 @@ void ZOVKPopupViewController::handleWebViewJsMessage(
   if (jsMessage && jsMessage->is_object()) return handleCallbackMessage(kCommit, nullptr);
   if (jsMessage && jsMessage->is_string()) {
     boost::json::error_code error;
-    const auto parsed = boost::json::parse(jsMessage->get_string(), error);
+    const auto parsed = readJson(jsMessage->get_string(), error);
     if (!error && parsed.is_object()) return handleCallbackMessage(kCommit, parsed);
   }
   logError("Param jsMessage illegal");

@@ -78,12 +78,22 @@ TEST_F(UrlSessionContract, AServerThatIsNotThereIsAnError) {
 }
 
 TEST_F(UrlSessionContract, AnAddressThatCannotBeParsedIsAnError) {
-  for (const char* url : {"", "nonsense", "http://", "://a", "http://server.example/a b"}) {
+  for (const char* url : {"", "nonsense", "http://", "://a", "http://server.example/a b",
+                          "http://server.example/a?b\n", "http://[server.example/a",
+                          "http://server.example/a%00", "ftp://server.example/a", "file:///a"}) {
     const DataResult result = fetch(url);
     EXPECT_TRUE(result.error) << url;
     EXPECT_FALSE(result.body) << url;
     EXPECT_EQ(result.url, url);
   }
+}
+
+TEST_F(UrlSessionContract, AnAddressIsSentAsItIsReadForTheSignature) {
+  const std::string plain = backend.serve("/vip", 200, "text");
+  const std::string base = plain.substr(0, plain.size() - 4);
+  const DataResult result = fetch(base + "/x/.././vip");
+  EXPECT_THAT(result.body, Optional(std::string("text")));
+  EXPECT_EQ(result.url, plain);
 }
 
 TEST_F(UrlSessionContract, NothingIsSentBeforeResume) {
@@ -231,6 +241,39 @@ TEST_F(UrlSessionContract, ShutDownDropsWhatIsUnderWayWithoutCallingBack) {
   EXPECT_EQ(held.use_count(), 1);
   task->cancel();
   backend.shutDown();
+}
+
+TEST_F(UrlSessionContract, ManyRequestsAtOnceAllCompleteOnce) {
+  constexpr std::size_t kCount = 300;
+  const std::string url = backend.serve("/page", 200, "text");
+  std::vector<Pending<DataResult>> all;  // a second completion would break its promise
+  for (std::size_t i = 0; i < kCount; ++i) all.push_back(data(url));
+  for (const auto& pending : all) pending.task->resume();
+  for (auto& pending : all) EXPECT_THAT(pending.wait().body, Optional(std::string("text")));
+}
+
+TEST_F(UrlSessionContract, ManyRequestsThatAreCancelledAllCompleteOnceWithAnError) {
+  constexpr std::size_t kCount = 300;
+  std::vector<Pending<DataResult>> all;
+  for (std::size_t i = 0; i < kCount; ++i) all.push_back(data(backend.silentUrl()));
+  for (const auto& pending : all) pending.task->resume();
+  for (const auto& pending : all) pending.task->cancel();
+  for (auto& pending : all) {
+    EXPECT_THAT(pending.wait().error, Optional(std::string("cancelled")));
+  }
+}
+
+TEST_F(UrlSessionContract, ShutDownDropsTheManyThatWaitToo) {
+  constexpr long kCount = 300;
+  auto held = std::make_shared<int>(0);
+  UrlRequest request;
+  request.url = backend.silentUrl();
+  for (long i = 0; i < kCount; ++i) {
+    backend.session().dataTask(request, [held](const DataResult&) { ++*held; })->resume();
+  }
+  backend.shutDown();
+  EXPECT_EQ(*held, 0);
+  EXPECT_EQ(held.use_count(), 1);
 }
 
 TEST_F(UrlSessionContract, TasksResumedAfterShutDownAreDropped) {

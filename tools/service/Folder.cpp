@@ -3,8 +3,9 @@
 #include <fstream>
 #include <iterator>
 
-#include <boost/json/parse.hpp>
 #include <sys/stat.h>
+
+#include "support/JsonRead.h"
 
 namespace zovk::service {
 namespace {
@@ -44,7 +45,7 @@ std::optional<boost::json::object> Folder::readObject(const std::string& name) c
 
 boost::json::object objectOf(const std::string& text, const std::string& what) {
   boost::json::error_code error;
-  boost::json::value value = boost::json::parse(text, error);
+  boost::json::value value = readJson(withoutByteOrderMark(text), error);
   if (error) throw FolderError(what + ": not JSON: " + error.message());
   if (!value.is_object()) throw FolderError(what + ": not a JSON object");
   return std::move(value.get_object());

@@ -2,7 +2,7 @@
 
 #include <ctime>
 
-#include <boost/json/parse.hpp>
+#include "support/JsonRead.h"
 
 namespace zovk::service {
 namespace {
@@ -22,7 +22,7 @@ constexpr std::string_view kColumns =
 
 boost::json::value parsed(std::string_view text) {
   boost::json::error_code error;
-  boost::json::value value = boost::json::parse({text.data(), text.size()}, error);
+  boost::json::value value = readJson(text, error);
   return error ? boost::json::value() : value;
 }
 

@@ -5,6 +5,8 @@
 #include <boost/json/serialize.hpp>
 #include <boost/json/stream_parser.hpp>
 
+#include "support/JsonRead.h"
+
 namespace zovk::tool {
 namespace {
 
@@ -53,7 +55,10 @@ void locate(std::string_view text, std::size_t offset, JsonText& result) {
 }  // namespace
 
 JsonText parseJson(std::string_view text) {
-  boost::json::stream_parser parser;
+  text = withoutByteOrderMark(text);
+  boost::json::parse_options options;
+  options.max_depth = kDeepestJson;
+  boost::json::stream_parser parser({}, options);
   boost::json::error_code error;
   const std::size_t read = parser.write_some(text.data(), text.size(), error);
   if (!error) {

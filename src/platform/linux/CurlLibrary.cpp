@@ -46,6 +46,7 @@ CurlLibrary found() {
   symbols.find("curl_multi_perform", curl.multiPerform);
   symbols.find("curl_multi_poll", curl.multiPoll);
   symbols.find("curl_multi_remove_handle", curl.multiRemoveHandle);
+  symbols.find("curl_multi_setopt", curl.multiSetOption);
   symbols.find("curl_slist_append", curl.listAppend);
   symbols.find("curl_slist_free_all", curl.listFreeAll);
   symbols.find("curl_url", curl.url);

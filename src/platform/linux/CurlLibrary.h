@@ -26,6 +26,7 @@ struct CurlLibrary {
   decltype(&curl_multi_perform) multiPerform = nullptr;
   decltype(&curl_multi_poll) multiPoll = nullptr;
   decltype(&curl_multi_remove_handle) multiRemoveHandle = nullptr;
+  decltype(&curl_multi_setopt) multiSetOption = nullptr;
   decltype(&curl_slist_append) listAppend = nullptr;
   decltype(&curl_slist_free_all) listFreeAll = nullptr;
   decltype(&curl_url) url = nullptr;

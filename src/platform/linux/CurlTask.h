@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <memory>
+#include <string>
 
 #include "platform/UrlSession.h"
 #include "platform/linux/ResponseSink.h"
@@ -17,6 +18,7 @@ struct CurlJob {
   enum class Kind { kData, kDownload };
   Kind kind = Kind::kData;
   UrlRequest request;
+  std::string host;  ///< Of the address; known once the session has the job.
   std::unique_ptr<ResponseSink> sink;
   std::shared_ptr<CurlTask> task;  ///< Set while the session has the job.
 };

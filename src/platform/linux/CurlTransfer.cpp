@@ -1,13 +1,16 @@
 #include "platform/linux/CurlTransfer.h"
 
+#include <algorithm>
+
 #include <boost/algorithm/string/predicate.hpp>
 #include <openssl/ssl.h>
 #include <sys/socket.h>
 
+#include "support/WebAddress.h"
+
 namespace zovk {
 namespace {
 
-constexpr std::chrono::seconds kDefaultTimeout{60};
 constexpr long kMostRedirects = 16;
 constexpr const char* kProtocols = "http,https";
 
@@ -23,9 +26,9 @@ CURLcode addAuthority(CURL* /*handle*/, void* context, void* path) {
   return added ? CURLE_OK : CURLE_SSL_CACERT_BADFILE;
 }
 
-std::chrono::seconds timeoutOf(const UrlRequest& request) {
+std::chrono::milliseconds stallOf(const UrlRequest& request, const CurlSessionSettings& settings) {
   const bool given = request.timeout && *request.timeout > std::chrono::seconds(0);
-  return given ? *request.timeout : kDefaultTimeout;
+  return given ? *request.timeout : settings.longestStall;
 }
 
 }  // namespace
@@ -47,14 +50,14 @@ CurlTransfer::CurlTransfer(const UrlRequest& request, ResponseSink& sink,
     : request_(request),
       sink_(sink),
       settings_(settings),
-      timeout_(timeoutOf(request)),
-      lastMove_(std::chrono::steady_clock::now()) {}
+      longestStall_(stallOf(request, settings)) {}
 
 std::optional<std::string> CurlTransfer::prepare(SessionFiles& files) {
   if (easy_.get() == nullptr) return "out of memory";
   if (auto error = parseUrl()) return error;
-  if (auto error = sink_.begin(files)) return error;
+  sink_.begin(files);
   setConnection();
+  setSpeed();
   setTrust();
   setRedirects();
   setMethod();
@@ -64,10 +67,11 @@ std::optional<std::string> CurlTransfer::prepare(SessionFiles& files) {
 }
 
 std::optional<std::string> CurlTransfer::parseUrl() {
-  // A zero byte would cut the address short.
-  if (request_.url.find('\0') != std::string::npos) return "unusable address";
+  const auto address = readWebAddress(request_.url);
+  if (!address) return "unusable address: it cannot be read";
   url_.reset(curl().url());
-  const CURLUcode code = curl().urlSet(url_.get(), CURLUPART_URL, request_.url.c_str(), 0);
+  const CURLUcode code =
+      curl().urlSet(url_.get(), CURLUPART_URL, address->text.c_str(), CURLU_PATH_AS_IS);
   if (code != CURLUE_OK) return std::string("unusable address: ") + curl().urlErrorText(code);
   set(CURLOPT_CURLU, url_.get());
   return std::nullopt;
@@ -78,10 +82,14 @@ void CurlTransfer::setConnection() {
   set(CURLOPT_PROTOCOLS_STR, kProtocols);
   set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_2TLS));
   set(CURLOPT_OPENSOCKETFUNCTION, &openSocket);
-  const auto connectTimeout = static_cast<long>(timeout_.count());
-  set(CURLOPT_CONNECTTIMEOUT, connectTimeout);
+  set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(longestStall_.count()));
   // A name that is still being looked up must not hold up a cancellation or the shutdown.
   set(CURLOPT_QUICK_EXIT, 1L);
+}
+
+void CurlTransfer::setSpeed() {
+  set(CURLOPT_LOW_SPEED_LIMIT, settings_.lowestSpeed);
+  set(CURLOPT_LOW_SPEED_TIME, static_cast<long>(settings_.slowestTime.count()));
 }
 
 void CurlTransfer::setTrust() {
@@ -135,12 +143,21 @@ void CurlTransfer::setReception() {
   set(CURLOPT_ERRORBUFFER, errorBuffer_.data());
 }
 
-// The library's own limit on slow transfers looks at an average, which hides a stop for seconds.
+// The library's own limit on slow transfers looks at an average, which hides a stop for seconds. It
+// is there for what drips without ever standing still.
 CurlTransfer::TimePoint CurlTransfer::deadline(TimePoint now) {
   const curl_off_t moved = bytesMoved();
   if (moved != bytesMoved_) lastMove_ = now;
   bytesMoved_ = moved;
-  return lastMove_ + timeout_;
+  const TimePoint still = lastMove_ + longestStall_;
+  return request_.method == "POST" ? std::min(still, start_ + settings_.longestPost) : still;
+}
+
+std::size_t CurlTransfer::descriptors() const {
+  // Looking a name up takes three; so may connecting.
+  constexpr std::size_t kUntilConnected = 3;
+  const bool connected = info<curl_off_t>(CURLINFO_PRETRANSFER_TIME_T) > 0;
+  return connected ? 1 + sink_.descriptors() : kUntilConnected;
 }
 
 curl_off_t CurlTransfer::bytesMoved() const {

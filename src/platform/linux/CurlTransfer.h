@@ -2,6 +2,7 @@
 
 #include <array>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -31,6 +32,8 @@ class CurlTransfer {
   CURL* handle() const { return easy_.get(); }
   /// When the transfer is to end unless something moves before, as seen at `now`.
   TimePoint deadline(TimePoint now);
+  /// How many descriptors the transfer may hold by now, at most.
+  std::size_t descriptors() const;
   /// How the transfer ended.
   UrlResult result(CURLcode code) const;
   /// What the answer says about the version of its body.
@@ -43,6 +46,7 @@ class CurlTransfer {
   Value info(CURLINFO what) const;
   std::optional<std::string> parseUrl();
   void setConnection();
+  void setSpeed();
   void setTrust();
   void setRedirects();
   void setMethod();
@@ -63,9 +67,10 @@ class CurlTransfer {
   std::array<char, CURL_ERROR_SIZE> errorBuffer_{};
   std::optional<std::string> ownError_;  // what ended the transfer from this side
   std::uint64_t received_ = 0;
-  const std::chrono::seconds timeout_;
+  const std::chrono::milliseconds longestStall_;
+  const TimePoint start_ = std::chrono::steady_clock::now();
   curl_off_t bytesMoved_ = 0;
-  TimePoint lastMove_;
+  TimePoint lastMove_ = start_;
   CurlEasy easy_;  // goes first: it refers to the others
 };
 

@@ -11,11 +11,11 @@ class CurlWorker;
 
 /// Sends requests with libcurl, HTTP and HTTPS only, on one thread, which starts with the first
 /// request. The address of an answer is the one after at most 16 redirects; an answer of more than
-/// 64 MiB, or one that stands still for the request's timeout (60 seconds by default), ends in an
-/// error. Proxies come from the environment, certificates are always checked against those of the
-/// system and of the settings. A download that was kept from an earlier time is asked for with its
-/// validators, and costs no body when it is unchanged; its completion sees a whole file all the
-/// same. Tasks may outlive the session and do nothing then.
+/// 64 MiB, or one that is too slow by the settings, ends in an error. Requests that are too many at
+/// a time by the settings wait for their turn. Proxies come from the environment, certificates are
+/// always checked against those of the system and of the settings. A download that was kept from an
+/// earlier time is asked for with its validators, and costs no body when it is unchanged; its
+/// completion sees a whole file all the same. Tasks may outlive the session and do nothing then.
 class CurlUrlSession : public UrlSession {
  public:
   explicit CurlUrlSession(CurlSessionSettings settings = {});

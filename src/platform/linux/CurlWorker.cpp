@@ -5,6 +5,8 @@
 #include <chrono>
 #include <csignal>
 #include <cstdint>
+#include <map>
+#include <string>
 #include <system_error>
 
 #include <poll.h>
@@ -15,8 +17,10 @@ namespace {
 
 using SteadyClock = std::chrono::steady_clock;
 
-// More at once do not make the downloads faster and use up the game's descriptors.
-constexpr std::ptrdiff_t kMostDownloads = 6;
+// What one download needs of the descriptors that all may use, until it is connected.
+constexpr std::size_t kDescriptorsToBegin = 3;
+// Connections that are kept for later requests.
+constexpr long kIdleConnections = 8;
 constexpr std::chrono::minutes kLongestWait{1};
 constexpr const char* kCancelled = "cancelled";
 
@@ -83,14 +87,16 @@ void CurlWorker::run() {
 
 void CurlWorker::runTransfers() {
   State state{{}, {{}, DownloadCache(settings_.cachePath)}, {}, {}};
+  limitConnections(state);
   while (!stopping_) {
-    acceptJobs(state);
+    if (std::exchange(state.woken, false)) acceptJobs(state);
     finishCancelled(state);
     beginWaiting(state);
     int stillRunning = 0;
     curl().multiPerform(state.multi.get(), &stillRunning);
-    finishStalled(state);
-    if (!finishEnded(state)) wait(state);
+    const bool stalled = finishStalled(state);
+    const bool ended = finishEnded(state);
+    if (!stalled && !ended) wait(state);
   }
   for (const Running& running : state.running) {
     curl().multiRemoveHandle(state.multi.get(), running.transfer.handle());
@@ -114,29 +120,51 @@ CurlWorker::Jobs CurlWorker::takeAdded() {
   return std::exchange(added_, {});
 }
 
-void CurlWorker::acceptJobs(State& state) {
-  Jobs jobs = takeAdded();
-  std::move(jobs.begin(), jobs.end(), std::back_inserter(state.waiting));
+// The turns below keep to these; they make sure that an idle connection goes before one more is
+// opened.
+void CurlWorker::limitConnections(const State& state) const {
+  const auto most =
+      static_cast<long>(settings_.mostDataRequests + settings_.mostDownloadDescriptors);
+  curl().multiSetOption(state.multi.get(), CURLMOPT_MAX_TOTAL_CONNECTIONS, most);
+  curl().multiSetOption(state.multi.get(), CURLMOPT_MAXCONNECTS, kIdleConnections);
 }
 
-void CurlWorker::beginWaiting(State& state) {
-  Jobs jobs;
-  jobs.swap(state.waiting);
-  for (auto& job : jobs) {
+void CurlWorker::acceptJobs(State& state) {
+  for (auto& job : takeAdded()) state.waiting.add(std::move(job));
+  for (const auto& job : state.waiting.takeCancelled()) {
     if (stopping_) return;
-    if (mayBegin(state, *job)) {
-      begin(state, std::move(job));
-    } else {
-      state.waiting.push_back(std::move(job));
-    }
+    fail(*job, kCancelled);
   }
 }
 
-bool CurlWorker::mayBegin(const State& state, const CurlJob& job) {
-  if (job.kind == CurlJob::Kind::kData || job.task->isCancelled()) return true;
-  return std::count_if(state.running.begin(), state.running.end(), [](const Running& running) {
-           return running.job->kind == CurlJob::Kind::kDownload;
-         }) < kMostDownloads;
+void CurlWorker::beginWaiting(State& state) {
+  while (!stopping_) {
+    auto job = nextToBegin(state);
+    if (job == nullptr) return;
+    begin(state, std::move(job));
+  }
+}
+
+std::unique_ptr<CurlJob> CurlWorker::nextToBegin(State& state) const {
+  std::size_t dataRequests = 0;
+  std::size_t descriptors = kDescriptorsToBegin;
+  std::map<std::string, std::size_t> downloads;
+  for (const Running& running : state.running) {
+    if (running.job->kind == CurlJob::Kind::kData) {
+      ++dataRequests;
+    } else {
+      ++downloads[running.job->host];
+      descriptors += running.transfer.descriptors();
+    }
+  }
+  if (dataRequests < settings_.mostDataRequests) {
+    if (auto job = state.waiting.nextData()) return job;
+  }
+  if (descriptors > settings_.mostDownloadDescriptors) return nullptr;
+  return state.waiting.nextDownload([&](const std::string& host) {
+    const auto running = downloads.find(host);
+    return running == downloads.end() || running->second < settings_.mostDownloadsOfAHost;
+  });
 }
 
 void CurlWorker::begin(State& state, std::unique_ptr<CurlJob> job) {
@@ -162,16 +190,20 @@ void CurlWorker::finishCancelled(State& state) {
   }
 }
 
-void CurlWorker::finishStalled(State& state) {
+bool CurlWorker::finishStalled(State& state) {
   const auto now = SteadyClock::now();
+  bool any = false;
   for (auto running = state.running.begin(); running != state.running.end() && !stopping_;) {
     const auto next = std::next(running);
-    if (running->transfer.deadline(now) <= now) finish(state, running, CURLE_OPERATION_TIMEDOUT);
+    if (running->transfer.deadline(now) <= now) {
+      finish(state, running, CURLE_OPERATION_TIMEDOUT);
+      any = true;
+    }
     running = next;
   }
+  return any;
 }
 
-// True when a transfer had ended, so that there is more to do before waiting.
 bool CurlWorker::finishEnded(State& state) {
   bool any = false;
   int left = 0;
@@ -205,12 +237,12 @@ void CurlWorker::finish(State& state, std::list<Running>::iterator running, CURL
 void CurlWorker::wait(State& state) {
   curl_waitfd signal{signal_.get(), CURL_WAIT_POLLIN, 0};
   curl().multiPoll(state.multi.get(), &signal, 1, millisecondsToWait(state), nullptr);
-  takeSignal();
+  if (takeSignal()) state.woken = true;
 }
 
-void CurlWorker::takeSignal() {
+bool CurlWorker::takeSignal() {
   std::uint64_t count = 0;
-  [[maybe_unused]] const auto readCount = ::read(signal_.get(), &count, sizeof count);
+  return ::read(signal_.get(), &count, sizeof count) > 0;
 }
 
 // Until the first transfer counts as stalled; the library itself wakes for what else is due.

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/linux/CurlHandles.h"
+#include "platform/linux/CurlQueue.h"
 #include "platform/linux/CurlSessionSettings.h"
 #include "platform/linux/CurlTask.h"
 #include "platform/linux/CurlTransfer.h"
@@ -18,8 +19,9 @@
 namespace zovk {
 
 /// Runs the transfers of a session on one thread, which starts with the first of them, and calls
-/// the completions there. `start` and `wakeUp` may be called from any thread. Requests for data
-/// are sent at once; downloads take turns, a few at a time.
+/// the completions there. `start` and `wakeUp` may be called from any thread. Transfers take turns:
+/// so many requests for data at a time, and so many downloads from one host, that those that stall
+/// hold up few others and the game keeps its descriptors.
 class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
  public:
   /// Throws std::system_error when the process has no descriptors left.
@@ -45,22 +47,26 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
   struct State {
     CurlMulti multi;
     SessionFiles files;
-    Jobs waiting;
+    CurlQueue waiting;
     std::list<Running> running;
+    bool woken = true;  // something was added or cancelled
   };
 
   void run();
   void runTransfers();
   /// Where there is nothing to send requests with.
   void failAll(const std::string& reason);
-  void takeSignal();
+  /// Whether somebody woke the thread.
+  bool takeSignal();
   Jobs takeAdded();
+  void limitConnections(const State& state) const;
   void acceptJobs(State& state);
   void beginWaiting(State& state);
-  static bool mayBegin(const State& state, const CurlJob& job);
+  std::unique_ptr<CurlJob> nextToBegin(State& state) const;
   void begin(State& state, std::unique_ptr<CurlJob> job);
   void finishCancelled(State& state);
-  void finishStalled(State& state);
+  // True when a transfer had ended, so that another may begin before the thread waits.
+  bool finishStalled(State& state);
   bool finishEnded(State& state);
   void finish(State& state, std::list<Running>::iterator running, CURLcode code);
   void wait(State& state);

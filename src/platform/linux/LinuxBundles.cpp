@@ -4,10 +4,9 @@
 #include <system_error>
 #include <utility>
 
-#include <boost/json/parse.hpp>
-
 #include "logging/ZPLogger.h"
 #include "platform/linux/Paths.h"
+#include "support/JsonRead.h"
 
 namespace zovk {
 namespace {
@@ -46,7 +45,7 @@ boost::json::object DirectoryBundle::readInfo() const {
   const auto text = files_.read(path_ + "/Info.json");
   if (!text) return {};
   boost::system::error_code error;
-  boost::json::value value = boost::json::parse(*text, error);
+  boost::json::value value = readJson(*text, error);
   if (!error && value.is_object()) return std::move(value.get_object());
   logError("Info dictionary of %@ is broken", path_);
   return {};

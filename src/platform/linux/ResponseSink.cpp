@@ -17,10 +17,6 @@ constexpr int kNotModified = 304;
 
 }  // namespace
 
-std::optional<std::string> DataSink::begin(SessionFiles& /*files*/) {
-  return std::nullopt;
-}
-
 std::optional<std::string> DataSink::write(std::string_view piece) {
   body_ += piece;
   return std::nullopt;
@@ -34,19 +30,22 @@ void DataSink::complete(const UrlResult& result) {
   completion(data);
 }
 
-std::optional<std::string> DownloadSink::begin(SessionFiles& files) {
+void DownloadSink::begin(SessionFiles& files) {
   removeFile();
-  file_ = files.temporary.makeFile(path_);
-  if (!file_) {
-    path_.clear();
-    return "temporary file: " + std::generic_category().message(errno);
-  }
-  downloads_ = &files.downloads;
-  known_ = asksAgain_ ? Validators() : downloads_->validators(url_).value_or(Validators());
-  return std::nullopt;
+  files_ = &files;
+  known_ = asksAgain_ ? Validators() : files.downloads.validators(url_).value_or(Validators());
+}
+
+std::optional<std::string> DownloadSink::openFile() {
+  if (file_) return std::nullopt;
+  file_ = files_->temporary.makeFile(path_);
+  if (file_) return std::nullopt;
+  path_.clear();
+  return "temporary file: " + std::generic_category().message(errno);
 }
 
 std::optional<std::string> DownloadSink::write(std::string_view piece) {
+  if (auto error = openFile()) return error;
   const std::error_code error = writeAll(file_.get(), piece);
   return error ? std::optional("temporary file: " + error.message()) : std::nullopt;
 }
@@ -54,6 +53,8 @@ std::optional<std::string> DownloadSink::write(std::string_view piece) {
 bool DownloadSink::settle(UrlResult& result, const AnswerVersion& version) {
   if (result.error) return true;
   if (result.status == kNotModified && !known_.empty()) return takeKept(result, version.redirected);
+  result.error = openFile();  // an answer without a body is an empty file
+  if (result.error) return true;
   const bool worthIt = version.mayBeKept && !version.redirected && !version.validators.empty();
   if (result.status == kOk && worthIt) keep(version.validators);
   return true;
@@ -61,7 +62,7 @@ bool DownloadSink::settle(UrlResult& result, const AnswerVersion& version) {
 
 bool DownloadSink::takeKept(UrlResult& result, bool redirected) {
   // Validators say nothing about a file somewhere else.
-  const auto body = redirected ? std::nullopt : downloads_->body(url_, known_);
+  const auto body = redirected ? std::nullopt : files_->downloads.body(url_, known_);
   asksAgain_ = !body;
   if (!body) return false;
   result.status = kOk;
@@ -72,7 +73,7 @@ bool DownloadSink::takeKept(UrlResult& result, bool redirected) {
 void DownloadSink::keep(const Validators& validators) {
   std::ifstream file(path_, std::ios::binary);
   const std::string body{std::istreambuf_iterator<char>(file), {}};
-  if (file.good()) downloads_->keep(url_, validators, body);
+  if (file.good()) files_->downloads.keep(url_, validators, body);
 }
 
 void DownloadSink::complete(const UrlResult& result) {
@@ -88,6 +89,7 @@ void DownloadSink::complete(const UrlResult& result) {
 }
 
 void DownloadSink::removeFile() {
+  file_.reset();
   if (!path_.empty()) ::unlink(path_.c_str());
   path_.clear();
 }

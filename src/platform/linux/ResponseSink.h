@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -30,8 +31,10 @@ struct AnswerVersion {
 class ResponseSink {
  public:
   virtual ~ResponseSink() = default;
-  /// Gets ready for the body. An error ends the transfer.
-  virtual std::optional<std::string> begin(SessionFiles& files) = 0;
+  /// Gets ready for the body, which opens nothing yet.
+  virtual void begin(SessionFiles& files) = 0;
+  /// How many descriptors it holds.
+  virtual std::size_t descriptors() const { return 0; }
   /// The version that is at hand already, so that the server need not send it again.
   virtual Validators known() const { return {}; }
   /// An error ends the transfer.
@@ -49,7 +52,7 @@ class DataSink : public ResponseSink {
   using Completion = std::function<void(const DataResult&)>;
   explicit DataSink(Completion completion) : completion_(std::move(completion)) {}
 
-  std::optional<std::string> begin(SessionFiles& files) override;
+  void begin(SessionFiles& /*files*/) override {}
   std::optional<std::string> write(std::string_view piece) override;
   void complete(const UrlResult& result) override;
 
@@ -58,8 +61,9 @@ class DataSink : public ResponseSink {
   std::string body_;
 };
 
-/// Writes the body to a temporary file, which goes away with the sink or after the completion. A
-/// server that still has the version of last time sends no body; it comes from the cache then.
+/// Writes the body to a temporary file, which is made with its first byte and goes away with the
+/// sink or after the completion. A server that still has the version of last time sends no body; it
+/// comes from the cache then.
 class DownloadSink : public ResponseSink {
  public:
   using Completion = std::function<void(const DownloadResult&)>;
@@ -69,20 +73,22 @@ class DownloadSink : public ResponseSink {
   DownloadSink(const DownloadSink&) = delete;
   DownloadSink& operator=(const DownloadSink&) = delete;
 
-  std::optional<std::string> begin(SessionFiles& files) override;
+  void begin(SessionFiles& files) override;
+  std::size_t descriptors() const override { return file_ ? 1 : 0; }
   Validators known() const override { return known_; }
   std::optional<std::string> write(std::string_view piece) override;
   bool settle(UrlResult& result, const AnswerVersion& version) override;
   void complete(const UrlResult& result) override;
 
  private:
+  std::optional<std::string> openFile();
   bool takeKept(UrlResult& result, bool redirected);
   void keep(const Validators& validators);
   void removeFile();
 
   const std::string url_;
   Completion completion_;
-  DownloadCache* downloads_ = nullptr;  // set while the session works on it
+  SessionFiles* files_ = nullptr;  // set while the session works on it
   Validators known_;
   bool asksAgain_ = false;
   std::string path_;

@@ -1,7 +1,8 @@
 #include "platform/memory/MemoryBundles.h"
 
-#include <boost/json/parse.hpp>
 #include <boost/json/serialize.hpp>
+
+#include "support/JsonRead.h"
 
 namespace zovk {
 namespace {
@@ -26,7 +27,7 @@ class MemoryBundle final : public Bundle {
   boost::json::object readInfo() const {
     const auto text = files_.read(path_ + "/Info.json");
     boost::json::error_code error;
-    auto value = boost::json::parse(text.value_or(""), error);
+    auto value = readJson(text.value_or(""), error);
     return !error && value.is_object() ? std::move(value.as_object()) : boost::json::object();
   }
 

@@ -1,22 +1,13 @@
 #include "platform/memory/MemoryUrlSessionCore.h"
 
-#include <algorithm>
-#include <cctype>
 #include <stdexcept>
 #include <string>
 #include <utility>
 
+#include "support/WebAddress.h"
+
 namespace zovk {
 namespace {
-
-bool canBeParsed(const std::string& url) {
-  const auto colon = url.find("://");
-  if (colon == std::string::npos || std::isalpha(static_cast<unsigned char>(url[0])) == 0) {
-    return false;
-  }
-  return colon + 3 < url.size() &&
-         std::none_of(url.begin(), url.end(), [](char c) { return (c >= 0 && c <= ' '); });
-}
 
 template <class Result>
 Result resultOf(const MemoryRequest& request, const MemoryAnswer& answer) {
@@ -40,6 +31,10 @@ void MemoryUrlSession::Core::resume(const TransferPtr& transfer) {
     const LockGuard lock(mutex_);
     if (stopped_ || transfer->resumed) return;
     transfer->resumed = true;
+    if (auto address = readWebAddress(transfer->request.url)) {
+      transfer->request.url = std::move(address->text);
+      transfer->canBeSent = true;
+    }
     sent_.push_back(transfer);
   }
   if (auto answer = answerAtOnce(transfer)) settle(transfer, std::move(*answer));
@@ -51,7 +46,7 @@ std::optional<MemoryAnswer> MemoryUrlSession::Core::answerAtOnce(const TransferP
   {
     const LockGuard lock(mutex_);
     if (transfer->cancelled) return failure("cancelled");
-    if (!canBeParsed(transfer->request.url)) return failure("unsupported URL");
+    if (!transfer->canBeSent) return failure("unusable address");
     handler = handler_;
     request = transfer->request;
   }

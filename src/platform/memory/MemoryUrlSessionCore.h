@@ -21,6 +21,7 @@ class MemoryUrlSession::Core {
     std::function<void(const DataResult&)> data;
     std::function<void(const DownloadResult&)> download;
     bool resumed = false;
+    bool canBeSent = false;
     bool cancelled = false;
   };
   using TransferPtr = std::shared_ptr<Transfer>;

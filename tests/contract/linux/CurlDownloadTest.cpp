@@ -95,6 +95,29 @@ TEST_F(CurlDownloadTest, WithoutATemporaryDirectoryTheDownloadFails) {
   EXPECT_FALSE(result.path);
 }
 
+TEST_F(CurlDownloadTest, AnEmptyAnswerIsAnEmptyFile) {
+  std::optional<std::string> read;
+  const auto result = download(server.serve("/page", 200, ""), [&](const DownloadResult& inner) {
+    read = PosixFileSystem().read(inner.path.value_or(""));
+  });
+  EXPECT_FALSE(result.error);
+  EXPECT_THAT(read, Optional(std::string()));
+}
+
+TEST_F(CurlDownloadTest, AnEmptyAnswerNeedsATemporaryDirectoryToo) {
+  const ScopedVariable missing("TMPDIR", scratch / "missing");
+  const auto result = download(server.serve("/page", 200, ""), [](const DownloadResult&) {});
+  EXPECT_TRUE(result.error);
+  EXPECT_FALSE(result.path);
+}
+
+TEST_F(CurlDownloadTest, NoFileIsMadeBeforeTheFirstByte) {
+  const auto task = session->downloadTask(server.url("/silent"), [](const DownloadResult&) {});
+  task->resume();
+  server.waitForSilent(1);
+  EXPECT_THAT(leftovers(), IsEmpty());
+}
+
 TEST_F(CurlDownloadTest, ManyDownloadsAllComeToAnEnd) {
   constexpr int kCount = 50;
   const std::string url = server.serve("/page", 200, "text");
@@ -110,32 +133,6 @@ TEST_F(CurlDownloadTest, ManyDownloadsAllComeToAnEnd) {
         ->resume();
   }
   EXPECT_EQ(all.get_future().wait_for(std::chrono::seconds(30)), std::future_status::ready);
-}
-
-TEST_F(CurlDownloadTest, DownloadsThatStallDoNotHoldUpARequest) {
-  std::vector<std::shared_ptr<UrlTask>> stalled;
-  for (int i = 0; i < 20; ++i) {
-    stalled.push_back(session->downloadTask(server.url("/silent"), [](const DownloadResult&) {}));
-    stalled.back()->resume();
-  }
-  server.waitForSilent(6);
-  EXPECT_FALSE(fetch(*session, get(server.serve("/page", 200, "text"))).error);
-}
-
-TEST_F(CurlDownloadTest, ADownloadThatWaitsItsTurnCanBeCancelled) {
-  std::vector<std::shared_ptr<UrlTask>> stalled;
-  std::promise<DownloadResult> end;
-  for (int i = 0; i < 6; ++i) {
-    stalled.push_back(session->downloadTask(server.url("/silent"), [](const DownloadResult&) {}));
-    stalled.back()->resume();
-  }
-  server.waitForSilent(6);
-  const auto waiting =
-      session->downloadTask(server.serve("/page", 200, "text"),
-                            [&](const DownloadResult& result) { end.set_value(result); });
-  waiting->resume();
-  waiting->cancel();
-  EXPECT_THAT(end.get_future().get().error, Optional(std::string("cancelled")));
 }
 
 }  // namespace

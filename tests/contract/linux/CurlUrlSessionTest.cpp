@@ -78,6 +78,12 @@ TEST_F(CurlUrlSessionTest, TheQueryIsSentAsItStands) {
   EXPECT_EQ(server.requests().at(0).target, "/check?a=1&sig=%20x&b=");
 }
 
+TEST_F(CurlUrlSessionTest, WhatGoesOverTheWireIsTheAddressAsItIsRead) {
+  const std::string query = "?x=a|b&y=[1]&z=50%&q=\xe4\xb8\xad&u=/../%2e";
+  fetch(session, get(server.url("/x/../a|b/%2e%2e/\xe4\xb8\xad/50%") + query));
+  EXPECT_EQ(server.requests().at(0).target, "/%E4%B8%AD/50%25" + query);
+}
+
 TEST_F(CurlUrlSessionTest, ACompressedAnswerIsUnpacked) {
   const std::string text(10'000, 'a');  // which the server compresses
   const DataResult result = fetch(session, get(server.serve("/packed", 200, text)));
@@ -151,6 +157,14 @@ TEST_F(CurlUrlSessionTest, ATransferThatStandsStillEndsAfterTheRequestsTimeout) 
   EXPECT_EQ(result.status, 0);
   EXPECT_GE(waited, std::chrono::milliseconds(900));
   EXPECT_LT(waited, seconds(10));
+}
+
+TEST_F(CurlUrlSessionTest, TheSessionsOwnTimeHoldsWhereTheRequestNamesNone) {
+  CurlSessionSettings settings;
+  settings.longestStall = std::chrono::milliseconds(100);
+  CurlUrlSession hasty(settings);
+  EXPECT_THAT(fetch(hasty, get(server.url("/silent"))).error,
+              Optional(std::string("Timeout was reached")));
 }
 
 TEST_F(CurlUrlSessionTest, AnAnswerThatStopsHalfwayIsAnErrorToo) {

@@ -1,4 +1,9 @@
+#include <algorithm>
+
+#include <unistd.h>
+
 #include "e2e/remote/RemoteFixture.h"
+#include "support/ProcessFacts.h"
 
 namespace zovk {
 namespace {
@@ -99,6 +104,23 @@ TEST_F(Condition, ThatIsAnsweredLateIsStillAnswered) {
   startWithCondition({"--fault", "/check/nobody=delay:300"});
   ask("nobody");
   EXPECT_EQ(answers(), kNo);
+  EXPECT_THAT(log().errors(), IsEmpty());
+}
+
+TEST_F(Condition, AskedForTwoThousandTimesLeavesTheGameItsDescriptors) {
+  constexpr std::size_t kCount = 2000;
+  startWithCondition();
+  const std::size_t before = openDescriptors(::getpid());
+  std::size_t most = before;
+  for (std::size_t i = 0; i < kCount; ++i) ZOVKPopup::showPopup("nobody", 0, recordAnswer());
+  pumpUntil(
+      [&] {
+        most = std::max(most, openDescriptors(::getpid()));
+        return answers().size() == kCount;
+      },
+      "all answers", std::chrono::seconds(80));
+  EXPECT_EQ(answers(), std::vector<Answer>(kCount, kNo.front()));
+  EXPECT_LE(most - before, 64U);
   EXPECT_THAT(log().errors(), IsEmpty());
 }
 

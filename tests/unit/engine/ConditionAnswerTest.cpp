@@ -70,6 +70,15 @@ TEST_F(ConditionAnswer, CopiesTheExtraValuesOverTheGivenOnes) {
   EXPECT_EQ(boost::json::serialize(extra), R"({"a":"new","kept":1,"b":2})");
 }
 
+TEST_F(ConditionAnswer, MayLieFiveHundredAndTwelveLevelsDeep) {
+  const auto withExtra = [](std::size_t depth) {
+    return R"({"need_popup":1,"extra":{"a":)" + std::string(depth - 2, '[') +
+           std::string(depth - 2, ']') + "}}";
+  };
+  EXPECT_TRUE(engine().parseConditionPopupResp(withExtra(512), nullptr));
+  EXPECT_FALSE(engine().parseConditionPopupResp(withExtra(513), nullptr));
+}
+
 TEST_F(ConditionAnswer, LeavesTheGivenValuesAloneWhenItIsNo) {
   boost::json::object extra;
   EXPECT_FALSE(engine().parseConditionPopupResp(R"({"need_popup":0,"extra":{"a":1}})", &extra));

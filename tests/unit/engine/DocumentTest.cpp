@@ -48,6 +48,24 @@ TEST_F(Document, FillsEveryFieldOfARecord) {
   EXPECT_EQ(popup.config_type, kConfigRemote);
 }
 
+TEST_F(Document, MayBeginWithAByteOrderMark) {
+  for (const std::uint64_t type : {kConfigRemote, kConfigLocal}) {
+    EXPECT_TRUE(parse("\xEF\xBB\xBF" + documentOf({kWholeEntry}), type));
+    EXPECT_EQ(popups_.at(0)->scene, "lobby");
+  }
+  EXPECT_FALSE(parse("\xEF\xBB\xBF"));
+  EXPECT_FALSE(parse("\xEF\xBB\xBF\xEF\xBB\xBF" + documentOf({kWholeEntry})));
+}
+
+TEST_F(Document, MayLieFiveHundredAndTwelveLevelsDeep) {
+  const auto withMessage = [](std::size_t depth) {
+    return R"({"popups":[{"scene":"a"}],"message":)" + std::string(depth - 1, '[') +
+           std::string(depth - 1, ']') + "}";
+  };
+  EXPECT_TRUE(parse(withMessage(512)));
+  EXPECT_FALSE(parse(withMessage(513)));
+}
+
 TEST_F(Document, GivesZeroAndEmptyTextsForMissingKeysRatherThanTheRecordsDefaults) {
   const ZOVKPopupModel& popup = popupOf(R"({"unknown":1})");
   EXPECT_EQ(popup.pop_type, 0U);

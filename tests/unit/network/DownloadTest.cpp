@@ -93,6 +93,18 @@ TEST_F(Download, WithoutACompletionSaysSo) {
   EXPECT_EQ(lines().back(), "D startDownload: Callback is Null");
 }
 
+TEST_F(Download, WithoutACompletionLeavesThatOfAnEarlierCallWaiting) {
+  start("https://pages.example/first");
+  network().startDownload("https://pages.example/second", nullptr);
+  session().answer("second", 200, "2");
+  session().deliver();
+  EXPECT_THAT(contents_, ElementsAre("2"));
+  session().answer("first", 200, "1");
+  session().deliver();
+  EXPECT_THAT(contents_, ElementsAre("2"));
+  EXPECT_EQ(lines().back(), "D startDownload: Callback is Null");
+}
+
 TEST_F(Download, KeepsItsObjectUntilItsCompletionHasRun) {
   const std::weak_ptr<ZOVKPopupNetwork> weak = network_;
   start("https://pages.example/a.html");

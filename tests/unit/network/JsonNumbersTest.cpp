@@ -105,5 +105,31 @@ TEST(DoubleOfJson, IsRefusedForWhatIsNoNumber) {
   }
 }
 
+TEST(NumberText, IsWhatPeopleWrite) {
+  EXPECT_EQ(numberText(0.5), "0.5");
+  EXPECT_EQ(numberText(100.0), "100");
+  EXPECT_EQ(numberText(100000.0), "100000");
+  EXPECT_EQ(numberText(-2.25), "-2.25");
+  EXPECT_EQ(numberText(0.1), "0.1");
+  EXPECT_EQ(numberText(0.0), "0");
+  EXPECT_EQ(numberText(-0.0), "-0");
+}
+
+TEST(NumberText, HasAllDigitsThatTellItFromItsNeighbours) {
+  EXPECT_EQ(numberText(0.1 + 0.2), "0.30000000000000004");
+  EXPECT_EQ(numberText(1700000000.25), "1700000000.25");
+  EXPECT_EQ(numberText(9007199254740992.0), "9007199254740992");
+  EXPECT_EQ(numberText(36893488147419103232.0), "36893488147419103232");
+}
+
+TEST(NumberText, HasAnExponentWhereItIsVeryLargeOrVerySmall) {
+  EXPECT_EQ(numberText(999999999999999868928.0), "999999999999999868928");
+  EXPECT_EQ(numberText(1e21), "1e21") << "a + would be read as a blank";
+  EXPECT_EQ(numberText(-1.5e300), "-1.5e300");
+  EXPECT_EQ(numberText(0.000001), "0.000001");
+  EXPECT_EQ(numberText(0.0000009), "9e-07");
+  EXPECT_EQ(numberText(5e-324), "5e-324");
+}
+
 }  // namespace
 }  // namespace zovk

@@ -45,6 +45,15 @@ TEST_F(JsonToDictionary, GivesNothingForATextThatEndsInAZeroByte) {
   EXPECT_EQ(Tool::jsonStringToDictionary(std::string("{}\0", 3)), std::nullopt);
 }
 
+TEST_F(JsonToDictionary, ReadsDownToFiveHundredAndTwelveLevels) {
+  const auto nested = [](std::size_t depth) {
+    return std::string(depth, '[') + std::string(depth, ']');
+  };
+  EXPECT_TRUE(Tool::jsonStringToDictionary(nested(512)).has_value());
+  EXPECT_EQ(Tool::jsonStringToDictionary(nested(513)), std::nullopt);
+  EXPECT_THAT(lines(), ElementsAre("E jsonStringToDictionary parse failed: too deep"));
+}
+
 TEST_F(JsonToDictionary, RejectsBottomlessNesting) {
   for (const std::string piece : {"[", "{\"a\":"}) {
     std::string text;

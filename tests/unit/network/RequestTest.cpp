@@ -1,3 +1,4 @@
+#include "support/LogMessages.h"
 #include "unit/network/NetworkFixture.h"
 
 namespace zovk {
@@ -78,15 +79,29 @@ TEST_F(Request, PostsWithoutABodyWhenThereIsNone) {
   EXPECT_EQ(lines()[2], "E postInfo illegal") << "behind the line about the signature";
 }
 
+TEST_F(Request, WhoseBodyCannotBeWrittenSaysThatOnlyAndIsSentWithoutOne) {
+  ZOVKPopupUrlParams broken = params("https://s.example/report");
+  broken.postInfo = boost::json::object{{"a", "\xff"}};
+  network().startRequest(1, broken, nullptr);
+  ASSERT_EQ(session().requestCount(), 1U);
+  EXPECT_EQ(session().request(0).method, "POST");
+  EXPECT_EQ(session().request(0).body, std::nullopt);
+  ASSERT_EQ(errorMessages(log()).size(), 1U);
+  EXPECT_THAT(errorMessages(log())[0], ::testing::StartsWith("Dict to NSData error:"));
+}
+
 TEST_F(Request, OfAnUnknownTypeIsAGet) {
   for (const std::int32_t type : {-1, 2, 7}) {
+    ZOVKPopupUrlParams withBody = params("https://s.example/" + std::to_string(type));
+    withBody.postInfo = boost::json::object{{"a", 1}};
+    network().startRequest(type, withBody, nullptr);
+    const auto sent = session().requestsTo("/" + std::to_string(type) + "?");
+    ASSERT_EQ(sent.size(), 1U) << type;
+    EXPECT_EQ(sent[0].method, "GET") << type;
+    EXPECT_EQ(sent[0].body, std::nullopt) << type;
     network().startRequest(type, params("https://s.example/x"), nullptr);
+    EXPECT_THAT(errorMessages(log()), IsEmpty()) << "no body is missed";
   }
-  for (const MemoryRequest& sent : session().requests()) {
-    EXPECT_EQ(sent.method, "GET");
-    EXPECT_EQ(sent.body, std::nullopt);
-  }
-  EXPECT_EQ(log().count("[Error]"), 0U);
 }
 
 TEST_F(Request, WithoutAnAddressIsAnsweredAtOnceAndNotSent) {
@@ -172,6 +187,22 @@ TEST_F(Request, ToAnAddressThatCannotBeParsedFails) {
   EXPECT_THAT(results_, ElementsAre(Pair(false, std::nullopt)));
 }
 
+TEST_F(Request, ToAnAddressThatCannotBeReadIsNotSentAndFails) {
+  for (const char* url : {"https://s.example/a b", "https://[s.example/a", "s.example/a",
+                          "ftp://s.example/a", "https://s.example/a%00b"}) {
+    results_.clear();
+    log().clear();
+    auto request = std::make_shared<ZOVKPopupNetwork>(session());
+    request->startRequest(0, params(url), record());
+    EXPECT_THAT(results_, IsEmpty()) << "not before the session's thread says so";
+    session().deliver();
+    EXPECT_THAT(results_, ElementsAre(Pair(false, std::nullopt))) << url;
+    EXPECT_THAT(errorMessages(log()),
+                ElementsAre(AllOf(::testing::StartsWith(std::string("Request url:") + url),
+                                  ::testing::HasSubstr(", error:unusable address"))));
+  }
+}
+
 TEST_F(Request, KeepsItsObjectUntilItsCompletionHasRun) {
   const std::weak_ptr<ZOVKPopupNetwork> weak = network_;
   get(params("https://s.example/x"));
@@ -191,6 +222,27 @@ TEST_F(Request, ForgetsItsCompletionWhenItHasRun) {
   session().answer(0, 200, "abc");
   session().deliver();
   EXPECT_EQ(held.use_count(), 1);
+}
+
+TEST_F(Request, WithoutACompletionLeavesThatOfAnEarlierCallWaiting) {
+  get(params("https://s.example/first"));
+  network().startRequest(0, params("https://s.example/second"), nullptr);
+  session().answer("second", 200, "2");
+  session().deliver();
+  EXPECT_THAT(results_, ElementsAre(Pair(true, "2"))) << "the first answer is the completion's";
+  session().answer("first", 200, "1");
+  session().deliver();
+  EXPECT_EQ(results_.size(), 1U);
+  EXPECT_EQ(lines().back(), "D startRequest: Callback is Null");
+}
+
+TEST_F(Request, WithACompletionTakesThePlaceOfAnEarlierOne) {
+  network().startRequest(0, params("https://s.example/first"),
+                         [](bool, const std::optional<std::string>&) { FAIL(); });
+  get(params("https://s.example/second"));
+  session().answer("first", 200, "1");
+  session().deliver();
+  EXPECT_THAT(results_, ElementsAre(Pair(true, "1")));
 }
 
 TEST_F(Request, MayStartAnotherFromItsCompletion) {

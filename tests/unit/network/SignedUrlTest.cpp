@@ -85,6 +85,21 @@ TEST(SignatureSource, TakesThePathDecoded) {
             std::string("/a b?") + kCommon + "secret");
 }
 
+TEST(SignatureSource, TakesThePathThatIsSent) {
+  for (const char* url : {"https://s.example/vip?x=a|b", "https://s.example/vip?x=[1]",
+                          "https://s.example/vip?q=\xe4\xb8\xad", "https://s.example/vip?x=50%",
+                          "https://s.example/x/../vip", "https://s.example/%2e%2e/./vip"}) {
+    EXPECT_EQ(signatureSource(params(url), ""), std::string("/vip?") + kCommon + "secret") << url;
+  }
+  EXPECT_EQ(signatureSource(params("https://s.example/a|b/50%"), ""),
+            std::string("/a|b/50%?") + kCommon + "secret");
+}
+
+TEST(SignatureSource, TakesAGivenPathAsItIs) {
+  EXPECT_EQ(signatureSource(params("https://s.example", "/x/../%41"), ""),
+            std::string("/x/../%41?") + kCommon + "secret");
+}
+
 TEST(Signature, AgreesWithWhatOthersCompute) {
   const auto signature = [](const ZOVKPopupUrlParams& p, const std::string& body) {
     return ZOVKPopupCommonTool::getTextMD5(signatureSource(p, body));

@@ -92,6 +92,17 @@ TEST(QueryText, WritesValuesOfEveryType) {
   EXPECT_EQ(queryOf(R"({"a":[1,2],"b":{"c":null}})"), R"(a=[1,2]&b={"c":null})");
 }
 
+TEST(QueryText, WritesNumbersAsPeopleDo) {
+  EXPECT_EQ(queryOf(R"({"a":0.5,"b":100.0,"c":1E2,"d":-0.25,"e":-0.0})", true),
+            "a=0.5&b=100&c=100&d=-0.25&e=-0");
+  EXPECT_EQ(queryOf(R"({"a":1e21,"b":1e-9})", true), "a=1e21&b=1e-09");
+}
+
+TEST(QueryText, KeepsEveryDigitOfAWholeNumber) {
+  EXPECT_EQ(queryOf(R"({"a":9007199254740993,"b":-9223372036854775808,"c":18446744073709551615})"),
+            "a=9007199254740993&b=-9223372036854775808&c=18446744073709551615");
+}
+
 TEST(QueryText, EncodesValuesOnlyWhenAsked) {
   EXPECT_EQ(queryOf(R"({"a":"a b"})"), "a=a b");
   EXPECT_EQ(queryOf(R"({"a":"a b"})", true), "a=a%20b");

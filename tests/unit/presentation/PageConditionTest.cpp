@@ -83,6 +83,12 @@ TEST_F(PageCondition, ThatHoldsWithoutExtraParametersLoadsThePageUnchanged) {
   }
 }
 
+TEST_F(PageCondition, PutsNumbersIntoTheAddressAsPeopleWriteThem) {
+  show({conditional("asked")});
+  answer(R"({"need_popup":1,"extra":{"a":0.5,"b":100.0,"c":[1]}})");
+  EXPECT_EQ(page()->lastLoad(), webPage("asked").uri + "?a=0.5&b=100&c=%5B1%5D");
+}
+
 TEST_F(PageCondition, OfAPageFileDropsTheExtraParameters) {
   ZOVKPopupModel popup = pageFile("asked");
   popup.pop_freq = 3;
