@@ -3,6 +3,7 @@
 namespace zovk {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -115,8 +116,8 @@ TEST_F(ConfigLoad, OfABrokenFileKeepsTheListsThatWereThere) {
     engine().loadConfigFile();
     EXPECT_THAT(scenesOf(engine().remotePopupArr()), ElementsAre("a")) << broken;
     EXPECT_THAT(scenesOf(engine().localPopupArr()), ElementsAre("b")) << broken;
-    EXPECT_EQ(log().count("[Error] Parse remote config failed"), 1U);
-    EXPECT_EQ(log().count("[Error] Parse local config failed"), 1U);
+    EXPECT_THAT(lines(), Contains("E Parse remote config failed").Times(1));
+    EXPECT_THAT(lines(), Contains("E Parse local config failed").Times(1));
   }
 }
 

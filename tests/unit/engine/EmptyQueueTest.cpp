@@ -40,6 +40,12 @@ TEST_F(EmptyQueue, FoundOnAnotherThreadEndsWindowAndTimerOnTheMainQueue) {
   EXPECT_THAT(debugMessages(log()), ElementsAre("Stop check key window", "Release Popup window"));
 }
 
+TEST_F(EmptyQueue, IsNotLookedAtWhenPopupsAreNoLongerHeldBack) {
+  engine().setHeldBack(true);
+  engine().setHeldBack(false);
+  EXPECT_THAT(debugMessages(log()), ElementsAre("Hold Popups back:1", "Hold Popups back:0"));
+}
+
 TEST_F(EmptyQueue, FoundOnAnotherThreadLeavesTheWindowToARequestThatCameMeanwhile) {
   const auto* const window = engine().window().get();
   showOnAnotherThread();

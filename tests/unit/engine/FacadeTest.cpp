@@ -81,6 +81,9 @@ TEST_F(Facade, TellsOfAMissingPlatformAndAnswersEveryRequest) {
   const Answer missing{-1, "ZOVKPopup is not set up, or was shut down"};
   EXPECT_EQ(answers(), (std::vector<Answer>{missing, missing}));
   EXPECT_THAT(errorMessages(log()), Contains(missing.second).Times(5));
+  ZOVKPopup::showPopup("lobby", 0, nullptr);
+  ZOVKPopup::showPolicy(nullptr);
+  EXPECT_THAT(errorMessages(log()), Contains(missing.second).Times(7));
 }
 
 TEST_F(Facade, IsMadeOnThePlatformThatTheDefaultGives) {

@@ -110,6 +110,14 @@ TEST_F(ManagerLifecycle, DroppingAnEngineTakesThePageOutOfAWindowThatSomebodyEls
   EXPECT_EQ(window->rootViewController(), nullptr);
 }
 
+TEST_F(ManagerLifecycle, AnEngineWithoutAFileManagerFindsNothingToShow) {
+  const PopupList popups = listOf({webPage("lobby")});
+  const auto manager = std::make_shared<ZOVKPopupManager>(memory().shared());
+  setCurrentPlatform(nullptr);
+  EXPECT_TRUE(manager->getValidPopupForSceneType(1, popups).empty());
+  EXPECT_TRUE(manager->getValidPopupForScene("lobby", popups).empty());
+}
+
 TEST_F(ManagerLifecycle, TheKeyWindowCheckKeepsTheEngineAliveUntilItIsStopped) {
   auto manager = std::make_shared<ZOVKPopupManager>(memory().shared());
   const std::weak_ptr<ZOVKPopupManager> weak = manager;

@@ -78,6 +78,17 @@ TEST_F(RemoteDownload, AnEmptyPageIsPassedOverInSilence) {
   EXPECT_THAT(errorMessages(log()), IsEmpty());
 }
 
+TEST_F(RemoteDownload, APageThatCannotBeReadIsPassedOverInSilence) {
+  addCacheFile(file("a").getPopupFileName(), "earlier");
+  engine().downloadRemotePopupFile(listOf({file("a")}));
+  memory().files.failReads("/tmp/");
+  memory().urlSession.answer("/a.html", 200, "page");
+  settle();
+  EXPECT_EQ(stored(file("a")), "earlier");
+  EXPECT_EQ(debug().back(), "Download file success, uri:https://files.example/a.html");
+  EXPECT_THAT(errorMessages(log()), IsEmpty());
+}
+
 TEST_F(RemoteDownload, ASecondGoodAnswerFetchesEveryPageAgainAndReplacesIt) {
   const std::string sig = md5Hex("a");
   const std::string document =

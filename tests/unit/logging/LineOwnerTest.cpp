@@ -6,6 +6,7 @@
 namespace zovk {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 
 // A line names the class and the operation that wrote it, with a line number behind them.
@@ -128,6 +129,7 @@ TEST_F(LineOwner, OfPopupsThatAreHeldBack) {
   engine().setHeldBack(true);
   engine().showPopup("lobby", 0, nullptr);
   settle();
+  EXPECT_THAT(debugMessages(log()), Contains("Popups are held back, the queue waits"));
   expectManager("setHeldBack", {"Hold Popups back:1"});
   expectManager("showPopup", {"Popups are held back, the queue waits"});
 }
