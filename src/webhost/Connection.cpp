@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cerrno>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 #include <fcntl.h>
@@ -13,12 +15,21 @@
 namespace zovk {
 namespace {
 
+/// A game that leaves so much unread is late; pages that flood it are not to make it later.
+constexpr std::size_t kHighWater = std::size_t{4} * 1024 * 1024;
 /// Two of the longest frames; a game that leaves more than that unread is not listening.
 constexpr std::size_t kMaximumOutput = 2 * std::size_t{kMaximumFrameLength};
 constexpr int kDrainMilliseconds = 500;
 
 bool wouldBlock() {
   return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
+}
+
+/// What pages can cause without end and games can do without. Everything else is an answer, or
+/// changes what the game must know.
+bool mayBeLeftOut(const WebHostMessage& message) {
+  const std::string_view type = message.at("type").as_string();
+  return type == "web.message" || type == "web.window";
 }
 
 }  // namespace
@@ -38,11 +49,23 @@ Connection::~Connection() {
 
 void Connection::send(const WebHostMessage& message) {
   if (over_) return;
-  const std::optional<std::string> frame = encodeFrame(message);
-  if (!frame) return send({{"type", "log"}, {"line", "web host: an event was too long"}});
-  output_ += *frame;
+  if (waiting_ > kHighWater && mayBeLeftOut(message)) {
+    return sendLine(leftOut_.line("web host: the game is late, a page's message was left out"));
+  }
+  std::optional<std::string> frame = encodeFrame(message);
+  if (!frame) return sendLine("web host: an event was too long");
+  keep(std::move(*frame));
   if (!writing_.active()) writeSome();
-  if (output_.size() - written_ > kMaximumOutput) end();
+  if (waiting_ > kMaximumOutput) end();
+}
+
+void Connection::sendLine(const std::optional<std::string>& line) {
+  if (line) send({{"type", "log"}, {"line", *line}});
+}
+
+void Connection::keep(std::string frame) {
+  waiting_ += frame.size();
+  output_.push_back(std::move(frame));
 }
 
 void Connection::pause() {
@@ -59,13 +82,10 @@ void Connection::resume() {
 
 void Connection::drain() {
   const gint64 deadline = g_get_monotonic_time() + kDrainMilliseconds * 1000;
-  while (written_ < output_.size() && g_get_monotonic_time() < deadline) {
+  while (!output_.empty() && g_get_monotonic_time() < deadline) {
     pollfd waiting{descriptor_, POLLOUT, 0};
     poll(&waiting, 1, kDrainMilliseconds);
-    const ssize_t sent = ::send(descriptor_, output_.data() + written_, output_.size() - written_,
-                                MSG_NOSIGNAL | MSG_DONTWAIT);
-    if (sent < 0 && !wouldBlock()) return;
-    if (sent > 0) written_ += static_cast<std::size_t>(sent);
+    if (!writeOnce() && !wouldBlock()) return;
   }
 }
 
@@ -104,17 +124,28 @@ void Connection::deliver() {
   if (decoder_.failed()) endWith("web host: " + decoder_.error());
 }
 
-void Connection::writeSome() {
-  const ssize_t count = ::send(descriptor_, output_.data() + written_, output_.size() - written_,
+bool Connection::writeOnce() {
+  const std::string& frame = output_.front();
+  const ssize_t count = ::send(descriptor_, frame.data() + written_, frame.size() - written_,
                                MSG_NOSIGNAL | MSG_DONTWAIT);
-  if (count < 0 && !wouldBlock()) return end();
-  if (count > 0) written_ += static_cast<std::size_t>(count);
-  if (written_ == output_.size()) {
-    output_.clear();
-    written_ = 0;
+  if (count < 0) return false;
+  written_ += static_cast<std::size_t>(count);
+  waiting_ -= static_cast<std::size_t>(count);
+  if (written_ < frame.size()) return true;
+  output_.pop_front();
+  written_ = 0;
+  return true;
+}
+
+void Connection::writeSome() {
+  while (!output_.empty() && writeOnce()) {
+  }
+  if (output_.empty()) {
     writing_ = {};
-  } else if (!writing_.active()) {
-    output_.erase(0, std::exchange(written_, 0));
+    return sendLine(leftOut_.rest());
+  }
+  if (!wouldBlock()) return end();
+  if (!writing_.active()) {
     writing_ = SourceGuard(g_unix_fd_add(descriptor_, G_IO_OUT, onWritable, this));
   }
 }

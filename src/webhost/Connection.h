@@ -1,8 +1,11 @@
 #pragma once
 
+#include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 
+#include "support/LineLimit.h"
 #include "webhost/GObjectPtr.h"
 #include "webprotocol/FrameCodec.h"
 
@@ -10,7 +13,8 @@ namespace zovk {
 
 /// The helper's end of the socket to the game, driven by the main loop: nothing here ever waits.
 /// Main thread only. `ended` is called once, when the game is gone, has sent something that is no
-/// message, or does not read what it is sent.
+/// message, or does not read what it is sent. While a game reads too slowly, what its pages post is
+/// left out, with one line a second; all else is kept for it.
 class Connection {
  public:
   Connection(int descriptor, std::function<void(const WebHostMessage&)> receiver,
@@ -20,6 +24,8 @@ class Connection {
   Connection& operator=(const Connection&) = delete;
 
   void send(const WebHostMessage& message);
+  /// How many bytes wait for the game to read.
+  std::size_t waiting() const { return waiting_; }
   /// While paused nothing is received; what the game sends waits.
   void pause();
   void resume();
@@ -33,6 +39,10 @@ class Connection {
   void readSome();
   void deliver();
   void writeSome();
+  void keep(std::string frame);
+  /// False when the socket takes nothing more now, or is closed.
+  bool writeOnce();
+  void sendLine(const std::optional<std::string>& line);
   void end();
   void endWith(const std::string& line);
 
@@ -40,8 +50,10 @@ class Connection {
   std::function<void(const WebHostMessage&)> receiver_;
   std::function<void()> ended_;
   FrameDecoder decoder_;
-  std::string output_;
-  std::size_t written_ = 0;
+  std::deque<std::string> output_;
+  std::size_t written_ = 0;  // of the first frame
+  std::size_t waiting_ = 0;  // bytes of all frames that are not written yet
+  LineLimit leftOut_;
   bool paused_ = false;
   bool over_ = false;
   SourceGuard reading_;

@@ -1,50 +1,48 @@
 #include "webhost/ScriptValues.h"
 
-#include <string_view>
-#include <utility>
-
-#include <boost/json/parse.hpp>
-
 #include "webhost/GObjectPtr.h"
+#include "webhost/PageScripts.h"
 #include "webprotocol/FrameCodec.h"
 
 namespace zovk {
 namespace {
 
-/// Levels that the message around a value takes.
-constexpr std::size_t kMessageLevels = 2;
+/// Around the value stands an event, and numbers may be written longer there.
+constexpr std::size_t kMaximumResultText = kMaximumFrameLength - 512U * 1024;
 
-bool isLoneSurrogate(std::string_view escape) {
-  const auto is = [&escape](std::size_t at, std::string_view signs) {
-    return signs.find(escape[at]) != std::string_view::npos;
-  };
-  return escape.size() == 6 && is(1, "u") && is(2, "dD") && is(3, "89abcdefABCDEF");
-}
+using Value = GObjectPtr<JSCValue>;
 
-/// The engine writes half a surrogate pair, which is no character, as an escape; a whole pair it
-/// writes as the character. Nobody else takes the former.
-std::string withoutLoneSurrogates(std::string text) {
-  for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-    if (text[i] != '\\') continue;
-    if (isLoneSurrogate(std::string_view(text).substr(i, 6))) text.replace(i, 6, "\\ufffd");
-    ++i;  // steps over the escaped sign
-  }
-  return text;
+Value member(JSCValue* object, const char* name) {
+  return Value::adopt(jsc_value_object_get_property(object, name));
 }
 
 }  // namespace
 
+std::string textOfScriptValue(JSCValue* value) {
+  GBytes* bytes = jsc_value_to_string_as_bytes(value);
+  gsize size = 0;
+  const auto* data = static_cast<const char*>(g_bytes_get_data(bytes, &size));
+  std::string text(data, size);
+  g_bytes_unref(bytes);
+  return text;
+}
+
 ScriptValue readScriptValue(JSCValue* value) {
-  const GText text(value == nullptr ? nullptr : jsc_value_to_json(value, 0));
-  if (value != nullptr) jsc_context_clear_exception(jsc_value_get_context(value));
-  if (!text) return {};
-  boost::json::parse_options options;
-  options.max_depth = kMaximumMessageDepth - kMessageLevels;
-  boost::json::error_code error;
-  boost::json::value parsed =
-      boost::json::parse(withoutLoneSurrogates(text.get()), error, {}, options);
-  if (error) return {std::nullopt, error.message()};
-  return {std::move(parsed), {}};
+  if (value == nullptr) return {};
+  // What came out of a page is a copy in this process: no function of the page's is called here.
+  JSCContext* context = jsc_value_get_context(value);
+  const std::string script = boundedJsonScript(kMaximumResultText);
+  const Value jsonOf = Value::adopt(jsc_context_evaluate(context, script.c_str(), -1));
+  const Value result =
+      Value::adopt(jsc_value_function_call(jsonOf.get(), JSC_TYPE_VALUE, value, G_TYPE_NONE));
+  const bool failed = jsc_context_get_exception(context) != nullptr;
+  jsc_context_clear_exception(context);
+  if (failed || !jsc_value_is_object(result.get())) return {};
+  const std::string problem = textOfScriptValue(member(result.get(), "problem").get());
+  if (!problem.empty()) return {std::nullopt, problem};
+  const Value text = member(result.get(), "text");
+  if (!jsc_value_is_string(text.get())) return {};
+  return readScriptText(textOfScriptValue(text.get()), kMaximumResultText);
 }
 
 }  // namespace zovk

@@ -1,20 +1,16 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
-#include <boost/json/value.hpp>
 #include <jsc/jsc.h>
+
+#include "webhost/PageMessages.h"
 
 namespace zovk {
 
-struct ScriptValue {
-  /// Absent when the script's value is undefined, a function, or cannot be written as JSON.
-  std::optional<boost::json::value> value;
-  /// Why a value that is there could not be taken; empty otherwise.
-  std::string error;
-};
-
+/// The text that a value is; of any other value what the engine makes of it.
+std::string textOfScriptValue(JSCValue* value);
+/// The value of a script that the game had evaluated. It is measured while it is written as text.
 ScriptValue readScriptValue(JSCValue* value);
 
 }  // namespace zovk

@@ -3,6 +3,7 @@
 #include <memory>
 #include <utility>
 
+#include "webhost/PageScripts.h"
 #include "webhost/ScriptValues.h"
 
 namespace zovk {
@@ -32,6 +33,18 @@ void onEvaluated(GObject* view, GAsyncResult* result, gpointer data) {
              value ? readScriptValue(value.get()) : ScriptValue{std::nullopt, error.message()});
 }
 
+/// Runs in all frames, before their own scripts; in the pages' world when none is named.
+void addScript(WebKitUserContentManager* manager, const std::string& text, const char* world) {
+  constexpr auto kFrames = WEBKIT_USER_CONTENT_INJECT_ALL_FRAMES;
+  constexpr auto kTime = WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START;
+  WebKitUserScript* script =
+      world == nullptr
+          ? webkit_user_script_new(text.c_str(), kFrames, kTime, nullptr, nullptr)
+          : webkit_user_script_new_for_world(text.c_str(), kFrames, kTime, world, nullptr, nullptr);
+  webkit_user_content_manager_add_script(manager, script);
+  webkit_user_script_unref(script);
+}
+
 }  // namespace
 
 WebViewHost::WebViewHost(Id id, GObjectPtr<WebKitWebView> view,
@@ -40,20 +53,19 @@ WebViewHost::WebViewHost(Id id, GObjectPtr<WebKitWebView> view,
     : id_(id),
       view_(std::move(view)),
       events_(events),
-      policies_(id, addresses_, std::move(events)),
-      progress_(std::move(progress)) {
+      policies_(id, addresses_, events),
+      progress_(std::move(progress)),
+      lostMessages_(std::move(events)),
+      handlers_(handlers) {
   connectSignals();
-  addHandlers(handlers);
+  if (!handlers_.empty()) addHandlers();
 }
 
 WebViewHost::~WebViewHost() {
   WebKitUserContentManager* manager = webkit_web_view_get_user_content_manager(view_.get());
   g_signal_handlers_disconnect_by_data(view_.get(), this);
-  for (const auto& handler : handlers_) {
-    g_signal_handlers_disconnect_by_data(manager, handler.get());
-    webkit_user_content_manager_unregister_script_message_handler(manager, handler->name.c_str(),
-                                                                  nullptr);
-  }
+  g_signal_handlers_disconnect_by_data(manager, this);
+  webkit_user_content_manager_unregister_script_message_handler(manager, kGuardWorld, kGuardWorld);
   progress_(widget(), 1);
   // Left to itself the engine often keeps a thread and descriptors of the connection for good.
   webkit_web_view_terminate_web_process(view_.get());
@@ -103,17 +115,15 @@ void WebViewHost::connectSignals() {
   g_signal_connect(view_.get(), "create", G_CALLBACK(onCreate), this);
 }
 
-void WebViewHost::addHandlers(const std::vector<std::string>& names) {
+// What pages post must be measured before the engine hands it to this process, which would stand
+// still for seconds over a list of millions. So pages are given handlers of ours.
+void WebViewHost::addHandlers() {
   WebKitUserContentManager* manager = webkit_web_view_get_user_content_manager(view_.get());
-  for (const std::string& name : names) {
-    if (name.empty() || !webkit_user_content_manager_register_script_message_handler(
-                            manager, name.c_str(), nullptr)) {
-      continue;
-    }
-    handlers_.push_back(std::make_unique<Handler>(Handler{this, name}));
-    const std::string signal = "script-message-received::" + name;
-    g_signal_connect(manager, signal.c_str(), G_CALLBACK(onMessage), handlers_.back().get());
-  }
+  const std::string signal = std::string("script-message-received::") + kGuardWorld;
+  g_signal_connect(manager, signal.c_str(), G_CALLBACK(onMessage), this);
+  webkit_user_content_manager_register_script_message_handler(manager, kGuardWorld, kGuardWorld);
+  addScript(manager, pageMessageGuardScript(), kGuardWorld);
+  addScript(manager, pageMessagesScript(handlers_), nullptr);
 }
 
 std::string WebViewHost::url() const {
@@ -184,16 +194,23 @@ GtkWidget* WebViewHost::onCreate(WebKitWebView*, WebKitNavigationAction* action,
   return nullptr;
 }
 
-void WebViewHost::onMessage(WebKitUserContentManager*, JSCValue* value, gpointer data) {
-  const auto* handler = static_cast<Handler*>(data);
-  const WebViewHost* host = handler->host;
-  const ScriptValue body = readScriptValue(value);
-  if (!body.error.empty()) {
-    return sendLog(host->events_, "web host: a page's message was left out: " + body.error);
+void WebViewHost::onMessage(WebKitUserContentManager*, JSCValue* value, gpointer self) {
+  static_cast<WebViewHost*>(self)->receive(readPageMessage(textOfScriptValue(value)));
+}
+
+void WebViewHost::receive(PageMessage message) {
+  if (message.dropped > 0) {
+    return lostMessages_.write("web host: a page posts too much, " +
+                               std::to_string(message.dropped) + " messages were left out");
   }
-  WebHostMessage message{{"type", "web.message"}, {"view", host->id_}, {"name", handler->name}};
-  if (body.value) message["body"] = *body.value;
-  host->events_(message);
+  if (!message.body.error.empty()) {
+    return lostMessages_.write("web host: a page's message was left out: " + message.body.error);
+  }
+  if (message.handler >= handlers_.size()) return;
+  WebHostMessage event{
+      {"type", "web.message"}, {"view", id_}, {"name", handlers_[message.handler]}};
+  if (message.body.value) event["body"] = std::move(*message.body.value);
+  events_(event);
 }
 
 }  // namespace zovk

@@ -10,6 +10,8 @@
 #include "webhost/Addresses.h"
 #include "webhost/Events.h"
 #include "webhost/GObjectPtr.h"
+#include "webhost/PageLog.h"
+#include "webhost/PageMessages.h"
 #include "webhost/PolicyBook.h"
 
 namespace zovk {
@@ -38,10 +40,6 @@ class WebViewHost {
   void decide(Id number, bool allow) { policies_.decide(number, allow); }
 
  private:
-  struct Handler {
-    WebViewHost* host;
-    std::string name;
-  };
   static gboolean onDecidePolicy(WebKitWebView* view, WebKitPolicyDecision* decision,
                                  WebKitPolicyDecisionType type, gpointer self);
   static void onLoadChanged(WebKitWebView* view, WebKitLoadEvent event, gpointer self);
@@ -53,9 +51,10 @@ class WebViewHost {
   static void onProgress(GObject* view, GParamSpec* property, gpointer self);
   static void onTitleChanged(GObject* view, GParamSpec* property, gpointer self);
   static GtkWidget* onCreate(WebKitWebView* view, WebKitNavigationAction* action, gpointer self);
-  static void onMessage(WebKitUserContentManager* manager, JSCValue* value, gpointer handler);
+  static void onMessage(WebKitUserContentManager* manager, JSCValue* value, gpointer self);
   void connectSignals();
-  void addHandlers(const std::vector<std::string>& names);
+  void addHandlers();
+  void receive(PageMessage message);
   void sendLoadEvent(const char* type);
   std::string url() const;
 
@@ -65,7 +64,8 @@ class WebViewHost {
   Addresses addresses_;
   PolicyBook policies_;
   Progress progress_;
-  std::vector<std::unique_ptr<Handler>> handlers_;
+  PageLog lostMessages_;
+  const std::vector<std::string> handlers_;
   bool failed_ = false;
 };
 

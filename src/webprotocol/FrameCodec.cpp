@@ -1,9 +1,8 @@
 #include "webprotocol/FrameCodec.h"
 
-#include <array>
+#include <algorithm>
 #include <utility>
 
-#include <boost/json/parse.hpp>
 #include <boost/json/serialize.hpp>
 
 #include "support/Utf8.h"
@@ -34,16 +33,14 @@ std::string_view lengthError(std::uint32_t length) {
   return length > kMaximumFrameLength ? "frame too long" : "";
 }
 
-/// The message in `text`, or what is wrong with it.
-std::optional<WebHostMessage> parseMessage(std::string_view text, std::string& error) {
+boost::json::parse_options optionsOfMessages() {
   boost::json::parse_options options;
   options.max_depth = kMaximumMessageDepth;
-  boost::json::error_code failure;
-  boost::json::value value = boost::json::parse({text.data(), text.size()}, failure, {}, options);
-  if (failure) {
-    error = "frame is not JSON: " + failure.message();
-    return std::nullopt;
-  }
+  return options;
+}
+
+/// The message that `value` is, or what is wrong with it.
+std::optional<WebHostMessage> messageOf(boost::json::value value, std::string& error) {
   boost::json::object* message = value.if_object();
   const boost::json::value* type = message == nullptr ? nullptr : message->if_contains("type");
   if (type == nullptr || !type->is_string()) {
@@ -70,14 +67,37 @@ void FrameDecoder::feed(std::string_view bytes) {
 }
 
 std::optional<WebHostMessage> FrameDecoder::next() {
-  if (failed()) return std::nullopt;
-  const std::string_view rest = std::string_view(buffer_).substr(consumed_);
-  if (rest.size() < kHeaderLength) return std::nullopt;
-  const std::uint32_t length = readLength(rest);
+  if (failed() || (!parser_ && !beginFrame())) return std::nullopt;
+  readContent();
+  if (failed() || contentLeft_ > 0) return std::nullopt;
+  // A new parser for each frame: it would keep the memory of the longest.
+  return messageOf(std::exchange(parser_, nullptr)->release(), error_);
+}
+
+bool FrameDecoder::beginFrame() {
+  if (unread().size() < kHeaderLength) return false;
+  const std::uint32_t length = readLength(unread());
   error_ = lengthError(length);
-  if (failed() || rest.size() - kHeaderLength < length) return std::nullopt;
-  consumed_ += kHeaderLength + length;
-  return parseMessage(rest.substr(kHeaderLength, length), error_);
+  if (failed()) return false;
+  consumed_ += kHeaderLength;
+  contentLeft_ = length;
+  parser_ =
+      std::make_unique<boost::json::stream_parser>(boost::json::storage_ptr(), optionsOfMessages());
+  return true;
+}
+
+void FrameDecoder::readContent() {
+  const std::string_view part = unread().substr(0, contentLeft_);
+  consumed_ += part.size();
+  contentLeft_ -= part.size();
+  boost::json::error_code failure;
+  parser_->write(part.data(), part.size(), failure);
+  if (!failure && contentLeft_ == 0) parser_->finish(failure);
+  if (failure) error_ = "frame is not JSON: " + failure.message();
+}
+
+std::size_t FrameDecoder::missing() const {
+  return parser_ ? contentLeft_ : kHeaderLength - std::min(kHeaderLength, unread().size());
 }
 
 }  // namespace zovk

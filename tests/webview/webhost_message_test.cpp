@@ -64,11 +64,20 @@ TEST_F(WebHostScriptMessage, WithAValueThatIsNoJsonDoesNoHarm) {
 
 TEST_F(WebHostScriptMessage, ThatIsTooDeepIsLeftOutWithOneLine) {
   screen_.evaluate(
-      "let deep = 1; for (let i = 0; i < 400; ++i) deep = [deep];"
+      "let deep = 1; for (let i = 0; i < 513; ++i) deep = [deep];"
       "window.webkit.messageHandlers.ZOVKPopup.postMessage(deep)");
   EXPECT_TRUE(helper_.await("log").at("line").as_string().starts_with(
       "web host: a page's message was left out"));
   EXPECT_EQ(post("'after'", "__qvOpenSdk").at("body"), "after");
+}
+
+TEST_F(WebHostScriptMessage, MayBe512LevelsDeep) {
+  boost::json::value body =
+      post("(() => { let deep = 1; for (let i = 0; i < 512; ++i) deep = [deep]; return deep; })()")
+          .at("body");
+  int levels = 0;
+  for (; body.is_array(); ++levels) body = boost::json::value(body.as_array().at(0));
+  EXPECT_EQ(levels, 512);
 }
 
 TEST_F(WebHostScriptMessage, OfAMegabyteArrivesWhole) {

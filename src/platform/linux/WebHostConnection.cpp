@@ -1,5 +1,6 @@
 #include "platform/linux/WebHostConnection.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <utility>
@@ -9,8 +10,8 @@
 namespace zovk {
 namespace {
 
-// A flood of events must not take the whole frame from the game; the rest comes next time.
-constexpr std::size_t kReadLength = 65536;
+// What is read in one go is parsed in one go, within the game's frame: some tens of microseconds.
+constexpr std::size_t kReadLength = 16384;
 
 }  // namespace
 
@@ -36,7 +37,8 @@ WebHostConnection::Filled WebHostConnection::fill() {
   std::array<char, kReadLength> bytes{};
   ssize_t length = 0;
   do {
-    length = ::recv(socket_.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
+    length = ::recv(socket_.get(), bytes.data(), std::min(bytes.size(), decoder_.missing()),
+                    MSG_DONTWAIT);
   } while (length < 0 && errno == EINTR);
   if (length > 0) {
     decoder_.feed({bytes.data(), static_cast<std::size_t>(length)});

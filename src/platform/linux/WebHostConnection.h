@@ -24,7 +24,7 @@ class WebHostConnection {
   void flush();
 
   enum class Filled { kSomething, kNothing, kEnd };
-  /// Takes in some of what has come.
+  /// Takes in a part of what has come, never more than belongs to one message.
   Filled fill();
   /// The next whole message of what was taken in.
   std::optional<WebHostMessage> next() { return decoder_.next(); }

@@ -15,7 +15,8 @@ namespace {
 
 /// The event to deliver, once all of it was read and found well-formed.
 using Delivery = std::function<void(WebHostSession&)>;
-using Parser = Delivery (*)(WebHostEventReader& event, const WebHostMessage& message);
+/// A parser may take values out of the message that it has no further use for.
+using Parser = Delivery (*)(WebHostEventReader& event, WebHostMessage& message);
 
 constexpr std::size_t kLongestLogLine = 4096;
 
@@ -26,7 +27,7 @@ std::string printable(std::string_view text) {
   return line;
 }
 
-Delivery ready(WebHostEventReader& event, const WebHostMessage&) {
+Delivery ready(WebHostEventReader& event, WebHostMessage&) {
   const WebHostId version = event.id("version");
   const Rect screen = event.rect("screen");
   const auto schemes = event.texts("schemes");
@@ -40,19 +41,19 @@ Delivery ready(WebHostEventReader& event, const WebHostMessage&) {
   };
 }
 
-Delivery failed(WebHostEventReader& event, const WebHostMessage&) {
+Delivery failed(WebHostEventReader& event, WebHostMessage&) {
   return [reason = printable(event.text("reason"))](WebHostSession& session) {
     session.helperIsLost(reason);
   };
 }
 
-Delivery screen(WebHostEventReader& event, const WebHostMessage&) {
+Delivery screen(WebHostEventReader& event, WebHostMessage&) {
   return [bounds = event.rect("screen")](WebHostSession& session) {
     session.objects().screen = bounds;
   };
 }
 
-Delivery windowKey(WebHostEventReader& event, const WebHostMessage&) {
+Delivery windowKey(WebHostEventReader& event, WebHostMessage&) {
   // Losing the keyboard says nothing: only what takes it counts, and other programs do not.
   return [id = event.id("window"), key = event.flag("key")](WebHostSession& session) {
     WebHostObjects& objects = session.objects();
@@ -62,11 +63,11 @@ Delivery windowKey(WebHostEventReader& event, const WebHostMessage&) {
   };
 }
 
-Delivery windowOther(WebHostEventReader&, const WebHostMessage&) {
+Delivery windowOther(WebHostEventReader&, WebHostMessage&) {
   return [](WebHostSession& session) { session.objects().keyWindow = 0; };
 }
 
-Delivery windowSize(WebHostEventReader& event, const WebHostMessage&) {
+Delivery windowSize(WebHostEventReader& event, WebHostMessage&) {
   const WebHostId id = event.id("window");
   const Size size{event.length("width"), event.length("height")};
   event.rect("safeArea");
@@ -81,14 +82,14 @@ Delivery windowSize(WebHostEventReader& event, const WebHostMessage&) {
   };
 }
 
-Delivery layoutLoaded(WebHostEventReader& event, const WebHostMessage&) {
+Delivery layoutLoaded(WebHostEventReader& event, WebHostMessage&) {
   event.id("layout");
   event.flag("found");
   event.texts("outlets");
   return [](WebHostSession&) {};  // commands to what a layout lacks have no effect anyway
 }
 
-Delivery viewFrame(WebHostEventReader& event, const WebHostMessage&) {
+Delivery viewFrame(WebHostEventReader& event, WebHostMessage&) {
   const WebHostId id = event.id("view");
   const WebHostId window = event.id("window");
   const WebHostInspector::ViewFrame frame{event.rect("frame"), event.flag("visible")};
@@ -100,7 +101,7 @@ Delivery viewFrame(WebHostEventReader& event, const WebHostMessage&) {
   };
 }
 
-Delivery action(WebHostEventReader& event, const WebHostMessage&) {
+Delivery action(WebHostEventReader& event, WebHostMessage&) {
   return [id = event.id("layout"), name = event.text("action")](WebHostSession& session) {
     if (const auto owner = findObject(session.objects().layoutOwners, id)) {
       owner->performAction(name);
@@ -122,9 +123,9 @@ Delivery toDelegate(WebHostEventReader& event,
   });
 }
 
-Delivery webMessage(WebHostEventReader& event, const WebHostMessage& message) {
+Delivery webMessage(WebHostEventReader& event, WebHostMessage& message) {
   std::optional<boost::json::value> body;
-  if (const auto* found = message.if_contains("body")) body = *found;
+  if (auto* found = message.if_contains("body")) body.emplace(std::move(*found));
   return toWebView(event, [name = event.text("name"), body = std::move(body)](
                               WebHostWebView& view) { view.receiveMessage(name, body); });
 }
@@ -142,83 +143,83 @@ NavigationAction navigationAction(WebHostEventReader& event) {
   return action;
 }
 
-Delivery webPolicy(WebHostEventReader& event, const WebHostMessage&) {
+Delivery webPolicy(WebHostEventReader& event, WebHostMessage&) {
   const NavigationAction wanted = navigationAction(event);
   return toWebView(event, [wanted, decision = event.id("decision")](WebHostWebView& view) {
     view.decidePolicy(wanted, decision);
   });
 }
 
-Delivery webWindow(WebHostEventReader& event, const WebHostMessage&) {
+Delivery webWindow(WebHostEventReader& event, WebHostMessage&) {
   return toDelegate(event, [wanted = navigationAction(event)](WebViewDelegate& d, WebView& view) {
     d.createWebView(view, wanted);
   });
 }
 
-Delivery webStarted(WebHostEventReader& event, const WebHostMessage&) {
+Delivery webStarted(WebHostEventReader& event, WebHostMessage&) {
   event.text("url");
   return toDelegate(
       event, [](WebViewDelegate& d, WebView& view) { d.didStartProvisionalNavigation(view); });
 }
 
-Delivery webCommitted(WebHostEventReader& event, const WebHostMessage&) {
+Delivery webCommitted(WebHostEventReader& event, WebHostMessage&) {
   event.text("url");
   return toDelegate(event, [](WebViewDelegate& d, WebView& view) { d.didCommitNavigation(view); });
 }
 
-Delivery webFinished(WebHostEventReader& event, const WebHostMessage&) {
+Delivery webFinished(WebHostEventReader& event, WebHostMessage&) {
   event.text("url");
   return toDelegate(event, [](WebViewDelegate& d, WebView& view) { d.didFinishNavigation(view); });
 }
 
-Delivery webProvisionalFailed(WebHostEventReader& event, const WebHostMessage&) {
+Delivery webProvisionalFailed(WebHostEventReader& event, WebHostMessage&) {
   event.text("url");
   return toDelegate(event, [error = event.text("error")](WebViewDelegate& d, WebView& view) {
     d.didFailProvisionalNavigation(view, error);
   });
 }
 
-Delivery webFailed(WebHostEventReader& event, const WebHostMessage&) {
+Delivery webFailed(WebHostEventReader& event, WebHostMessage&) {
   event.text("url");
   return toDelegate(event, [error = event.text("error")](WebViewDelegate& d, WebView& view) {
     d.didFailNavigation(view, error);
   });
 }
 
-Delivery webTerminated(WebHostEventReader& event, const WebHostMessage&) {
+Delivery webTerminated(WebHostEventReader& event, WebHostMessage&) {
   return toDelegate(
       event, [](WebViewDelegate& d, WebView& view) { d.webContentProcessDidTerminate(view); });
 }
 
-Delivery webUrl(WebHostEventReader& event, const WebHostMessage&) {
+Delivery webUrl(WebHostEventReader& event, WebHostMessage&) {
   return toWebView(event,
                    [url = event.text("url")](WebHostWebView& view) { view.urlChanged(url); });
 }
 
 /// Delivers to whoever waits for the answer of that number.
-Delivery toWaiting(WebHostEventReader& event, const WebHostMessage& message) {
+Delivery toWaiting(WebHostEventReader& event, WebHostMessage& message) {
   return [id = event.id("id"), &message](WebHostSession& session) {
     if (const auto reply = session.takeReply(id, message.at("type").as_string())) reply(&message);
   };
 }
 
-Delivery webEvaluated(WebHostEventReader& event, const WebHostMessage& message) {
+Delivery webEvaluated(WebHostEventReader& event, WebHostMessage& message) {
   if (event.has("error")) event.text("error");
   if (event.has("error") == event.has("value")) event.reject();
   return toWaiting(event, message);
 }
 
-Delivery urlOpened(WebHostEventReader& event, const WebHostMessage& message) {
+Delivery urlOpened(WebHostEventReader& event, WebHostMessage& message) {
   event.flag("opened");
   return toWaiting(event, message);
 }
 
-Delivery snapshotDone(WebHostEventReader& event, const WebHostMessage& message) {
+Delivery snapshotDone(WebHostEventReader& event, WebHostMessage& message) {
   event.flag("done");
   return toWaiting(event, message);
 }
 
-Delivery logLine(WebHostEventReader& event, const WebHostMessage&) {
+Delivery logLine(WebHostEventReader& event, WebHostMessage&) {
   return [line = printable(event.text("line"))](WebHostSession&) { ZPLogger::writeDirectly(line); };
 }
 
@@ -258,7 +259,7 @@ Parser parserOf(std::string_view type) {
 
 }  // namespace
 
-void deliverWebHostEvent(WebHostSession& session, const WebHostMessage& event) {
+void deliverWebHostEvent(WebHostSession& session, WebHostMessage event) {
   const std::string type(event.at("type").as_string());
   const Parser parser = parserOf(type);
   if (parser == nullptr) {

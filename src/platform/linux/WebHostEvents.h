@@ -6,6 +6,6 @@ namespace zovk {
 
 /// Hands one event of the helper to whom it concerns. Nothing in it is trusted: what is not as
 /// agreed is skipped with one error line, what concerns something that is gone is skipped quietly.
-void deliverWebHostEvent(WebHostSession& session, const WebHostMessage& event);
+void deliverWebHostEvent(WebHostSession& session, WebHostMessage event);
 
 }  // namespace zovk

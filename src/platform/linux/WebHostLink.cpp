@@ -88,29 +88,27 @@ void WebHostLink::stopTimeout() {
 
 bool WebHostLink::read() {
   using Filled = WebHostConnection::Filled;
-  const Filled filled = connection_.fill();
-  while (!closed_) {
-    const std::optional<WebHostMessage> message = connection_.next();
-    if (!message) break;
-    events_.message(*message);
+  Filled filled = Filled::kSomething;
+  std::optional<WebHostMessage> message;
+  // A length and what follows it, or two pieces of a long content.
+  for (int part = 0; part < 2 && filled == Filled::kSomething && !message; ++part) {
+    filled = connection_.fill();
+    message = connection_.next();
+    if (connection_.failed()) break;
   }
+  if (message) events_.message(std::move(*message));
   if (connection_.failed() || filled == Filled::kEnd) lose(connection_.error());
   return filled == Filled::kSomething && !closed_;
 }
 
-void WebHostLink::readAll() {
-  while (read()) {
-  }
-}
-
+// What it said last comes first, a part in each turn of the pump: this is called until it was said.
 void WebHostLink::processEnded() {
-  readAll();  // what it said last
-  lose({});
+  if (!read()) lose({});
 }
 
+// It may be the game that did not look.
 void WebHostLink::timedOut() {
-  readAll();  // it may be the game that did not look
-  if (timeout_) lose("it did not become ready in time");
+  if (!read() && timeout_) lose("it did not become ready in time");
 }
 
 void WebHostLink::lose(const std::string& reason) {

@@ -18,7 +18,7 @@ namespace zovk {
 class WebHostLink {
  public:
   struct Events {
-    std::function<void(const WebHostMessage& message)> message;
+    std::function<void(WebHostMessage message)> message;
     /// The helper is of no use any more. Said once, as the last thing.
     std::function<void(const std::string& reason)> lost;
   };
@@ -42,9 +42,9 @@ class WebHostLink {
 
  private:
   void watch(const std::shared_ptr<WebHostLink>& self, std::chrono::milliseconds timeout);
-  // Whether there may be more to read.
+  // Takes in so much that it is little work, and delivers at most one message, so that the pump can
+  // keep to its budget. Whether there may be more to read.
   bool read();
-  void readAll();
   void flush();
   void processEnded();
   void timedOut();

@@ -14,8 +14,8 @@ namespace zovk {
 /// Those who wait for the helper's answer to a command. Main thread only.
 class WebHostReplies {
  public:
-  /// Hears the answering event, or null when none will come.
-  using Reply = std::function<void(const WebHostMessage* answer)>;
+  /// Hears the answering event, which it may take apart, or null when none will come.
+  using Reply = std::function<void(WebHostMessage* answer)>;
 
   /// `about` is the object whose end ends the waiting, 0 for none.
   void expect(WebHostId id, std::string event, WebHostId about, Reply reply);

@@ -58,8 +58,9 @@ void WebHostSession::launch() {
 WebHostLink::Events WebHostSession::linkEvents() {
   const auto weak = weak_from_this();
   return {.message =
-              [weak](const WebHostMessage& message) {
-                if (const auto session = weak.lock()) deliverWebHostEvent(*session, message);
+              [weak](WebHostMessage message) {
+                const auto session = weak.lock();
+                if (session) deliverWebHostEvent(*session, std::move(message));
               },
           .lost =
               [weak](const std::string& reason) {

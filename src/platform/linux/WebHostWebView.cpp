@@ -37,9 +37,9 @@ class PendingDecision {
   bool answered_ = false;
 };
 
-ScriptResult scriptResult(const WebHostMessage* answer) {
+ScriptResult scriptResult(WebHostMessage* answer) {
   if (answer == nullptr) return {std::nullopt, kGone};
-  if (const auto* value = answer->if_contains("value")) return {*value, std::nullopt};
+  if (auto* value = answer->if_contains("value")) return {std::move(*value), std::nullopt};
   return {std::nullopt, std::string(answer->at("error").as_string())};
 }
 
@@ -115,7 +115,7 @@ void WebHostWebView::evaluateJavaScript(const std::string& script,
   message["script"] = script;
   if (!completion) return session().send(message);
   session().request(std::move(message), "web.evaluated", id(),
-                    [completion = std::move(completion)](const WebHostMessage* answer) {
+                    [completion = std::move(completion)](WebHostMessage* answer) {
                       completion(scriptResult(answer));
                     });
 }

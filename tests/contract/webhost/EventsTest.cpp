@@ -64,6 +64,44 @@ TEST_F(WebHostEvents, MessagesGoToTheHandlerOfTheirName) {
   EXPECT_THAT(handler_->calls, ElementsAre(R"(Game {"a":[1,null]})", "Game null", "Game absent"));
 }
 
+TEST_F(WebHostEvents, OneTurnOfThePumpDeliversOneMessageSoThatItsBudgetHolds) {
+  openPage();
+  for (int i = 0; i < 3; ++i) {
+    hosts_.last().send(R"({"type":"web.message","view":1,"name":"Game","body":1})");
+  }
+  for (std::size_t turn = 1; turn <= 3; ++turn) {
+    queue_.pump(std::chrono::microseconds(0));
+    EXPECT_EQ(handler_->calls.size(), turn);
+  }
+}
+
+TEST_F(WebHostEvents, ALongMessageTakesSeveralTurnsOfThePump) {
+  openPage();
+  hosts_.last().send(R"({"type":"web.message","view":1,"name":"Game","body":")" +
+                     std::string(100'000, 'x') + R"("})");
+  int turns = 0;
+  while (handler_->calls.empty() && turns < 100) {
+    queue_.pump(std::chrono::microseconds(0));
+    ++turns;
+  }
+  EXPECT_GE(turns, 4) << "no more than 32 KiB at a time";
+  EXPECT_LT(turns, 100);
+}
+
+TEST_F(WebHostEvents, WhatTheHelperSaidLastComesInTurnsToo) {
+  openPage();
+  for (int i = 0; i < 3; ++i) {
+    hosts_.last().send(R"({"type":"web.message","view":1,"name":"Game","body":1})");
+  }
+  hosts_.last().die();
+  queue_.pump(std::chrono::microseconds(0));
+  EXPECT_EQ(handler_->calls.size(), 1U);
+  EXPECT_THAT(takeLines(), IsEmpty());
+  pump();
+  EXPECT_EQ(handler_->calls.size(), 3U);
+  EXPECT_THAT(takeLines(), ElementsAre(HasSubstr("lost")));
+}
+
 TEST_F(WebHostEvents, ButtonsReachTheOwnerOfTheirLayoutWhileItLives) {
   startReady();
   auto owner = std::make_shared<RecordingOwner>();

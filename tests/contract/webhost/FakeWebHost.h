@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cerrno>
 #include <deque>
 #include <stdexcept>
 #include <string>
@@ -34,7 +35,8 @@ class FakeWebHost {
     while ((length = ::recv(socket_.get(), bytes.data(), bytes.size(), MSG_DONTWAIT)) > 0) {
       decoder_.feed({bytes.data(), static_cast<std::size_t>(length)});
     }
-    sawEnd_ = sawEnd_ || length == 0;
+    // A game that ends with something unread resets the connection.
+    sawEnd_ = sawEnd_ || length == 0 || errno == ECONNRESET;
     std::vector<WebHostMessage> found;
     while (const auto message = decoder_.next()) {
       if (type.empty() || message->at("type").as_string() == type) found.push_back(*message);

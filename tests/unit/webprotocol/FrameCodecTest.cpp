@@ -124,6 +124,41 @@ TEST(FrameCodec, TakesDeepMessagesUpToItsLimitOnly) {
   EXPECT_FALSE(roundTrip(nested(kMaximumMessageDepth + 1)).has_value());
 }
 
+TEST(FrameCodec, TakesValuesOfThePageUpTo512LevelsDeep) {
+  EXPECT_EQ(kMaximumValueDepth, 512U);
+  EXPECT_TRUE(roundTrip(nested(1 + kMaximumValueDepth)).has_value());
+  EXPECT_FALSE(roundTrip(nested(2 + kMaximumValueDepth)).has_value());
+}
+
+TEST(FrameCodec, ParsesALongFrameWhileItComes) {
+  FrameDecoder decoder;
+  decoder.feed(framed("[{]" + std::string(1000, ' ')).substr(0, 8));
+  EXPECT_FALSE(decoder.next().has_value());
+  EXPECT_TRUE(decoder.failed()) << "without the end of the frame";
+}
+
+TEST(FrameCodec, RefusesAFrameThatEndsWithinItsJson) {
+  EXPECT_TRUE(errorOf(framed(R"({"type":"a")")).starts_with("frame is not JSON"));
+}
+
+TEST(FrameCodec, SaysHowMuchIsMissingOfALengthAndOfAContent) {
+  const std::string frame = encodeFrame({{"type", "hello"}}).value();
+  FrameDecoder decoder;
+  EXPECT_EQ(decoder.missing(), 4U);
+  decoder.feed(frame.substr(0, 3));
+  EXPECT_FALSE(decoder.next().has_value());
+  EXPECT_EQ(decoder.missing(), 1U);
+  decoder.feed(frame.substr(3, 1));
+  EXPECT_FALSE(decoder.next().has_value());
+  EXPECT_EQ(decoder.missing(), 16U);
+  decoder.feed(frame.substr(4, 6));
+  EXPECT_FALSE(decoder.next().has_value());
+  EXPECT_EQ(decoder.missing(), 10U);
+  decoder.feed(frame.substr(10));
+  EXPECT_TRUE(decoder.next().has_value());
+  EXPECT_EQ(decoder.missing(), 4U);
+}
+
 TEST(FrameCodec, MendsTextThatIsNotUtf8WhenItWrites) {
   const auto mended = [](std::string_view text) {
     return std::string(roundTrip({{"type", "x"}, {"text", text}})->at("text").as_string());

@@ -1,0 +1,152 @@
+// The helper's end of the socket, with a game that reads slowly or not at all.
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "webhost/Connection.h"
+#include "webhost/PageLog.h"
+
+namespace zovk {
+namespace {
+
+constexpr std::size_t kMebibyte = 1024 * 1024;
+
+class SlowGame : public testing::Test {
+ protected:
+  SlowGame() {
+    std::array<int, 2> ends{};
+    EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
+    game_ = ends[1];
+    connection_ = std::make_unique<Connection>(
+        ends[0], [](const WebHostMessage&) {}, [this] { ended_ = true; });
+  }
+  ~SlowGame() override {
+    connection_.reset();
+    close(game_);
+  }
+
+  void post(std::size_t bytes) {
+    connection_->send({{"type", "web.message"}, {"body", std::string(bytes, 'x')}});
+  }
+  void sendOther(const char* type) { connection_->send({{"type", type}, {"more", 1}}); }
+
+  /// The game reads all there is, as the helper's loop goes round.
+  std::vector<WebHostMessage> readAll() {
+    std::vector<WebHostMessage> messages;
+    std::array<char, 65536> bytes{};
+    while (true) {
+      const ssize_t count = recv(game_, bytes.data(), bytes.size(), MSG_DONTWAIT);
+      if (count > 0) decoder_.feed({bytes.data(), static_cast<std::size_t>(count)});
+      while (auto message = decoder_.next()) messages.push_back(std::move(*message));
+      const bool turned = g_main_context_iteration(nullptr, FALSE) == TRUE;
+      if (count <= 0 && !turned) return messages;
+    }
+  }
+  static std::vector<std::string> typesOf(const std::vector<WebHostMessage>& messages) {
+    std::vector<std::string> types;
+    for (const WebHostMessage& message : messages) {
+      types.emplace_back(message.at("type").as_string());
+    }
+    return types;
+  }
+
+  int game_ = -1;
+  bool ended_ = false;
+  FrameDecoder decoder_;
+  std::unique_ptr<Connection> connection_;
+};
+
+TEST_F(SlowGame, GetsEverythingInOrderOnceItReads) {
+  std::vector<std::string> sent;
+  for (int i = 0; i < 20; ++i) {
+    post(100'000);
+    sendOther("action");
+    sent.insert(sent.end(), {"web.message", "action"});
+  }
+  EXPECT_GT(connection_->waiting(), 0U) << "more than a socket takes";
+  EXPECT_EQ(typesOf(readAll()), sent);
+  EXPECT_EQ(connection_->waiting(), 0U);
+}
+
+TEST_F(SlowGame, IsNotMadeLaterByAPageThatFloods) {
+  for (int i = 0; i < 1000; ++i) post(kMebibyte / 4);
+  EXPECT_LT(connection_->waiting(), 5 * kMebibyte) << "of 250 that were posted";
+  EXPECT_FALSE(ended_);
+}
+
+TEST_F(SlowGame, StillHearsOfEverythingElseInAFlood) {
+  for (int i = 0; i < 100; ++i) post(kMebibyte / 4);
+  const std::vector<std::string> kept = {"action", "web.policy", "web.finished", "window.size",
+                                         "web.evaluated"};
+  for (const std::string& type : kept) sendOther(type.c_str());
+  sendOther("web.window");
+  std::vector<std::string> types = typesOf(readAll());
+  std::erase(types, "web.message");
+  std::erase(types, "log");
+  EXPECT_EQ(types, kept);
+}
+
+TEST_F(SlowGame, GetsOneLineAndACountOfWhatWasLeftOut) {
+  for (int i = 0; i < 1000; ++i) post(kMebibyte / 4);
+  int messages = 0;
+  std::vector<std::string> lines;
+  for (const WebHostMessage& message : readAll()) {
+    if (message.at("type") == "web.message") ++messages;
+    if (message.at("type") == "log") lines.emplace_back(message.at("line").as_string());
+  }
+  const std::string line = "web host: the game is late, a page's message was left out";
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0], line);
+  EXPECT_EQ(lines[1],
+            line + " (" + std::to_string(1000 - messages - 2) + " more such lines held back)");
+}
+
+TEST_F(SlowGame, HearsThePageAgainOnceItHasCaughtUp) {
+  for (int i = 0; i < 100; ++i) post(kMebibyte / 4);
+  readAll();
+  post(1);
+  EXPECT_EQ(typesOf(readAll()), std::vector<std::string>{"web.message"});
+}
+
+TEST_F(SlowGame, IsGivenUpWhenTwoLongestFramesWait) {
+  const WebHostMessage longest{{"type", "web.evaluated"},
+                               {"value", std::string(60 * kMebibyte, 'x')}};
+  connection_->send(longest);
+  connection_->send(longest);
+  EXPECT_FALSE(ended_);
+  connection_->send(longest);
+  EXPECT_TRUE(ended_);
+}
+
+class LinesOfPages : public testing::Test {
+ protected:
+  EventSink sink() {
+    return
+        [this](const WebHostMessage& event) { lines_.emplace_back(event.at("line").as_string()); };
+  }
+  std::vector<std::string> lines_;
+};
+
+TEST_F(LinesOfPages, AreOneAtOnceAndOneWithTheRestASecondLater) {
+  PageLog log(sink());
+  for (int i = 0; i < 5; ++i) log.write("bad");
+  EXPECT_EQ(lines_, std::vector<std::string>{"bad"});
+  while (lines_.size() < 2) g_main_context_iteration(nullptr, TRUE);
+  EXPECT_EQ(lines_[1], "bad (3 more such lines held back)");
+}
+
+TEST_F(LinesOfPages, AreAllCountedWhenTheirPageGoes) {
+  {
+    PageLog log(sink(), [] { return 0.0; });
+    for (int i = 0; i < 3; ++i) log.write("bad");
+  }
+  EXPECT_EQ(lines_, (std::vector<std::string>{"bad", "bad (1 more such lines held back)"}));
+}
+
+}  // namespace
+}  // namespace zovk
