@@ -15,17 +15,17 @@ std::string withCount(std::string text, std::size_t others) {
 
 }  // namespace
 
-std::optional<std::string> LineLimit::line(std::string text) {
+std::optional<std::string> LineLimit::line(std::string text, std::size_t count) {
   const double now = clock_();
   const LockGuard lock(mutex_);
   if (written_ && now - *written_ < kSecondsBetweenLines) {
     last_ = std::move(text);
-    ++held_;
+    held_ += count;
     return std::nullopt;
   }
   written_ = now;
   last_.clear();
-  return withCount(std::move(text), std::exchange(held_, 0));
+  return withCount(std::move(text), std::exchange(held_, 0) + count - 1);
 }
 
 std::optional<std::string> LineLimit::rest() {

@@ -21,8 +21,9 @@ class LineLimit {
 
   explicit LineLimit(Clock clock = steadySeconds) : clock_(std::move(clock)) {}
 
-  /// The text to write now; absent when this line is held back.
-  std::optional<std::string> line(std::string text);
+  /// The text to write now; absent when this line is held back. `count` is how many lines it stands
+  /// for, at least one.
+  std::optional<std::string> line(std::string text, std::size_t count = 1);
   /// The last line that was held back, with the number of the others; absent when none is. To be
   /// called when no further line may come, so that none goes uncounted; a new second begins.
   std::optional<std::string> rest();

@@ -11,8 +11,8 @@ PageLog::~PageLog() {
   writeRest();
 }
 
-void PageLog::write(const std::string& line) {
-  if (const auto text = limit_.line(line)) return sendLog(events_, *text);
+void PageLog::write(const std::string& line, std::size_t count) {
+  if (const auto text = limit_.line(line, count)) return sendLog(events_, *text);
   if (!secondOver_.active()) secondOver_ = SourceGuard(g_timeout_add(1000, onSecondOver, this));
 }
 

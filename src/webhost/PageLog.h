@@ -18,7 +18,8 @@ class PageLog {
   PageLog(const PageLog&) = delete;
   PageLog& operator=(const PageLog&) = delete;
 
-  void write(const std::string& line);
+  /// A line that stands for `count` events, at least one.
+  void write(const std::string& line, std::size_t count = 1);
 
  private:
   static gboolean onSecondOver(gpointer self);

@@ -200,8 +200,8 @@ void WebViewHost::onMessage(WebKitUserContentManager*, JSCValue* value, gpointer
 
 void WebViewHost::receive(PageMessage message) {
   if (message.dropped > 0) {
-    return lostMessages_.write("web host: a page posts too much, " +
-                               std::to_string(message.dropped) + " messages were left out");
+    return lostMessages_.write("web host: a page posts too much, a message was left out",
+                               message.dropped);
   }
   if (!message.body.error.empty()) {
     return lostMessages_.write("web host: a page's message was left out: " + message.body.error);

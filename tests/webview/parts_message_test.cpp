@@ -7,6 +7,7 @@
 
 #include "webhost/GObjectPtr.h"
 #include "webhost/PageMessages.h"
+#include "webhost/PageScripts.h"
 #include "webhost/ScriptValues.h"
 #include "webprotocol/FrameCodec.h"
 
@@ -185,6 +186,100 @@ TEST_F(ScriptValueOf, TooDeepAListIsRefused) {
   EXPECT_EQ(of(levels(512)).error, "");
   context_ = GObjectPtr<JSCContext>::adopt(jsc_context_new());
   EXPECT_NE(of(levels(513)).error, "");
+}
+
+/// The guard of a page's messages in a context without a page, with a clock of the test's.
+class GuardOfMessages : public testing::Test {
+ protected:
+  GuardOfMessages() {
+    run("var sent = [], listener = {}, timer = null, now = 0; Date.now = () => now;"
+        "var setTimeout = (run) => { timer = run; };"
+        "var handler = {postMessage: (text) => sent.push(text)};"
+        "var window = {webkit: {messageHandlers: {zovk: handler}}, Event: function () {}};"
+        "var line = {addEventListener: (type, take) => { listener[type] = take; }};"
+        "var document = {dispatchEvent: () => {}, addEventListener: (type, hear) =>"
+        "  hear({target: line, stopImmediatePropagation: () => {}})};" +
+        pageMessageGuardScript() +
+        "; var post = (detail, times) => {"
+        "  for (let i = 0; i < (times || 1); ++i) listener.post({detail}); }");
+  }
+  void run(const std::string& script) {
+    GObjectPtr<JSCValue>::adopt(jsc_context_evaluate(context_.get(), script.c_str(), -1));
+    JSCException* wrong = jsc_context_get_exception(context_.get());
+    ASSERT_EQ(wrong, nullptr) << jsc_exception_get_message(wrong);
+  }
+  /// What an expression is, as text.
+  std::string is(const std::string& expression) {
+    return textOfScriptValue(
+        GObjectPtr<JSCValue>::adopt(jsc_context_evaluate(context_.get(), expression.c_str(), -1))
+            .get());
+  }
+  GObjectPtr<JSCContext> context_ = GObjectPtr<JSCContext>::adopt(jsc_context_new());
+};
+
+TEST_F(GuardOfMessages, HandsTextsOnAndNothingElse) {
+  run("post('t0 a'); post(5); post({}); post(null); post('t0 b')");
+  EXPECT_EQ(is("sent.join()"), "t0 a,t0 b");
+}
+
+TEST_F(GuardOfMessages, MendsHalfCharacters) {
+  run("post('t0 \\ud800')");
+  EXPECT_EQ(is("sent[0] === 't0 \\ufffd'"), "true");
+}
+
+TEST_F(GuardOfMessages, HandsOnWhatMayBeJustLongEnough) {
+  run("const head = 't0 '; post(head + 'x'.repeat(1 << 20)); post('x'.repeat((1 << 20) + 17))");
+  EXPECT_EQ(is("sent[0].length - 3 === 1 << 20"), "true");
+  EXPECT_EQ(is("sent[1]"), "x0 too long");
+}
+
+TEST_F(GuardOfMessages, LetsAThousandThroughInASecond) {
+  run("post('t0 a', 1000)");
+  EXPECT_EQ(is("sent.length"), "1000");
+  EXPECT_EQ(is("sent.every((text) => text === 't0 a')"), "true");
+}
+
+TEST_F(GuardOfMessages, LeavesTheNextOneOutAndSaysSoInTimeOfItsOwn) {
+  run("now = 5000; post('t0 a', 1001)");
+  EXPECT_EQ(is("sent.length + ' ' + sent[1000]"), "1001 d1 ");
+  run("now = 5999; post('t0 a', 499)");
+  EXPECT_EQ(is("sent.length"), "1001") << "once a second";
+  run("now = 6000; timer()");
+  EXPECT_EQ(is("sent[1001]"), "d499 ");
+  run("timer()");
+  EXPECT_EQ(is("sent.length"), "1002") << "nothing was left out since";
+}
+
+TEST_F(GuardOfMessages, SaysSoWithoutATimerToo) {
+  run("now = 5000; post('t0 a', 1003); now = 6000; post('t0 b')");
+  EXPECT_EQ(is("sent.slice(1000).join()"), "d1 ,t0 b,d2 ");
+}
+
+TEST_F(GuardOfMessages, LetsAThousandThroughAgainInTheNextSecond) {
+  run("post('t0 a', 1000); now = 999; post('t0 b'); now = 1000; sent = []; post('t0 c', 1000)");
+  EXPECT_EQ(is("sent.filter((text) => text === 't0 c').length"), "1000");
+}
+
+TEST_F(GuardOfMessages, StartsAnewWhenTheClockGoesBack) {
+  run("now = 5000; post('t0 a', 1000); now = 4000; sent = []; post('t0 b')");
+  EXPECT_EQ(is("sent[0]"), "t0 b");
+}
+
+TEST_F(GuardOfMessages, LetsEightMebibytesThroughInASecond) {
+  run("const half = 'x'.repeat(1 << 19); now = 5000; post(half, 16); post('y')");
+  EXPECT_EQ(is("sent.length + ' ' + sent[16]"), "17 d1 ");
+}
+
+TEST_F(GuardOfMessages, CountsTheFramesOfAPageAsOne) {
+  run("window.top = {zovkCount: {since: 5000, messages: 999, signs: 0, dropped: 0, told: 0}};"
+      "now = 5000; post('t0 a', 2)");
+  EXPECT_EQ(is("sent.join()"), "t0 a,d1 ");
+}
+
+TEST_F(GuardOfMessages, CountsAFrameByItselfThatMayNotSeeThePage) {
+  run("Object.defineProperty(window, 'top', {get: () => { throw 'foreign'; }});"
+      "now = 5000; post('t0 a', 1001)");
+  EXPECT_EQ(is("sent.length + ' ' + sent[1000]"), "1001 d1 ");
 }
 
 }  // namespace

@@ -109,16 +109,29 @@ INSTANTIATE_TEST_SUITE_P(
                 "too many values"}),
     [](const auto& test) { return test.param.name; });
 
-TEST_F(HostilePage, ThatPostsWithoutEndIsHeldToAThousandAMomentAndTheRestCounted) {
-  run("for (let i = 0; i < 1500; ++i) game.postMessage(i);");
-  int messages = 0;
-  while (messages < 1000) {
-    EXPECT_EQ(next(), messages);
-    ++messages;
+/// How many messages a line about what was left out stands for.
+int countOf(const std::string& line) {
+  const std::size_t more = line.find('(');
+  return more == std::string::npos ? 1 : 1 + std::stoi(line.substr(more + 1));
+}
+
+TEST_F(HostilePage, ThatPostsWithoutEndIsHeardInPartAndTheRestIsCounted) {
+  run("const t = 'x'.repeat(1 << 20); for (let i = 0; i < 200; ++i) game.postMessage(t);");
+  int leftOut = 0;
+  int heard = 0;
+  while (leftOut + heard < 200) {
+    if (helper_.came("web.message")) {
+      ++heard;
+      continue;
+    }
+    const std::string said = line();
+    EXPECT_TRUE(said.starts_with("web host: a page posts too much, a message was left out"))
+        << said;
+    leftOut += countOf(said);
   }
-  EXPECT_TRUE(line().starts_with("web host: a page posts too much, 1 messages were left out"));
-  EXPECT_TRUE(line().starts_with("web host: a page posts too much, 499 messages were left out"));
-  EXPECT_FALSE(helper_.came("web.message"));
+  EXPECT_EQ(leftOut + heard, 200);
+  EXPECT_GE(heard, 8) << "which is a second's worth";
+  EXPECT_GT(leftOut, 0);
 }
 
 TEST_F(HostilePage, ThatFloodsLeavesTheButtonsAlive) {

@@ -69,6 +69,15 @@ TEST_F(LineLimitTest, GivesTheLastHeldLineAsTheRestWithTheNumberOfTheOthers) {
   EXPECT_EQ(limit_.rest(), std::nullopt);
 }
 
+TEST_F(LineLimitTest, CountsALineThatStandsForSeveral) {
+  EXPECT_EQ(limit_.line("bad", 3), "bad (2 more such lines held back)");
+  limit_.line("bad", 4);
+  now_ = 101;
+  EXPECT_EQ(limit_.line("bad", 5), "bad (8 more such lines held back)");
+  limit_.line("bad", 6);
+  EXPECT_EQ(limit_.rest(), "bad (5 more such lines held back)");
+}
+
 TEST_F(LineLimitTest, BeginsANewSecondWithTheRest) {
   limit_.line("first");
   limit_.line("second");
