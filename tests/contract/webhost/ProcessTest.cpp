@@ -72,6 +72,28 @@ TEST_F(WebHostProcesses, AHelperThatEndsIsReapedAndItsEndTold) {
   EXPECT_EQ(client_->helperProcessId(), 0);
 }
 
+TEST_F(WebHostProcesses, WhatAHelperSaidBeforeItsEndComesInTurnsOfThePump) {
+  constexpr std::size_t kLines = 50;
+  const fs::path frames = directory_ / "frames";
+  std::ofstream file(frames, std::ios::binary);
+  for (std::size_t i = 0; i < kLines; ++i)
+    file << *encodeFrame({{"type", "log"}, {"line", "said"}});
+  file.close();
+  startScript("cat " + frames.string() + " >&3");
+  siginfo_t ended{};
+  ASSERT_EQ(
+      ::waitid(P_PID, static_cast<id_t>(client_->helperProcessId()), &ended, WEXITED | WNOWAIT), 0);
+  std::size_t turns = 0;
+  for (; lines_.size() < kLines && turns < 10 * kLines; ++turns) {
+    const std::size_t before = lines_.size();
+    queue_.pump(std::chrono::microseconds(0));
+    ASSERT_LE(lines_.size(), before + 1);
+  }
+  EXPECT_EQ(lines_, std::vector<std::string>(kLines, "said"));
+  pumpUntil("the end", [&] { return lines_.size() > kLines; });
+  EXPECT_THAT(lines_[kLines], HasSubstr("lost"));
+}
+
 TEST_F(WebHostProcesses, AMissingHelperIsToldByItsPath) {
   settings_.helperPath = directory_ / "none";
   start(webHostProcessLauncher(settings_));
