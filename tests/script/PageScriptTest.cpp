@@ -138,6 +138,14 @@ TEST_F(PageScript, SeveralMessagesTravelTogether) {
   EXPECT_EQ(fetch(), "[]");
 }
 
+TEST_F(PageScript, AMessageIsInTheQueueWhenTheSignalComes) {
+  open();
+  run("var fetched; page.signals.push = function () {"
+      "  fetched = WebViewJavascriptBridge._fetchQueue(); };"
+      "WebViewJavascriptBridge.callHandler('a', 1)");
+  EXPECT_EQ(run("fetched"), R"([{"handlerName":"a","data":1}])");
+}
+
 TEST_F(PageScript, LeavesOutDataThatIsNotGiven) {
   open();
   run("WebViewJavascriptBridge.callHandler('a')");
@@ -172,6 +180,19 @@ TEST_F(PageScript, AResponseReachesItsCallbackOnce) {
   for (int i = 0; i < 2; ++i) receiveAndSettle(R"({"responseId":"cb_1_5","responseData":{"x":1}})");
   EXPECT_EQ(json("told"), R"([{"x":1}])");
   EXPECT_EQ(json("page.log"), "[]");
+}
+
+TEST_F(PageScript, ACallbackIsStillKeptWhileItRuns) {
+  open();
+  run("Date.prototype.getTime = function () { return 5; }; var told = [];"
+      "WebViewJavascriptBridge.disableJavscriptAlertBoxSafetyTimeout();"
+      "WebViewJavascriptBridge.callHandler('a', 1, function (data) {"
+      "  told.push(data);"
+      "  if (told.length === 1) WebViewJavascriptBridge._handleMessageFromObjC("
+      "      '{\"responseId\":\"cb_1_5\",\"responseData\":2}'); })");
+  receive(R"({"responseId":"cb_1_5","responseData":1})");
+  receive(R"({"responseId":"cb_1_5","responseData":3})");
+  EXPECT_EQ(json("told"), "[1,2]");
 }
 
 TEST_F(PageScript, AResponseToNothingIsIgnored) {
@@ -260,9 +281,11 @@ TEST_F(PageScript, MessagesAreHandledOnATurnOfTheirOwn) {
 TEST_F(PageScript, MessagesAreHandledAtOnceWhenThePageWantsIt) {
   open();
   run("var told = []; WebViewJavascriptBridge.registerHandler('a', function () { told.push(1); });"
+      "WebViewJavascriptBridge.callHandler('waiting', 1);"
       "WebViewJavascriptBridge.disableJavscriptAlertBoxSafetyTimeout()");
   receive(R"({"handlerName":"a"})");
   EXPECT_EQ(json("told"), "[1]");
+  EXPECT_EQ(fetch(), R"([{"handlerName":"waiting","data":1}])") << "what waits goes on waiting";
   EXPECT_EQ(run("page.timers.length"), "0");
 }
 

@@ -67,11 +67,13 @@ TEST_F(ScriptMessage, PassesItsTextOnAsItStands) {
 }
 
 TEST_F(ScriptMessage, WithAnotherWordIsIgnored) {
-  for (const char* word : {"Commit", "SKIP", "confirm", "reject", "", " skip", "commit "}) {
+  for (const char* word : {"Commit", "COMMIT", "Skip", "SKIP", "Cancel", "CANCEL", "confirm",
+                           "reject", "", " skip", "commit "}) {
     EXPECT_THAT(postText(std::string(R"({"action":")") + word + R"(","msg":"x"})"), IsEmpty())
         << word;
   }
-  for (const char* word : {"commit", "skip", "Confirm", "Cancel", ""}) {
+  for (const char* word :
+       {"commit", "skip", "Confirm", "CONFIRM", "Reject", "REJECT", "Cancel", "CANCEL", ""}) {
     const std::string json = std::string(R"({"action":")") + word + R"("})";
     EXPECT_THAT(postObject(json.c_str()), IsEmpty()) << word;
   }

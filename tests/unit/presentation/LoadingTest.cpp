@@ -91,6 +91,18 @@ TEST_F(Loading, TheRefreshButtonKnowsThePageAtOnceAndItsFinalAddressOnceItLoads)
   EXPECT_EQ(page()->loads()[2].url, webPage("b").uri) << "there was no final address yet";
 }
 
+TEST_F(Loading, TheRefreshButtonKnowsTheLastPageWhileTheOneBeforeItLoads) {
+  show({webPage("a")});
+  controller().loadPopupUri(listOf({webPage("b")})[0], "");
+  memory().scheduler.async([this] { controller().performAction("refreshButtonClicked"); });
+  controller().loadPopupUri(listOf({webPage("c")})[0], "");
+  settle();
+  ASSERT_EQ(page()->loads().size(), 4U);
+  EXPECT_EQ(page()->loads()[1].url, webPage("b").uri);
+  EXPECT_EQ(page()->loads()[2].url, webPage("c").uri);
+  EXPECT_EQ(page()->loads()[3].url, webPage("c").uri);
+}
+
 TEST_F(Loading, TheRefreshButtonDoesNothingBeforeTheFirstPage) {
   show({conditional("asked")});
   press("refreshButtonClicked");

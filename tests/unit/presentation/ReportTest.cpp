@@ -37,6 +37,22 @@ TEST_F(Report, TellsThePlayerThePopupAndTheChoiceAsJsonText) {
                           "&sig=" + md5Hex("/a?" + parameters + *sent.body + "key"));
 }
 
+TEST_F(Report, IsAboutThePopupOnScreenThoughOthersWait) {
+  ZOVKPopupModel shown = webPage("shown");
+  shown.pop_id = 32;
+  shown.report_url = "https://report.example/shown";
+  ZOVKPopupModel waiting = webPage("waiting");
+  waiting.pop_id = 33;
+  waiting.report_url = "https://report.example/waiting";
+  show({shown, waiting});
+  choose("commit");
+  ASSERT_EQ(memory().urlSession.requestCount(), 1U);
+  const MemoryRequest sent = memory().urlSession.requestsTo("report.example/shown").at(0);
+  const boost::json::value body = boost::json::parse(sent.body.value());
+  EXPECT_EQ(body.at("pop_id"), 32);
+  EXPECT_EQ(body.at("scene"), "shown");
+}
+
 TEST_F(Report, IsNotWaitedFor) {
   choose("commit");
   EXPECT_EQ(answers().size(), 1U);
