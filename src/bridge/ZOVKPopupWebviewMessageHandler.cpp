@@ -1,5 +1,7 @@
 #include "bridge/ZOVKPopupWebviewMessageHandler.h"
 
+#include <utility>
+
 #include "network/ZOVKPopupCommonTool.h"
 
 namespace zovk {
@@ -24,6 +26,17 @@ std::optional<std::int32_t> openSdkCode(std::string_view action) {
   return std::nullopt;
 }
 
+boost::json::value messageOf(const boost::json::object& body) {
+  const auto* text = body.if_contains("msg");
+  return text != nullptr ? *text : boost::json::value("");
+}
+
+/// A message may be a mebibyte long, and this is the game's thread.
+boost::json::value takeMessage(boost::json::object& body) {
+  auto* text = body.if_contains("msg");
+  return text != nullptr ? std::move(*text) : boost::json::value("");
+}
+
 }  // namespace
 
 void ZOVKPopupWebviewMessageHandler::didReceiveScriptMessage(
@@ -31,20 +44,21 @@ void ZOVKPopupWebviewMessageHandler::didReceiveScriptMessage(
   if (!body) return;
   if (const auto* text = body->if_string()) {
     if (name != kPopupChannel) return;
-    const auto parsed = ZOVKPopupCommonTool::jsonStringToDictionary(std::string(*text));
+    auto parsed = ZOVKPopupCommonTool::jsonStringToDictionary(std::string(*text));
     if (!parsed || !parsed->is_object()) return;
-    deliver(popupCode(actionOf(parsed->get_object())), parsed->get_object());
+    const auto code = popupCode(actionOf(parsed->get_object()));
+    if (code) deliver(*code, takeMessage(parsed->get_object()));
   } else if (body->is_object() && name == kOpenSdkChannel) {
-    deliver(openSdkCode(actionOf(body->get_object())), body->get_object());
+    const auto code = openSdkCode(actionOf(body->get_object()));
+    if (code) deliver(*code, messageOf(body->get_object()));
   }
 }
 
-void ZOVKPopupWebviewMessageHandler::deliver(std::optional<std::int32_t> code,
-                                             const boost::json::object& message) const {
-  if (!code || !callback_) return;
-  const auto* text = message.if_contains("msg");
+void ZOVKPopupWebviewMessageHandler::deliver(std::int32_t code,
+                                             const boost::json::value& message) const {
+  if (!callback_) return;
   const Callback callback = callback_;  // the call may replace or drop the handler's own
-  callback(*code, text != nullptr ? *text : boost::json::value(""));
+  callback(code, message);
 }
 
 }  // namespace zovk

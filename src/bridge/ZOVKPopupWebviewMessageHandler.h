@@ -30,7 +30,7 @@ class ZOVKPopupWebviewMessageHandler : public ScriptMessageHandler {
                                const std::optional<boost::json::value>& body) override;
 
  private:
-  void deliver(std::optional<std::int32_t> code, const boost::json::object& message) const;
+  void deliver(std::int32_t code, const boost::json::value& message) const;
 
   Callback callback_;
 };
