@@ -12,7 +12,9 @@ namespace zovk {
 extern ZOVKPOPUP_API const char* const ZOVKPopupCurrentVersionString;
 
 /// Hears how a request to show popups ended. `code` is -1 "error", 0 "skip", 1 "commit" or
-/// 2 "cancel"; `message` is a JSON text {"action":…,"msg":…}, or a plain text, or empty.
+/// 2 "cancel"; `message` is a JSON text {"action":…,"msg":…} with what the page said, or a plain
+/// text, or empty. Called once at the most: not when a conditional popup commits with none behind
+/// it, nor when the host is shut down before. docs/integration.md has a table of all cases.
 using ZOVKPopupComplete = std::function<void(std::int32_t code, const std::string& message)>;
 
 /// The five calls with which a game drives its popups. Main thread only. Texts are UTF-8; an empty
@@ -36,7 +38,9 @@ class ZOVKPOPUP_API ZOVKPopup {
 
   /// Shows the popup of a scene, or, when `scene` is empty, every valid popup of the scene type,
   /// best first. Requests are shown one after another. With nothing to show, `complete` is called
-  /// at once with -1 and "No valid Popup now".
+  /// at once with -1 and "No valid Popup now". A request whose popup may not be shown after all, as
+  /// its service does not want it, or whose page commits without an address to report to, ends with
+  /// 0 and "reatin complete". Popups behind one that is cancelled are not shown.
   static void showPopup(const std::string& scene, std::uint64_t sceneType,
                         const ZOVKPopupComplete& complete);
 

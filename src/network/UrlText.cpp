@@ -45,7 +45,8 @@ UrlParts partsOfUrl(const std::string& url) {
   const std::size_t end = std::min(url.find_first_of("/?#\\", slashes + 3), url.size());
   const auto parsed = boost::urls::parse_uri(boost::urls::string_view(url.data(), end));
   if (!parsed) return {url.substr(0, colon), ""};
-  return {std::string(parsed->scheme()), parsed->host()};
+  const boost::urls::string_view host = parsed->encoded_host();
+  return {std::string(parsed->scheme()), std::string(host)};
 }
 
 }  // namespace zovk

@@ -9,6 +9,7 @@
 #include <boost/url/parse.hpp>
 #include <boost/url/pct_string_view.hpp>
 #include <boost/url/rfc/pchars.hpp>
+#include <boost/url/rfc/unreserved_chars.hpp>
 #include <boost/url/url_view.hpp>
 
 namespace zovk {
@@ -67,11 +68,21 @@ std::string withoutDotSegments(std::string_view path) {
   return result;
 }
 
+// Byte by byte: what encodes a text as a whole takes none in which escapes are to stay.
+std::string withOtherScriptsEscaped(std::string_view text) {
+  std::string escaped;
+  for (const char& c : text) {
+    const bool isAscii = static_cast<unsigned char>(c) < 0x80;
+    escaped += isAscii ? std::string(1, c)
+                       : boost::urls::encode(view({&c, 1}), boost::urls::unreserved_chars);
+  }
+  return escaped;
+}
+
 // Host and port of an address that is cut off before its path; absent when there is no host or the
 // address is none of the web. Names in other scripts pass: whoever looks them up knows them.
 std::optional<std::string> hostOf(std::string_view head) {
-  constexpr auto kAscii = [](char c) { return c >= 0; };
-  const std::string readable = boost::urls::encode(view(head), kAscii);
+  const std::string readable = withOtherScriptsEscaped(head);
   const auto parsed = boost::urls::parse_uri(readable);
   if (!parsed || parsed->host().empty()) return std::nullopt;
   const std::string scheme = boost::algorithm::to_lower_copy(std::string(parsed->scheme()));

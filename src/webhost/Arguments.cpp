@@ -25,8 +25,9 @@ Id idOf(std::string_view name, const boost::json::value& value) {
 }
 
 double numberOf(std::string_view name, const boost::json::value& value) {
-  if (!value.is_number()) refuse(name, "is no number");
-  return value.to_number<double>();
+  const double number = value.is_number() ? value.to_number<double>() : std::nan("");
+  if (std::isnan(number)) refuse(name, "is no number");  // a text such as 0e999 is read as one
+  return number;
 }
 
 std::string textOf(std::string_view name, const boost::json::value& value) {

@@ -4,7 +4,6 @@
 // An input that begins with a zero byte goes out as it stands; of any other, each line becomes a
 // frame, so that the search need not find lengths.
 #include <array>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -12,7 +11,7 @@
 #include <sys/socket.h>
 
 #include "bridge/ZOVKPopupWKWebViewJavascriptBridge.h"
-#include "logging/ZPLogger.h"
+#include "fuzz/Fuzz.h"
 #include "platform/linux/WebHostUserInterface.h"
 #include "platform/memory/MemoryPlatform.h"
 
@@ -124,16 +123,9 @@ class Game {
 };
 
 }  // namespace
+
+void fuzz(std::string_view input) {
+  Game().receive(input);
+}
+
 }  // namespace zovk
-
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  zovk::LogEnvironment log;
-  log.writeLine = [](std::string_view) {};
-  zovk::ZPLogger::setEnvironment(std::move(log));
-  return 0;
-}
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  zovk::Game().receive({reinterpret_cast<const char*>(data), size});
-  return 0;
-}

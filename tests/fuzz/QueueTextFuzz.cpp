@@ -1,12 +1,10 @@
 // What a hostile page can make of its queue, against a bridge whose handlers do all that handlers
 // may do.
-#include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <string>
 
 #include "bridge/ZOVKPopupWebViewJavascriptBridgeBase.h"
-#include "logging/ZPLogger.h"
+#include "fuzz/Fuzz.h"
 #include "platform/memory/MemoryPlatform.h"
 
 namespace zovk {
@@ -14,11 +12,6 @@ namespace {
 
 using Bridge = ZOVKPopupWebViewJavascriptBridgeBase;
 using Value = std::optional<boost::json::value>;
-
-[[noreturn]] void fail(const char* what, const std::string& text) {
-  std::fprintf(stderr, "%s: %s\n", what, text.c_str());
-  std::abort();
-}
 
 /// Checks that every command is one whole call with one literal.
 class CommandCheck final : public ZOVKPopupWebViewJavascriptBridgeBaseDelegate {
@@ -59,9 +52,14 @@ void addHandlers(const std::shared_ptr<Bridge>& bridge, Bridge::ResponseCallback
   });
 }
 
-void fuzz(const std::string& text) {
+}  // namespace
+
+void fuzz(std::string_view input) {
   static const auto memory = std::make_shared<MemoryPlatform>();
   static const auto check = std::make_shared<CommandCheck>();
+  const std::string text(input);
+  Bridge::enableLogging();
+  Bridge::setLogMaxLength(7);
   const auto bridge = std::make_shared<Bridge>(memory->shared());
   Bridge::ResponseCallback kept;
   bridge->setDelegate(check);
@@ -80,19 +78,4 @@ void fuzz(const std::string& text) {
   if (bridge.use_count() != 1) fail("the bridge is still held", text);
 }
 
-}  // namespace
 }  // namespace zovk
-
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  zovk::LogEnvironment log;
-  log.writeLine = [](std::string_view) {};
-  zovk::ZPLogger::setEnvironment(std::move(log));
-  zovk::Bridge::enableLogging();
-  zovk::Bridge::setLogMaxLength(7);
-  return 0;
-}
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  zovk::fuzz(std::string(reinterpret_cast<const char*>(data), size));
-  return 0;
-}

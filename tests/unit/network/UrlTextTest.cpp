@@ -23,6 +23,7 @@ TEST(UrlText, GivesSchemeAndHostAsTheyAreWritten) {
   EXPECT_EQ(parts("game://__a_b__"), "game|__a_b__");
   EXPECT_EQ(parts("https://s.example/a b{}\xff"), "https|s.example");
   EXPECT_EQ(parts("https://s.example\\other.example/"), "https|s.example");
+  EXPECT_EQ(parts("https://%5F_bridge_loaded__/"), "https|%5F_bridge_loaded__");
   EXPECT_EQ(parts("mailto:a@b.example"), "mailto|");
   EXPECT_EQ(parts("https:///a"), "https|");
   EXPECT_EQ(parts("https://a b/"), "https|");

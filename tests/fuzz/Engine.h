@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+
+#include "engine/ZOVKPopupManager.h"
+#include "fuzz/Fuzz.h"
+#include "platform/CurrentPlatform.h"
+#include "platform/memory/MemoryPlatform.h"
+#include "storage/ZOVKPopupFileManager.h"
+
+namespace zovk {
+
+inline constexpr const char* kCacheDirectory = "/home/player/Library/Caches/ZOVKPopup/";
+inline constexpr const char* kBundleDirectory = "/app/ZOVKPopupResource.bundle/";
+
+/// The engine of one input, on a platform in memory. It is made by its first use, so that files can
+/// be laid out before.
+class Engine {
+ public:
+  Engine() {
+    setDefaultPlatform(nullptr);
+    setCurrentPlatform(memory_->shared());
+  }
+  ~Engine() {
+    if (auto* const manager = ZOVKPopupManager::sharedInstanceNoSynch()) {
+      manager->stopCheckKeyWindow();
+      manager->releasePopupWindow();
+    }
+    memory_->shutDown();
+    ZOVKPopupManager::purgeSharedInstance();
+    ZOVKPopupFileManager::purgeSharedInstance();
+    setCurrentPlatform(nullptr);
+  }
+  Engine(const Engine&) = delete;
+  Engine& operator=(const Engine&) = delete;
+
+  MemoryPlatform& memory() { return *memory_; }
+  ZOVKPopupManager* operator->() { return ZOVKPopupManager::sharedInstance(); }
+
+ private:
+  const std::shared_ptr<MemoryPlatform> memory_ = std::make_shared<MemoryPlatform>();
+};
+
+}  // namespace zovk
