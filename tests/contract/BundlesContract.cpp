@@ -74,6 +74,18 @@ TEST_F(BundlesContract, ReadsTheInfoDictionary) {
   EXPECT_FALSE(boolValue(bundle->infoDictionary(), "other"));
 }
 
+TEST_F(BundlesContract, AnInfoDictionaryMayLieFiveHundredAndTwelveLevelsDeep) {
+  const auto nested = [](std::size_t depth) {
+    return R"({"a":)" + std::string(depth - 1, '[') + std::string(depth - 1, ']') + "}";
+  };
+  makeBundle("A.bundle");
+  write("A.bundle/Info.json", nested(512));
+  makeBundle("B.bundle");
+  write("B.bundle/Info.json", nested(513));
+  EXPECT_EQ(backend.bundles().bundleWithPath(at("A.bundle"))->infoDictionary().size(), 1U);
+  EXPECT_TRUE(backend.bundles().bundleWithPath(at("B.bundle"))->infoDictionary().empty());
+}
+
 TEST_F(BundlesContract, AMissingInfoDictionaryIsEmpty) {
   makeBundle("A.bundle");
   EXPECT_TRUE(backend.bundles().bundleWithPath(at("A.bundle"))->infoDictionary().empty());

@@ -45,6 +45,21 @@ TEST_F(CheckDocument, ThatIsNoJsonIsToldWithLineAndColumn) {
                          path("bad.json") + ": 1 error, 0 warnings\n");
 }
 
+TEST_F(CheckDocument, MayBeginWithAByteOrderMarkWhichIsNoColumn) {
+  const ProgramRun bad = check(write("bad.json", "\xEF\xBB\xBF{} x"));
+  EXPECT_EQ(bad.json().at("problems").at(0).at("column").to_number<int>(), 4);
+  EXPECT_THAT(problemsOfText("\xEF\xBB\xBF{}"), ElementsAre("error /popups is missing"));
+}
+
+TEST_F(CheckDocument, MayLieAsDeepAsTheEngineReads) {
+  const auto nested = [](std::size_t depth) {
+    return std::string(depth, '[') + std::string(depth, ']');
+  };
+  EXPECT_THAT(problemsOfText(nested(512)),
+              ElementsAre("error  the document is an array, no object"));
+  EXPECT_THAT(problemsOfText(nested(513)), ElementsAre("error  is no JSON: too deep"));
+}
+
 TEST_F(CheckDocument, MustBeAnObjectWithAListOfPopups) {
   EXPECT_THAT(problemsOfText("[]"), ElementsAre("error  the document is an array, no object"));
   EXPECT_THAT(problemsOfText("{}"), ElementsAre("error /popups is missing"));

@@ -113,6 +113,19 @@ TEST_F(PageMessage, GivenDirectlyAnythingElseIsAnError) {
   EXPECT_TRUE(answers().empty());
 }
 
+TEST_F(PageMessage, GivenDirectlyAsATextMayLieFiveHundredAndTwelveLevelsDeep) {
+  const auto nested = [](std::size_t depth) {
+    return R"({"a":)" + std::string(depth - 1, '[') + std::string(depth - 1, ']') + "}";
+  };
+  log().clear();
+  controller().handleWebViewJsMessage(1, boost::json::value(nested(513)));
+  EXPECT_THAT(errors(), ElementsAre("Param jsMessage illegal"));
+  EXPECT_TRUE(answers().empty());
+  controller().handleWebViewJsMessage(1, boost::json::value(nested(512)));
+  settle();
+  EXPECT_EQ(answers(), (std::vector<Answer>{{1, resultText("commit")}}));
+}
+
 TEST_F(PageMessage, GivenDirectlyIsLogged) {
   controller().handleWebViewJsMessage(2, boost::json::value("text"));
   controller().handleWebViewJsMessage(1, std::nullopt);
