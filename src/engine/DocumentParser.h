@@ -1,12 +1,13 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <variant>
 
-#include <boost/json/object.hpp>
 #include <boost/json/value.hpp>
 
 #include "engine/ZOVKPopupModel.h"
@@ -28,13 +29,13 @@ struct DocumentField {
 /// All keys that an entry may have, in the order in which they are read.
 std::span<const DocumentField> documentFields();
 
+/// The values of one entry in the order of `documentFields`; absent where the key is missing.
+using DocumentFieldValues = std::array<std::optional<boost::json::value>, 15>;
+
 /// One record of an entry of the document's "popups". Every key is read, so a missing one gives 0
 /// or an empty text rather than the record's default. Throws `std::invalid_argument` when a
 /// number's key holds null, an array or an object. A text's key with another value counts as
 /// absent.
-PopupPointer popupFromEntry(const boost::json::object& entry, std::uint64_t configType);
-
-/// The records of all entries, in order. What is no object, or an empty one, is passed over.
-PopupList popupsFromEntries(const boost::json::array& entries, std::uint64_t configType);
+PopupPointer popupFromFields(const DocumentFieldValues& values, std::uint64_t configType);
 
 }  // namespace zovk

@@ -65,10 +65,13 @@ Words alreadyShownWords(const ZOVKPopupModel& popup) {
 }
 
 Words digestWords(const ZOVKPopupModel& popup, const std::string& digest) {
+  const bool isFile = popup.isPageFile();
+  const std::string unknown = isFile ? "unknown, as it cannot be read" : "unknown, as it has none";
   return {"digest_differs", popup.sig, digest,
-          fmt::format("Its sig is \"{}\", but the MD5 of {} is {}.", popup.sig,
-                      popup.isPageFile() ? "its page file" : "its address",
-                      digest.empty() ? "unknown, as it cannot be read" : "\"" + digest + "\"")};
+          fmt::format("Its sig is {}, but the MD5 of {} is {}.",
+                      popup.sig.empty() ? "missing" : "\"" + popup.sig + "\"",
+                      isFile ? "its page file" : "its address",
+                      digest.empty() ? unknown : "\"" + digest + "\"")};
 }
 
 Words wordsFor(const ZOVKPopupModel& popup, const Judgement& judgement,

@@ -1,6 +1,6 @@
 #include <stdexcept>
 
-#include "engine/DocumentParser.h"
+#include "engine/DocumentReader.h"
 #include "engine/Merge.h"
 #include "engine/OnceRecord.h"
 #include "engine/ZOVKPopupManager.h"
@@ -15,10 +15,21 @@ namespace {
 constexpr const char* kRemoteFile = "ZOVKPopupRemote.config";
 constexpr const char* kLocalFile = "ZOVKPopupLocal.config";
 
-// Reads a member of something that should be an object.
-const boost::json::value* member(const boost::json::value& document, std::string_view key) {
-  if (!document.is_object()) throw std::invalid_argument("the document is no object");
-  return document.get_object().if_contains(key);
+// For lines about more than the reader keeps.
+boost::json::value wholeDocument(std::string_view text) {
+  boost::json::error_code failed;
+  return readJson(text, failed);
+}
+
+std::string messageText(const ConfigDocument& document, std::string_view text) {
+  if (!document.message) return "(null)";
+  if (document.message->is_string()) return std::string(document.message->get_string());
+  if (!document.message->is_structured()) return logText(*document.message);
+  return logText(wholeDocument(text).at("message"));
+}
+
+void expectObject(const ConfigDocument& document) {
+  if (!document.isObject) throw std::invalid_argument("the document is no object");
 }
 
 }  // namespace
@@ -31,49 +42,53 @@ bool ZOVKPopupManager::parseConfigFile(std::string_view fileData, std::uint64_t 
     logError("fileData NULL");
     return false;
   }
-  boost::json::error_code error;
-  const boost::json::value document = readJson(withoutByteOrderMark(fileData), error);
-  if (error) {
-    logError("Parse config file error:%@", error.message());
+  if (fileData.size() > kMostDocumentBytes) {
+    logError("Parse config file error:%@", "more than 8 MiB");
     return false;
   }
-  debug("Config file:%@", document);
+  const std::string_view text = withoutByteOrderMark(fileData);
+  std::string error;
+  const auto document = readConfigDocument(text, configType, stopping_, error);
+  if (!document) {
+    if (!stopping_) logError("Parse config file error:%@", error);
+    return false;
+  }
+  debug("Config file:%@", [&] { return logText(wholeDocument(text)); });
   try {
-    return readDocument(document, configType, popUps);
+    return takeDocument(*document, text, configType, popUps);
   } catch (const std::invalid_argument& wrong) {
     logError("Parse config file exception:%@", wrong.what());
     return false;
   }
 }
 
-bool ZOVKPopupManager::readDocument(const boost::json::value& document, std::uint64_t configType,
-                                    PopupList* popUps) {
+bool ZOVKPopupManager::takeDocument(const ConfigDocument& document, std::string_view text,
+                                    std::uint64_t configType, PopupList* popUps) {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::parseConfigFile");
-  if (configType == kConfigRemote && !readRemoteHead(document)) return false;
+  if (configType == kConfigRemote && !takeRemoteHead(document, text)) return false;
   if (popUps != nullptr) {
-    const boost::json::value* const entries = member(document, "popups");
-    if (entries == nullptr || !entries->is_array() || entries->get_array().empty()) {
+    expectObject(document);
+    if (document.entryCount == 0) {
       logError("No Popups or Popups type error");
       return false;
     }
-    *popUps = popupsFromEntries(entries->get_array(), configType);
+    if (document.entryCount > kMostDocumentEntries) {
+      throw std::invalid_argument("more than 10000 popups");
+    }
+    if (document.wrongEntry) throw std::invalid_argument(*document.wrongEntry);
+    *popUps = document.popups;
   }
   debug("Parse config file done");
   return true;
 }
 
-bool ZOVKPopupManager::readRemoteHead(const boost::json::value& document) {
+bool ZOVKPopupManager::takeRemoteHead(const ConfigDocument& document, std::string_view text) {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::parseConfigFile");
-  const auto* codeValue = member(document, "code");
-  const std::int32_t code = codeValue != nullptr ? intValue(*codeValue) : 0;
-  const auto* message = member(document, "message");
-  debug("code:%d, message:%@", code, [&] {
-    if (message == nullptr) return std::string("(null)");
-    return message->is_string() ? std::string(message->get_string()) : logText(*message);
-  });
+  expectObject(document);
+  const std::int32_t code = document.code ? intValue(*document.code) : 0;
+  debug("code:%d, message:%@", code, [&] { return messageText(document, text); });
   if (code != 0) return false;
-  const auto* time = member(document, "server_time");
-  const double serverTime = time != nullptr ? doubleValue(*time) : 0;
+  const double serverTime = document.serverTime ? doubleValue(*document.serverTime) : 0;
   const LockGuard lock(mutex_);
   state_.serverTime = serverTime;
   return true;

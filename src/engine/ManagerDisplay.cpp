@@ -64,35 +64,31 @@ void ZOVKPopupManager::cachePopup(const PopupList& popups, const CallbackPointer
   debug("Cache callback done");
 }
 
-std::optional<PopupList> ZOVKPopupManager::getPopupFromCache() {
+std::optional<QueueEntry> ZOVKPopupManager::getPopupFromCache() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::getPopupFromCache");
   debug("Get Popup from cache");
   const LockGuard lock(mutex_);
   if (state_.popupCache.empty()) return std::nullopt;
-  return state_.popupCache.front().popups;
+  return state_.popupCache.front();
 }
 
-// The head of the queue, and whether the screen is taken; it is taken from now on. One step, so
-// that an entry which ends on another thread meanwhile is not shown a second time.
-std::optional<QueueEntry> ZOVKPopupManager::claimHead(bool& busy) {
-  constexpr DebugLog debug = managerLog("ZOVKPopupManager::getPopupFromCache");
-  debug("Get Popup from cache");
+// False when the screen is taken, or when the entry has ended on another thread since it was looked
+// at: that thread goes on with the queue, and the entry must not be shown a second time.
+bool ZOVKPopupManager::takeScreenFor(const QueueEntry& entry) {
   const LockGuard lock(mutex_);
-  if (state_.popupCache.empty()) return std::nullopt;
-  busy = std::exchange(state_.isPopuping, true);
-  return state_.popupCache.front();
+  if (state_.popupCache.empty() || state_.popupCache.front() != entry) return false;
+  return !std::exchange(state_.isPopuping, true);
 }
 
 void ZOVKPopupManager::showPopup() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::showPopup");
   debug("Show Popup");
-  bool busy = false;
-  const auto entry = claimHead(busy);
+  const auto entry = getPopupFromCache();
   if (!entry) {
     debug("No Popup to show");
     return endShowing();
   }
-  if (busy) return debug("Be Popuping now, waiting for last Popup finish");
+  if (!takeScreenFor(*entry)) return debug("Be Popuping now, waiting for last Popup finish");
   platform_->mainQueue.async([self = shared_from_this(), entry = *entry] { self->present(entry); });
 }
 
@@ -120,7 +116,7 @@ void ZOVKPopupManager::present(const QueueEntry& entry) {
         const auto manager = self.lock();
         return manager != nullptr && manager->parseConditionPopupResp(data, extraJson);
       });
-  controller->setLoginState(gameID(), gameKey(), loginState());
+  controller->setLoginState(gameID(), gameKey(), loginState_);
   controller->showPopup(entry.popups, window_.get(),
                         [self, entry](std::int32_t code, const std::string& msg) {
                           if (const auto manager = self.lock()) {

@@ -41,7 +41,8 @@ void ZOVKPopupManager::handleRemoteConfigResponse(const std::optional<std::strin
   if (!data || data->empty()) return;
   PopupList popups;
   if (!parseConfigFile(*data, kConfigRemote, &popups)) {
-    return logError("No remote config or parse config file error");
+    if (!stopping_) logError("No remote config or parse config file error");
+    return;
   }
   debug("Parse config file success");
   debug("Save remote config file");
@@ -59,6 +60,7 @@ void ZOVKPopupManager::downloadRemotePopupFile(const PopupList& popups) {
   debug("Start to download remote Popup file");
   if (popups.empty()) return logError("Param illegal");
   for (const PopupPointer& popup : popups) {
+    if (stopping_) return;
     if (!popup->isPageFile()) continue;
     const auto network = std::make_shared<ZOVKPopupNetwork>(platform_->urlSession);
     network->startDownload(popup->uri, [self = weak_from_this(), popup](

@@ -26,8 +26,10 @@ Verdict judgeTime(const ZOVKPopupModel& popup, double now) {
   return Verdict::kPassed;
 }
 
-// The configured digest may be in lower or in upper case, but not in a mixture.
+// The configured digest may be in lower or in upper case, but not in a mixture. None at all matches
+// nothing, not even an address or a file without a digest.
 bool digestMatches(const std::string& sig, const std::string& digest) {
+  if (sig.empty()) return false;
   if (sig == digest) return true;
   return std::equal(sig.begin(), sig.end(), digest.begin(), digest.end(), [](char s, char d) {
     return s == (d >= 'a' && d <= 'f' ? static_cast<char>(d - 'a' + 'A') : d);

@@ -70,8 +70,7 @@ void ZOVKPopupManager::setChannelID(std::int32_t channelID, const std::string& o
                                     const std::string& token, const std::string& jwtToken) {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::setChannelID");
   debug("Set state ID1:%d ID2:%@ ID3:%@ ID4:%@", channelID, openID, token, jwtToken);
-  const LockGuard lock(mutex_);
-  state_.loginState = {channelID, openID, token, jwtToken};
+  loginState_->set({channelID, openID, token, jwtToken});
 }
 
 PopupListPointer ZOVKPopupManager::list(PopupListPointer State::*field) const {
@@ -147,10 +146,6 @@ std::string ZOVKPopupManager::gameID() const {
 std::string ZOVKPopupManager::gameKey() const {
   const LockGuard lock(mutex_);
   return state_.gameKey;
-}
-ZOVKPopupLoginStateModel ZOVKPopupManager::loginState() const {
-  const LockGuard lock(mutex_);
-  return state_.loginState;
 }
 
 }  // namespace zovk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -10,12 +11,11 @@
 #include <vector>
 
 #include <boost/json/object.hpp>
-#include <boost/json/value.hpp>
 
+#include "engine/LoginStateRecord.h"
 #include "engine/ZOVKPopup.h"
 #include "engine/ZOVKPopupExplain.h"
 #include "engine/ZOVKPopupHooks.h"
-#include "engine/ZOVKPopupLoginStateModel.h"
 #include "engine/ZOVKPopupModel.h"
 #include "logging/ZPLogger.h"
 #include "platform/Platform.h"
@@ -23,6 +23,8 @@
 #include "support/ThreadSafety.h"
 
 namespace zovk {
+
+struct ConfigDocument;
 
 /// A host's callback as the queue holds it: null for none, one object for each request, so that
 /// two requests are told apart by it.
@@ -59,6 +61,10 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   ZOVKPopupManager& operator=(const ZOVKPopupManager&) = delete;
   void init();
 
+  /// Has work on other threads that takes long, such as reading a document, give up. For the end of
+  /// the platform, which waits for those threads. For good.
+  void stopWork() { stopping_ = true; }
+
   void startPopup(const std::string& baseUrl, const std::string& gameID,
                   const std::string& gameKey);
   void setChannelID(std::int32_t channelID, const std::string& openID, const std::string& token,
@@ -90,8 +96,8 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   void showPopup(const std::string& scene, std::uint64_t sceneType,
                  const ZOVKPopupComplete& complete);
   void cachePopup(const PopupList& popups, const CallbackPointer& complete);
-  /// Popups of the oldest entry; absent when the queue is empty.
-  std::optional<PopupList> getPopupFromCache();
+  /// The oldest entry, which stays in the queue; absent when the queue is empty.
+  std::optional<QueueEntry> getPopupFromCache();
   void showPopup();
   void initPopupWindow();
   void releasePopupWindow();
@@ -137,7 +143,7 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   std::string popUrl() const;
   std::string gameID() const;
   std::string gameKey() const;
-  ZOVKPopupLoginStateModel loginState() const;
+  ZOVKPopupLoginStateModel loginState() const { return loginState_->snapshot(); }
   void setRemotePopupArr(PopupList popups);
   void setLocalPopupArr(PopupList popups);
   void setMergePopupArr(PopupList popups);
@@ -162,14 +168,13 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
     std::string popUrl;
     std::string gameID;
     std::string gameKey;
-    ZOVKPopupLoginStateModel loginState;
   };
   PopupListPointer list(PopupListPointer State::*field) const;
   void setList(PopupListPointer State::*field, PopupList popups);
-  bool readDocument(const boost::json::value& document, std::uint64_t configType,
+  bool takeDocument(const ConfigDocument& document, std::string_view text, std::uint64_t configType,
                     PopupList* popUps);
-  bool readRemoteHead(const boost::json::value& document);
-  std::optional<QueueEntry> claimHead(bool& busy);
+  bool takeRemoteHead(const ConfigDocument& document, std::string_view text);
+  bool takeScreenFor(const QueueEntry& entry);
   void present(const QueueEntry& entry);
   bool coverGame();
   void uncoverGame();
@@ -182,8 +187,10 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   void savePage(const ZOVKPopupModel& popup, bool success, const std::optional<std::string>& path);
 
   std::shared_ptr<Platform> platform_;
+  std::atomic<bool> stopping_{false};
   mutable Mutex mutex_;
   State state_ ZOVK_GUARDED_BY(mutex_);
+  const std::shared_ptr<LoginStateRecord> loginState_ = std::make_shared<LoginStateRecord>();
   std::shared_ptr<Window> window_;
   std::shared_ptr<Timer> timer_;
   ZOVKPopupHooks hooks_;

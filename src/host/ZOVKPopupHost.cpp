@@ -163,6 +163,7 @@ void ZOVKPopupHost::shutDown() {
   host().exchange({nullptr, std::this_thread::get_id(), true});
   if (auto* const manager = ZOVKPopupManager::sharedInstanceNoSynch()) {
     manager->setHooks({});
+    manager->stopWork();
     manager->setHeldBack(true);  // a hook that shuts down may be about to be followed by a popup
     manager->stopCheckKeyWindow();
     manager->releasePopupWindow();

@@ -37,7 +37,7 @@ class FileSystem {
   /// Removes a file, a link (not its target) or a directory with all it holds.
   virtual std::error_code remove(const std::string& path) = 0;
   /// Every entry below a directory, as paths relative to it, a directory before its entries;
-  /// links are listed and not followed. Absent when the directory cannot be listed.
+  /// links are listed and not followed. Absent when the directory cannot be listed, or is a link.
   virtual std::optional<std::vector<std::string>> listRecursively(
       const std::string& directory) const = 0;
   /// The whole file; absent when it cannot be read or is no file.

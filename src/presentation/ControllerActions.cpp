@@ -49,7 +49,8 @@ void ZOVKPopupViewController::skip(const std::string& resultText) {
 
 void ZOVKPopupViewController::commit(const boost::json::object& resultRecord) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::handleCallbackMessage");
-  const std::string reportUrl = currentModel_ != nullptr ? currentModel_->report_url : "";
+  const PopupPointer current = currentModel();
+  const std::string reportUrl = current != nullptr ? current->report_url : "";
   if (reportUrl.empty()) {
     // The popup stays on screen: a commit that cannot be reported is not a finished popup.
     debug("The currentModel report_url is illegal: %@, report ending", reportUrl);
@@ -64,8 +65,9 @@ void ZOVKPopupViewController::commit(const boost::json::object& resultRecord) {
 }
 
 void ZOVKPopupViewController::startReportData(const boost::json::object& resultRecord) {
-  if (currentModel_ == nullptr) return;
-  ZOVKPopupUrlParams params = playerRequest(currentModel_->report_url, player_, *currentModel_);
+  const PopupPointer current = currentModel();
+  if (current == nullptr) return;
+  ZOVKPopupUrlParams params = playerRequest(current->report_url, player_, *current);
   params.postInfo->emplace("data", ZOVKPopupCommonTool::dictionaryToJsonString(resultRecord));
   const auto network = std::make_shared<ZOVKPopupNetwork>(platform_->urlSession);
   network->startRequest(
@@ -95,7 +97,8 @@ void ZOVKPopupViewController::handleWebViewJsMessage(
 }
 
 void ZOVKPopupViewController::refreshButtonClicked() {
-  if (modelToRefresh_ != nullptr) loadPopupUri(modelToRefresh_, uriToRefresh_);
+  const PopupPointer loaded = modelToRefresh();
+  if (loaded != nullptr) loadPopupUri(loaded, uriToRefresh_);
 }
 
 }  // namespace zovk

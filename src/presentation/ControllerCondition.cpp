@@ -1,5 +1,3 @@
-#include <utility>
-
 #include "presentation/PlayerRequest.h"
 #include "presentation/ZOVKPopupViewController.h"
 
@@ -16,7 +14,8 @@ void ZOVKPopupViewController::queryConditionPopup(const PopupPointer& popup) {
       });
 }
 
-// Runs on any thread; everything that touches the controller is put off to the main queue.
+// Runs on any thread. The address is made at once, of the popup that is on screen now; the rest is
+// put off to the main queue.
 void ZOVKPopupViewController::handleConditionAnswer(bool success,
                                                     const std::optional<std::string>& data) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::queryConditionPopup");
@@ -32,11 +31,8 @@ void ZOVKPopupViewController::handleConditionAnswer(bool success,
     return showPopup();
   }
   debug("Need to show condition Popup");
-  platform_->mainQueue.async([self = shared_from_this(), extra = std::move(extra)] {
-    const PopupPointer current = self->currentModel_;
-    if (self->tornDown_ || current == nullptr) return;
-    self->loadPopupUri(current, self->getLoadUri(current->uri, extra));
-  });
+  const PopupPointer current = currentModel();
+  if (current != nullptr) loadPopupUri(current, getLoadUri(current->uri, extra));
 }
 
 }  // namespace zovk

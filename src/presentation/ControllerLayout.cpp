@@ -38,9 +38,10 @@ void ZOVKPopupViewController::loadSubviews() {
   contentView->sendSubviewToBack(*webView_);
   contentView->setClipsToBounds(true);
   setButtonImage();
-  if (currentModel_ == nullptr) return;
+  const PopupPointer current = currentModel();
+  if (current == nullptr) return;
   applyButtonRule();
-  if (currentModel_->scene == kPolicyScene && window_ != nullptr) {
+  if (current->scene == kPolicyScene && window_ != nullptr) {
     window_->setNeedsUpdateConstraints();
   }
 }
@@ -99,7 +100,7 @@ void ZOVKPopupViewController::addConstraintAnchors(const View& container, View& 
 
 void ZOVKPopupViewController::applyButtonRule() {
   if (xibView_ == nullptr) return;
-  const ButtonChanges changes = buttonRule(*currentModel_, needRefresh_);
+  const ButtonChanges changes = buttonRule(*currentModel(), needRefresh_);
   for (const std::string& name : changes.hide) outlet(name)->setHidden(true);
   for (const std::string& name : changes.show) outlet(name)->setHidden(false);
   if (changes.dimContent) outlet("contentView")->setBackgroundColor(kDimming);
@@ -113,7 +114,8 @@ void ZOVKPopupViewController::updateViewConstraints() {
   for (const char* button : {"crossBtn", "returnBtn"}) {
     outlet(button)->pinTopTo(*view_, safeArea, safeArea ? 0 : kStatusBarOffset);
   }
-  if (currentModel_ == nullptr || !hasAnswerButtons(*currentModel_) || webView_ == nullptr) return;
+  const PopupPointer current = currentModel();
+  if (current == nullptr || !hasAnswerButtons(*current) || webView_ == nullptr) return;
   const auto answers = outlet("stackView");
   const auto loneAnswer = outlet("aloneConfirmStackView");
   webView_->pinBottomToTopOfFirst({answers.get(), loneAnswer.get()});

@@ -47,7 +47,8 @@ void ZOVKPopupViewController::leaveForSystem(const std::string& url,
 
 void ZOVKPopupViewController::decideByPrefix(const std::string& url,
                                              const NavigationDecision& decide) {
-  if (currentModel_ != nullptr && url.starts_with(ownPagePrefix(*currentModel_))) {
+  const PopupPointer current = currentModel();
+  if (current != nullptr && url.starts_with(ownPagePrefix(*current))) {
     decide(NavigationPolicy::kAllow);
     needRefresh_ = true;
     outlet("refreshBtn")->setHidden(true);

@@ -21,10 +21,11 @@ ZOVKPopupUrlParams playerRequest(const std::string& url, const PlayerIdentity& p
                                  const ZOVKPopupModel& popup) {
   ZOVKPopupUrlParams params = serviceRequest(player.gameID, player.gameKey);
   params.urlStr = url;
-  params.postInfo = boost::json::object{{"channel_id", player.loginState.channelID},
-                                        {"gopenid", player.loginState.openID},
-                                        {"token", player.loginState.token},
-                                        {"jwt_token", player.loginState.jwtToken},
+  const ZOVKPopupLoginStateModel loginState = player.loginState->snapshot();
+  params.postInfo = boost::json::object{{"channel_id", loginState.channelID},
+                                        {"gopenid", loginState.openID},
+                                        {"token", loginState.token},
+                                        {"jwt_token", loginState.jwtToken},
                                         {"pop_id", popup.pop_id},
                                         {"scene", popup.scene}};
   return params;

@@ -1,18 +1,19 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
-#include "engine/ZOVKPopupLoginStateModel.h"
+#include "engine/LoginStateRecord.h"
 #include "engine/ZOVKPopupModel.h"
 #include "network/ZOVKPopupUrlParams.h"
 
 namespace zovk {
 
-/// Who asks: the game and its player.
+/// Who asks: the game and its player, whose login state is read when a request is made.
 struct PlayerIdentity {
   std::string gameID;
   std::string gameKey;
-  ZOVKPopupLoginStateModel loginState;
+  std::shared_ptr<const LoginStateRecord> loginState;
 };
 
 /// The parameters that every request to the popup service carries; no address and no body yet.

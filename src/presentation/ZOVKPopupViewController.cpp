@@ -13,11 +13,12 @@ ZOVKPopupViewController::ZOVKPopupViewController(std::shared_ptr<Platform> platf
     : platform_(std::move(platform)), parseCondition_(std::move(parseCondition)) {}
 
 void ZOVKPopupViewController::setLoginState(const std::string& gameID, const std::string& gameKey,
-                                            const ZOVKPopupLoginStateModel& loginState) {
+                                            std::shared_ptr<const LoginStateRecord> loginState) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::setLoginState");
-  debug("Set state ID1:%@ ID2:%@ ID3:%d ID4:%@ ID5:%@, ID6:%@", gameID, gameKey,
-        loginState.channelID, loginState.openID, loginState.token, loginState.jwtToken);
-  player_ = {gameID, gameKey, loginState};
+  const ZOVKPopupLoginStateModel now = loginState->snapshot();
+  debug("Set state ID1:%@ ID2:%@ ID3:%d ID4:%@ ID5:%@, ID6:%@", gameID, gameKey, now.channelID,
+        now.openID, now.token, now.jwtToken);
+  player_ = {gameID, gameKey, std::move(loginState)};
 }
 
 void ZOVKPopupViewController::showPopup(const PopupList& popups, Window* window,
@@ -48,7 +49,7 @@ void ZOVKPopupViewController::showNextPopup() {
   PopupPointer next = getPopupModel();
   if (next == nullptr) return callComplete(0, "");
   debug("Start show %@", next->scene);
-  currentModel_ = next;
+  setCurrentModel(next);
   applyButtonRule();
   if (window_ != nullptr) window_->setNeedsUpdateConstraints();
   if (next->pop_freq == kPopFreqConditional) {
@@ -64,7 +65,7 @@ std::string ZOVKPopupViewController::getLoadUri(const std::string& uri,
 }
 
 void ZOVKPopupViewController::loadPopupUri(const PopupPointer& popup, const std::string& uriFinal) {
-  modelToRefresh_ = popup;
+  setModelToRefresh(popup);
   platform_->mainQueue.async([self = shared_from_this(), popup, uriFinal] {
     if (self->tornDown_) return;
     self->uriToRefresh_ = uriFinal;
@@ -85,13 +86,34 @@ void ZOVKPopupViewController::loadPage(const ZOVKPopupModel& popup) {
 
 void ZOVKPopupViewController::finishShow() {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::finishShow");
-  debug("Finish show %@", currentModel_ != nullptr ? currentModel_->scene : std::string());
-  if (currentModel_ != nullptr && currentModel_->pop_freq == kPopFreqOnce) {
+  const PopupPointer current = currentModel();
+  debug("Finish show %@", current != nullptr ? current->scene : std::string());
+  if (current != nullptr && current->pop_freq == kPopFreqOnce) {
     if (auto* const files = ZOVKPopupFileManager::sharedInstance()) {
-      files->saveInternalFile(kOnceRecordFile, currentModel_->sig, true);
+      files->saveInternalFile(kOnceRecordFile, current->sig, true);
     }
   }
   showPopup();
+}
+
+PopupPointer ZOVKPopupViewController::currentModel() const {
+  const LockGuard lock(modelMutex_);
+  return currentModel_;
+}
+
+void ZOVKPopupViewController::setCurrentModel(PopupPointer popup) {
+  const LockGuard lock(modelMutex_);
+  currentModel_.swap(popup);
+}
+
+PopupPointer ZOVKPopupViewController::modelToRefresh() const {
+  const LockGuard lock(modelMutex_);
+  return modelToRefresh_;
+}
+
+void ZOVKPopupViewController::setModelToRefresh(PopupPointer popup) {
+  const LockGuard lock(modelMutex_);
+  modelToRefresh_.swap(popup);
 }
 
 void ZOVKPopupViewController::callComplete(std::int32_t code, const std::string& message) {
@@ -125,10 +147,10 @@ void ZOVKPopupViewController::letGo() {
   player_ = {};
   complete_ = nullptr;
   popupArr_.clear();
-  currentModel_ = nullptr;
+  setCurrentModel(nullptr);
   resourceBundle_ = nullptr;
   uriToRefresh_.clear();
-  modelToRefresh_ = nullptr;
+  setModelToRefresh(nullptr);
 }
 
 }  // namespace zovk

@@ -11,12 +11,13 @@
 #include <boost/json/object.hpp>
 #include <boost/json/value.hpp>
 
-#include "engine/ZOVKPopupLoginStateModel.h"
+#include "engine/LoginStateRecord.h"
 #include "engine/ZOVKPopupModel.h"
 #include "logging/ZPLogger.h"
 #include "network/ZOVKPopupNetwork.h"
 #include "platform/Platform.h"
 #include "presentation/PlayerRequest.h"
+#include "support/ThreadSafety.h"
 
 namespace zovk {
 
@@ -39,9 +40,10 @@ class ZOVKPopupViewController : public ViewController,
 
   ZOVKPopupViewController(std::shared_ptr<Platform> platform, ConditionParser parseCondition);
 
-  /// The first keyword tells of the login state although the first argument is the game.
+  /// The first keyword tells of the login state although the first argument is the game. The record
+  /// is shared: it is read for every request of the run.
   void setLoginState(const std::string& gameID, const std::string& gameKey,
-                     const ZOVKPopupLoginStateModel& loginState);
+                     std::shared_ptr<const LoginStateRecord> loginState);
   /// Hands over the popups, in showing order, and makes this the window's root. An empty list, an
   /// empty callback and a null window each count as not given; without a window nothing is shown.
   void showPopup(const PopupList& popups, Window* window, const Complete& complete);
@@ -92,7 +94,8 @@ class ZOVKPopupViewController : public ViewController,
   void loadSubviews();
   std::string getNibFileName() const;
 
-  const PopupPointer& currentModel() const { return currentModel_; }
+  /// The popup on screen; null before the first and after the end. Any thread.
+  PopupPointer currentModel() const;
   const std::deque<PopupPointer>& popupArr() const { return popupArr_; }
   /// Whether the last allowed navigation led to a popup's own page; shared by all controllers.
   static bool needRefresh() { return needRefresh_; }
@@ -116,6 +119,9 @@ class ZOVKPopupViewController : public ViewController,
   void decideByPrefix(const std::string& url, const NavigationDecision& decide);
   void handleConditionAnswer(bool success, const std::optional<std::string>& data);
   void letGo();
+  void setCurrentModel(PopupPointer popup);
+  PopupPointer modelToRefresh() const;
+  void setModelToRefresh(PopupPointer popup);
 
   inline static bool needRefresh_ = false;
 
@@ -124,8 +130,10 @@ class ZOVKPopupViewController : public ViewController,
   PlayerIdentity player_;
   Complete complete_;
   std::deque<PopupPointer> popupArr_;
-  PopupPointer currentModel_;
-  PopupPointer modelToRefresh_;
+  // Read and set by a condition's answer, too, which comes on the session's thread.
+  mutable Mutex modelMutex_;
+  PopupPointer currentModel_ ZOVK_GUARDED_BY(modelMutex_);
+  PopupPointer modelToRefresh_ ZOVK_GUARDED_BY(modelMutex_);
   std::string uriToRefresh_;
   std::shared_ptr<const Bundle> resourceBundle_;
   std::shared_ptr<View> view_;

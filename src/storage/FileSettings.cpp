@@ -41,7 +41,8 @@ std::optional<std::string> ZOVKPopupFileManager::getUUID() {
   std::optional<std::string> identifier = valueForKey(kInstallKey);
   if (identifier->empty()) {
     identifier = platform_->device.identifierForVendor();
-    saveValue(identifier, kInstallKey);
+    // One that cannot be read now stays what it is.
+    if (platform_->settings.isReadable()) saveValue(identifier, kInstallKey);
   }
   debug("UUID:%@", identifier);
   return identifier;

@@ -172,6 +172,14 @@ TEST_F(FileSystemContract, LinksAreListedAndNotFollowed) {
       Optional(testing::UnorderedElementsAre("directory", "directory/file", "link", "broken")));
 }
 
+TEST_F(FileSystemContract, ADirectoryBehindALinkIsNotListed) {
+  ASSERT_FALSE(files().createDirectory(at("directory")));
+  write("directory/file", "text");
+  backend.addLink(at("link"), at("directory"));
+  EXPECT_FALSE(files().listRecursively(at("link")));
+  EXPECT_TRUE(files().listRecursively(at("directory")));
+}
+
 TEST_F(FileSystemContract, ALinkThatLeadsNowhereDoesNotExist) {
   backend.addLink(at("broken"), at("missing"));
   EXPECT_FALSE(files().exists(at("broken")));

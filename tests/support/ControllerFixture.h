@@ -17,6 +17,7 @@ class ControllerFixture : public EngineFixture {
   ControllerFixture() {
     engine();
     ZOVKPopupViewController::setNeedRefresh(false);
+    loginState_->set({7, "open", "token", "jwt"});
     window_ = memory().userInterface.makeWindow({0, 0, 1080, 1920});
     controller_ = makeController();
   }
@@ -28,11 +29,12 @@ class ControllerFixture : public EngineFixture {
         [this](const std::optional<std::string>& data, boost::json::object* extraJson) {
           return engine().parseConditionPopupResp(data, extraJson);
         });
-    controller->setLoginState("1001", "key", {7, "open", "token", "jwt"});
+    controller->setLoginState("1001", "key", loginState_);
     return controller;
   }
 
   ZOVKPopupViewController& controller() { return *controller_; }
+  LoginStateRecord& loginState() { return *loginState_; }
   std::shared_ptr<MemoryWindow> window() { return memory().userInterface.frontWindow(); }
   std::shared_ptr<MemoryLayout> layout() { return memory().userInterface.frontLayout(); }
 
@@ -54,6 +56,7 @@ class ControllerFixture : public EngineFixture {
   }
 
  private:
+  const std::shared_ptr<LoginStateRecord> loginState_ = std::make_shared<LoginStateRecord>();
   std::shared_ptr<Window> window_;
   std::shared_ptr<ZOVKPopupViewController> controller_;
   bool used_ = false;  // a controller shows one run

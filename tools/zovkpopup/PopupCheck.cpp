@@ -48,6 +48,9 @@ void PopupCheck::checkDigest(const ZOVKPopupModel& popup, const std::string& dig
   if (!popup.isPageFile() && popup.uri.empty()) return;  // the missing address is told instead
   const auto file = popup.isPageFile() ? pages_.find(popup) : std::nullopt;
   const std::string what = file ? file->string() : popup.uri;
+  if (digest.empty()) {
+    return error("sig", fmt::format("matches nothing, as {} cannot be read", what));
+  }
   if (lowerCase(popup.sig) == digest) {
     return error("sig", "mixes upper and lower case, which never matches; write " + digest);
   }

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/linux/UniqueFd.h"
@@ -25,6 +26,7 @@ class TemporaryFile {
   explicit TemporaryFile(const std::string& directory)
       : path_(directory + "/.zovkpopup-write-XXXXXX"), file_(::mkostemp(path_.data(), O_CLOEXEC)) {
     if (!file_) error_ = lastError();
+    if (file_) ::fchmod(file_.get(), 0600);  // whatever the process's mask left of it
   }
   ~TemporaryFile() {
     if (file_ && !moved_) ::unlink(path_.c_str());

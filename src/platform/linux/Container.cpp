@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include "platform/linux/Paths.h"
+#include "platform/linux/PrivateFile.h"
 
 namespace zovk {
 namespace {
@@ -48,7 +49,8 @@ void makeDirectory(const fs::path& path, PlatformLog& log) {
   std::error_code ignored;
   if (path.empty() || fs::is_directory(path, ignored)) return;
   if (path.has_relative_path()) makeDirectory(path.parent_path(), log);
-  if (::mkdir(path.c_str(), 0700) == 0 || errno == EEXIST) return;
+  if (::mkdir(path.c_str(), 0700) == 0) return makePrivateDirectory(path.string());
+  if (errno == EEXIST) return;
   const std::string reason = std::generic_category().message(errno);
   log.writeLine(
       fmt::format("[Error] Create container directory:{} failed, error:{}", path.string(), reason));
@@ -72,8 +74,17 @@ std::string containerDirectory(const PlatformSettings& settings) {
 }
 
 void makeContainer(const std::string& home, PlatformLog& log) {
-  makeDirectory(fs::path(home) / "Library" / "Caches", log);
-  makeDirectory(fs::path(home) / "Library" / "Preferences", log);
+  const fs::path library = fs::path(home) / "Library";
+  makeDirectory(library / "Caches", log);
+  makeDirectory(library / "Preferences", log);
+  for (const fs::path& part : {library, library / "Caches", library / "Preferences"}) {
+    makePrivateDirectory(part.string());
+  }
+  std::error_code error;
+  for (fs::directory_iterator cache(library / "Caches", error), end; !error && cache != end;
+       cache.increment(error)) {
+    makePrivateDirectory(cache->path().string());
+  }
 }
 
 }  // namespace zovk

@@ -15,7 +15,9 @@ std::string applicationId(const PlatformSettings& settings);
 std::string containerDirectory(const PlatformSettings& settings);
 
 /// Makes the directory and "Library/Caches" and "Library/Preferences" in it, for the user alone.
-/// What cannot be made is logged and goes missing. It runs before the logger is set up, hence the
+/// Those two, and the folders of caches, are made private where they were not; a home directory
+/// that was there keeps its mode, as it may be the game's own. What cannot be made is logged and
+/// goes missing. It runs before the logger is set up, hence the
 /// log itself.
 void makeContainer(const std::string& home, PlatformLog& log);
 

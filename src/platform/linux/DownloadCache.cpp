@@ -14,8 +14,8 @@ constexpr SqliteFile::Manner kManner = {
         "CREATE TABLE IF NOT EXISTS downloads("
         "url TEXT PRIMARY KEY NOT NULL, entity_tag TEXT NOT NULL, last_modified TEXT NOT NULL,"
         "used INTEGER NOT NULL, digest TEXT NOT NULL, size INTEGER NOT NULL, body BLOB NOT NULL)",
-    .busyMilliseconds = 200,
     .keepsCorruptFile = false};
+constexpr std::chrono::milliseconds kPatience(200);
 // Bodies of pages that are looked at daily are not marked as used more often than that.
 constexpr const char* kMarkUsed =
     "UPDATE downloads SET used = unixepoch() WHERE url = ?1 AND used < unixepoch() - 86400";
@@ -98,7 +98,7 @@ void DownloadCache::removeOldest(std::size_t added) {
 }
 
 void DownloadCache::run(const char* sql, const SqliteFile::Bind& bind, const SqliteFile::Row& row) {
-  if (!file_.path().empty()) file_.run(sql, bind, row);
+  if (!file_.path().empty()) file_.run(sql, bind, row, kPatience);
 }
 
 }  // namespace zovk

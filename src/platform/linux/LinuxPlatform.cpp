@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "platform/linux/Container.h"
+#include "platform/linux/PrivateFile.h"
 
 namespace zovk {
 namespace {
@@ -13,6 +14,7 @@ namespace {
 std::string madeContainer(const PlatformSettings& settings, PlatformLog& log) {
   std::string home = containerDirectory(settings);
   makeContainer(home, log);
+  if (settings.dataDirectory.empty()) makePrivateDirectory(home);
   return home;
 }
 
@@ -29,6 +31,11 @@ LinuxPlatform::LinuxPlatform(const PlatformSettings& settings)
       interfaces_{*log_,    queue_,    timers_, clock_,      files_,
                   bundles_, settings_, device_, urlSession_, userInterface_} {}
 
+void LinuxPlatform::pump(std::chrono::microseconds budget) {
+  queue_.pump(budget);
+  settings_.keepQueuedNowAndThen();
+}
+
 LinuxPlatform::~LinuxPlatform() {
   shutDown();
 }
@@ -36,6 +43,7 @@ LinuxPlatform::~LinuxPlatform() {
 void LinuxPlatform::shutDown() {
   if (shutDown_) return;
   shutDown_ = true;
+  settings_.keepQueued(SqliteSettings::kPatience);
   // First the queue, which lets go of threads that wait for it, then the threads.
   queue_.shutDown();
   userInterface_.shutDown();

@@ -25,7 +25,7 @@ class LinuxPlatform final : public HostedPlatform {
 
   Platform& interfaces() override { return interfaces_; }
   std::shared_ptr<PlatformLog> sharedLog() const override { return log_; }
-  void pump(std::chrono::microseconds budget) override { queue_.pump(budget); }
+  void pump(std::chrono::microseconds budget) override;
   int pollDescriptor() const override { return shutDown_ ? -1 : queue_.pollDescriptor(); }
   void gameWindowDidBecomeKey() override { userInterface_.gameWindowDidBecomeKey(); }
   void gameWindowDidResignKey() override { userInterface_.gameWindowDidResignKey(); }

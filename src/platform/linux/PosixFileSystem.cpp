@@ -7,8 +7,10 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "platform/linux/AtomicWrite.h"
+#include "platform/linux/PrivateFile.h"
 #include "platform/linux/UniqueFd.h"
 #include "platform/linux/WriteAll.h"
 
@@ -83,8 +85,9 @@ bool listInto(const fs::path& directory, const std::string& prefix,
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
     const std::string name = prefix + entry->path().filename().string();
     entries.push_back(name);
+    // Both are known from listing; asking for the status would be a look at every file.
     std::error_code ignored;
-    if (entry->symlink_status(ignored).type() == fs::file_type::directory) {
+    if (!entry->is_symlink(ignored) && entry->is_directory(ignored)) {
       listInto(entry->path(), name + "/", entries);
     }
   }
@@ -106,11 +109,14 @@ std::optional<FileIdentity> PosixFileSystem::identity(const std::string& path) c
 
 std::error_code PosixFileSystem::createDirectory(const std::string& path) {
   if (!canExist(path)) return nothingThere();
-  return ::mkdir(path.c_str(), 0700) == 0 ? std::error_code() : lastError();
+  if (::mkdir(path.c_str(), 0700) != 0) return lastError();
+  makePrivateDirectory(path);  // the process's mask may have taken more
+  return {};
 }
 
 std::error_code PosixFileSystem::remove(const std::string& path) {
   if (!canExist(path)) return nothingThere();
+  if (::unlink(path.c_str()) == 0) return {};
   std::error_code error;
   const auto removed = fs::remove_all(path, error);
   return !error && removed == 0 ? nothingThere() : error;
@@ -119,6 +125,9 @@ std::error_code PosixFileSystem::remove(const std::string& path) {
 std::optional<std::vector<std::string>> PosixFileSystem::listRecursively(
     const std::string& directory) const {
   std::vector<std::string> entries;
+  std::error_code ignored;
+  // What is behind a link is not listed below, and not here: somebody may delete what is listed.
+  if (fs::is_symlink(directory, ignored)) return std::nullopt;
   if (!canExist(directory) || !listInto(directory, "", entries)) return std::nullopt;
   std::sort(entries.begin(), entries.end());  // keeps a directory before its entries
   return entries;

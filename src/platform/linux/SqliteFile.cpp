@@ -1,6 +1,10 @@
 #include "platform/linux/SqliteFile.h"
 
+#include <array>
 #include <cstdio>
+#include <thread>
+
+#include "platform/linux/PrivateFile.h"
 
 namespace zovk {
 namespace {
@@ -9,9 +13,20 @@ bool isCorrupt(int code) {
   return code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
 }
 
+// SQLite gives the files that it makes beside a database the database's mode; older ones may have
+// another. Not to be opened when one of them is no file.
+bool isPrivateDatabase(const std::string& path) {
+  constexpr std::array<const char*, 3> kParts = {"-journal", "-wal", "-shm"};
+  bool usable = makePrivateFile(path);
+  for (const char* part : kParts) usable = usable && keepPrivateFile(path + part);
+  return usable;
+}
+
 }  // namespace
 
-SqliteFile::Outcome SqliteFile::run(const char* sql, const Bind& bind, const Row& row) {
+SqliteFile::Outcome SqliteFile::run(const char* sql, const Bind& bind, const Row& row,
+                                    std::chrono::milliseconds patience) {
+  deadline_ = std::chrono::steady_clock::now() + patience;
   int code = tryOnce(sql, bind, row);
   // Another process may have put a new file in place meanwhile, so look again before acting.
   if (isCorrupt(code)) code = tryOnce(sql, bind, row);
@@ -29,12 +44,12 @@ int SqliteFile::tryOnce(const char* sql, const Bind& bind, const Row& row) {
 
 int SqliteFile::open() {
   if (database_) return SQLITE_OK;
-  makePrivateFile(path_);
+  if (!isPrivateDatabase(path_)) return SQLITE_CANTOPEN;
   sqlite3* opened = nullptr;
   int code = sqlite3_open_v2(path_.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
   database_.reset(opened);  // there is a handle to close even if opening failed
   if (opened == nullptr) return SQLITE_NOMEM;
-  sqlite3_busy_timeout(opened, manner_.busyMilliseconds);
+  sqlite3_busy_handler(opened, &SqliteFile::waitForOthers, this);
   if (code == SQLITE_OK) code = sqlite3_exec(opened, manner_.prepare, nullptr, nullptr, nullptr);
   if (code != SQLITE_OK) database_.reset();
   return code;
@@ -50,6 +65,16 @@ int SqliteFile::execute(const char* sql, const Bind& bind, const Row& row) {
     if (row) row(prepared);
   }
   return code == SQLITE_DONE ? SQLITE_OK : code;
+}
+
+// Not 0 when SQLite is to try again.
+int SqliteFile::waitForOthers(void* file, int /*times*/) {
+  constexpr std::chrono::milliseconds kPause(1);
+  if (std::chrono::steady_clock::now() + kPause > static_cast<SqliteFile*>(file)->deadline_) {
+    return 0;
+  }
+  std::this_thread::sleep_for(kPause);
+  return 1;
 }
 
 void SqliteFile::getOutOfTheWay() {

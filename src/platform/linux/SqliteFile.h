@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <string>
 
@@ -8,8 +9,8 @@
 namespace zovk {
 
 /// One SQLite file, which several processes may share. It is opened with the first statement, for
-/// its owner alone. A file that is no database is got out of the way, and begun afresh. One thread
-/// at a time.
+/// its owner alone. A file that is no database is got out of the way, and begun afresh; what is no
+/// file at all (a pipe, a directory, a link) is not opened. One thread at a time.
 class SqliteFile {
  public:
   /// Binds a statement's values; answers with SQLite's code.
@@ -18,18 +19,24 @@ class SqliteFile {
 
   struct Manner {
     const char* prepare;    ///< Run whenever the file is opened.
-    int busyMilliseconds;   ///< How long a statement waits for other processes.
     bool keepsCorruptFile;  ///< As "….corrupt", for people to look at.
   };
   struct Outcome {
     int code = SQLITE_OK;
     bool begunAfresh = false;
+    /// Whether another process held the file.
+    bool isBusy() const { return primary() == SQLITE_BUSY || primary() == SQLITE_LOCKED; }
+
+   private:
+    int primary() const { return code & 0xff; }
   };
 
   SqliteFile(std::string path, const Manner& manner) : path_(std::move(path)), manner_(manner) {}
 
-  /// Runs one statement. `row`, which may be empty, is called for each row of its result.
-  Outcome run(const char* sql, const Bind& bind, const Row& row);
+  /// Runs one statement, and waits no longer than `patience` for other processes, all in all.
+  /// `row`, which may be empty, is called for each row of its result.
+  Outcome run(const char* sql, const Bind& bind, const Row& row,
+              std::chrono::milliseconds patience);
   const std::string& path() const { return path_; }
 
  private:
@@ -37,10 +44,12 @@ class SqliteFile {
   int open();
   int execute(const char* sql, const Bind& bind, const Row& row);
   void getOutOfTheWay();
+  static int waitForOthers(void* file, int times);
 
   const std::string path_;
   const Manner manner_;
-  SqliteDatabase database_;  // null until it could be opened
+  std::chrono::steady_clock::time_point deadline_;  // of the statement that runs
+  SqliteDatabase database_;                         // null until it could be opened
 };
 
 }  // namespace zovk

@@ -4,10 +4,7 @@
 #include <memory>
 #include <string>
 
-#include <fcntl.h>
 #include <sqlite3.h>
-
-#include "platform/linux/UniqueFd.h"
 
 namespace zovk {
 
@@ -29,11 +26,6 @@ inline std::string columnText(sqlite3_stmt* statement, int column) {
 inline int bindText(sqlite3_stmt* statement, int index, const std::string& text) {
   return sqlite3_bind_text64(statement, index, text.data(), text.size(), SQLITE_STATIC,
                              SQLITE_UTF8);
-}
-
-/// SQLite gives the files that it makes beside a database the same mode.
-inline void makePrivateFile(const std::string& path) {
-  const UniqueFd file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
 }
 
 }  // namespace zovk

@@ -5,6 +5,9 @@
 #include <system_error>
 
 #include <fcntl.h>
+#include <sys/stat.h>
+
+#include "platform/linux/PrivateFile.h"
 
 namespace zovk {
 namespace {
@@ -26,9 +29,12 @@ UniqueFd TemporaryDirectory::makeFile(std::string& path) {
     std::string name = systemDirectory() + "/zovkpopup-XXXXXX";
     if (::mkdtemp(name.data()) == nullptr) return {};
     path_ = name;
+    makePrivateDirectory(path_);  // whatever the process's mask left of it
   }
   path = path_ + "/download-XXXXXX";
-  return UniqueFd(::mkostemp(path.data(), O_CLOEXEC));
+  UniqueFd file(::mkostemp(path.data(), O_CLOEXEC));
+  if (file) ::fchmod(file.get(), 0600);
+  return file;
 }
 
 }  // namespace zovk

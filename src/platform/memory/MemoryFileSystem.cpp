@@ -165,7 +165,7 @@ std::error_code MemoryFileSystem::remove(const std::string& path) {
 std::optional<std::vector<std::string>> MemoryFileSystem::listRecursively(
     const std::string& directory) const {
   const LockGuard lock(mutex_);
-  const Place place = find(directory);
+  const Place place = find(directory, LastLink::kKeep);
   if (place.entry == nullptr || place.entry->kind != Kind::kDirectory) return std::nullopt;
   if (hasPrefixOf(faults_.reads, place.key)) return std::nullopt;
   std::vector<std::string> paths;

@@ -5,7 +5,7 @@ namespace zovk {
 std::optional<std::string> MemorySettings::value(const std::string& key) const {
   const LockGuard lock(mutex_);
   const auto found = values_.find(key);
-  return found == values_.end() ? std::nullopt : std::optional(found->second);
+  return locked_ || found == values_.end() ? std::nullopt : std::optional(found->second);
 }
 
 void MemorySettings::set(const std::string& key, const std::string& value) {
@@ -22,6 +22,16 @@ void MemorySettings::synchronize() {
   const LockGuard lock(mutex_);
   saved_ = values_;
   ++synchronizeCount_;
+}
+
+bool MemorySettings::isReadable() const {
+  const LockGuard lock(mutex_);
+  return !locked_;
+}
+
+void MemorySettings::setLocked(bool locked) {
+  const LockGuard lock(mutex_);
+  locked_ = locked;
 }
 
 std::map<std::string, std::string> MemorySettings::all() const {

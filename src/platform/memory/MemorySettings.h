@@ -16,6 +16,7 @@ class MemorySettings final : public SettingsStore {
   void set(const std::string& key, const std::string& value) override;
   void remove(const std::string& key) override;
   void synchronize() override;
+  bool isReadable() const override;
 
   std::map<std::string, std::string> all() const;
   /// What a start after a crash would find.
@@ -25,12 +26,15 @@ class MemorySettings final : public SettingsStore {
   /// From now on nothing that is set or removed is kept.
   void loseWrites(bool lose);
   int synchronizeCount() const;
+  /// As if another process held the store: from now on nothing is found in it.
+  void setLocked(bool locked);
 
  private:
   mutable Mutex mutex_;
   std::map<std::string, std::string> values_ ZOVK_GUARDED_BY(mutex_);
   std::map<std::string, std::string> saved_ ZOVK_GUARDED_BY(mutex_);
   bool loseWrites_ ZOVK_GUARDED_BY(mutex_) = false;
+  bool locked_ ZOVK_GUARDED_BY(mutex_) = false;
   int synchronizeCount_ ZOVK_GUARDED_BY(mutex_) = 0;
 };
 

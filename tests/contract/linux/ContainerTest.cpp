@@ -89,6 +89,43 @@ TEST(Container, IsMadeForTheUserAloneWithThoseAboveIt) {
   EXPECT_THAT(log.lines, IsEmpty());
 }
 
+TEST(Container, ItsPartsAreTheUsersAloneThoughTheyWereThereBefore) {
+  const ScratchDirectory scratch;
+  LinesLog log;
+  const std::vector<std::string> parts = {"Library", "Library/Caches", "Library/Preferences",
+                                          "Library/Caches/ZOVKPopup"};
+  for (const std::string& part : parts) {
+    fs::create_directories(scratch / part);
+    fs::permissions(scratch / part, fs::perms(0777));
+  }
+  makeContainer(scratch.path(), log);
+  for (const std::string& part : parts) EXPECT_EQ(modeOf(scratch / part), 0700U) << part;
+}
+
+TEST(Container, APartThatIsALinkKeepsWhatItLeadsToAsItIs) {
+  const ScratchDirectory scratch;
+  LinesLog log;
+  fs::create_directories(scratch / "game/Library/Caches");
+  fs::create_directory(scratch / "documents");
+  fs::permissions(scratch / "documents", fs::perms(0755));
+  fs::create_directory_symlink(scratch / "documents", scratch / "game/Library/Caches/ZOVKPopup");
+  makeContainer(scratch / "game", log);
+  EXPECT_EQ(modeOf(scratch / "documents"), 0755U);
+}
+
+TEST(Container, IsTheUsersAloneWhateverTheMaskOfTheProcess) {
+  for (const mode_t mask : {mode_t{0}, mode_t{0777}}) {
+    const ScratchDirectory scratch;
+    LinesLog log;
+    const mode_t before = ::umask(mask);
+    makeContainer(scratch / "game", log);
+    ::umask(before);
+    for (const char* part : {"game", "game/Library", "game/Library/Caches"}) {
+      EXPECT_EQ(modeOf(scratch / part), 0700U) << part;
+    }
+  }
+}
+
 TEST(Container, ADirectoryThatWasThereBeforeKeepsItsMode) {
   const ScratchDirectory scratch;
   LinesLog log;

@@ -8,6 +8,7 @@
 #include <sys/resource.h>
 
 #include "PollWait.h"
+#include "ScopedVariable.h"
 #include "ScratchDirectory.h"
 #include "platform/linux/LinuxPlatform.h"
 
@@ -50,6 +51,39 @@ TEST_F(LinuxPlatformTest, IsThePlatformThatIsLinkedIn) {
   const auto platform = makeDefaultPlatform(settings);
   ASSERT_NE(platform, nullptr);
   EXPECT_NE(dynamic_cast<LinuxPlatform*>(platform.get()), nullptr);
+}
+
+TEST_F(LinuxPlatformTest, ASettingThatHadToWaitIsKeptByALaterPumpOrTheEnd) {
+  const std::string file = scratch / "home/Library/Preferences/settings.db";
+  for (const bool byPump : {true, false}) {
+    LinuxPlatform platform(settings);
+    SettingsStore& store = platform.interfaces().settings;
+    store.set("key", "old");
+    sqlite3* opened = nullptr;
+    ASSERT_EQ(sqlite3_open(file.c_str(), &opened), SQLITE_OK);
+    SqliteDatabase other(opened);
+    ASSERT_EQ(sqlite3_exec(opened, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    store.set("key", "new");
+    ASSERT_EQ(sqlite3_exec(opened, "ROLLBACK", nullptr, nullptr, nullptr), SQLITE_OK);
+    const auto kept = [&] { return SqliteSettings(file).value("key") == "new"; };
+    EXPECT_FALSE(kept());
+    if (byPump) {
+      const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+      while (!kept() && std::chrono::steady_clock::now() < end) platform.pump(kPlenty);
+    } else {
+      platform.shutDown();
+    }
+    EXPECT_TRUE(kept());
+  }
+}
+
+TEST_F(LinuxPlatformTest, ItsDefaultHomeIsTheUsersAloneThoughItWasThereBefore) {
+  const ScopedVariable data("XDG_DATA_HOME", scratch.path());
+  settings.dataDirectory = "";
+  std::filesystem::create_directory(scratch / "game");
+  std::filesystem::permissions(scratch / "game", std::filesystem::perms(0755));
+  const LinuxPlatform platform(settings);
+  EXPECT_EQ(std::filesystem::status(scratch / "game").permissions(), std::filesystem::perms(0700));
 }
 
 TEST_F(LinuxPlatformTest, ItsPartsKeepTheirThingsInTheApplicationsHome) {

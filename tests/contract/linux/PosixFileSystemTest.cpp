@@ -33,6 +33,18 @@ TEST_F(PosixFileSystemTest, WhatItMakesIsTheUsersAlone) {
   EXPECT_EQ(modeOf(scratch / "file"), 0600U);
 }
 
+TEST_F(PosixFileSystemTest, TheMaskOfTheProcessDoesNotMatter) {
+  for (const mode_t mask : {mode_t{0}, mode_t{0777}}) {
+    const std::string number = std::to_string(mask);
+    const mode_t before = ::umask(mask);
+    EXPECT_FALSE(files.createDirectory(scratch / ("directory" + number)));
+    EXPECT_FALSE(files.writeAtomically(scratch / ("file" + number), "text"));
+    ::umask(before);
+    EXPECT_EQ(modeOf(scratch / ("directory" + number)), 0700U);
+    EXPECT_EQ(modeOf(scratch / ("file" + number)), 0600U);
+  }
+}
+
 TEST_F(PosixFileSystemTest, APipeInAFilesPlaceIsNeitherReadNorWaitedFor) {
   const std::string pipe = scratch / "pipe";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);

@@ -1,6 +1,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <vector>
 
@@ -20,6 +21,12 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Optional;
+
+mode_t modeOf(const std::string& file) {
+  struct stat status {};
+  EXPECT_EQ(::lstat(file.c_str(), &status), 0) << file;
+  return status.st_mode & 07777U;
+}
 
 class SqliteSettingsTest : public testing::Test {
  protected:
@@ -101,40 +108,168 @@ TEST_F(SqliteSettingsTest, ADirectoryThatIsMissingLosesWritesWithAnErrorLine) {
                                  HasSubstr("[Error] Read setting failed")));
 }
 
-TEST_F(SqliteSettingsTest, AStoreThatAnotherProgramLocksIsWaitedForTwoSecondsAtMost) {
+// Another program that holds the store, for as long as this lives.
+class HeldStore {
+ public:
+  explicit HeldStore(SqliteDatabase other) : other_(std::move(other)) {
+    EXPECT_EQ(sqlite3_exec(other_.get(), "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+  }
+  ~HeldStore() { sqlite3_exec(other_.get(), "ROLLBACK", nullptr, nullptr, nullptr); }
+  HeldStore(const HeldStore&) = delete;
+  HeldStore& operator=(const HeldStore&) = delete;
+
+ private:
+  SqliteDatabase other_;
+};
+
+TEST_F(SqliteSettingsTest, AStoreThatIsHeldCostsTheGameOneShortWaitAndOneLine) {
   SqliteSettings settings(path);
   settings.set("key", "old");
-  const SqliteDatabase other = openDirectly();
-  ASSERT_EQ(sqlite3_exec(other.get(), "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+  const HeldStore held(openDirectly());
   const auto start = std::chrono::steady_clock::now();
-  settings.set("key", "new");
+  for (int i = 0; i < 20; ++i) {
+    settings.set("key", std::to_string(i));
+    settings.value("other");
+  }
   const auto waited = std::chrono::steady_clock::now() - start;
-  EXPECT_GT(waited, std::chrono::milliseconds(1500));
-  EXPECT_LT(waited, std::chrono::milliseconds(8000));
-  EXPECT_THAT(lines, ElementsAre(HasSubstr("database is locked")));
-  ASSERT_EQ(sqlite3_exec(other.get(), "ROLLBACK", nullptr, nullptr, nullptr), SQLITE_OK);
-  EXPECT_THAT(settings.value("key"), Optional(std::string("old")));
-  settings.set("key", "new");
-  EXPECT_THAT(settings.value("key"), Optional(std::string("new")));
+  EXPECT_GT(waited, SqliteSettings::kPatience / 2) << "a short hold is waited for";
+  EXPECT_LT(waited, 20 * SqliteSettings::kPatience) << "forty calls did not wait each";
+  EXPECT_THAT(lines, ElementsAre(HasSubstr("is held by another program, tried again later")));
+}
+
+TEST_F(SqliteSettingsTest, ReadsOfAHeldStoreGiveWhatIsKnown) {
+  SqliteSettings settings(path);
+  settings.set("set", "1");
+  SqliteSettings(path).set("read", "2");
+  SqliteSettings(path).set("unread", "3");
+  settings.value("read");
+  EXPECT_TRUE(settings.isReadable());
+  {
+    const HeldStore held(openDirectly());
+    EXPECT_THAT(settings.value("set"), Optional(std::string("1")));
+    EXPECT_THAT(settings.value("read"), Optional(std::string("2")));
+    EXPECT_FALSE(settings.value("unread"));
+    EXPECT_FALSE(settings.isReadable());
+  }
+  EXPECT_THAT(settings.value("unread"), Optional(std::string("3")));
+  EXPECT_TRUE(settings.isReadable());
+}
+
+TEST_F(SqliteSettingsTest, ChangesOfAHeldStoreCountAtOnceAndAreKeptByALaterCall) {
+  SqliteSettings settings(path);
+  settings.set("changed", "old");
+  settings.set("removed", "old");
+  {
+    const HeldStore held(openDirectly());
+    settings.set("changed", "new");
+    settings.remove("removed");
+    EXPECT_THAT(settings.value("changed"), Optional(std::string("new")));
+    EXPECT_FALSE(settings.value("removed"));
+  }
+  EXPECT_THAT(SqliteSettings(path).value("changed"), Optional(std::string("old")));
+  settings.value("another");
+  EXPECT_THAT(SqliteSettings(path).value("changed"), Optional(std::string("new")));
+  EXPECT_FALSE(SqliteSettings(path).value("removed"));
+}
+
+TEST_F(SqliteSettingsTest, ChangesThatWaitAreKeptWhenAsked) {
+  SqliteSettings settings(path);
+  {
+    SqliteSettings(path).set("key", "old");
+    const HeldStore held(openDirectly());
+    settings.set("key", "new");
+    settings.keepQueued(std::chrono::milliseconds(0));
+    settings.keepQueuedNowAndThen();
+  }
+  EXPECT_THAT(SqliteSettings(path).value("key"), Optional(std::string("old")));
+  settings.keepQueued(std::chrono::milliseconds(0));
+  EXPECT_THAT(SqliteSettings(path).value("key"), Optional(std::string("new")));
+}
+
+TEST_F(SqliteSettingsTest, AnEndedHoldIsToldAnewWhenItComesAgain) {
+  SqliteSettings settings(path);
+  for (int i = 0; i < 2; ++i) {
+    const HeldStore held(openDirectly());
+    settings.set("key", "value");
+    settings.set("key", "value");
+  }
+  settings.set("key", "value");
+  {
+    const HeldStore held(openDirectly());
+    settings.set("key", "value");
+  }
+  EXPECT_EQ(lines.size(), 2U);
+}
+
+TEST_F(SqliteSettingsTest, WhatIsNoFileIsNeitherOpenedNorWaitedFor) {
+  const std::string elsewhere = scratch / "elsewhere.db";
+  std::ofstream(elsewhere).close();
+  std::filesystem::permissions(elsewhere, std::filesystem::perms(0644));
+  const std::vector<std::function<void()>> obstacles = {
+      [&] { ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0); },
+      [&] { std::filesystem::create_directory(path); },
+      [&] { std::filesystem::create_symlink(elsewhere, path); },
+      [&] {
+        std::ofstream(path).close();
+        ASSERT_EQ(::mkfifo((path + "-journal").c_str(), 0600), 0);
+      }};
+  for (const auto& obstacle : obstacles) {
+    std::filesystem::remove_all(path);
+    obstacle();
+    lines.clear();
+    SqliteSettings settings(path);
+    settings.set("key", "value");
+    EXPECT_FALSE(settings.value("key"));
+    EXPECT_THAT(lines, testing::Contains(HasSubstr("[Error] Save setting failed")));
+  }
+  EXPECT_EQ(std::filesystem::file_size(elsewhere), 0U);
+  EXPECT_EQ(modeOf(elsewhere), 0644U);
+}
+
+TEST_F(SqliteSettingsTest, FilesThatWereThereAreMadeTheUsersAlone) {
+  SqliteSettings(path).set("key", "value");
+  std::ofstream(path + "-journal").close();
+  for (const std::string& file : {path, path + "-journal"}) {
+    std::filesystem::permissions(file, std::filesystem::perms(0666));
+  }
+  SqliteSettings settings(path);
+  settings.value("key");
+  EXPECT_EQ(modeOf(path), 0600U);
+  if (std::filesystem::exists(path + "-journal")) {
+    EXPECT_EQ(modeOf(path + "-journal"), 0600U);
+  }
+}
+
+TEST_F(SqliteSettingsTest, TheMaskOfTheProcessDoesNotMatter) {
+  for (const mode_t mask : {mode_t{0}, mode_t{0777}}) {
+    std::filesystem::remove(path);
+    const mode_t before = ::umask(mask);
+    SqliteSettings(path).set("key", "value");
+    ::umask(before);
+    EXPECT_EQ(modeOf(path), 0600U);
+  }
 }
 
 TEST_F(SqliteSettingsTest, TwoProcessesMayShareTheStore) {
   constexpr int kWrites = 20;
+  constexpr std::chrono::seconds kLong(20);  // on a slow disk the other may hold it for a while
   SqliteSettings settings(path);
   const pid_t child = ::fork();
   ASSERT_GE(child, 0);
   if (child == 0) {
     SqliteSettings own(path);
     for (int i = 1; i <= kWrites; ++i) own.set("child", std::to_string(i));
-    ::_exit(lines.empty() ? 0 : 1);
+    own.keepQueued(kLong);
+    ::_exit(own.isReadable() ? 0 : 1);
   }
   for (int i = 1; i <= kWrites; ++i) settings.set("parent", std::to_string(i));
+  settings.keepQueued(kLong);
   int status = 0;
   ASSERT_EQ(::waitpid(child, &status, 0), child);
   EXPECT_EQ(status, 0);
   EXPECT_THAT(settings.value("child"), Optional(std::to_string(kWrites)));
   EXPECT_THAT(settings.value("parent"), Optional(std::to_string(kWrites)));
-  EXPECT_THAT(lines, IsEmpty());
+  EXPECT_THAT(lines, testing::Each(HasSubstr("is held by another program")));
 }
 
 }  // namespace

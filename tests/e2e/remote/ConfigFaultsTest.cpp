@@ -79,7 +79,7 @@ TEST_F(ConfigFaults, AnAnswerThatIsNoJsonChangesNothing) {
 TEST_F(ConfigFaults, FiftyMegabytesOfBlanksChangeNothing) {
   spoilToday("huge", kNoConfig);
   EXPECT_TRUE(log().has("Handle remote config response:52428800"));
-  EXPECT_THAT(log().errors(), ElementsAre("Parse config file error:incomplete JSON", kNoConfig));
+  EXPECT_THAT(log().errors(), ElementsAre("Parse config file error:more than 8 MiB", kNoConfig));
   expectYesterday();
 }
 
@@ -123,6 +123,23 @@ TEST_F(ConfigFaults, AnAnswerWithACodeChangesNothing) {
   await(kNoConfig);
   EXPECT_TRUE(log().has("code:7, message:closed"));
   expectYesterday();
+}
+
+// Entries that cannot be read are passed over, which leaves a good document without popups: it is
+// for tomorrow.
+TEST_F(ConfigFaults, AListWithoutOneReadableEntryTakesThePopupsAwayTomorrow) {
+  startService();
+  letADayPass();
+  const std::string document = R"({"code":0,"popups":[1]})";
+  folder().write("config.json", document);
+  startGame();
+  await("Save ZOVKPopupRemote.config done, result:1");
+  EXPECT_THAT(log().errors(), IsEmpty());
+  EXPECT_EQ(savedConfig(), document);
+  EXPECT_TRUE(ZOVKPopup::havePopup(kRemoteType));
+  endGame();
+  startGame();
+  EXPECT_FALSE(ZOVKPopup::havePopup(kRemoteType));
 }
 
 TEST_F(ConfigFaults, AnEmptyListDoesNotTakeThePopupsAway) {

@@ -126,8 +126,8 @@ TEST_F(Settings, ThatAnotherProcessLocksDoNotKeepTheGameFromStarting) {
     ASSERT_TRUE(holder.isHeld());
     startGame();
     awaitPages(1);
-    EXPECT_THAT(log().errors(), ElementsAre("Read setting failed, error:database is locked",
-                                            "Save setting failed, error:database is locked"));
+    EXPECT_THAT(log().errors(), ElementsAre("Settings file:" + settingsPath().string() +
+                                            " is held by another program, tried again later"));
     EXPECT_TRUE(ZOVKPopup::havePopup(kRemoteType));
     endGame();
   }

@@ -1,3 +1,5 @@
+#include <boost/json/parse.hpp>
+
 #include "support/EngineFixture.h"
 
 namespace zovk {
@@ -39,6 +41,22 @@ TEST_F(DisplayPage, AMessageOfAnEndedRunDoesNotReachTheNextOne) {
   EXPECT_EQ(answers().size(), 1U);
   EXPECT_EQ(page()->lastLoad(), webPage("four").uri);
   EXPECT_TRUE(engine().isPopuping());
+}
+
+TEST_F(DisplayPage, ALoginStateSetWhileThePopupIsUpReachesItsReport) {
+  ZOVKPopupModel reported = webPage("reported");
+  reported.report_url = "https://report.example/";
+  engine().setMergePopupArr(listOf({reported}));
+  engine().setChannelID(1, "first", "", "");
+  engine().showPopup("reported", 0, recordAnswer());
+  settle();
+  engine().setChannelID(7, "second", "token", "jwt");
+  choose("commit");
+  const auto body = boost::json::parse(memory().urlSession.request(0).body.value()).as_object();
+  EXPECT_EQ(body.at("channel_id"), 7);
+  EXPECT_EQ(body.at("gopenid"), "second");
+  EXPECT_EQ(body.at("token"), "token");
+  EXPECT_EQ(body.at("jwt_token"), "jwt");
 }
 
 TEST_F(DisplayPage, TwoSkipsInOneTurnOfTheLastPopupAnswerOnce) {

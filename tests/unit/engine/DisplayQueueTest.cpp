@@ -99,8 +99,8 @@ TEST_F(DisplayQueue, TheHeadIsTheOldestEntryAndStaysInTheQueue) {
   const PopupList oldest = listOf({webPage("first")});
   engine().cachePopup(oldest, nullptr);
   engine().cachePopup(listOf({webPage("second")}), nullptr);
-  EXPECT_EQ(engine().getPopupFromCache(), oldest);
-  EXPECT_EQ(engine().getPopupFromCache(), oldest);
+  EXPECT_EQ(engine().getPopupFromCache(), (QueueEntry{oldest, nullptr}));
+  EXPECT_EQ(engine().getPopupFromCache(), (QueueEntry{oldest, nullptr}));
 }
 
 TEST_F(DisplayQueue, EqualEntriesWithoutACallbackEndTogether) {

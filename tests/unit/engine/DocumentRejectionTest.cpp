@@ -132,23 +132,5 @@ TEST_F(DocumentRejection, LogsMessagesOfEveryType) {
   EXPECT_EQ(lines().back(), "D parseConfigFile: code:5, message:null");
 }
 
-using DocumentSize = ConfigFixture;
-
-TEST_F(DocumentSize, MayBeFiftyMegabytesInOneText) {
-  PopupList popups;
-  const std::string scene(50'000'000, 'x');
-  EXPECT_TRUE(engine().parseConfigFile(documentOf({entryOf(scene)}), kConfigRemote, &popups));
-  ASSERT_EQ(popups.size(), 1U);
-  EXPECT_EQ(popups[0]->scene, scene);
-}
-
-TEST_F(DocumentSize, MayBeAHundredThousandEntries) {
-  PopupList popups;
-  const std::vector<std::string> entries(100'000, entryOf("lobby", 7));
-  EXPECT_TRUE(engine().parseConfigFile(documentOf(entries), kConfigRemote, &popups));
-  ASSERT_EQ(popups.size(), 100'000U);
-  EXPECT_EQ(popups.back()->publish_time, 7);
-}
-
 }  // namespace
 }  // namespace zovk

@@ -21,6 +21,8 @@ class ExplainAgreement : public ExplainFixture {
     popup.expire_time = pick(6) == 0 ? kNow + pick(2) : 0;
     popup.valid_platform = pick(6) == 0 ? "2" : pick(2) == 0 ? "1,2" : "";
     if (pick(6) == 0) popup.sig[0] = popup.sig[0] == '0' ? '1' : '0';  // its page is missing, too
+    if (pick(8) == 0) popup.sig = "";
+    if (!isFile && pick(6) == 0) popup.uri = "";
     if (isFile && pick(6) == 0) addCacheFile(popup.getPopupFileName(), "changed");
     if (isFile && pick(6) == 0) addCacheFile(kOnceRecordFile, popup.sig);
     return popup;

@@ -125,6 +125,26 @@ TEST_F(ExplainVerdict, DigestDiffersTellsBothDigestsOfAPageFile) {
   }
 }
 
+TEST_F(ExplainVerdict, DigestDiffersSaysThatOneIsMissing) {
+  ZOVKPopupModel web = webPage("lobby");
+  web.sig = "";
+  web.uri = "";
+  ZOVKPopupModel file = pageFile("lobby");
+  file.sig = "";
+  addCacheFile(file.getPopupFileName(), "page");
+  memory().files.failReads(file.getPopupFilePath());
+  for (const auto& popup : {byScene(web), byType(web)}) {
+    EXPECT_THAT(compared(popup), ElementsAre("digest_differs", "", ""));
+    EXPECT_EQ(popup.sentence,
+              "Its sig is missing, but the MD5 of its address is unknown, as it has none.");
+  }
+  for (const auto& popup : {byScene(file), byType(file)}) {
+    EXPECT_THAT(compared(popup), ElementsAre("digest_differs", "", ""));
+    EXPECT_EQ(popup.sentence,
+              "Its sig is missing, but the MD5 of its page file is unknown, as it cannot be read.");
+  }
+}
+
 TEST_F(ExplainVerdict, DigestDiffersTellsBothDigestsOfAnAddress) {
   ZOVKPopupModel model = webPage("lobby");
   model.sig = "0123";

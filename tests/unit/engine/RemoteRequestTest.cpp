@@ -45,6 +45,23 @@ TEST_F(RemoteRequest, IsSignedAndSentOnceWithTheCommonParameters) {
   EXPECT_EQ(request.body, std::nullopt);
 }
 
+// Entries that cannot be read are passed over, which leaves a good answer without popups.
+TEST_F(RemoteRequest, AnAnswerWithoutOneReadablePopupIsSavedWhileThePopupsOfThisRunStay) {
+  for (const std::string body : {R"({"code":0,"popups":[1]})", R"({"popups":[{},"a"]})"}) {
+    addCacheFile("ZOVKPopupRemote.config", documentWith("old"));
+    start();
+    answer(body);
+    EXPECT_EQ(memory().files.text(kFile), body);
+    ASSERT_EQ(engine().remotePopupArr().size(), 1U);
+    EXPECT_EQ(engine().remotePopupArr().front()->scene, "old");
+    EXPECT_EQ(engine().mergePopupArr().size(), 1U);
+    EXPECT_THAT(errorMessages(log()), IsEmpty());
+    ZOVKPopupManager::purgeSharedInstance();
+    EXPECT_TRUE(engine().remotePopupArr().empty()) << "at the next start";
+    ZOVKPopupManager::purgeSharedInstance();
+  }
+}
+
 TEST_F(RemoteRequest, MeasuresItsTimeByTheUptime) {
   start();
   EXPECT_EQ(engine().startTime(), MemoryScheduler::kStartOfUptime);

@@ -1,7 +1,10 @@
 #include <algorithm>
 #include <cctype>
 
+#include <gmock/gmock.h>
+
 #include "support/EngineFixture.h"
+#include "support/LogMessages.h"
 
 namespace zovk {
 namespace {
@@ -46,6 +49,28 @@ TEST_F(SelectionDigest, DoesNotMatchWithAnythingAroundItOrMissing) {
   EXPECT_FALSE(matches(digest_.substr(1)));
   EXPECT_FALSE(matches(digest_ + "0"));
   EXPECT_FALSE(matches(""));
+}
+
+// Neither an empty address nor an unreadable file has a digest, and a missing one is not equal to
+// that.
+TEST_F(SelectionDigest, ThatIsMissingMatchesNoPageWithoutADigest) {
+  ZOVKPopupModel nowhere = webPage("a");
+  nowhere.uri = "";
+  nowhere.sig = "";
+  ZOVKPopupModel unreadable = pageFile("a");
+  unreadable.sig = "";
+  addCacheFile(unreadable.getPopupFileName(), "page");
+  memory().files.failReads(unreadable.getPopupFilePath());
+  const std::string line = "MD5 different, config sig:, file MD5:";
+  for (const ZOVKPopupModel& popup : {nowhere, unreadable}) {
+    log().clear();
+    EXPECT_TRUE(engine().getValidPopupForSceneType(1, listOf({popup})).empty());
+    EXPECT_THAT(errorMessages(log()), ::testing::Contains(line));
+    log().clear();
+    EXPECT_TRUE(engine().getValidPopupForScene("a", listOf({popup})).empty());
+    EXPECT_THAT(popup.isPageFile() ? debugMessages(log()) : errorMessages(log()),
+                ::testing::Contains(line));
+  }
 }
 
 TEST_F(SelectionDigest, OfAPageFileMatchesInUpperCaseToo) {

@@ -41,7 +41,7 @@ TEST_F(PageCondition, IsAskedWithThePlayerAndThePopup) {
 
 TEST_F(PageCondition, IsAskedWithAllSixValuesForAPlayerWhoIsNotSignedIn) {
   const auto lone = makeController();
-  lone->setLoginState("1001", "key", {});
+  lone->setLoginState("1001", "key", std::make_shared<LoginStateRecord>());
   const ZOVKPopupModel popup = conditional("asked");
   lone->showPopup(listOf({popup}), window().get(), nullptr);
   settle();
@@ -52,6 +52,15 @@ TEST_F(PageCondition, IsAskedWithAllSixValuesForAPlayerWhoIsNotSignedIn) {
                                 {"jwt_token", ""},
                                 {"pop_id", popup.pop_id},
                                 {"scene", "asked"}}));
+}
+
+TEST_F(PageCondition, IsAskedWithThePlayerAsTheHostSetItDuringTheRun) {
+  show({webPage("first"), conditional("asked")});
+  loginState().set({9, "other", "", ""});
+  press("crossButtonClicked");
+  const auto body = boost::json::parse(memory().urlSession.request(0).body.value()).as_object();
+  EXPECT_EQ(body.at("channel_id"), 9);
+  EXPECT_EQ(body.at("gopenid"), "other");
 }
 
 TEST_F(PageCondition, LoadsNoPageButSetsTheButtonsWhileItIsAsked) {
@@ -182,6 +191,28 @@ TEST_F(PageCondition, AnsweredAfterThePlayerWentOnAppliesToThePopupOnScreen) {
   answer(R"({"need_popup":1,"extra":{"a":"b"}})");
   EXPECT_EQ(page()->lastLoad(), webPage("next").uri + "?a=b");
   EXPECT_EQ(sceneOnScreen(), "next");
+}
+
+TEST_F(PageCondition, IsAnsweredForThePopupOfThatMomentThoughTheNextOneIsDue) {
+  show({conditional("asked"), webPage("next"), webPage("last")});
+  controller().crossButtonClicked();  // the next popup waits on the main queue
+  memory().urlSession.answer("check.example", 200, R"({"need_popup":1,"extra":{"a":"b"}})");
+  memory().urlSession.deliver();
+  settle();
+  ASSERT_EQ(page()->loads().size(), 2U);
+  EXPECT_EQ(page()->loads()[0].url, webPage("asked").uri + "?a=b");
+  EXPECT_EQ(page()->loads()[1].url, webPage("next").uri);
+}
+
+TEST_F(PageCondition, SetsThePageToRefreshAtOnce) {
+  show({webPage("first"), conditional("asked")});
+  press("crossButtonClicked");
+  memory().urlSession.answer("check.example", 200, R"({"need_popup":1})");
+  memory().urlSession.deliver();
+  controller().refreshButtonClicked();
+  settle();
+  EXPECT_EQ(page()->lastLoad(), webPage("asked").uri);
+  EXPECT_EQ(page()->loads().size(), 3U) << "the answer's load and the refresh";
 }
 
 TEST_F(PageCondition, RefusedAfterThePlayerWentOnPassesOverThePopupOnScreen) {

@@ -53,6 +53,16 @@ TEST_F(Report, IsAboutThePopupOnScreenThoughOthersWait) {
   EXPECT_EQ(body.at("scene"), "shown");
 }
 
+TEST_F(Report, TellsThePlayerAsTheHostSetItWhileThePopupWasUp) {
+  loginState().set({9, "other", "new token", "new jwt"});
+  choose("commit");
+  const auto body = boost::json::parse(memory().urlSession.request(0).body.value()).as_object();
+  EXPECT_EQ(body.at("channel_id"), 9);
+  EXPECT_EQ(body.at("gopenid"), "other");
+  EXPECT_EQ(body.at("token"), "newtoken");
+  EXPECT_EQ(body.at("jwt_token"), "newjwt");
+}
+
 TEST_F(Report, IsNotWaitedFor) {
   choose("commit");
   EXPECT_EQ(answers().size(), 1U);
@@ -83,7 +93,7 @@ TEST_F(Report, WithAnEmptyAnswerHasArrived) {
 
 TEST_F(Report, HoldsAllSevenValuesOfAPlayerWhoIsNotSignedIn) {
   const auto lone = makeController();
-  lone->setLoginState("1001", "key", {});
+  lone->setLoginState("1001", "key", std::make_shared<LoginStateRecord>());
   ZOVKPopupModel popup = webPage("");
   popup.report_url = "https://report.example/b";
   lone->showPopup(listOf({popup}), window().get(), nullptr);

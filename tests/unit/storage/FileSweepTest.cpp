@@ -89,6 +89,16 @@ TEST_F(FileSweep, DoesNothingWithoutADirectory) {
                           "D deleteInternalFileWithout: Delete internal file done"));
 }
 
+TEST_F(FileSweep, DeletesNothingBehindALinkInPlaceOfTheDirectory) {
+  files().take(kCache);
+  files().addFile("/home/player/Documents/letter", "x");
+  files().addLink(kCache, "/home/player/Documents");
+  fileManager().deleteInternalFileWithout("none");
+  EXPECT_EQ(files().text("/home/player/Documents/letter"), "x");
+  EXPECT_THAT(lines(), ElementsAre("D deleteInternalFileWithout: Delete internal file without:none",
+                                   "D deleteInternalFileWithout: Delete internal file done"));
+}
+
 TEST_F(FileSweep, DoesNothingInADirectoryThatCannotBeListed) {
   addCacheFile("a.html", "x");
   files().failReads(kCache);

@@ -31,6 +31,15 @@ TEST_F(InstallIdentifier, StaysTheSameWhenTheDevicesOwnChanges) {
                                    "D getUUID: UUID:" + text));
 }
 
+TEST_F(InstallIdentifier, ThatCannotBeReadNowIsNotReplaced) {
+  fileManager().getUUID();
+  memory().device.setIdentifierForVendor(kOther);
+  memory().settings.setLocked(true);
+  EXPECT_EQ(fileManager().getUUID(), kOther) << "for this once";
+  memory().settings.setLocked(false);
+  EXPECT_EQ(fileManager().getUUID(), kFirst);
+}
+
 TEST_F(InstallIdentifier, StaysTheSameForAFreshObject) {
   fileManager().getUUID();
   memory().device.setIdentifierForVendor(kOther);
