@@ -11,11 +11,7 @@
 namespace zovk {
 namespace {
 
-#ifdef NDEBUG
-constexpr bool kDeveloperTools = false;
-#else
-constexpr bool kDeveloperTools = true;
-#endif
+constexpr bool kDeveloperTools = ZOVKPOPUP_DEVELOPER_TOOLS != 0;
 
 WebHostMessage helloOf(const PlatformSettings& settings, const LinuxDevice& device) {
   return {{"type", "hello"},
