@@ -50,6 +50,10 @@ class WebViewDelegate {
   virtual void webContentProcessDidTerminate(WebView& webView) = 0;
   /// The page asked for a new window; none is ever made.
   virtual void createWebView(WebView& webView, const NavigationAction& action) = 0;
+  /// The web view was given `asked` to load, which it writes `address` in all that it tells: hosts
+  /// in small letters, blanks escaped. Comes before anything else of that load.
+  virtual void didResolveAddress(WebView& /*webView*/, const std::string& /*asked*/,
+                                 const std::string& /*address*/) {}
 };
 
 /// Receives what pages post. Main thread only.

@@ -47,8 +47,7 @@ void ZOVKPopupViewController::leaveForSystem(const std::string& url,
 
 void ZOVKPopupViewController::decideByPrefix(const std::string& url,
                                              const NavigationDecision& decide) {
-  const PopupPointer current = currentModel();
-  if (current != nullptr && url.starts_with(ownPagePrefix(*current))) {
+  if (isOwnPage(url)) {
     decide(NavigationPolicy::kAllow);
     needRefresh_ = true;
     outlet("refreshBtn")->setHidden(true);
@@ -56,6 +55,22 @@ void ZOVKPopupViewController::decideByPrefix(const std::string& url,
   }
   if (platform_->userInterface.canOpenUrl(url)) platform_->userInterface.openUrl(url, nullptr);
   decide(NavigationPolicy::kCancel);
+}
+
+// The popup may have its address in another form than the web view, which tells every address in
+// the same one.
+bool ZOVKPopupViewController::isOwnPage(const std::string& url) const {
+  const PopupPointer current = currentModel();
+  if (current == nullptr) return false;
+  const std::string own = ownPagePrefix(*current);
+  const bool resolved = !resolvedAddress_.empty() && withoutQuery(loadedAddress_) == own;
+  return url.starts_with(resolved ? withoutQuery(resolvedAddress_) : own);
+}
+
+void ZOVKPopupViewController::didResolveAddress(WebView&, const std::string& asked,
+                                                const std::string& address) {
+  // Pages have addresses loaded, too, and a helper that was started again loads where the page was.
+  if (asked == loadedAddress_) resolvedAddress_ = address;
 }
 
 void ZOVKPopupViewController::didStartProvisionalNavigation(WebView&) {

@@ -4,13 +4,10 @@
 #include "network/ZOVKPopupCommonTool.h"
 
 namespace zovk {
-namespace {
 
 std::string withoutQuery(const std::string& address) {
   return address.substr(0, address.find('?'));
 }
-
-}  // namespace
 
 std::string addressWithExtra(const std::string& uri, const boost::json::object& extraJsonDic) {
   if (uri.empty() || extraJsonDic.empty()) return uri;

@@ -12,6 +12,9 @@ namespace zovk {
 /// parameter of the same name.
 std::string addressWithExtra(const std::string& uri, const boost::json::object& extraJsonDic);
 
+/// What stands before the first "?".
+std::string withoutQuery(const std::string& address);
+
 /// The address of the popup's own page without its query. Only addresses that begin with it are
 /// loaded inside the popup.
 std::string ownPagePrefix(const ZOVKPopupModel& popup);

@@ -75,11 +75,12 @@ void ZOVKPopupViewController::loadPopupUri(const PopupPointer& popup, const std:
 
 void ZOVKPopupViewController::loadPage(const ZOVKPopupModel& popup) {
   if (webView_ == nullptr) return;
-  if (popup.content_type != kContentTypeWebPage) {
-    const std::string address = pageFileAddress(popup);
-    return webView_->loadFile(address, address);
-  }
-  const std::string address = uriToRefresh_.empty() ? popup.uri : uriToRefresh_;
+  const bool isFile = popup.content_type != kContentTypeWebPage;
+  const std::string address = isFile                  ? pageFileAddress(popup)
+                              : uriToRefresh_.empty() ? popup.uri
+                                                      : uriToRefresh_;
+  if (std::exchange(loadedAddress_, address) != address) resolvedAddress_.clear();
+  if (isFile) return webView_->loadFile(address, address);
   ZPLogger::writeDirectly("webView will loadRequest the url : " + address);
   webView_->load(address);
 }

@@ -88,6 +88,8 @@ class ZOVKPopupViewController : public ViewController,
   void didFinishNavigation(WebView& webView) override;
   void webContentProcessDidTerminate(WebView& webView) override;
   void createWebView(WebView& webView, const NavigationAction& action) override;
+  void didResolveAddress(WebView& webView, const std::string& asked,
+                         const std::string& address) override;
 
   // Layout
   void viewDidLoad();
@@ -117,6 +119,7 @@ class ZOVKPopupViewController : public ViewController,
   void commit(const boost::json::object& resultRecord);
   void leaveForSystem(const std::string& url, const NavigationDecision& decide);
   void decideByPrefix(const std::string& url, const NavigationDecision& decide);
+  bool isOwnPage(const std::string& url) const;
   void handleConditionAnswer(bool success, const std::optional<std::string>& data);
   void letGo();
   void setCurrentModel(PopupPointer popup);
@@ -135,6 +138,8 @@ class ZOVKPopupViewController : public ViewController,
   PopupPointer currentModel_ ZOVK_GUARDED_BY(modelMutex_);
   PopupPointer modelToRefresh_ ZOVK_GUARDED_BY(modelMutex_);
   std::string uriToRefresh_;
+  std::string loadedAddress_;    // as the popup has it
+  std::string resolvedAddress_;  // as the web view writes it; empty until it said so
   std::shared_ptr<const Bundle> resourceBundle_;
   std::shared_ptr<View> view_;
   std::shared_ptr<Layout> xibView_;

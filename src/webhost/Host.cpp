@@ -7,6 +7,7 @@
 
 #include "webhost/ContainerView.h"
 #include "webhost/PageGuards.h"
+#include "webhost/PlayerInput.h"
 
 namespace zovk {
 namespace {
@@ -51,7 +52,10 @@ void Host::openWindow(Id id, Id rootView, const Frame& frame) {
     constraints_.settle();
     if (const WindowHost* host = window(id)) views_.reportFrames(id, host->widget(), events_);
   };
-  windows_.emplace(id, std::make_unique<WindowHost>(id, root, frame, events_, painted));
+  auto window = std::make_unique<WindowHost>(id, root, frame, events_, painted);
+  watchPlayer(window->widget(),
+              [this] { openLimit_.playerActed(std::chrono::steady_clock::now()); });
+  windows_.emplace(id, std::move(window));
 }
 
 void Host::closeWindow(Id id) {
@@ -112,7 +116,9 @@ void Host::openWebView(Id id, const WebViewWishes& wishes,
   const auto progress = [this](GtkWidget* page, double loaded) {
     for (const auto& [number, shown] : windows_) shown->progress().update(page, loaded);
   };
-  auto host = std::make_unique<WebViewHost>(id, std::move(view), handlers, events_, progress);
+  auto host = std::make_unique<WebViewHost>(id, std::move(view), handlers, events_, progress,
+                                            webViewFactory_.refusal());
+  openLimit_.webViewMade();
   views_.add(id, host->widget());
   webViews_.emplace(id, std::move(host));
 }

@@ -10,6 +10,7 @@
 #include "webhost/Events.h"
 #include "webhost/GameWindow.h"
 #include "webhost/LayoutHost.h"
+#include "webhost/OpenLimit.h"
 #include "webhost/ViewRegistry.h"
 #include "webhost/WebViewFactory.h"
 #include "webhost/WebViewHost.h"
@@ -39,6 +40,7 @@ class Host {
   ViewRegistry& views() { return views_; }
   ConstraintBook& constraints() { return constraints_; }
   WebViewFactory& webViewFactory() { return webViewFactory_; }
+  OpenLimit& openLimit() { return openLimit_; }
 
   void openWindow(Id id, Id rootView, const Frame& frame);
   void closeWindow(Id id);
@@ -67,6 +69,7 @@ class Host {
   bool developerTools_;
   GameWindow game_;
   WebViewFactory webViewFactory_;
+  OpenLimit openLimit_;
   ConstraintBook constraints_;
   std::map<Id, std::unique_ptr<WindowHost>> windows_;
   std::map<Id, std::unique_ptr<WebViewHost>> webViews_;

@@ -18,13 +18,9 @@ gboolean onFileChooser(WebKitWebView*, WebKitFileChooserRequest* request) {
   return TRUE;
 }
 
-gboolean onPermission(WebKitWebView*, WebKitPermissionRequest* request) {
-  webkit_permission_request_deny(request);
-  return TRUE;
-}
-
 gboolean onAuthenticate(WebKitWebView*, WebKitAuthenticationRequest* request) {
-  webkit_authentication_request_cancel(request);
+  // Without a password the server shows its own page of the refusal.
+  webkit_authentication_request_authenticate(request, nullptr);
   return TRUE;
 }
 
@@ -37,11 +33,9 @@ gboolean turnDown() {
 void guardPage(WebKitWebView* view, bool developerTools) {
   g_signal_connect(view, "script-dialog", G_CALLBACK(onDialog), nullptr);
   g_signal_connect(view, "run-file-chooser", G_CALLBACK(onFileChooser), nullptr);
-  g_signal_connect(view, "permission-request", G_CALLBACK(onPermission), nullptr);
   g_signal_connect(view, "authenticate", G_CALLBACK(onAuthenticate), nullptr);
   g_signal_connect(view, "print", G_CALLBACK(turnDown), nullptr);
   g_signal_connect(view, "run-color-chooser", G_CALLBACK(turnDown), nullptr);
-  g_signal_connect(view, "show-notification", G_CALLBACK(turnDown), nullptr);
   if (!developerTools) g_signal_connect(view, "context-menu", G_CALLBACK(turnDown), nullptr);
 }
 

@@ -4,8 +4,8 @@
 
 namespace zovk {
 
-/// Turns down what a page could put in front of the user or take from the system: dialogs, file
-/// choosers, menus, prints, passwords, permissions.
+/// Turns down what a page could put in front of the user: dialogs, choosers, menus, prints,
+/// questions for passwords. Permissions the engine itself denies when nobody is asked.
 void guardPage(WebKitWebView* view, bool developerTools);
 
 }  // namespace zovk

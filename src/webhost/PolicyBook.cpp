@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "webhost/LoadRefusal.h"
+
 namespace zovk {
 namespace {
 
@@ -19,11 +21,13 @@ std::string addressOf(WebKitNavigationAction* action) {
   return address == nullptr ? "" : address;
 }
 
-PolicyBook::PolicyBook(Id view, const Addresses& addresses, EventSink events)
-    : view_(view), addresses_(addresses), events_(std::move(events)) {}
+PolicyBook::PolicyBook(Id view, EventSink events, std::string refusal)
+    : view_(view), events_(std::move(events)), refusal_(std::move(refusal)) {}
 
 PolicyBook::~PolicyBook() {
-  for (const auto& [number, decision] : waiting_) webkit_policy_decision_ignore(decision.get());
+  for (const auto& [number, waiting] : waiting_) {
+    webkit_policy_decision_ignore(waiting.decision.get());
+  }
 }
 
 bool PolicyBook::ask(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
@@ -33,11 +37,12 @@ bool PolicyBook::ask(WebKitPolicyDecision* decision, WebKitPolicyDecisionType ty
   // The engine does not say which frame of the page navigates.
   const bool newWindow = type == WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION;
   const Id number = nextNumber();
-  waiting_.emplace(number, GObjectPtr<WebKitPolicyDecision>::retain(decision));
+  const std::string address = addressOf(action);
+  waiting_.emplace(number, Waiting{GObjectPtr<WebKitPolicyDecision>::retain(decision), address});
   events_({{"type", "web.policy"},
            {"view", view_},
            {"decision", number},
-           {"url", addresses_.asWritten(addressOf(action))},
+           {"url", address},
            {"target", newWindow ? "none" : "main"}});
   return true;
 }
@@ -45,13 +50,22 @@ bool PolicyBook::ask(WebKitPolicyDecision* decision, WebKitPolicyDecisionType ty
 void PolicyBook::decide(Id number, bool allow) {
   const auto found = waiting_.find(number);
   if (found == waiting_.end()) return;
-  const GObjectPtr<WebKitPolicyDecision> decision = std::move(found->second);
+  const Waiting answered = std::move(found->second);
   waiting_.erase(found);
-  if (allow) {
-    webkit_policy_decision_use(decision.get());
-  } else {
-    webkit_policy_decision_ignore(decision.get());
-  }
+  const std::string refusal = allow ? refusalOf(answered.address) : "";
+  if (allow && refusal.empty()) return webkit_policy_decision_use(answered.decision.get());
+  webkit_policy_decision_ignore(answered.decision.get());
+  if (refusal.empty()) return;
+  events_({{"type", "web.provisionalFailed"},
+           {"view", view_},
+           {"url", answered.address},
+           {"error", refusal}});
+}
+
+std::string PolicyBook::refusalOf(const std::string& address) const {
+  if (refusal_.empty()) return loadRefusal(address);
+  sendLog(events_, "web host: no page is loaded: " + refusal_);
+  return refusal_;
 }
 
 }  // namespace zovk

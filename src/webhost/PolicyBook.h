@@ -5,7 +5,6 @@
 
 #include <webkit/webkit.h>
 
-#include "webhost/Addresses.h"
 #include "webhost/Events.h"
 #include "webhost/GObjectPtr.h"
 
@@ -15,7 +14,8 @@ namespace zovk {
 /// are left at the end are cancelled.
 class PolicyBook {
  public:
-  PolicyBook(Id view, const Addresses& addresses, EventSink events);
+  /// With a `refusal` no page is loaded, whatever the game says: every load fails for that reason.
+  PolicyBook(Id view, EventSink events, std::string refusal);
   ~PolicyBook();
   PolicyBook(const PolicyBook&) = delete;
   PolicyBook& operator=(const PolicyBook&) = delete;
@@ -25,10 +25,17 @@ class PolicyBook {
   void decide(Id number, bool allow);
 
  private:
+  struct Waiting {
+    GObjectPtr<WebKitPolicyDecision> decision;
+    std::string address;
+  };
+  /// Why it is not loaded although the game allows it; empty when it is.
+  std::string refusalOf(const std::string& address) const;
+
   Id view_;
-  const Addresses& addresses_;
   EventSink events_;
-  std::map<Id, GObjectPtr<WebKitPolicyDecision>> waiting_;
+  std::string refusal_;
+  std::map<Id, Waiting> waiting_;
 };
 
 std::string addressOf(WebKitNavigationAction* action);

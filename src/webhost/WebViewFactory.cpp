@@ -2,6 +2,10 @@
 
 #include <utility>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace zovk {
 namespace {
 
@@ -21,19 +25,26 @@ void cancelDownload(WebKitNetworkSession*, WebKitDownload* download) {
   webkit_download_cancel(download);
 }
 
+/// The engine would make the file readable for others.
+void makePrivate(const std::string& file) {
+  const int descriptor =
+      ::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+  if (descriptor < 0) return;
+  ::fchmod(descriptor, S_IRUSR | S_IWUSR);
+  ::close(descriptor);
+}
+
 /// Pages drawn with GL would have to be fetched back for a window that is drawn without, and where
 /// GL is software they cost twice the memory and time.
 bool drawsWithoutGl() {
   return g_strcmp0(g_getenv("GSK_RENDERER"), "cairo") == 0;
 }
 
+/// What the engine allows beyond what popups may. Of itself it keeps files from other files and
+/// from the web, windows from being opened by scripts, and `data:` from taking the page's place.
 GObjectPtr<WebKitSettings> newSettings(bool developerTools) {
   auto settings = GObjectPtr<WebKitSettings>::adopt(webkit_settings_new());
   WebKitSettings* raw = settings.get();
-  webkit_settings_set_allow_file_access_from_file_urls(raw, FALSE);
-  webkit_settings_set_allow_universal_access_from_file_urls(raw, FALSE);
-  webkit_settings_set_allow_top_navigation_to_data_urls(raw, FALSE);
-  webkit_settings_set_javascript_can_open_windows_automatically(raw, FALSE);
   webkit_settings_set_enable_developer_extras(raw, developerTools);
   webkit_settings_set_enable_fullscreen(raw, FALSE);  // it would take over the popup's window
   webkit_settings_set_enable_media_stream(raw, FALSE);
@@ -41,7 +52,6 @@ GObjectPtr<WebKitSettings> newSettings(bool developerTools) {
     webkit_settings_set_hardware_acceleration_policy(raw,
                                                      WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
   }
-  webkit_settings_set_enable_back_forward_navigation_gestures(raw, FALSE);
   return settings;
 }
 
@@ -89,12 +99,23 @@ WebViewFactory::WebViewFactory(const std::string& directory, bool developerTools
       session_(GObjectPtr<WebKitNetworkSession>::adopt(webkit_network_session_new(
           (directory + "/data").c_str(), (directory + "/cache").c_str()))) {
   g_signal_connect(session_.get(), "download-started", G_CALLBACK(cancelDownload), nullptr);
+  keepCookies(directory + "/data");
   saveFilter(directory + "/rules");
 }
 
 void WebViewFactory::whenReady(std::function<void()> next) {
   if (filterSettled_) return next();
   ready_ = std::move(next);
+}
+
+void WebViewFactory::keepCookies(const std::string& directory) {
+  g_mkdir_with_parents(directory.c_str(), S_IRWXU);
+  ::chmod(directory.c_str(), S_IRWXU);
+  const std::string file = directory + "/cookies.sqlite";
+  makePrivate(file);
+  webkit_cookie_manager_set_persistent_storage(
+      webkit_network_session_get_cookie_manager(session_.get()), file.c_str(),
+      WEBKIT_COOKIE_PERSISTENT_STORAGE_SQLITE);
 }
 
 void WebViewFactory::saveFilter(const std::string& directory) {
@@ -110,7 +131,9 @@ void WebViewFactory::onFilterSaved(GObject* store, GAsyncResult* result, gpointe
   ErrorOut error;
   factory->filter_ = webkit_user_content_filter_store_save_finish(
       WEBKIT_USER_CONTENT_FILTER_STORE(store), result, error);
-  if (factory->filter_ == nullptr) g_warning("no rules for file pages: %s", error.message());
+  if (factory->filter_ == nullptr) {
+    factory->refusal_ = std::string("The rules for pages cannot be stored: ") + error.message();
+  }
   factory->filterSettled_ = true;
   if (const auto next = std::exchange(factory->ready_, nullptr)) next();
 }

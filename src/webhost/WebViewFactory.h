@@ -25,8 +25,10 @@ class WebViewFactory {
   /// Stores below `directory`.
   WebViewFactory(const std::string& directory, bool developerTools);
 
-  /// Calls `next` once the rules that keep pages from other files are in force.
+  /// Calls `next` once it is settled whether the rules that keep pages from other files are there.
   void whenReady(std::function<void()> next);
+  /// Why no page may be loaded: without those rules none may. Empty when pages may be.
+  const std::string& refusal() const { return refusal_; }
   GObjectPtr<WebKitWebView> make(const WebViewWishes& wishes);
   /// Makes the view that the next `make` hands out.
   void prepareSpare();
@@ -34,6 +36,7 @@ class WebViewFactory {
  private:
   static void onFilterSaved(GObject* store, GAsyncResult* result, gpointer self);
   GObjectPtr<WebKitWebView> newView();
+  void keepCookies(const std::string& directory);
   void saveFilter(const std::string& directory);
 
   bool developerTools_;
@@ -41,6 +44,7 @@ class WebViewFactory {
   GObjectPtr<WebKitNetworkSession> session_;
   WebKitUserContentFilter* filter_ = nullptr;
   bool filterSettled_ = false;
+  std::string refusal_;
   std::function<void()> ready_;
   GObjectPtr<WebKitWebView> spare_;
 };

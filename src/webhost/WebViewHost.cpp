@@ -49,11 +49,11 @@ void addScript(WebKitUserContentManager* manager, const std::string& text, const
 
 WebViewHost::WebViewHost(Id id, GObjectPtr<WebKitWebView> view,
                          const std::vector<std::string>& handlers, EventSink events,
-                         Progress progress)
+                         Progress progress, std::string refusal)
     : id_(id),
       view_(std::move(view)),
       events_(events),
-      policies_(id, addresses_, events),
+      policies_(id, events, std::move(refusal)),
       progress_(std::move(progress)),
       lostMessages_(std::move(events)),
       handlers_(handlers) {
@@ -72,10 +72,9 @@ WebViewHost::~WebViewHost() {
 }
 
 void WebViewHost::load(const std::string& url) {
-  g_object_freeze_notify(G_OBJECT(view_.get()));
+  g_object_freeze_notify(G_OBJECT(view_.get()));  // what is said here comes first
   webkit_web_view_load_uri(view_.get(), url.c_str());
-  const char* escaped = webkit_web_view_get_uri(view_.get());
-  addresses_.remember(url, escaped == nullptr ? "" : escaped);
+  events_({{"type", "web.address"}, {"view", id_}, {"asked", url}, {"url", this->url()}});
   g_object_thaw_notify(G_OBJECT(view_.get()));
 }
 
@@ -128,7 +127,7 @@ void WebViewHost::addHandlers() {
 
 std::string WebViewHost::url() const {
   const char* address = webkit_web_view_get_uri(view_.get());
-  return address == nullptr ? "" : addresses_.asWritten(address);
+  return address == nullptr ? "" : address;
 }
 
 void WebViewHost::sendLoadEvent(const char* type) {
@@ -157,7 +156,7 @@ gboolean WebViewHost::onLoadFailed(WebKitWebView*, WebKitLoadEvent event, const 
   host->failed_ = true;
   host->events_({{"type", event == WEBKIT_LOAD_STARTED ? "web.provisionalFailed" : "web.failed"},
                  {"view", host->id_},
-                 {"url", host->addresses_.asWritten(url)},
+                 {"url", url},
                  {"error", error->message}});
   return TRUE;  // the engine's own error page stays away
 }
@@ -189,7 +188,7 @@ GtkWidget* WebViewHost::onCreate(WebKitWebView*, WebKitNavigationAction* action,
   const auto* host = static_cast<WebViewHost*>(self);
   host->events_({{"type", "web.window"},
                  {"view", host->id_},
-                 {"url", host->addresses_.asWritten(addressOf(action))},
+                 {"url", addressOf(action)},
                  {"target", "none"}});
   return nullptr;
 }

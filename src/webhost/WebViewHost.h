@@ -7,7 +7,6 @@
 
 #include <webkit/webkit.h>
 
-#include "webhost/Addresses.h"
 #include "webhost/Events.h"
 #include "webhost/GObjectPtr.h"
 #include "webhost/PageLog.h"
@@ -22,8 +21,9 @@ class WebViewHost {
   /// How much of its page a view has loaded; 1 is all.
   using Progress = std::function<void(GtkWidget* view, double loaded)>;
 
+  /// `refusal` as for PolicyBook.
   WebViewHost(Id id, GObjectPtr<WebKitWebView> view, const std::vector<std::string>& handlers,
-              EventSink events, Progress progress);
+              EventSink events, Progress progress, std::string refusal);
   ~WebViewHost();
   WebViewHost(const WebViewHost&) = delete;
   WebViewHost& operator=(const WebViewHost&) = delete;
@@ -61,7 +61,6 @@ class WebViewHost {
   Id id_;
   GObjectPtr<WebKitWebView> view_;
   EventSink events_;
-  Addresses addresses_;
   PolicyBook policies_;
   Progress progress_;
   PageLog lostMessages_;

@@ -51,7 +51,13 @@ void sync(Host& host, const Arguments& arguments) {
 }
 
 void openAddress(Host& host, const Arguments& arguments) {
-  openUrl(arguments.id("id"), arguments.text("url"), host.events());
+  const Id id = arguments.id("id");
+  const std::string url = arguments.text("url");
+  if (host.openLimit().take(std::chrono::steady_clock::now())) {
+    return openUrl(id, url, host.events());
+  }
+  if (const auto line = host.openLimit().refusalLine()) sendLog(host.events(), *line);
+  host.events()({{"type", "url.opened"}, {"id", id}, {"opened", false}});
 }
 
 }  // namespace

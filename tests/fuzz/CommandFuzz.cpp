@@ -7,8 +7,8 @@
 #include <stdexcept>
 
 #include "fuzz/Fuzz.h"
-#include "webhost/Addresses.h"
 #include "webhost/Arguments.h"
+#include "webhost/LoadRefusal.h"
 #include "webprotocol/FrameCodec.h"
 
 namespace zovk {
@@ -80,13 +80,11 @@ void receive(const WebHostMessage& message, std::string_view input) {
   }
 }
 
-void rememberAddresses(std::string_view input) {
-  const auto lines = linesOf(input);
-  if (lines.size() < 3) return;
-  Addresses addresses;
-  addresses.remember(lines[0], lines[1]);
-  const std::string written = addresses.asWritten(lines[2]);
-  if (!lines[0].starts_with("file://") && written != lines[2]) fail("a changed address", input);
+void judgeAddresses(std::string_view input) {
+  for (const std::string& line : linesOf(input)) {
+    const bool refused = !loadRefusal(line).empty();
+    if (refused && !line.starts_with("file:")) fail("a refusal of what is no file", input);
+  }
 }
 
 void feed(FrameDecoder& decoder, std::string_view bytes, std::string_view input) {
@@ -114,7 +112,7 @@ void fuzz(std::string_view input) {
     }
     feed(decoder, frame + line, input);
   }
-  rememberAddresses(input);
+  judgeAddresses(input);
 }
 
 }  // namespace zovk

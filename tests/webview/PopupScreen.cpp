@@ -76,11 +76,25 @@ void PopupScreen::open() {
 void PopupScreen::loadPage(const std::string& name) {
   const std::string url = pageUrl(name);
   helper_.send({{"type", "web.loadFile"}, {"view", kWebView}, {"url", url}, {"readAccess", url}});
-  const WebHostMessage question = helper_.await("web.policy", {{"view", kWebView}});
+  decide(helper_.await("web.policy", {{"view", kWebView}}));
+  helper_.await("web.finished", {{"view", kWebView}});
+}
+
+WebHostMessage PopupScreen::ask(const std::string& url) {
+  const char* command = url.starts_with("file:") ? "web.loadFile" : "web.load";
+  helper_.send({{"type", command}, {"view", kWebView}, {"url", url}, {"readAccess", url}});
+  return helper_.await("web.policy", {{"view", kWebView}});
+}
+
+void PopupScreen::decide(const WebHostMessage& question, bool allow) {
   helper_.send({{"type", "web.decide"},
                 {"view", kWebView},
                 {"decision", question.at("decision")},
-                {"allow", true}});
+                {"allow", allow}});
+}
+
+void PopupScreen::load(const std::string& url) {
+  decide(ask(url));
   helper_.await("web.finished", {{"view", kWebView}});
 }
 
@@ -114,6 +128,13 @@ void PopupScreen::click(const std::string& outlet) {
   const boost::json::array at = place(view(outlet));
   const int status =
       runProgram({"xdotool", "mousemove", middle(at, 0, kLeft), middle(at, 1, kTop), "click", "1"});
+  if (status != 0) throw std::runtime_error("the pointer cannot be moved");
+}
+
+void PopupScreen::clickPage(int button) {
+  if (page_.empty()) page_ = place(kWebView);
+  const int status = runProgram({"xdotool", "mousemove", middle(page_, 0, kLeft),
+                                 middle(page_, 1, kTop), "click", std::to_string(button)});
   if (status != 0) throw std::runtime_error("the pointer cannot be moved");
 }
 

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include <boost/json/array.hpp>
+
 #include "WebHostProcess.h"
 
 namespace zovk {
@@ -32,6 +34,11 @@ class PopupScreen {
   void loadPage(const std::string& name);
   /// All of the above.
   void openPage(const std::string& name);
+  /// Asks for an address; the page's first navigation then waits.
+  WebHostMessage ask(const std::string& url);
+  void decide(const WebHostMessage& question, bool allow = true);
+  /// Loads an address and allows its first navigation.
+  void load(const std::string& url);
 
   static int view(const std::string& outlet);
   /// Has the page run a script; its result, or the error's text.
@@ -41,11 +48,14 @@ class PopupScreen {
   void hide(const std::string& outlet, bool hidden = true);
   /// A real click of the pointer on the middle of a button.
   void click(const std::string& outlet);
+  /// A real click on the middle of the page with one of the pointer's buttons.
+  void clickPage(int button = 1);
   static std::string pageUrl(const std::string& name);
 
  private:
   WebHostProcess& helper_;
   int lastEvaluation_ = 100;
+  boost::json::array page_;  // where it stands, once it was clicked
 };
 
 }  // namespace zovk

@@ -56,7 +56,7 @@ TEST_F(WebHostPage, ReportsAFileThatIsNotThereAsFailedBeforeItBegan) {
   EXPECT_FALSE(helper_.came("web.finished"));
 }
 
-TEST_F(WebHostPage, HasTheAddressAsTheGameWroteIt) {
+TEST_F(WebHostPage, IsAFileWhosePathNeedsEscaping) {
   screen_.open();
   const std::filesystem::path folder = helper_.directory() / "a \xC3\xB6 100% #1";
   std::filesystem::create_directories(folder);
@@ -64,16 +64,15 @@ TEST_F(WebHostPage, HasTheAddressAsTheGameWroteIt) {
   // A "%" and a "#" of the path mean something else in an address, so the game escapes them.
   const std::string url =
       "file://" + helper_.directory().string() + "/a \xC3\xB6 100%25 %231/plain.html";
-  helper_.send({{"type", "web.loadFile"}, {"view", kWebView}, {"url", url}, {"readAccess", url}});
-  const WebHostMessage question = helper_.await("web.policy");
-  EXPECT_EQ(question.at("url"), boost::json::value(url));
-  helper_.send({{"type", "web.decide"},
-                {"view", kWebView},
-                {"decision", question.at("decision")},
-                {"allow", true}});
-  helper_.await("web.finished", {{"url", url}});
+  const std::string escaped =
+      "file://" + helper_.directory().string() + "/a%20%C3%B6%20100%25%20%231/plain.html";
+  const WebHostMessage question = screen_.ask(url);
+  EXPECT_EQ(helper_.await("web.address", {{"asked", url}}).at("url"), boost::json::value(escaped));
+  EXPECT_EQ(question.at("url"), boost::json::value(escaped));
+  screen_.decide(question);
+  helper_.await("web.finished", {{"url", escaped}});
   screen_.evaluate("location.href = '?answer=1'; 0");
-  EXPECT_EQ(helper_.await("web.policy").at("url"), boost::json::value(url + "?answer=1"));
+  EXPECT_EQ(helper_.await("web.policy").at("url"), boost::json::value(escaped + "?answer=1"));
 }
 
 TEST_F(WebHostPage, TakesAnEmptyFileAddress) {

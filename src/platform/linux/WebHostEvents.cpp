@@ -156,6 +156,12 @@ Delivery webWindow(WebHostEventReader& event, WebHostMessage&) {
   });
 }
 
+Delivery webAddress(WebHostEventReader& event, WebHostMessage&) {
+  return toDelegate(
+      event, [asked = event.text("asked"), address = event.text("url")](
+                 WebViewDelegate& d, WebView& view) { d.didResolveAddress(view, asked, address); });
+}
+
 Delivery webStarted(WebHostEventReader& event, WebHostMessage&) {
   event.text("url");
   return toDelegate(
@@ -223,7 +229,7 @@ Delivery logLine(WebHostEventReader& event, WebHostMessage&) {
   return [line = printable(event.text("line"))](WebHostSession&) { ZPLogger::writeDirectly(line); };
 }
 
-constexpr std::array<std::pair<std::string_view, Parser>, 24> kParsers{{
+constexpr std::array<std::pair<std::string_view, Parser>, 25> kParsers{{
     {"ready", ready},
     {"failed", failed},
     {"screen", screen},
@@ -236,6 +242,7 @@ constexpr std::array<std::pair<std::string_view, Parser>, 24> kParsers{{
     {"web.message", webMessage},
     {"web.policy", webPolicy},
     {"web.window", webWindow},
+    {"web.address", webAddress},
     {"web.started", webStarted},
     {"web.committed", webCommitted},
     {"web.finished", webFinished},

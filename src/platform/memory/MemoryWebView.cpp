@@ -99,6 +99,10 @@ void MemoryWebView::requestNewWindow(const std::string& url) {
     delegate->createWebView(*this, {url, TargetFrame::kNone});
 }
 
+void MemoryWebView::resolveAddress(const std::string& asked, const std::string& address) {
+  if (const auto delegate = delegate_.lock()) delegate->didResolveAddress(*this, asked, address);
+}
+
 void MemoryWebView::startProvisional() {
   if (!allowedUrl_->empty()) url_ = *allowedUrl_;
   if (const auto delegate = delegate_.lock()) delegate->didStartProvisionalNavigation(*this);

@@ -73,6 +73,8 @@ class MemoryWebView final : public MemoryViewCommands<WebView> {
   /// The page wants to go somewhere. Allowed when there is no delegate.
   MemoryDecision navigate(const std::string& url, TargetFrame target = TargetFrame::kMain);
   void requestNewWindow(const std::string& url);
+  /// The web view writes the address that it was given to load in another way.
+  void resolveAddress(const std::string& asked, const std::string& address);
   void setUrl(const std::string& url) { url_ = url; }
   /// The page of the last allowed navigation of the main frame begins to load.
   void startProvisional();

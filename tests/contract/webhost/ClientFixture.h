@@ -67,6 +67,9 @@ class RecordingDelegate : public WebViewDelegate {
   void createWebView(WebView&, const NavigationAction& action) override {
     calls.push_back("window " + targetText(action) + action.url);
   }
+  void didResolveAddress(WebView&, const std::string& asked, const std::string& address) override {
+    calls.push_back("resolved " + asked + " as " + address);
+  }
 
   std::vector<std::string> calls;
   std::function<void(const NavigationDecision&)> whenAsked;

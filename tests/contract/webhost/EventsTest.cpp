@@ -34,6 +34,7 @@ constexpr const char* kCancelled = R"({"type":"web.decide","view":1,"decision":5
 
 TEST_F(WebHostEvents, TheDelegateHearsOfEveryStepOfALoad) {
   openPage();
+  receive(R"({"type":"web.address","view":1,"asked":"HTTPS://A","url":"https://a/"})");
   receive(R"({"type":"web.started","view":1,"url":"https://a/"})");
   receive(R"({"type":"web.url","view":1,"url":"https://a/b"})");
   receive(R"({"type":"web.finished","view":1,"url":"https://a/b"})");
@@ -42,8 +43,9 @@ TEST_F(WebHostEvents, TheDelegateHearsOfEveryStepOfALoad) {
   receive(R"({"type":"web.terminated","view":1})");
   receive(R"({"type":"web.window","view":1,"url":"https://w/","target":"none"})");
   EXPECT_THAT(delegate_->calls,
-              ElementsAre("started", "finished", "provisionalFailed no host", "failed cut off",
-                          "terminated", "window none https://w/"));
+              ElementsAre("resolved HTTPS://A as https://a/", "started", "finished",
+                          "provisionalFailed no host", "failed cut off", "terminated",
+                          "window none https://w/"));
   EXPECT_EQ(page_->url(), "https://a/b");
 }
 
@@ -293,6 +295,8 @@ INSTANTIATE_TEST_SUITE_P(
         R"({"type":"web.policy","view":1,"decision":5,"url":"u","target":"top"})",
         R"({"type":"web.policy","view":1,"decision":5,"url":5,"target":"main"})",
         R"({"type":"web.window","view":1,"url":"u"})", R"({"type":"web.started","view":1})",
+        R"({"type":"web.address","view":1,"url":"u"})",
+        R"({"type":"web.address","view":1,"asked":"u","url":1})",
         R"({"type":"web.finished","view":1.5,"url":"u"})",
         R"({"type":"web.provisionalFailed","view":1,"url":"u","error":{}})",
         R"({"type":"web.failed","view":1,"url":"u"})", R"({"type":"web.terminated"})",

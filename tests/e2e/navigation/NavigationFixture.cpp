@@ -37,10 +37,11 @@ addEventListener('load', () => requestAnimationFrame(() => requestAnimationFrame
                      body, site_.gate(), script);
 }
 
-void NavigationFixture::show(const std::string& uri) {
-  const boost::json::object popup{{"pop_id", 1},   {"scene", "web"},    {"scene_type", 1},
-                                  {"pop_type", 1}, {"pop_freq", 2},     {"content_type", 3},
-                                  {"uri", uri},    {"sig", md5Hex(uri)}};
+void NavigationFixture::show(const std::string& uri, int contentType) {
+  const boost::json::object popup{{"pop_id", 1},     {"scene", "web"},
+                                  {"scene_type", 1}, {"pop_type", 1},
+                                  {"pop_freq", 2},   {"content_type", contentType},
+                                  {"uri", uri},      {"sig", md5Hex(uri)}};
   std::ofstream(bundle().bundle() / "ZOVKPopupLocal.config")
       << boost::json::serialize(boost::json::object{{"popups", {popup}}});
   start();

@@ -30,7 +30,7 @@ class NavigationFixture : public HostFixture {
   std::string servePage(const std::string& script, const std::string& body = "") {
     return site_.page("/own", page(script, body));
   }
-  void show(const std::string& uri);
+  void show(const std::string& uri, int contentType = 3);
   /// Shows a page file; gives its address.
   std::string showFile(const std::string& script, const std::string& body = "");
   /// Adds a page file that no popup on screen has; gives its address.

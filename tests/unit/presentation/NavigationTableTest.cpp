@@ -6,7 +6,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-enum class Page { kWeb, kFile, kStore };
+enum class Page { kWeb, kFile, kStore, kOtherForm };
 enum class Refresh { kUnchanged, kHidden, kShown };
 
 /// How the system stands to the address, where that matters: what it says when it is asked whether
@@ -37,6 +37,7 @@ const Opener kRefuses{std::nullopt, false};
 constexpr auto kWeb = Page::kWeb;
 constexpr auto kFile = Page::kFile;
 constexpr auto kStore = Page::kStore;
+constexpr auto kOtherForm = Page::kOtherForm;  // the popup writes its address in another way
 constexpr auto kAllow = NavigationPolicy::kAllow;
 constexpr auto kCancel = NavigationPolicy::kCancel;
 constexpr auto kSame = Refresh::kUnchanged;
@@ -53,6 +54,13 @@ const Row kRows[] = {
     {"OwnFile", kFile, "{own}", kAny, kAllow, 0, kHidden},
     {"OwnFileWithQuery", kFile, "{own}?x=1", kAny, kAllow, 0, kHidden},
     {"OwnFileWithFragment", kFile, "{own}#x", kAny, kAllow, 0, kHidden},
+    {"OwnPageInAnotherForm", kOtherForm, "{own}", kAny, kAllow, 0, kHidden},
+    {"OwnPageInAnotherFormWithQuery", kOtherForm, "{own}?x=1", kAny, kAllow, 0, kHidden},
+    {"PageBelowTheOwnInAnotherForm", kOtherForm, "{own}/below", kAny, kAllow, 0, kHidden},
+    {"OtherPageOfTheSiteInAnotherForm", kOtherForm, "https://popups.example/a", kCan, kCancel, 1,
+     kSame},
+    {"OwnPageAsThePopupWritesIt", kOtherForm, "https://Popups.Example/x/../a b", kCannot, kCancel,
+     0, kSame},
     // Other pages.
     {"OtherSite", kWeb, "https://other.example/", kCan, kCancel, 1, kSame},
     {"OtherSiteThatNobodyOpens", kWeb, "https://other.example/", kCannot, kCancel, 0, kSame},
@@ -107,8 +115,13 @@ class NavigationTable : public ControllerFixture, public ::testing::WithParamInt
   void showPage(bool flag) {
     ZOVKPopupModel popup = GetParam().page == kFile ? pageFile("a") : webPage("a");
     if (GetParam().page == kStore) popup.uri = "https://store.example/app";
+    if (GetParam().page == kOtherForm) popup.uri = "HTTPS://Popups.Example/x/../a b?q";
     show({popup});
     own_ = page()->lastLoad();
+    if (GetParam().page == kOtherForm) {
+      page()->resolveAddress(own_, "https://popups.example/a%20b?q");
+      own_ = "https://popups.example/a%20b";
+    }
     ZOVKPopupViewController::setNeedRefresh(flag);
     layout()->view("refreshBtn").hidden = flag;
   }

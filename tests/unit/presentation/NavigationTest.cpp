@@ -33,6 +33,37 @@ TEST_F(Navigation, ARemotePageMayCarryOtherParametersThanItsAddress) {
   EXPECT_TRUE(page()->navigate(webPage("a").uri + "?a=1&b=2").allowed());
 }
 
+TEST_F(Navigation, TheFormOfAnAddressThatThePageHadLoadedIsNotThePopups) {
+  show({webPage("a")});
+  page()->resolveAddress(webPage("a").uri, "https://other-form.example/a");
+  page()->resolveAddress("https://elsewhere.example/", "https://elsewhere.example/");
+  EXPECT_TRUE(page()->navigate("https://other-form.example/a").allowed());
+  EXPECT_TRUE(page()->navigate("https://elsewhere.example/").cancelled());
+}
+
+TEST_F(Navigation, AnAddressOfNoFormStaysAsThePopupWritesIt) {
+  show({webPage("a")});
+  page()->resolveAddress(webPage("a").uri, "");
+  EXPECT_TRUE(page()->navigate(webPage("a").uri).allowed());
+  EXPECT_TRUE(page()->navigate("https://elsewhere.example/").cancelled());
+}
+
+TEST_F(Navigation, TheFormOfOnePopupIsNotThatOfTheNext) {
+  show({webPage("a"), webPage("b")});
+  page()->resolveAddress(webPage("a").uri, "https://other-form.example/");
+  choose("skip");
+  EXPECT_TRUE(page()->navigate("https://other-form.example/").cancelled());
+  EXPECT_TRUE(page()->navigate(webPage("b").uri).allowed());
+}
+
+TEST_F(Navigation, TheFormStaysKnownWhenThePageIsLoadedAgain) {
+  show({webPage("a")});
+  page()->resolveAddress(webPage("a").uri, "https://other-form.example/a");
+  controller().refreshButtonClicked();
+  settle();
+  EXPECT_TRUE(page()->navigate("https://other-form.example/a").allowed());
+}
+
 TEST_F(Navigation, APageFileWhosePathNeedsEncodingIsItsOwnPage) {
   ZOVKPopupModel popup = pageFile("a");
   popup.sig = "a b?c";

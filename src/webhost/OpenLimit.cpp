@@ -1,0 +1,23 @@
+#include "webhost/OpenLimit.h"
+
+#include <utility>
+
+namespace zovk {
+
+void OpenLimit::playerActed(Time now) {
+  lastInput_ = now;
+  left_ = kForEachInput;
+}
+
+bool OpenLimit::take(Time now) {
+  if (now - lastInput_ > kInputCounts) left_ = 0;
+  if (left_ == 0) return std::exchange(freeOne_, false);
+  --left_;
+  return true;
+}
+
+std::optional<std::string> OpenLimit::refusalLine() {
+  return lines_.line("web host: an address was not opened: no click or key came before it");
+}
+
+}  // namespace zovk
