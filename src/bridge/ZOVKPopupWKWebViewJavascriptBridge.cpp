@@ -164,6 +164,12 @@ void ZOVKPopupWKWebViewJavascriptBridge::webContentProcessDidTerminate(WebView& 
   if (const auto delegate = listenerTo(webView)) delegate->webContentProcessDidTerminate(webView);
 }
 
+void ZOVKPopupWKWebViewJavascriptBridge::webContentProcessDidFail(WebView& webView,
+                                                                  const std::string& reason) {
+  if (const auto delegate = listenerTo(webView))
+    delegate->webContentProcessDidFail(webView, reason);
+}
+
 void ZOVKPopupWKWebViewJavascriptBridge::createWebView(WebView& webView,
                                                        const NavigationAction& action) {
   if (const auto delegate = listenerTo(webView)) delegate->createWebView(webView, action);

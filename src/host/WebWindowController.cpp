@@ -52,6 +52,12 @@ void WebWindowController::webContentProcessDidTerminate(WebView& webView) {
   if (const auto listener = listener_.lock()) listener->webContentProcessDidTerminate(webView);
 }
 
+void WebWindowController::webContentProcessDidFail(WebView& webView, const std::string& reason) {
+  const auto listener = listener_.lock();  // the game's answer to the failure may be to let all go
+  if (listener) listener->webContentProcessDidFail(webView, reason);
+  interfaceDidFail(reason);
+}
+
 // The rest is the listener's business alone.
 
 void WebWindowController::decidePolicyForNavigationAction(WebView& webView,

@@ -39,6 +39,7 @@ class WebWindowController final : public ViewController, public WebViewDelegate 
   void didFailNavigation(WebView& webView, const std::string& error) override;
   void didFinishNavigation(WebView& webView) override;
   void webContentProcessDidTerminate(WebView& webView) override;
+  void webContentProcessDidFail(WebView& webView, const std::string& reason) override;
   void createWebView(WebView& webView, const NavigationAction& action) override;
 
  private:

@@ -48,6 +48,8 @@ class WebViewDelegate {
   virtual void didFailNavigation(WebView& webView, const std::string& error) = 0;
   virtual void didFinishNavigation(WebView& webView) = 0;
   virtual void webContentProcessDidTerminate(WebView& webView) = 0;
+  /// The page's process ended again and again before the page was there: it is not loaded any more.
+  virtual void webContentProcessDidFail(WebView& /*webView*/, const std::string& /*reason*/) {}
   /// The page asked for a new window; none is ever made.
   virtual void createWebView(WebView& webView, const NavigationAction& action) = 0;
   /// The web view was given `asked` to load, which it writes `address` in all that it tells: hosts
@@ -93,6 +95,7 @@ class WebView : public View {
   /// Loads a file address; the page may read nothing but what `readAccessUrl` names.
   virtual void loadFile(const std::string& url, const std::string& readAccessUrl) = 0;
   virtual void stopLoading() = 0;
+  /// Loads the page that is there again, or what was to be loaded when no page came of it yet.
   virtual void reload() = 0;
   /// The address of the page, as last heard; empty when there is none.
   virtual std::string url() const = 0;

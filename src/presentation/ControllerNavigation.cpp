@@ -99,6 +99,10 @@ void ZOVKPopupViewController::webContentProcessDidTerminate(WebView&) {
   if (webView_ != nullptr && !webView_->url().empty()) webView_->reload();
 }
 
+void ZOVKPopupViewController::webContentProcessDidFail(WebView&, const std::string& reason) {
+  interfaceDidFail(reason);
+}
+
 void ZOVKPopupViewController::createWebView(WebView&, const NavigationAction& action) {
   if (action.targetFrame != TargetFrame::kMain && webView_ != nullptr) webView_->load(action.url);
 }

@@ -26,8 +26,8 @@ namespace zovk {
 /// Main thread only, but for `queryConditionPopup`'s answer, which may come on any thread. The
 /// window owns the controller; page, handler, callback, controller and web view own one another,
 /// and `tearDown` cuts that ring. The completion is held as a copy and called at most once.
-/// Failures to load are logged; only a user interface that is lost for good ends the run, with -1
-/// and the reason.
+/// Failures to load are logged; only a user interface that is lost for good, or a page whose
+/// process cannot run, ends the run, with -1 and the reason.
 class ZOVKPopupViewController : public ViewController,
                                 public WebViewDelegate,
                                 public LayoutOwner,
@@ -87,6 +87,7 @@ class ZOVKPopupViewController : public ViewController,
   void didFailNavigation(WebView& webView, const std::string& error) override;
   void didFinishNavigation(WebView& webView) override;
   void webContentProcessDidTerminate(WebView& webView) override;
+  void webContentProcessDidFail(WebView& webView, const std::string& reason) override;
   void createWebView(WebView& webView, const NavigationAction& action) override;
   void didResolveAddress(WebView& webView, const std::string& asked,
                          const std::string& address) override;

@@ -24,6 +24,13 @@ void sendResult(const Evaluation& evaluation, const ScriptValue& result) {
   evaluation.events(message);
 }
 
+/// The engine has no error of its own for it, and this one for nothing else that a page can meet.
+bool isNetworkProcessGone(const GError& error) {
+  constexpr int kInternalError = 300;
+  return error.code == kInternalError &&
+         g_strcmp0(g_quark_to_string(error.domain), "WebKitErrorDomain") == 0;
+}
+
 void onEvaluated(GObject* view, GAsyncResult* result, gpointer data) {
   const std::unique_ptr<Evaluation> evaluation(static_cast<Evaluation*>(data));
   ErrorOut error;
@@ -72,6 +79,17 @@ WebViewHost::~WebViewHost() {
 }
 
 void WebViewHost::load(const std::string& url) {
+  asked_ = url;
+  retried_ = false;
+  loadAsked();
+}
+
+void WebViewHost::loadAsked() {
+  stage_ = Stage::kAsked;
+  loadAddress(asked_);
+}
+
+void WebViewHost::loadAddress(const std::string& url) {
   g_object_freeze_notify(G_OBJECT(view_.get()));  // what is said here comes first
   webkit_web_view_load_uri(view_.get(), url.c_str());
   events_({{"type", "web.address"}, {"view", id_}, {"asked", url}, {"url", this->url()}});
@@ -82,8 +100,16 @@ void WebViewHost::stop() {
   webkit_web_view_stop_loading(view_.get());
 }
 
+// The engine reloads the page before, or nothing at all, as long as the new one is not there.
 void WebViewHost::reload() {
-  webkit_web_view_reload(view_.get());
+  pageIsMissing() ? loadAsked() : webkit_web_view_reload(view_.get());
+}
+
+bool WebViewHost::retry(const std::string& url, const GError& error) {
+  if (!isNetworkProcessGone(error) || std::exchange(retried_, true)) return false;
+  sendLog(events_, "web host: the network process ended, the page is loaded again");
+  pageIsMissing() ? loadAsked() : loadAddress(url);
+  return true;
 }
 
 void WebViewHost::terminate() {
@@ -143,17 +169,25 @@ void WebViewHost::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer 
   auto* host = static_cast<WebViewHost*>(self);
   if (event == WEBKIT_LOAD_STARTED) {
     host->failed_ = false;
+    if (host->stage_ == Stage::kAsked) host->stage_ = Stage::kStarted;
     host->sendLoadEvent("web.started");
   }
-  if (event == WEBKIT_LOAD_COMMITTED) host->sendLoadEvent("web.committed");
+  if (event == WEBKIT_LOAD_COMMITTED) {
+    // What was still under way when the game asked for another page may come after that.
+    if (host->stage_ == Stage::kStarted) host->stage_ = Stage::kCommitted;
+    host->sendLoadEvent("web.committed");
+  }
   // The engine also calls a load that failed finished.
-  if (event == WEBKIT_LOAD_FINISHED && !host->failed_) host->sendLoadEvent("web.finished");
+  if (event != WEBKIT_LOAD_FINISHED || host->failed_) return;
+  host->retried_ = false;
+  host->sendLoadEvent("web.finished");
 }
 
 gboolean WebViewHost::onLoadFailed(WebKitWebView*, WebKitLoadEvent event, const char* url,
                                    GError* error, gpointer self) {
   auto* host = static_cast<WebViewHost*>(self);
   host->failed_ = true;
+  if (host->retry(url, *error)) return TRUE;
   host->events_({{"type", event == WEBKIT_LOAD_STARTED ? "web.provisionalFailed" : "web.failed"},
                  {"view", host->id_},
                  {"url", url},

@@ -56,6 +56,9 @@ class WebViewHost {
   void addHandlers();
   void receive(PageMessage message);
   void sendLoadEvent(const char* type);
+  void loadAsked();
+  void loadAddress(const std::string& url);
+  bool retry(const std::string& url, const GError& error);
   std::string url() const;
 
   Id id_;
@@ -65,7 +68,13 @@ class WebViewHost {
   Progress progress_;
   PageLog lostMessages_;
   const std::vector<std::string> handlers_;
+  /// How far the game's last load has come.
+  enum class Stage { kNone, kAsked, kStarted, kCommitted };
+  bool pageIsMissing() const { return stage_ == Stage::kAsked || stage_ == Stage::kStarted; }
+  std::string asked_;
+  Stage stage_ = Stage::kNone;
   bool failed_ = false;
+  bool retried_ = false;  // since a page last came whole, or was asked for
 };
 
 }  // namespace zovk

@@ -3,6 +3,7 @@ zovkpopup_tests(zovkpopup_webhost_client_tests
   SOURCES
     webhost/CommandsTest.cpp
     webhost/EventsTest.cpp
+    webhost/PageProcessTest.cpp
     webhost/ProcessTest.cpp
     webhost/RecoveryTest.cpp
     webhost/WindowTest.cpp

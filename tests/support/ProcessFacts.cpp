@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <string>
 
 namespace zovk {
 namespace {
@@ -51,6 +50,17 @@ std::vector<pid_t> descendantsOf(pid_t process) {
     const auto further = childrenOf(found[i]);
     found.insert(found.end(), further.begin(), further.end());
   }
+  return found;
+}
+
+std::vector<pid_t> descendantsNamed(pid_t process, const std::string& name) {
+  std::vector<pid_t> found = descendantsOf(process);
+  std::erase_if(found, [&name](pid_t candidate) {
+    std::ifstream file("/proc/" + std::to_string(candidate) + "/comm");
+    std::string program;
+    std::getline(file, program);
+    return !program.starts_with(name);
+  });
   return found;
 }
 

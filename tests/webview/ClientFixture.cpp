@@ -63,6 +63,7 @@ void ClientScreen::tearDown() {
 void ClientScreen::decidePolicyForNavigationAction(WebView&, const NavigationAction& action,
                                                    const NavigationDecision& decide) {
   navigations.push_back(action.url);
+  if (whenAsked) whenAsked();
   decide(NavigationPolicy::kAllow);
 }
 

@@ -38,6 +38,9 @@ class ClientScreen : public ViewController,
   void didFailNavigation(WebView&, const std::string& error) override { errors.push_back(error); }
   void didFinishNavigation(WebView&) override { ++finished; }
   void webContentProcessDidTerminate(WebView&) override;
+  void webContentProcessDidFail(WebView&, const std::string& reason) override {
+    failures.push_back(reason);
+  }
   void createWebView(WebView&, const NavigationAction&) override {}
 
   void didReceiveScriptMessage(const std::string& name,
@@ -52,6 +55,7 @@ class ClientScreen : public ViewController,
   int arranged = 0;  ///< Turns that are on screen.
   int finished = 0;
   int terminated = 0;
+  std::function<void()> whenAsked;  ///< Runs before a navigation is allowed.
   std::string layoutName = "ZOVKPopupView";
   std::shared_ptr<WebView> page;
 

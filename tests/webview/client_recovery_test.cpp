@@ -45,6 +45,32 @@ TEST_F(WebHostClientLive, ASecondKillEndsTheRun) {
   EXPECT_EQ(client_->helperProcessId(), 0);
 }
 
+/// As the system does when memory runs out.
+void killPages(pid_t helper) {
+  for (const pid_t page : descendantsNamed(helper, "WebKitWebProces")) ::kill(page, SIGKILL);
+}
+
+TEST_F(WebHostClientLive, APageWhoseProcessDiesBeforeItIsThereComesAllTheSame) {
+  screen_->whenAsked = [&] {
+    if (screen_->navigations.size() == 1) killPages(client_->helperProcessId());
+  };
+  openPage();
+  EXPECT_EQ(screen_->terminated, 1);
+  EXPECT_TRUE(screen_->failures.empty());
+}
+
+TEST_F(WebHostClientLive, APageWhoseProcessDiesTwiceBeforeItIsThereEndsTheRun) {
+  screen_->whenAsked = [&] { killPages(client_->helperProcessId()); };
+  window_ = client_->makeWindow({kLeft, kTop, kWidth, kHeight});
+  window_->setRootViewController(screen_);
+  screen_->page->loadFile(pageUrl(), pageUrl());
+  window_->makeKeyAndVisible();
+  pumpUntil("the end", [&] { return !screen_->failures.empty(); });
+  EXPECT_EQ(screen_->terminated, 1);
+  EXPECT_EQ(screen_->navigations.size(), 2U);
+  ++killed_;  // the one error line
+}
+
 TEST_F(WebHostClientLive, TheNextWindowWorksAfterAFailure) {
   openPage();
   killHelper();

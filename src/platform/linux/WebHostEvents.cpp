@@ -170,7 +170,7 @@ Delivery webStarted(WebHostEventReader& event, WebHostMessage&) {
 
 Delivery webCommitted(WebHostEventReader& event, WebHostMessage&) {
   event.text("url");
-  return toDelegate(event, [](WebViewDelegate& d, WebView& view) { d.didCommitNavigation(view); });
+  return toWebView(event, [](WebHostWebView& view) { view.pageCommitted(); });
 }
 
 Delivery webFinished(WebHostEventReader& event, WebHostMessage&) {
@@ -193,8 +193,7 @@ Delivery webFailed(WebHostEventReader& event, WebHostMessage&) {
 }
 
 Delivery webTerminated(WebHostEventReader& event, WebHostMessage&) {
-  return toDelegate(
-      event, [](WebViewDelegate& d, WebView& view) { d.webContentProcessDidTerminate(view); });
+  return toWebView(event, [](WebHostWebView& view) { view.processEnded(); });
 }
 
 Delivery webUrl(WebHostEventReader& event, WebHostMessage&) {

@@ -2,10 +2,15 @@
 
 #include <utility>
 
+#include "logging/ZPLogger.h"
+
 namespace zovk {
 namespace {
 
 constexpr const char* kGone = "The page went away before the script was done";
+constexpr const char* kCannotRun =
+    "The page cannot be shown: its process ended before it was there";
+constexpr int kVainStarts = 2;
 
 /// Owed to a page that waits. It asks for the helper's number, because the page of a helper that
 /// was lost waits no more.
@@ -90,15 +95,21 @@ void WebHostWebView::setNavigationDelegate(std::weak_ptr<WebViewDelegate> delega
 
 void WebHostWebView::load(const std::string& url) {
   readAccessUrl_.clear();
-  hasLoaded_ = true;
+  beginLoad();
   command(WebHostAspect::kAddress, {{"type", "web.load"}, {"view", id()}, {"url", url}});
 }
 
 void WebHostWebView::loadFile(const std::string& url, const std::string& readAccessUrl) {
   readAccessUrl_ = readAccessUrl;
-  hasLoaded_ = true;
+  beginLoad();
   command(WebHostAspect::kAddress,
           {{"type", "web.loadFile"}, {"view", id()}, {"url", url}, {"readAccess", readAccessUrl}});
+}
+
+void WebHostWebView::beginLoad() {
+  hasLoaded_ = true;
+  committed_ = false;
+  vainStarts_ = 0;
 }
 
 void WebHostWebView::stopLoading() {
@@ -131,6 +142,22 @@ void WebHostWebView::urlChanged(const std::string& url) {
     again["readAccess"] = readAccessUrl_;
   }
   session().journal().remember(id(), WebHostAspect::kAddress, again);
+}
+
+void WebHostWebView::pageCommitted() {
+  committed_ = true;
+  if (const auto listener = delegate()) listener->didCommitNavigation(*this);
+}
+
+// A page that was there is loaded again however often; one that never comes must not be for ever.
+void WebHostWebView::processEnded() {
+  const bool inVain = hasLoaded_ && !std::exchange(committed_, false);
+  vainStarts_ = inVain ? vainStarts_ + 1 : 0;
+  const auto listener = delegate();
+  if (!listener) return;
+  if (vainStarts_ < kVainStarts) return listener->webContentProcessDidTerminate(*this);
+  logError("Web process ended %d times before its page was there, giving up", vainStarts_);
+  listener->webContentProcessDidFail(*this, kCannotRun);
 }
 
 void WebHostWebView::decidePolicy(const NavigationAction& action, WebHostId decision) {

@@ -30,18 +30,23 @@ class WebHostWebView final : public WebHostViewOf<WebView> {
 
   // What the helper tells.
   void urlChanged(const std::string& url);
+  void pageCommitted();
+  void processEnded();
   void decidePolicy(const NavigationAction& action, WebHostId decision);
   void receiveMessage(const std::string& name, const std::optional<boost::json::value>& body);
   std::shared_ptr<WebViewDelegate> delegate() const { return delegate_.lock(); }
 
  private:
   WebHostMessage about(const char* type) const;
+  void beginLoad();
 
   const WebViewConfiguration configuration_;
   std::weak_ptr<WebViewDelegate> delegate_;
   std::string url_;
   std::string readAccessUrl_;  // of the file that was loaded last; empty after another address
   bool hasLoaded_ = false;
+  bool committed_ = false;  // since the last load, or since the page's process last ended
+  int vainStarts_ = 0;      // processes in a row that ended before the page was there
 };
 
 }  // namespace zovk

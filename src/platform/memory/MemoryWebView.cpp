@@ -128,6 +128,10 @@ void MemoryWebView::terminateProcess() {
   if (const auto delegate = delegate_.lock()) delegate->webContentProcessDidTerminate(*this);
 }
 
+void MemoryWebView::failProcess(const std::string& reason) {
+  if (const auto delegate = delegate_.lock()) delegate->webContentProcessDidFail(*this, reason);
+}
+
 bool MemoryWebView::open(const std::string& url) {
   if (!navigate(url).allowed()) return false;
   startProvisional();

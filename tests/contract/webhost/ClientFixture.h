@@ -63,7 +63,11 @@ class RecordingDelegate : public WebViewDelegate {
     calls.emplace_back("finished");
     if (whenFinished) whenFinished();
   }
+  void didCommitNavigation(WebView&) override { calls.emplace_back("committed"); }
   void webContentProcessDidTerminate(WebView&) override { calls.emplace_back("terminated"); }
+  void webContentProcessDidFail(WebView&, const std::string& reason) override {
+    calls.push_back("process failed: " + reason);
+  }
   void createWebView(WebView&, const NavigationAction& action) override {
     calls.push_back("window " + targetText(action) + action.url);
   }

@@ -31,6 +31,9 @@ class NavigationRecorder : public WebViewDelegate {
   }
   void didFinishNavigation(WebView& webView) override { note(webView, "finish"); }
   void webContentProcessDidTerminate(WebView& webView) override { note(webView, "terminated"); }
+  void webContentProcessDidFail(WebView& webView, const std::string& reason) override {
+    note(webView, "process failed " + reason);
+  }
   void createWebView(WebView& webView, const NavigationAction& action) override {
     note(webView, "window " + action.url);
   }

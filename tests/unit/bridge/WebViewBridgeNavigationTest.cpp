@@ -51,9 +51,11 @@ TEST_F(WebViewBridgeNavigation, AllOtherEventsReachTheDelegate) {
   view_->fail("b");
   view_->finish();
   view_->terminateProcess();
+  view_->failProcess("c");
   view_->requestNewWindow("https://example.org/");
-  EXPECT_THAT(game_->events, ElementsAre("start", "commit", "provisional a", "fail b", "finish",
-                                         "terminated", "window https://example.org/"));
+  EXPECT_THAT(game_->events,
+              ElementsAre("start", "commit", "provisional a", "fail b", "finish", "terminated",
+                          "process failed c", "window https://example.org/"));
   EXPECT_EQ(game_->about, view_.get());
 }
 

@@ -152,6 +152,18 @@ TEST_F(WebWindow, IsClosedWhenTheInterfaceFails) {
   expectNothingOnScreen();
 }
 
+TEST_F(WebWindow, IsClosedWhenTheProcessOfItsPageCannotRun) {
+  std::vector<std::string> reasons;
+  settings_.failed = [&](const std::string& reason) {
+    EXPECT_FALSE(window_->isOpen());
+    reasons.push_back(reason);
+  };
+  open();
+  page_->failProcess("it ends at once");
+  EXPECT_THAT(reasons, ElementsAre("it ends at once"));
+  expectNothingOnScreen();
+}
+
 TEST_F(WebWindow, OutlivesTheShutDownOfItsHost) {
   open();
   page_.reset();

@@ -54,6 +54,13 @@ TEST_F(WebViewEvent, AnEndedProcessIsAnsweredByLoadingThePageAgainWithoutALogLin
   EXPECT_THAT(log().lines(), IsEmpty());
 }
 
+TEST_F(WebViewEvent, AProcessThatCannotRunEndsTheRunWithItsReason) {
+  page()->failProcess("it ends at once");
+  settle();
+  EXPECT_THAT(answers(), ElementsAre(Answer{-1, "it ends at once"}));
+  EXPECT_EQ(page()->reloadCount(), 0);
+}
+
 TEST_F(WebViewEvent, ANewWindowIsLoadedInTheSameWebView) {
   page()->requestNewWindow("https://new.example/");
   EXPECT_EQ(page()->lastLoad(), "https://new.example/");

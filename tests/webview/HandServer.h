@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+namespace zovk {
+
+/// A server on the loopback that a test plays by hand, without a thread of its own. Waits that take
+/// too long throw std::runtime_error.
+class HandServer {
+ public:
+  HandServer();
+  ~HandServer();
+  HandServer(const HandServer&) = delete;
+  HandServer& operator=(const HandServer&) = delete;
+
+  std::string url() const;
+  /// Waits for a request; the connection stays open without an answer.
+  void awaitRequest();
+  /// Answers the request that was awaited last with a page of that title.
+  void answer(const std::string& title);
+
+ private:
+  int listener_ = -1;
+  int connection_ = -1;
+};
+
+}  // namespace zovk

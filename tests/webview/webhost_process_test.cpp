@@ -1,0 +1,123 @@
+#include <csignal>
+
+#include <gtest/gtest.h>
+
+#include "HandServer.h"
+#include "PopupScreen.h"
+#include "support/ProcessFacts.h"
+
+namespace zovk {
+namespace {
+
+/// Kills the processes of pages from outside, at moments of a load.
+class WebHostPageProcess : public testing::Test {
+ protected:
+  void load(const std::string& url) {
+    helper_.send({{"type", "web.load"}, {"view", PopupScreen::kWebView}, {"url", url}});
+  }
+  boost::json::value ask() { return helper_.await("web.policy").at("decision"); }
+  void allow() {
+    helper_.send({{"type", "web.decide"},
+                  {"view", PopupScreen::kWebView},
+                  {"decision", ask()},
+                  {"allow", true}});
+  }
+  void reload() { helper_.send({{"type", "web.reload"}, {"view", PopupScreen::kWebView}}); }
+  void kill(const std::string& program, const char* event) {
+    const auto processes = descendantsNamed(helper_.pid(), program);
+    ASSERT_FALSE(processes.empty());
+    for (const pid_t process : processes) ::kill(process, SIGKILL);
+    if (*event != 0) helper_.await(event);
+  }
+  void killPage() { kill("WebKitWebProces", "web.terminated"); }
+
+  WebHostProcess helper_;
+  PopupScreen screen_{helper_};
+};
+
+TEST_F(WebHostPageProcess, ThatDiesBeforeItsFirstPageCameLoadsItAgain) {
+  screen_.open();
+  load(PopupScreen::pageUrl("plain.html"));
+  ask();
+  killPage();
+  reload();
+  allow();
+  helper_.await("web.finished", {{"url", PopupScreen::pageUrl("plain.html")}});
+  EXPECT_EQ(screen_.evaluate("document.title"), "Plain");
+}
+
+TEST_F(WebHostPageProcess, ThatDiesWhileThePageIsOnItsWayLoadsItAgain) {
+  HandServer server;
+  screen_.open();
+  load(server.url());
+  allow();
+  server.awaitRequest();
+  killPage();
+  reload();
+  allow();
+  server.awaitRequest();
+  server.answer("Second");
+  helper_.await("web.finished", {{"url", server.url()}});
+  EXPECT_EQ(screen_.evaluate("document.title"), "Second");
+}
+
+TEST_F(WebHostPageProcess, ThatDiesOverAnotherPageLoadsTheOneThatWasAskedFor) {
+  screen_.openPage("plain.html");
+  load(PopupScreen::pageUrl("other.html"));
+  ask();
+  killPage();
+  reload();
+  allow();
+  helper_.await("web.finished", {{"url", PopupScreen::pageUrl("other.html")}});
+}
+
+TEST_F(WebHostPageProcess, ThatDiesOnTheWayToAnotherSiteLoadsTheOneThatWasAskedFor) {
+  HandServer server;
+  screen_.openPage("plain.html");
+  load(server.url());
+  allow();
+  server.awaitRequest();
+  killPage();
+  reload();
+  allow();
+  server.awaitRequest();
+  server.answer("Second");
+  helper_.await("web.finished", {{"url", server.url()}});
+}
+
+TEST_F(WebHostPageProcess, OfTheNetworkMayDieOnceWhileAPageIsOnItsWay) {
+  HandServer server;
+  screen_.open();
+  load(server.url());
+  allow();
+  server.awaitRequest();
+  kill("WebKitNetworkPr", "");
+  allow();
+  server.awaitRequest();
+  server.answer("Second");
+  helper_.await("web.finished", {{"url", server.url()}});
+}
+
+TEST_F(WebHostPageProcess, OfTheNetworkThatDiesAgainFailsTheLoad) {
+  HandServer server;
+  screen_.open();
+  load(server.url());
+  for (int i = 0; i < 2; ++i) {
+    allow();
+    server.awaitRequest();
+    kill("WebKitNetworkPr", "");
+  }
+  helper_.await("web.provisionalFailed", {{"url", server.url()}});
+  EXPECT_FALSE(helper_.came("web.policy"));
+}
+
+TEST_F(WebHostPageProcess, ThatDiesUnderItsPageLoadsItAgain) {
+  screen_.openPage("plain.html");
+  killPage();
+  reload();
+  allow();
+  helper_.await("web.finished", {{"url", PopupScreen::pageUrl("plain.html")}});
+}
+
+}  // namespace
+}  // namespace zovk
