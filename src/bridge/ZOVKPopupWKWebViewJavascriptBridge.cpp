@@ -170,6 +170,13 @@ void ZOVKPopupWKWebViewJavascriptBridge::webContentProcessDidFail(WebView& webVi
     delegate->webContentProcessDidFail(webView, reason);
 }
 
+void ZOVKPopupWKWebViewJavascriptBridge::webContentProcessResponsivenessDidChange(WebView& webView,
+                                                                                  bool responsive) {
+  if (const auto delegate = listenerTo(webView)) {
+    delegate->webContentProcessResponsivenessDidChange(webView, responsive);
+  }
+}
+
 void ZOVKPopupWKWebViewJavascriptBridge::createWebView(WebView& webView,
                                                        const NavigationAction& action) {
   if (const auto delegate = listenerTo(webView)) delegate->createWebView(webView, action);

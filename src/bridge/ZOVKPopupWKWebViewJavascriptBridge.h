@@ -88,6 +88,7 @@ class ZOVKPOPUP_API ZOVKPopupWKWebViewJavascriptBridge final
   void didFinishNavigation(WebView& webView) override;
   void webContentProcessDidTerminate(WebView& webView) override;
   void webContentProcessDidFail(WebView& webView, const std::string& reason) override;
+  void webContentProcessResponsivenessDidChange(WebView& webView, bool responsive) override;
   void createWebView(WebView& webView, const NavigationAction& action) override;
 
   /// For whoever sets it; the bridge does not look at it.

@@ -87,6 +87,13 @@ void WebWindowController::didFinishNavigation(WebView& webView) {
   if (const auto listener = listener_.lock()) listener->didFinishNavigation(webView);
 }
 
+void WebWindowController::webContentProcessResponsivenessDidChange(WebView& webView,
+                                                                   bool responsive) {
+  if (const auto listener = listener_.lock()) {
+    listener->webContentProcessResponsivenessDidChange(webView, responsive);
+  }
+}
+
 void WebWindowController::createWebView(WebView& webView, const NavigationAction& action) {
   if (const auto listener = listener_.lock()) listener->createWebView(webView, action);
 }

@@ -40,6 +40,7 @@ class WebWindowController final : public ViewController, public WebViewDelegate 
   void didFinishNavigation(WebView& webView) override;
   void webContentProcessDidTerminate(WebView& webView) override;
   void webContentProcessDidFail(WebView& webView, const std::string& reason) override;
+  void webContentProcessResponsivenessDidChange(WebView& webView, bool responsive) override;
   void createWebView(WebView& webView, const NavigationAction& action) override;
 
  private:

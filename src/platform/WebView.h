@@ -50,6 +50,9 @@ class WebViewDelegate {
   virtual void webContentProcessDidTerminate(WebView& webView) = 0;
   /// The page's process ended again and again before the page was there: it is not loaded any more.
   virtual void webContentProcessDidFail(WebView& /*webView*/, const std::string& /*reason*/) {}
+  /// The page's process did not react to the player for some seconds, or does so again.
+  virtual void webContentProcessResponsivenessDidChange(WebView& /*webView*/, bool /*responsive*/) {
+  }
   /// The page asked for a new window; none is ever made.
   virtual void createWebView(WebView& webView, const NavigationAction& action) = 0;
   /// The web view was given `asked` to load, which it writes `address` in all that it tells: hosts

@@ -104,6 +104,14 @@ void ZOVKPopupViewController::applyButtonRule() {
   for (const std::string& name : changes.hide) outlet(name)->setHidden(true);
   for (const std::string& name : changes.show) outlet(name)->setHidden(false);
   if (changes.dimContent) outlet("contentView")->setBackgroundColor(kDimming);
+  offerWayOut();
+}
+
+// A page that hangs cannot be asked to close itself. Where answer buttons stand below it they are a
+// way out, and the corner's skip would be an answer that the player did not give.
+void ZOVKPopupViewController::offerWayOut() {
+  if (!pageHangs_ || xibView_ == nullptr || hasAnswerButtons(*currentModel_)) return;
+  outlet("crossBtn")->setHidden(false);
 }
 
 void ZOVKPopupViewController::updateViewConstraints() {

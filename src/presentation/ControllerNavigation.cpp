@@ -103,6 +103,13 @@ void ZOVKPopupViewController::webContentProcessDidFail(WebView&, const std::stri
   interfaceDidFail(reason);
 }
 
+void ZOVKPopupViewController::webContentProcessResponsivenessDidChange(WebView&, bool responsive) {
+  pageHangs_ = !responsive;
+  if (responsive || currentModel_ == nullptr) return;
+  logError("Page of %@ does not answer", currentModel_->scene);
+  offerWayOut();
+}
+
 void ZOVKPopupViewController::createWebView(WebView&, const NavigationAction& action) {
   if (action.targetFrame != TargetFrame::kMain && webView_ != nullptr) webView_->load(action.url);
 }

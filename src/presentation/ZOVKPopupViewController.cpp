@@ -50,6 +50,7 @@ void ZOVKPopupViewController::showNextPopup() {
   if (next == nullptr) return callComplete(0, "");
   debug("Start show %@", next->scene);
   setCurrentModel(next);
+  pageHangs_ = false;  // the next page gets a process that answers
   applyButtonRule();
   if (window_ != nullptr) window_->setNeedsUpdateConstraints();
   if (next->pop_freq == kPopFreqConditional) {

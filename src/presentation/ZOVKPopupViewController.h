@@ -88,6 +88,7 @@ class ZOVKPopupViewController : public ViewController,
   void didFinishNavigation(WebView& webView) override;
   void webContentProcessDidTerminate(WebView& webView) override;
   void webContentProcessDidFail(WebView& webView, const std::string& reason) override;
+  void webContentProcessResponsivenessDidChange(WebView& webView, bool responsive) override;
   void createWebView(WebView& webView, const NavigationAction& action) override;
   void didResolveAddress(WebView& webView, const std::string& asked,
                          const std::string& address) override;
@@ -112,6 +113,7 @@ class ZOVKPopupViewController : public ViewController,
   void loadPage(const ZOVKPopupModel& popup);
   void createPopupWebView();
   void applyButtonRule();
+  void offerWayOut();
   void setButtonImage();
   void addConstraintAnchors(const View& container, View& subView);
   std::shared_ptr<View> outlet(const std::string& name) const;
@@ -147,6 +149,7 @@ class ZOVKPopupViewController : public ViewController,
   std::shared_ptr<Layout> viewToRemove_;
   std::shared_ptr<WebView> webView_;
   Window* window_ = nullptr;
+  bool pageHangs_ = false;
   int runningActions_ = 0;
   bool tornDown_ = false;
 };

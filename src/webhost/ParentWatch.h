@@ -6,20 +6,21 @@
 
 namespace zovk {
 
-/// A second guard beside the socket: the system signals the end of the parent process, which is
-/// the game. It signals the end of the game's thread that started the helper just as well; that
-/// is told apart.
+/// Notices the end of the game, which is the parent process and holds the other end of the socket,
+/// on a thread of its own: the main loop may be busy for long. `gone` is called from the main loop.
+/// Where that has not ended the process half a second later, the thread ends it.
 class ParentWatch {
  public:
-  explicit ParentWatch(std::function<void()> gone);
+  ParentWatch(int socket, std::function<void()> gone);
+  ~ParentWatch();
   ParentWatch(const ParentWatch&) = delete;
   ParentWatch& operator=(const ParentWatch&) = delete;
 
  private:
-  static gboolean onSignal(gpointer self);
+  static gboolean onEnd(int descriptor, GIOCondition condition, gpointer self);
 
   std::function<void()> gone_;
-  pid_t parent_;
+  int ended_ = -1;  // written to by the thread; never closed, since the thread goes on
   SourceGuard source_;
 };
 

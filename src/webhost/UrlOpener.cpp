@@ -7,6 +7,7 @@
 #include <gtk/gtk.h>
 
 #include "webhost/GObjectPtr.h"
+#include "webhost/MemoryRank.h"
 
 namespace zovk {
 namespace {
@@ -20,6 +21,7 @@ struct Opening {
 
 void onOpened(GObject*, GAsyncResult* result, gpointer data) {
   const std::unique_ptr<Opening> opening(static_cast<Opening*>(data));
+  goFirstWhenMemoryRunsOut();
   ErrorOut error;
   const bool opened = g_app_info_launch_default_for_uri_finish(result, error) == TRUE;
   opening->events({{"type", "url.opened"}, {"id", opening->request}, {"opened", opened}});
@@ -60,6 +62,7 @@ void openUrl(Id request, const std::string& url, const EventSink& events) {
   const auto context = GObjectPtr<GdkAppLaunchContext>::adopt(
       gdk_display_get_app_launch_context(gdk_display_get_default()));
   auto opening = std::make_unique<Opening>(Opening{request, events});
+  countLikeAnyOther();  // the player's browser is started while the call is under way
   g_app_info_launch_default_for_uri_async(url.c_str(), G_APP_LAUNCH_CONTEXT(context.get()), nullptr,
                                           onOpened, opening.release());
 }

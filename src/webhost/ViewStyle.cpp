@@ -1,6 +1,7 @@
 #include "webhost/ViewStyle.h"
 
 #include <filesystem>
+#include <system_error>
 
 #include <webkit/webkit.h>
 
@@ -24,6 +25,11 @@ GtkCssProvider* backgroundProvider(GtkWidget* widget) {
   return provider;
 }
 
+bool isThere(const std::string& path) {
+  std::error_code tooLong;
+  return std::filesystem::exists(path, tooLong);
+}
+
 std::string finePath(const std::filesystem::path& path) {
   return (path.parent_path() / (path.stem().string() + "@2x" + path.extension().string())).string();
 }
@@ -34,8 +40,7 @@ GObjectPtr<GdkTexture> textureOf(const std::string& path) {
 }
 
 void showImage(GtkButton* button, const std::string& path) {
-  const bool fine = gtk_widget_get_scale_factor(GTK_WIDGET(button)) >= 2 &&
-                    std::filesystem::exists(finePath(path));
+  const bool fine = gtk_widget_get_scale_factor(GTK_WIDGET(button)) >= 2 && isThere(finePath(path));
   const GObjectPtr<GdkTexture> texture = textureOf(fine ? finePath(path) : path);
   if (!texture) return gtk_button_set_child(button, nullptr);
   const int scale = fine ? 2 : 1;

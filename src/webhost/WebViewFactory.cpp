@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "webhost/PageLimits.h"
+
 namespace zovk {
 namespace {
 
@@ -95,9 +97,8 @@ void apply(const WebViewWishes& wishes, WebKitWebView* view) {
 
 WebViewFactory::WebViewFactory(const std::string& directory, bool developerTools)
     : developerTools_(developerTools),
-      context_(GObjectPtr<WebKitWebContext>::adopt(webkit_web_context_new())),
-      session_(GObjectPtr<WebKitNetworkSession>::adopt(webkit_network_session_new(
-          (directory + "/data").c_str(), (directory + "/cache").c_str()))) {
+      context_(newLimitedContext()),
+      session_(newLimitedSession(directory)) {
   g_signal_connect(session_.get(), "download-started", G_CALLBACK(cancelDownload), nullptr);
   keepCookies(directory + "/data");
   saveFilter(directory + "/rules");

@@ -81,7 +81,17 @@ WebViewHost::~WebViewHost() {
 void WebViewHost::load(const std::string& url) {
   asked_ = url;
   retried_ = false;
+  endHangingProcess();
   loadAsked();
+}
+
+// It would never get to the next page. The game need not hear of its end: it asks for that page.
+void WebViewHost::endHangingProcess() {
+  if (webkit_web_view_get_is_web_process_responsive(view_.get()) == TRUE) return;
+  const gpointer heard = reinterpret_cast<gpointer>(onTerminated);
+  g_signal_handlers_block_by_func(view_.get(), heard, this);
+  webkit_web_view_terminate_web_process(view_.get());
+  g_signal_handlers_unblock_by_func(view_.get(), heard, this);
 }
 
 void WebViewHost::loadAsked() {
@@ -132,6 +142,8 @@ void WebViewHost::connectSignals() {
   g_signal_connect(view_.get(), "load-changed", G_CALLBACK(onLoadChanged), this);
   g_signal_connect(view_.get(), "load-failed", G_CALLBACK(onLoadFailed), this);
   g_signal_connect(view_.get(), "web-process-terminated", G_CALLBACK(onTerminated), this);
+  g_signal_connect(view_.get(), "notify::is-web-process-responsive", G_CALLBACK(onResponsiveness),
+                   this);
   g_signal_connect(view_.get(), "notify::uri", G_CALLBACK(onUrlChanged), this);
   g_signal_connect(view_.get(), "notify::title", G_CALLBACK(onTitleChanged), this);
   for (const char* loading : {"notify::is-loading", "notify::estimated-load-progress"}) {
@@ -198,6 +210,13 @@ gboolean WebViewHost::onLoadFailed(WebKitWebView*, WebKitLoadEvent event, const 
 void WebViewHost::onTerminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer self) {
   const auto* host = static_cast<WebViewHost*>(self);
   host->events_({{"type", "web.terminated"}, {"view", host->id_}});
+}
+
+void WebViewHost::onResponsiveness(GObject* view, GParamSpec*, gpointer self) {
+  const auto* host = static_cast<WebViewHost*>(self);
+  const bool responsive =
+      webkit_web_view_get_is_web_process_responsive(WEBKIT_WEB_VIEW(view)) == TRUE;
+  host->events_({{"type", "web.responsive"}, {"view", host->id_}, {"responsive", responsive}});
 }
 
 void WebViewHost::onUrlChanged(GObject*, GParamSpec*, gpointer self) {

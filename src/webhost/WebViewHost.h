@@ -47,6 +47,7 @@ class WebViewHost {
                                GError* error, gpointer self);
   static void onTerminated(WebKitWebView* view, WebKitWebProcessTerminationReason reason,
                            gpointer self);
+  static void onResponsiveness(GObject* view, GParamSpec* property, gpointer self);
   static void onUrlChanged(GObject* view, GParamSpec* property, gpointer self);
   static void onProgress(GObject* view, GParamSpec* property, gpointer self);
   static void onTitleChanged(GObject* view, GParamSpec* property, gpointer self);
@@ -56,6 +57,7 @@ class WebViewHost {
   void addHandlers();
   void receive(PageMessage message);
   void sendLoadEvent(const char* type);
+  void endHangingProcess();
   void loadAsked();
   void loadAddress(const std::string& url);
   bool retry(const std::string& url, const GError& error);

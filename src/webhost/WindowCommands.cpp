@@ -50,6 +50,10 @@ void sync(Host& host, const Arguments& arguments) {
   afterPaint(host, arguments.id("window"), finish);
 }
 
+void answerPing(const Host& host, const Arguments&) {
+  host.events()({{"type", "pong"}});
+}
+
 void openAddress(Host& host, const Arguments& arguments) {
   const Id id = arguments.id("id");
   const std::string url = arguments.text("url");
@@ -69,6 +73,7 @@ void addWindowCommands(CommandTable& table) {
   table["window.close"] = closeWindow;
   table["snapshot"] = takeSnapshot;
   table["sync"] = sync;
+  table["ping"] = answerPing;
   table["url.open"] = openAddress;
 }
 

@@ -10,6 +10,7 @@
 
 #include "webhost/Connection.h"
 #include "webhost/Dispatcher.h"
+#include "webhost/MemoryRank.h"
 #include "webhost/ParentWatch.h"
 
 namespace {
@@ -26,15 +27,17 @@ void run() {
   const std::unique_ptr<GMainLoop, decltype(&g_main_loop_unref)> loop(
       g_main_loop_new(nullptr, FALSE), &g_main_loop_unref);
   const auto quit = [&loop] { g_main_loop_quit(loop.get()); };
-  std::unique_ptr<zovk::Dispatcher> dispatcher;
+  zovk::Dispatcher* receiver = nullptr;
   zovk::Connection connection(
       zovk::kWebHostDescriptor,
-      [&dispatcher](const zovk::WebHostMessage& message) { dispatcher->receive(message); }, quit);
-  dispatcher = std::make_unique<zovk::Dispatcher>(
+      [&receiver](const zovk::WebHostMessage& message) { receiver->receive(message); }, quit);
+  // After the connection, so that it goes before: windows and pages send something at their end.
+  zovk::Dispatcher dispatcher(
       [&connection](const zovk::WebHostMessage& event) { connection.send(event); },
       zovk::Control{[&connection] { connection.pause(); }, [&connection] { connection.resume(); },
                     quit});
-  const zovk::ParentWatch parent(quit);
+  receiver = &dispatcher;
+  const zovk::ParentWatch parent(zovk::kWebHostDescriptor, quit);
   g_main_loop_run(loop.get());
   connection.drain();
 }
@@ -46,6 +49,7 @@ int main() {
     std::fputs("zovkpopup-webhost is started by a game, not by hand\n", stderr);
     return 2;
   }
+  zovk::goFirstWhenMemoryRunsOut();
   // Where processors are few, the game's frames come before the pages. WebKit inherits it.
   nice(kBehindTheGame);
   // Games often run where GL is software or spoken for; drawing without it is the safe choice.

@@ -6,6 +6,8 @@ zovkpopup_tests(zovkpopup_webhost_client_tests
     webhost/PageProcessTest.cpp
     webhost/ProcessTest.cpp
     webhost/RecoveryTest.cpp
+    webhost/SilenceTest.cpp
+    webhost/WatchdogTest.cpp
     webhost/WindowTest.cpp
   LINK zovkpopup_platform_linux fmt::fmt Boost::json
   LABEL contract)

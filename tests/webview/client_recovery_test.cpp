@@ -71,6 +71,16 @@ TEST_F(WebHostClientLive, APageWhoseProcessDiesTwiceBeforeItIsThereEndsTheRun) {
   ++killed_;  // the one error line
 }
 
+TEST_F(WebHostClientLive, AHelperThatIsStoppedIsReplaced) {
+  openPage();
+  const pid_t helper = client_->helperProcessId();
+  ASSERT_EQ(::kill(helper, SIGSTOP), 0);
+  pumpUntil("another helper", [&] { return client_->helperProcessId() != helper; });
+  ++killed_;
+  pumpUntil("the page again", [&] { return screen_->messages.size() == 2; });
+  EXPECT_NE(lines_.back().find("it does not answer"), std::string::npos) << lines_.back();
+}
+
 TEST_F(WebHostClientLive, TheNextWindowWorksAfterAFailure) {
   openPage();
   killHelper();

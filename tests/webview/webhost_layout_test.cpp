@@ -281,6 +281,16 @@ TEST_F(WebHostLayout, TakesAPictureThatIsNone) {
   helper_.sync();
 }
 
+TEST(WebHostFineLayout, TakesAPathThatIsTooLongForAFile) {
+  WebHostProcess helper(WebHostProcess::Start::kGreeted, {"GDK_SCALE=2"});
+  PopupScreen screen(helper);
+  screen.open();
+  helper.send({{"type", "view.image"},
+               {"view", PopupScreen::view("crossBtn")},
+               {"path", "/" + std::string(100'000, 'x') + ".png"}});
+  helper.sync();
+}
+
 TEST_F(WebHostLayout, TakesItsViewsOutWhenItIsClosed) {
   screen_.open();
   helper_.send({{"type", "layout.close"}, {"layout", 1}});

@@ -3,9 +3,12 @@
 #include <fstream>
 #include <string>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -48,15 +51,18 @@ std::array<int, 2> socketPair() {
   return ends;
 }
 
-void greet(int socket) {
-  const std::string frame = encodeFrame({{"type", "hello"},
-                                         {"version", 1},
-                                         {"application", "org.example.webhost-test"},
-                                         {"dataDirectory", testing::TempDir()},
-                                         {"nativeWindow", 0},
-                                         {"developerTools", false}})
-                                .value();
+void command(int socket, const WebHostMessage& message) {
+  const std::string frame = encodeFrame(message).value();
   ASSERT_EQ(send(socket, frame.data(), frame.size(), 0), static_cast<ssize_t>(frame.size()));
+}
+
+void greet(int socket) {
+  command(socket, {{"type", "hello"},
+                   {"version", 1},
+                   {"application", "org.example.webhost-test"},
+                   {"dataDirectory", testing::TempDir()},
+                   {"nativeWindow", 0},
+                   {"developerTools", false}});
   char first = 0;
   ASSERT_EQ(recv(socket, &first, 1, 0), 1);  // the beginning of `ready`
 }
@@ -92,6 +98,69 @@ TEST(WebHostLifetime, EndsWhenTheGameIsKilledButItsSocketIsHeldElsewhere) {
   greet(ends[0]);
   game.die();
   EXPECT_TRUE(endsSoon(game.helper));
+  close(ends[0]);
+}
+
+/// Has the helper read a layout that never comes to an end; it does nothing else from then on.
+class EndlessLayout {
+ public:
+  explicit EndlessLayout(int socket) {
+    const std::filesystem::path file = directory_.path() / "Endless.ui";
+    EXPECT_EQ(mkfifo(file.c_str(), 0600), 0);
+    command(socket, {{"type", "layout.load"},
+                     {"layout", 1},
+                     {"view", 2},
+                     {"bundle", directory_.path().string()},
+                     {"name", "Endless"}});
+    writer_ = open(file.c_str(), O_WRONLY | O_CLOEXEC);  // waits for the reader
+  }
+  ~EndlessLayout() { close(writer_); }
+  EndlessLayout(const EndlessLayout&) = delete;
+  EndlessLayout& operator=(const EndlessLayout&) = delete;
+
+ private:
+  TemporaryDirectory directory_;
+  int writer_ = -1;
+};
+
+TEST(WebHostLifetime, EndsWithTheGameHoweverBusyItIs) {
+  const std::array<int, 2> ends = socketPair();
+  const Starter game(ends);
+  ASSERT_GT(game.helper, 0);
+  greet(ends[0]);
+  const EndlessLayout layout(ends[0]);
+  game.die();
+  EXPECT_TRUE(endsSoon(game.helper));
+  close(ends[0]);
+}
+
+TEST(WebHostLifetime, EndsWithItsSocketHoweverBusyItIs) {
+  const std::array<int, 2> ends = socketPair();
+  const Starter game(ends);
+  ASSERT_GT(game.helper, 0);
+  greet(ends[0]);
+  const EndlessLayout layout(ends[0]);
+  shutdown(ends[0], SHUT_RDWR);  // for the game's copy of it, too
+  EXPECT_TRUE(endsSoon(game.helper));
+  close(ends[0]);
+  game.die();
+}
+
+TEST(WebHostLifetime, EndsInOrderWithAPopupOnScreenWhoseGameIsGone) {
+  ASSERT_EQ(prctl(PR_SET_CHILD_SUBREAPER, 1), 0);  // to hear how the helper ended
+  const std::array<int, 2> ends = socketPair();
+  const Starter game(ends);
+  ASSERT_GT(game.helper, 0);
+  greet(ends[0]);
+  command(ends[0],
+          {{"type", "window.create"}, {"window", 1}, {"view", 1}, {"frame", {0, 0, 300, 200}}});
+  command(ends[0], {{"type", "window.show"}, {"window", 1}});
+  char next = 0;
+  ASSERT_EQ(recv(ends[0], &next, 1, 0), 1);
+  game.die();
+  int status = -1;
+  EXPECT_EQ(waitpid(game.helper, &status, 0), game.helper);
+  EXPECT_EQ(status, 0);
   close(ends[0]);
 }
 

@@ -1,6 +1,8 @@
 #include <csignal>
+#include <fstream>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "HandServer.h"
 #include "PopupScreen.h"
@@ -117,6 +119,32 @@ TEST_F(WebHostPageProcess, ThatDiesUnderItsPageLoadsItAgain) {
   reload();
   allow();
   helper_.await("web.finished", {{"url", PopupScreen::pageUrl("plain.html")}});
+}
+
+TEST_F(WebHostPageProcess, ThatHangsLeavesTheButtonsAliveIsReportedAndDoesNotHoldTheNextPageUp) {
+  screen_.openPage("plain.html");
+  helper_.send({{"type", "web.run"}, {"view", PopupScreen::kWebView}, {"script", "for (;;) {}"}});
+  screen_.click("crossBtn");
+  helper_.await("action", {{"action", "crossButtonClicked"}});
+  ASSERT_EQ(runProgram({"xdotool", "mousemove", "250", "400", "click", "1", "key", "a"}), 0);
+  helper_.await("web.responsive", {{"responsive", false}});
+  screen_.loadPage("other.html");
+  EXPECT_FALSE(helper_.came("web.terminated"));
+  EXPECT_EQ(screen_.evaluate("1 + 1"), 2);
+}
+
+int memoryRank(pid_t process) {
+  int rank = -1;
+  std::ifstream("/proc/" + std::to_string(process) + "/oom_score_adj") >> rank;
+  return rank;
+}
+
+TEST_F(WebHostPageProcess, AndTheHelperGoBeforeTheGameWhenMemoryRunsOut) {
+  screen_.openPage("plain.html");
+  EXPECT_EQ(memoryRank(helper_.pid()), memoryRank(::getpid()) + 500);
+  const auto pages = descendantsNamed(helper_.pid(), "WebKitWebProces");
+  ASSERT_FALSE(pages.empty());
+  for (const pid_t page : pages) EXPECT_GE(memoryRank(page), memoryRank(helper_.pid()));
 }
 
 }  // namespace

@@ -7,7 +7,9 @@
 namespace zovk {
 
 /// A directory of the user's own for temporary files, below $TMPDIR or /tmp; it is made when the
-/// first file is, and removed with all it holds at the end of its life. One thread at a time.
+/// first file is, and removed with all it holds at the end of its life. A lock is held on it for as
+/// long, so that those of games that were killed can be told apart: they are removed, too, when one
+/// is made. One thread at a time.
 class TemporaryDirectory {
  public:
   TemporaryDirectory() = default;
@@ -22,7 +24,10 @@ class TemporaryDirectory {
   const std::string& path() const { return path_; }
 
  private:
+  bool make();
+
   std::string path_;
+  UniqueFd lock_;
 };
 
 }  // namespace zovk

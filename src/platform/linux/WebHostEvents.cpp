@@ -196,6 +196,17 @@ Delivery webTerminated(WebHostEventReader& event, WebHostMessage&) {
   return toWebView(event, [](WebHostWebView& view) { view.processEnded(); });
 }
 
+Delivery webResponsive(WebHostEventReader& event, WebHostMessage&) {
+  return toDelegate(event,
+                    [responsive = event.flag("responsive")](WebViewDelegate& d, WebView& view) {
+                      d.webContentProcessResponsivenessDidChange(view, responsive);
+                    });
+}
+
+Delivery pong(WebHostEventReader&, WebHostMessage&) {
+  return [](WebHostSession&) {};  // that it came is all there is to it
+}
+
 Delivery webUrl(WebHostEventReader& event, WebHostMessage&) {
   return toWebView(event,
                    [url = event.text("url")](WebHostWebView& view) { view.urlChanged(url); });
@@ -228,7 +239,7 @@ Delivery logLine(WebHostEventReader& event, WebHostMessage&) {
   return [line = printable(event.text("line"))](WebHostSession&) { ZPLogger::writeDirectly(line); };
 }
 
-constexpr std::array<std::pair<std::string_view, Parser>, 25> kParsers{{
+constexpr std::array<std::pair<std::string_view, Parser>, 27> kParsers{{
     {"ready", ready},
     {"failed", failed},
     {"screen", screen},
@@ -248,11 +259,13 @@ constexpr std::array<std::pair<std::string_view, Parser>, 25> kParsers{{
     {"web.provisionalFailed", webProvisionalFailed},
     {"web.failed", webFailed},
     {"web.terminated", webTerminated},
+    {"web.responsive", webResponsive},
     {"web.url", webUrl},
     {"web.evaluated", webEvaluated},
     {"url.opened", urlOpened},
     {"snapshot.done", snapshotDone},
     {"synced", toWaiting},
+    {"pong", pong},
     {"log", logLine},
 }};
 

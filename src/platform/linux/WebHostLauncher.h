@@ -23,6 +23,11 @@ struct WebHostLauncher {
   std::function<Started()> start;
   /// A helper that is not ready by then counts as dead.
   std::chrono::milliseconds readyTimeout = std::chrono::seconds(20);
+  /// How often a helper is pinged while it shows something, and how long it may stay silent then.
+  std::chrono::milliseconds pingInterval{500};
+  std::chrono::milliseconds answerTimeout = std::chrono::seconds(5);
+  /// The time by which silence and pauses between starts are measured.
+  std::function<std::chrono::steady_clock::time_point()> now = std::chrono::steady_clock::now;
   /// So long may the helper take to end by itself at shutdown.
   std::chrono::milliseconds endTimeout = std::chrono::seconds(1);
   /// What may wait for a helper that does not read.

@@ -1,5 +1,7 @@
 #include "platform/linux/WebHostLink.h"
 
+#include <cerrno>
+#include <system_error>
 #include <utility>
 
 #include <sys/epoll.h>
@@ -9,8 +11,17 @@
 namespace zovk {
 namespace {
 
+// How long a process that was killed is waited for where nothing else would take it in.
+constexpr std::chrono::milliseconds kKilledPatience{500};
+
+UniqueFd opened(int descriptor, const char* what) {
+  if (descriptor < 0) throw std::system_error(errno, std::generic_category(), what);
+  return UniqueFd(descriptor);
+}
+
 UniqueFd timerOf(std::chrono::milliseconds timeout) {
-  UniqueFd timer(::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK));
+  UniqueFd timer =
+      opened(::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK), "timerfd_create");
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(timeout);
   itimerspec when{};
   when.it_value.tv_sec = seconds.count();
@@ -20,7 +31,7 @@ UniqueFd timerOf(std::chrono::milliseconds timeout) {
 }
 
 UniqueFd writabilityOf(int socket) {
-  UniqueFd writable(::epoll_create1(EPOLL_CLOEXEC));
+  UniqueFd writable = opened(::epoll_create1(EPOLL_CLOEXEC), "epoll_create1");
   epoll_event event{};
   event.events = EPOLLOUT;
   ::epoll_ctl(writable.get(), EPOLL_CTL_ADD, socket, &event);
@@ -33,7 +44,16 @@ std::shared_ptr<WebHostLink> WebHostLink::open(LinuxMainQueue& queue,
                                                const WebHostLauncher& launcher,
                                                WebHostLauncher::Started started, Events events) {
   auto link = std::make_shared<WebHostLink>(queue, launcher, std::move(started), std::move(events));
-  link->watch(link, launcher.readyTimeout);
+  try {
+    link->watch(link, launcher.readyTimeout);
+  } catch (const std::system_error&) {
+    link->close();
+    if (auto process = link->takeProcess()) {
+      process->kill();
+      process->reapUntil(std::chrono::steady_clock::now() + kKilledPatience);
+    }
+    throw;
+  }
   return link;
 }
 
@@ -66,11 +86,20 @@ void WebHostLink::watch(const std::shared_ptr<WebHostLink>& self,
 bool WebHostLink::send(const WebHostMessage& message) {
   if (closed_) return true;
   if (!connection_.send(message)) return false;
-  if (connection_.isPending() && !writable_) {
+  if (connection_.isPending() && !writable_) awaitWritable();
+  return true;
+}
+
+// Commands come from wherever the game is; without a descriptor left it is the pump that fails.
+void WebHostLink::awaitWritable() {
+  try {
     writable_ = writabilityOf(connection_.descriptor());
     queue_.addSource(writable_.get(), [this] { flush(); });
+  } catch (const std::system_error& exhausted) {
+    writable_.reset();
+    error_ = exhausted.what();
+    ::shutdown(connection_.descriptor(), SHUT_RDWR);
   }
-  return true;
 }
 
 void WebHostLink::flush() {
@@ -97,7 +126,9 @@ bool WebHostLink::read() {
     if (connection_.failed()) break;
   }
   if (message) events_.message(std::move(*message));
-  if (connection_.failed() || filled == Filled::kEnd) lose(connection_.error());
+  if (connection_.failed() || filled == Filled::kEnd) {
+    lose(error_.empty() ? connection_.error() : error_);
+  }
   return filled == Filled::kSomething && !closed_;
 }
 

@@ -45,6 +45,7 @@ class WebHostLink {
   // Takes in so much that it is little work, and delivers at most one message, so that the pump can
   // keep to its budget. Whether there may be more to read.
   bool read();
+  void awaitWritable();
   void flush();
   void processEnded();
   void timedOut();
@@ -57,6 +58,7 @@ class WebHostLink {
   UniqueFd timeout_;
   UniqueFd writable_;  // readable when the socket can be written to
   Events events_;
+  std::string error_;  // what the system refused; empty while all is well
   bool closed_ = false;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/linux/WebHostReaper.h"
 
+#include <system_error>
 #include <utility>
 
 namespace zovk {
@@ -12,11 +13,15 @@ constexpr std::chrono::milliseconds kKilledPatience{500};
 
 void WebHostReaper::add(WebHostProcess process) {
   const auto place = processes_.insert(processes_.end(), std::move(process));
-  queue_.addSource(place->descriptor(), [this, place] {
-    if (!place->reap()) return;
-    queue_.removeSource(place->descriptor());
-    processes_.erase(place);
-  });
+  try {
+    queue_.addSource(place->descriptor(), [this, place] {
+      if (!place->reap()) return;
+      queue_.removeSource(place->descriptor());
+      processes_.erase(place);
+    });
+  } catch (const std::system_error&) {
+    place->kill();  // it is taken in at the end
+  }
 }
 
 void WebHostReaper::finish(std::chrono::milliseconds patience) {

@@ -18,7 +18,13 @@ WebHostSession::WebHostSession(LinuxMainQueue& queue, LinuxDevice& device, WebHo
       process_(::getpid()),
       launcher_(std::move(launcher)),
       hello_(std::move(hello)),
-      reaper_(queue) {}
+      reaper_(queue),
+      watchdog_(queue, launcher_,
+                {.ping =
+                     [this] {
+                       send({{"type", "ping"}});
+                     },
+                 .silent = [this] { helperIsLost("it does not answer"); }}) {}
 
 bool WebHostSession::isForeignProcess() const {
   return ::getpid() != process_;
@@ -30,6 +36,11 @@ bool WebHostSession::isEmpty() const {
 
 void WebHostSession::start() {
   if (failure_.empty() || isShutDown() || isForeignProcess()) return;
+  if (!backOff_.mayStart(launcher_.now())) {
+    if (backOff_.saysSo()) logError("Web host is not started for every popup while it fails");
+    return;
+  }
+  mayStartAgain_ = true;
   launch();
 }
 
@@ -60,7 +71,9 @@ WebHostLink::Events WebHostSession::linkEvents() {
   return {.message =
               [weak](WebHostMessage message) {
                 const auto session = weak.lock();
-                if (session) deliverWebHostEvent(*session, std::move(message));
+                if (!session) return;
+                session->watchdog_.heard();
+                deliverWebHostEvent(*session, std::move(message));
               },
           .lost =
               [weak](const std::string& reason) {
@@ -94,13 +107,29 @@ void WebHostSession::forget(WebHostId object) {
   for (auto& reply : replies_.takeAbout(object)) later([reply] { reply(nullptr); });
 }
 
+void WebHostSession::windowShown(WebHostId window) {
+  std::erase(objects_.shownWindows, window);
+  objects_.shownWindows.push_back(window);
+  watchHelper();
+}
+
 void WebHostSession::windowClosed(WebHostId window) {
   forget(window);
   objects_.windows.erase(window);
   std::erase(objects_.shownWindows, window);
   if (objects_.keyWindow == window) objects_.keyWindow = 0;
   if (objects_.activeWindow == window) objects_.activeWindow = 0;
-  if (isReady_) mayStartAgain_ = true;
+  watchHelper();
+  if (!isReady_) return;
+  mayStartAgain_ = true;
+  backOff_.wentWell();
+}
+
+// A helper with nothing on screen may take its time; at rest the game is not woken for it.
+void WebHostSession::watchHelper() {
+  if (!isShutDown() && !isForeignProcess()) {
+    watchdog_.watch(isReady_ && !objects_.shownWindows.empty());
+  }
 }
 
 void WebHostSession::sizeKnown(const Size& size) {
@@ -122,6 +151,7 @@ WebHostReplies::Reply WebHostSession::takeReply(WebHostId id, std::string_view e
 void WebHostSession::helperIsReady() {
   isReady_ = true;
   link_->stopTimeout();
+  watchHelper();
 }
 
 void WebHostSession::helperIsLost(const std::string& reason) {
@@ -135,6 +165,7 @@ void WebHostSession::helperIsLost(const std::string& reason) {
     launch();
   } else {
     failure_ = "The web host cannot be used: " + reason;
+    backOff_.gaveUp(launcher_.now());
   }
   for (const auto& reply : replies) {
     if (!isShutDown()) reply(nullptr);
@@ -144,6 +175,7 @@ void WebHostSession::helperIsLost(const std::string& reason) {
 
 void WebHostSession::dropLink() {
   isReady_ = false;
+  watchHelper();
   objects_.keyWindow = objects_.activeWindow = 0;
   for (auto& [id, outlet] : objects_.outlets) outlet = {outlet.name, 0, {}};
   if (!link_) return;
@@ -172,6 +204,7 @@ void WebHostSession::shutDown() {
     if (auto process = link_->takeProcess()) reaper_.add(std::move(*process));
     link_.reset();
   }
+  watchdog_.close();
   reaper_.finish(launcher_.endTimeout);
   replies_.takeAll();
   queue_ = nullptr;

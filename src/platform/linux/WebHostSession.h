@@ -8,12 +8,14 @@
 
 #include "platform/linux/LinuxDevice.h"
 #include "platform/linux/LinuxMainQueue.h"
+#include "platform/linux/WebHostBackOff.h"
 #include "platform/linux/WebHostJournal.h"
 #include "platform/linux/WebHostLauncher.h"
 #include "platform/linux/WebHostLink.h"
 #include "platform/linux/WebHostObjects.h"
 #include "platform/linux/WebHostReaper.h"
 #include "platform/linux/WebHostReplies.h"
+#include "platform/linux/WebHostWatchdog.h"
 
 namespace zovk {
 
@@ -23,7 +25,9 @@ namespace zovk {
 ///
 /// A helper that is lost is started again once, and gets what is on screen anew; when that one is
 /// lost too, every window's root controller is told. The second chance comes back when a window
-/// closes over a helper that is well. After a failure the next window tries once more.
+/// closes over a helper that is well. After a failure the next window starts anew, with a second
+/// chance of its own; after further failures in a row only once a growing pause is over. A helper
+/// that shows something and does not answer counts as lost.
 class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
  public:
   using Task = std::function<void()>;
@@ -31,7 +35,7 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
   WebHostSession(LinuxMainQueue& queue, LinuxDevice& device, WebHostLauncher launcher,
                  WebHostMessage hello);
 
-  /// Starts a helper unless one is running or coming.
+  /// Starts a helper unless one is running or coming, or it is too soon after a failure.
   void start();
   /// Ends the helper. Nothing has an effect or is called back afterwards.
   void shutDown();
@@ -46,6 +50,7 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
                WebHostReplies::Reply reply);
   /// The object is gone: it is not made again, and who waits for it is told so from the pump.
   void forget(WebHostId object);
+  void windowShown(WebHostId window);
   void windowClosed(WebHostId window);
   /// How large the popup is, or is about to be; an empty size tells nothing.
   void sizeKnown(const Size& size);
@@ -73,6 +78,7 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
   void launch();
   WebHostLink::Events linkEvents();
   void dropLink();
+  void watchHelper();
   void tellWindows();
 
   LinuxMainQueue* queue_;  // null once shut down
@@ -81,6 +87,8 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
   const WebHostLauncher launcher_;
   const WebHostMessage hello_;
   WebHostReaper reaper_;
+  WebHostWatchdog watchdog_;
+  WebHostBackOff backOff_;
   WebHostObjects objects_;
   WebHostJournal journal_;
   WebHostReplies replies_;

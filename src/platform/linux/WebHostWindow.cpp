@@ -87,9 +87,7 @@ void WebHostWindow::setRootViewController(std::shared_ptr<ViewController> contro
 }
 
 void WebHostWindow::makeKeyAndVisible() {
-  auto& shown = session_->objects().shownWindows;
-  std::erase(shown, id_);
-  shown.push_back(id_);
+  session_->windowShown(id_);
   session_->command(id_, WebHostAspect::kShown, {{"type", "window.show"}, {"window", id_}});
 }
 

@@ -132,6 +132,12 @@ void MemoryWebView::failProcess(const std::string& reason) {
   if (const auto delegate = delegate_.lock()) delegate->webContentProcessDidFail(*this, reason);
 }
 
+void MemoryWebView::setResponsive(bool responsive) {
+  if (const auto delegate = delegate_.lock()) {
+    delegate->webContentProcessResponsivenessDidChange(*this, responsive);
+  }
+}
+
 bool MemoryWebView::open(const std::string& url) {
   if (!navigate(url).allowed()) return false;
   startProvisional();

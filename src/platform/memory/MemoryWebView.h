@@ -85,6 +85,7 @@ class MemoryWebView final : public MemoryViewCommands<WebView> {
   void fail(const std::string& error);
   void terminateProcess();
   void failProcess(const std::string& reason);
+  void setResponsive(bool responsive);
   /// Plays a load that goes well: navigation, start, commit, finish. False when it was not allowed
   /// at once.
   bool open(const std::string& url);

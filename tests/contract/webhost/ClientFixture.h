@@ -68,6 +68,9 @@ class RecordingDelegate : public WebViewDelegate {
   void webContentProcessDidFail(WebView&, const std::string& reason) override {
     calls.push_back("process failed: " + reason);
   }
+  void webContentProcessResponsivenessDidChange(WebView&, bool responsive) override {
+    calls.emplace_back(responsive ? "answers" : "hangs");
+  }
   void createWebView(WebView&, const NavigationAction& action) override {
     calls.push_back("window " + targetText(action) + action.url);
   }

@@ -84,7 +84,7 @@ class FakeWebHosts {
     if (!refusal_.empty()) return {{}, std::nullopt, refusal_};
     std::array<int, 2> ends{};
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
-      throw std::runtime_error("no socket");
+      return {{}, std::nullopt, "no socket"};
     }
     hosts_.emplace_back(UniqueFd(ends[1]));
     return {UniqueFd(ends[0]), std::nullopt, {}};

@@ -72,6 +72,14 @@ TEST_F(WebHostPageProcess, ThatEndsBeforeAnythingWasAskedForDoesNotCount) {
   EXPECT_THAT(heard(), ElementsAre("terminated", "terminated", "terminated"));
 }
 
+TEST_F(WebHostPageProcess, ThatHangsIsReportedAndThatItAnswersAgain) {
+  receive(R"({"type":"web.responsive","view":1,"responsive":false})");
+  receive(R"({"type":"web.responsive","view":1,"responsive":true})");
+  EXPECT_THAT(heard(), ElementsAre("hangs", "answers"));
+  receive(R"({"type":"web.responsive","view":1})");
+  EXPECT_THAT(takeLines(), ElementsAre("[Error] Web host sent an ill-formed web.responsive event"));
+}
+
 TEST_F(WebHostPageProcess, NeedsNobodyWhoListens) {
   page_->setNavigationDelegate({});
   page_->load("https://a/");

@@ -34,6 +34,9 @@ class NavigationRecorder : public WebViewDelegate {
   void webContentProcessDidFail(WebView& webView, const std::string& reason) override {
     note(webView, "process failed " + reason);
   }
+  void webContentProcessResponsivenessDidChange(WebView& webView, bool responsive) override {
+    note(webView, responsive ? "answers" : "hangs");
+  }
   void createWebView(WebView& webView, const NavigationAction& action) override {
     note(webView, "window " + action.url);
   }

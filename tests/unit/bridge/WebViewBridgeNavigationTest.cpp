@@ -52,10 +52,12 @@ TEST_F(WebViewBridgeNavigation, AllOtherEventsReachTheDelegate) {
   view_->finish();
   view_->terminateProcess();
   view_->failProcess("c");
+  view_->setResponsive(false);
+  view_->setResponsive(true);
   view_->requestNewWindow("https://example.org/");
   EXPECT_THAT(game_->events,
               ElementsAre("start", "commit", "provisional a", "fail b", "finish", "terminated",
-                          "process failed c", "window https://example.org/"));
+                          "process failed c", "hangs", "answers", "window https://example.org/"));
   EXPECT_EQ(game_->about, view_.get());
 }
 

@@ -61,6 +61,50 @@ TEST_F(WebViewEvent, AProcessThatCannotRunEndsTheRunWithItsReason) {
   EXPECT_EQ(page()->reloadCount(), 0);
 }
 
+TEST_F(WebViewEvent, APageThatHangsIsLoggedAndGetsTheCloseButtonOnEveryLayout) {
+  ASSERT_TRUE(layout()->view("crossBtn").hidden);
+  page()->setResponsive(false);
+  EXPECT_FALSE(layout()->view("crossBtn").hidden);
+  EXPECT_THAT(errorMessages(log()), ElementsAre("Page of a does not answer"));
+  memory().device.setOrientation(Orientation::kLandscapeLeft);
+  window()->resize({1920, 1080});
+  settle();
+  EXPECT_EQ(layout()->name(), "ZOVKPopupViewLandscape");
+  EXPECT_FALSE(layout()->view("crossBtn").hidden);
+  press("crossButtonClicked");
+  EXPECT_THAT(answers(), ElementsAre(Answer{0, R"({"action":"skip","msg":""})"}));
+}
+
+TEST_F(WebViewEvent, APageThatAnswersAgainGetsNoCloseButtonOnTheNextLayout) {
+  page()->setResponsive(false);
+  page()->setResponsive(true);
+  memory().device.setOrientation(Orientation::kLandscapeLeft);
+  window()->resize({1920, 1080});
+  settle();
+  EXPECT_TRUE(layout()->view("crossBtn").hidden);
+  EXPECT_EQ(errorMessages(log()).size(), 1U);
+}
+
+TEST_F(WebViewEvent, APageWithAnswerButtonsThatHangsHasAWayOutAlready) {
+  close();
+  show({webPage("ZOVKPolicy")});
+  page()->setResponsive(false);
+  EXPECT_TRUE(layout()->view("crossBtn").hidden);
+  EXPECT_THAT(errorMessages(log()), ElementsAre("Page of ZOVKPolicy does not answer"));
+}
+
+TEST_F(WebViewEvent, TheNextPopupDoesNotInheritAHangingPage) {
+  close();
+  ZOVKPopupModel first = webPage("a");
+  ZOVKPopupModel second = webPage("b");
+  first.pop_type = second.pop_type = 2;
+  show({first, second});
+  page()->setResponsive(false);
+  press("crossButtonClicked");
+  ASSERT_EQ(sceneOnScreen(), "b");
+  EXPECT_TRUE(layout()->view("crossBtn").hidden);
+}
+
 TEST_F(WebViewEvent, ANewWindowIsLoadedInTheSameWebView) {
   page()->requestNewWindow("https://new.example/");
   EXPECT_EQ(page()->lastLoad(), "https://new.example/");

@@ -1,0 +1,13 @@
+#include "platform/linux/WebHostBackOff.h"
+
+#include <algorithm>
+
+namespace zovk {
+
+void WebHostBackOff::gaveUp(TimePoint now) {
+  next_ = now + pause_;
+  pause_ = std::clamp(pause_ * 2, kShortest, kLongest);
+  held_ = true;
+}
+
+}  // namespace zovk

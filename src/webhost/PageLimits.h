@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include <webkit/webkit.h>
+
+#include "webhost/GObjectPtr.h"
+
+namespace zovk {
+
+/// A context whose page processes end when they take more than a gigabyte.
+GObjectPtr<WebKitWebContext> newLimitedContext();
+/// A session whose pages keep 64 MB at most below `directory`, all of them together, beside what
+/// the engine's own cache of the net takes.
+GObjectPtr<WebKitNetworkSession> newLimitedSession(const std::string& directory);
+
+}  // namespace zovk

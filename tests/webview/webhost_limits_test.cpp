@@ -1,0 +1,70 @@
+#include <gtest/gtest.h>
+
+#include "HandServer.h"
+#include "PopupScreen.h"
+
+namespace zovk {
+namespace {
+
+/// A page from the net, which may store things.
+class WebHostLimits : public testing::Test {
+ protected:
+  void openPage(const std::string& url) {
+    helper_.send({{"type", "web.load"}, {"view", PopupScreen::kWebView}, {"url", url}});
+    helper_.send({{"type", "web.decide"},
+                  {"view", PopupScreen::kWebView},
+                  {"decision", helper_.await("web.policy").at("decision")},
+                  {"allow", true}});
+    server_.awaitRequest();
+    server_.answer("Page");
+    helper_.await("web.finished");
+  }
+  void run(const std::string& script) {
+    helper_.send({{"type", "web.run"}, {"view", PopupScreen::kWebView}, {"script", script}});
+  }
+  boost::json::value posted() { return helper_.await("web.message").at("body"); }
+
+  HandServer server_;
+  WebHostProcess helper_;
+  PopupScreen screen_{helper_};
+};
+
+TEST_F(WebHostLimits, APageKeepsSixtyFourMegabytesAtMost) {
+  screen_.open();
+  openPage(server_.url());
+  run(R"(
+    const post = (what) => window.webkit.messageHandlers.ZOVKPopup.postMessage(what);
+    const request = indexedDB.open("fill");
+    request.onupgradeneeded = () => request.result.createObjectStore("store");
+    request.onerror = () => post({kept: -1, error: String(request.error)});
+    request.onsuccess = () => {
+      let kept = 0;
+      const more = () => {
+        const change = request.result.transaction("store", "readwrite");
+        const bytes = new Uint8Array(1 << 20).map(() => Math.random() * 256);
+        change.objectStore("store").put(bytes, kept);
+        change.oncomplete = () => ++kept < 200 ? more() : post({kept, error: "none"});
+        change.onabort = () => post({kept, error: change.error ? change.error.name : "aborted"});
+      };
+      more();
+    };)");
+  const boost::json::value result = posted();
+  EXPECT_EQ(result.at("error"), "QuotaExceededError");
+  EXPECT_GE(result.at("kept").as_int64(), 16) << "room for what pages need";
+  EXPECT_LE(result.at("kept").as_int64(), 64);
+}
+
+TEST_F(WebHostLimits, APageThatTakesAGigabyteOfMemoryEndsAndCanBeLoadedAgain) {
+  screen_.openPage("plain.html");
+  run(R"(
+    const kept = [];
+    const more = () => {
+      if (kept.length < 48) kept.push(new Uint8Array(1 << 25).fill(7));
+    };
+    setInterval(more, 10);)");
+  helper_.await("web.terminated");
+  screen_.loadPage("other.html");
+}
+
+}  // namespace
+}  // namespace zovk
