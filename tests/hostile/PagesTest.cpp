@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 /// A pump's budget, and what it may take beyond it.
 constexpr std::chrono::duration<double> kPumpBound = std::chrono::milliseconds(3);
 constexpr double kGrowthBound = 2;  // megabytes
-constexpr std::chrono::milliseconds kAttack(1000);
+const std::chrono::milliseconds kAttack(300 * rounds(1, 5));
 
 class HostilePages : public HostileScreen {
  protected:
