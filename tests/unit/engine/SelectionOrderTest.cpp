@@ -1,3 +1,5 @@
+#include <gmock/gmock.h>
+
 #include "support/EngineFixture.h"
 #include "support/LogLines.h"
 

@@ -38,8 +38,6 @@ class ServiceSilence : public EngineFixture {
     fileManager();
     log().clear();
   }
-  ~ServiceSilence() override { silent_.reset(); }
-
   ZOVKPopupManager& silent() { return *silent_; }
 
  private:
