@@ -9,11 +9,12 @@
 
 namespace zovk {
 
-/// Who asks: the game and its player, whose login state is read when a request is made.
+/// Who asks: the game and its player, whose login state is read when a request is made. There is
+/// always one, if only of nobody.
 struct PlayerIdentity {
   std::string gameID;
   std::string gameKey;
-  std::shared_ptr<const LoginStateRecord> loginState;
+  std::shared_ptr<const LoginStateRecord> loginState = std::make_shared<LoginStateRecord>();
 };
 
 /// The parameters that every request to the popup service carries; no address and no body yet.
