@@ -1,4 +1,7 @@
+#include <algorithm>
 #include <chrono>
+#include <cstdint>
+#include <limits>
 #include <string_view>
 
 #include "capi/Callback.h"
@@ -22,6 +25,9 @@ zovk::ZOVKPopupHostSettings hostSettings(const zovkpopup_settings& given) {
   settings.helperPath = textOrEmpty(given.helper_path);
   settings.nativeWindow = given.native_window;
   settings.certificateAuthority = textOrEmpty(given.certificate_authority);
+  constexpr std::uint64_t kMost = std::numeric_limits<std::uint32_t>::max();
+  const auto pageMemory = static_cast<std::uint32_t>(std::min(given.page_memory, kMost));
+  if (pageMemory != 0) settings.pageMemory = pageMemory;
   return settings;
 }
 

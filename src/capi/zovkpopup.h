@@ -105,6 +105,9 @@ typedef struct zovkpopup_settings {
   zovkpopup_log log;
   void* log_user;
   zovkpopup_destroy log_destroy;
+  /// How many megabytes (of 1,048,576 bytes) a page's process may take before it is ended and its
+  /// page loaded again, 64 at least; by default 1024.
+  uint64_t page_memory;
 } zovkpopup_settings;
 
 /// Call it once before anything else, and again only after `zovkpopup_shut_down`. NULL is all

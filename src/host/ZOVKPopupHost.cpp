@@ -106,7 +106,7 @@ bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
   return setUp(
       makeDefaultPlatform({settings.applicationId, settings.resourceDirectory,
                            settings.dataDirectory, settings.helperPath, settings.nativeWindow,
-                           settings.certificateAuthority, settings.logSink}));
+                           settings.certificateAuthority, settings.logSink, settings.pageMemory}));
 }
 
 bool ZOVKPopupHost::setUp(std::shared_ptr<HostedPlatform> platform) {

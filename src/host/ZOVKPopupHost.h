@@ -35,6 +35,9 @@ struct ZOVKPopupHostSettings {
   /// Takes the log lines, without line ends, instead of standard error. Called from any thread,
   /// also while other calls are under way; it must not call back into the library.
   std::function<void(std::string_view line)> logSink;
+  /// How many megabytes (of 1,048,576 bytes) a page's process may take, 64 at least. It is looked
+  /// at once a second; a process that has more is ended, and its page is loaded again.
+  std::uint32_t pageMemory = 1024;
 };
 
 /// Ties the popups to a game's loop. Every call belongs to one thread, the main thread: the one

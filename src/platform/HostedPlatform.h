@@ -28,6 +28,8 @@ struct PlatformSettings {
   std::string certificateAuthority;
   /// Takes the log lines instead of standard error; called from any thread.
   std::function<void(std::string_view line)> logSink;
+  /// How many megabytes (of 1,048,576 bytes) a page's process may take before it is ended.
+  std::uint32_t pageMemory = 1024;
 };
 
 /// A platform that a host drives. Made, pumped and shut down on one thread, the main thread.

@@ -110,7 +110,7 @@ void ZOVKPopupViewController::applyButtonRule() {
 // A page that hangs cannot be asked to close itself. Where answer buttons stand below it they are a
 // way out, and the corner's skip would be an answer that the player did not give.
 void ZOVKPopupViewController::offerWayOut() {
-  if (!pageHangs_ || xibView_ == nullptr || hasAnswerButtons(*currentModel_)) return;
+  if (!pageHangs_ || xibView_ == nullptr || hasAnswerButtons(*currentModel())) return;
   outlet("crossBtn")->setHidden(false);
 }
 

@@ -105,8 +105,9 @@ void ZOVKPopupViewController::webContentProcessDidFail(WebView&, const std::stri
 
 void ZOVKPopupViewController::webContentProcessResponsivenessDidChange(WebView&, bool responsive) {
   pageHangs_ = !responsive;
-  if (responsive || currentModel_ == nullptr) return;
-  logError("Page of %@ does not answer", currentModel_->scene);
+  const PopupPointer shown = currentModel();
+  if (responsive || shown == nullptr) return;
+  logError("Page of %@ does not answer", shown->scene);
   offerWayOut();
 }
 

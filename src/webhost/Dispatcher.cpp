@@ -18,6 +18,7 @@ Greeting readGreeting(const Arguments& arguments) {
   greeting.dataDirectory = arguments.text("dataDirectory");
   greeting.nativeWindow = static_cast<unsigned long>(arguments.wholeNumber("nativeWindow"));
   greeting.developerTools = arguments.flag("developerTools");
+  greeting.pageMemory = arguments.wholeNumber("pageMemory");
   return greeting;
 }
 

@@ -29,7 +29,7 @@ Host::Host(const Greeting& greeting, EventSink events)
     : events_(std::move(events)),
       developerTools_(greeting.developerTools),
       game_(greeting.nativeWindow, events_),
-      webViewFactory_(greeting.dataDirectory + "/webhost", developerTools_),
+      webViewFactory_(greeting.dataDirectory + "/webhost", developerTools_, greeting.pageMemory),
       views_([this](Id id, GtkWidget* widget) { onViewDropped(id, widget); }) {
   g_signal_connect(gdk_display_get_monitors(gdk_display_get_default()), "items-changed",
                    G_CALLBACK(onMonitorsChanged), this);

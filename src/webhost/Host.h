@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -24,6 +25,7 @@ struct Greeting {
   std::string dataDirectory;
   unsigned long nativeWindow = 0;
   bool developerTools = false;
+  std::int64_t pageMemory = 0;  ///< In megabytes.
 };
 
 /// Everything that the game has made in this process, by number.

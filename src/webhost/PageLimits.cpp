@@ -8,7 +8,8 @@
 namespace zovk {
 namespace {
 
-constexpr guint kMemoryMegabytes = 1024;
+constexpr std::int64_t kLeastMemory = 64;
+constexpr std::int64_t kMostMemory = 1 << 20;
 constexpr double kSecondsBetweenLooks = 1;
 constexpr double kStorageBytes = 64.0 * 1024 * 1024;
 
@@ -43,10 +44,11 @@ void setStorageRatio(double ratio) {
 
 }  // namespace
 
-GObjectPtr<WebKitWebContext> newLimitedContext() {
+GObjectPtr<WebKitWebContext> newLimitedContext(std::int64_t megabytes) {
   const std::unique_ptr<WebKitMemoryPressureSettings, FreeSettings> settings(
       webkit_memory_pressure_settings_new());
-  webkit_memory_pressure_settings_set_memory_limit(settings.get(), kMemoryMegabytes);
+  webkit_memory_pressure_settings_set_memory_limit(
+      settings.get(), static_cast<guint>(std::clamp(megabytes, kLeastMemory, kMostMemory)));
   webkit_memory_pressure_settings_set_kill_threshold(settings.get(), 1);
   webkit_memory_pressure_settings_set_poll_interval(settings.get(), kSecondsBetweenLooks);
   return GObjectPtr<WebKitWebContext>::adopt(WEBKIT_WEB_CONTEXT(

@@ -95,9 +95,10 @@ void apply(const WebViewWishes& wishes, WebKitWebView* view) {
 
 }  // namespace
 
-WebViewFactory::WebViewFactory(const std::string& directory, bool developerTools)
+WebViewFactory::WebViewFactory(const std::string& directory, bool developerTools,
+                               std::int64_t pageMemory)
     : developerTools_(developerTools),
-      context_(newLimitedContext()),
+      context_(newLimitedContext(pageMemory)),
       session_(newLimitedSession(directory)) {
   g_signal_connect(session_.get(), "download-started", G_CALLBACK(cancelDownload), nullptr);
   keepCookies(directory + "/data");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -23,7 +24,7 @@ struct WebViewWishes {
 class WebViewFactory {
  public:
   /// Stores below `directory`.
-  WebViewFactory(const std::string& directory, bool developerTools);
+  WebViewFactory(const std::string& directory, bool developerTools, std::int64_t pageMemory);
 
   /// Calls `next` once it is settled whether the rules that keep pages from other files are there.
   void whenReady(std::function<void()> next);

@@ -131,7 +131,8 @@ WebHostMessage WebHostProcess::greeting() const {
           {"application", "org.example.webhost-test"},
           {"dataDirectory", directory().string()},
           {"nativeWindow", 0},
-          {"developerTools", false}};
+          {"developerTools", false},
+          {"pageMemory", 1024}};
 }
 
 void WebHostProcess::spawn(const std::vector<std::string>& environment) {

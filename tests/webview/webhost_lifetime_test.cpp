@@ -62,7 +62,8 @@ void greet(int socket) {
                    {"application", "org.example.webhost-test"},
                    {"dataDirectory", testing::TempDir()},
                    {"nativeWindow", 0},
-                   {"developerTools", false}});
+                   {"developerTools", false},
+                   {"pageMemory", 1024}});
   char first = 0;
   ASSERT_EQ(recv(socket, &first, 1, 0), 1);  // the beginning of `ready`
 }

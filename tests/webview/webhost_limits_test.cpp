@@ -54,16 +54,35 @@ TEST_F(WebHostLimits, APageKeepsSixtyFourMegabytesAtMost) {
   EXPECT_LE(result.at("kept").as_int64(), 64);
 }
 
+constexpr const char* kTakesSlices = R"(
+    const kept = [];
+    const take = () => {
+      if (kept.length < SLICES) kept.push(new Uint8Array(1 << 25).fill(7));
+    };
+    setInterval(take, 10);)";
+
+std::string taking(int megabytes) {
+  std::string script = kTakesSlices;
+  return script.replace(script.find("SLICES"), 6, std::to_string(megabytes / 32));
+}
+
 TEST_F(WebHostLimits, APageThatTakesAGigabyteOfMemoryEndsAndCanBeLoadedAgain) {
   screen_.openPage("plain.html");
-  run(R"(
-    const kept = [];
-    const more = () => {
-      if (kept.length < 48) kept.push(new Uint8Array(1 << 25).fill(7));
-    };
-    setInterval(more, 10);)");
+  run(taking(1536));
   helper_.await("web.terminated");
   screen_.loadPage("other.html");
+}
+
+TEST(WebHostLimit, OfAPagesMemoryIsTheGames) {
+  WebHostProcess helper(WebHostProcess::Start::kSilent);
+  WebHostMessage greeting = helper.greeting();
+  greeting["pageMemory"] = 256;
+  helper.send(greeting);
+  helper.await("ready");
+  PopupScreen screen(helper);
+  screen.openPage("plain.html");
+  helper.send({{"type", "web.run"}, {"view", PopupScreen::kWebView}, {"script", taking(512)}});
+  helper.await("web.terminated");
 }
 
 }  // namespace

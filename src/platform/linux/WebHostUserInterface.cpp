@@ -19,7 +19,8 @@ WebHostMessage helloOf(const PlatformSettings& settings, const LinuxDevice& devi
           {"application", applicationId(settings)},
           {"dataDirectory", device.homeDirectory()},
           {"nativeWindow", settings.nativeWindow},
-          {"developerTools", kDeveloperTools}};
+          {"developerTools", kDeveloperTools},
+          {"pageMemory", settings.pageMemory}};
 }
 
 /// The scheme of an address, in lower case; empty when it has none.

@@ -160,7 +160,8 @@ class WebHostClient : public testing::Test {
                              .helperPath = {},
                              .nativeWindow = 7,
                              .certificateAuthority = {},
-                             .logSink = {}};
+                             .logSink = {},
+                             .pageMemory = 512};
   std::vector<std::string> lines_;
   LinuxMainQueue queue_;
   LinuxDevice device_{"/data/test.game", "test.game"};

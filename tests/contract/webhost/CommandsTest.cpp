@@ -14,9 +14,10 @@ TEST_F(WebHostCommands, TheGreetingComesFirstAndNamesTheGame) {
   const auto greetings = hosts_.last().messages();
   ASSERT_EQ(greetings.size(), 1U);
   // Developer tools are for builds that ask for them by name, as the tests' own do not.
-  EXPECT_EQ(boost::json::serialize(greetings[0]),
-            R"({"type":"hello","version":1,"application":"test.game",)"
-            R"("dataDirectory":"/data/test.game","nativeWindow":7,"developerTools":false})");
+  EXPECT_EQ(
+      boost::json::serialize(greetings[0]),
+      R"({"type":"hello","version":1,"application":"test.game",)"
+      R"("dataDirectory":"/data/test.game","nativeWindow":7,"developerTools":false,"pageMemory":512})");
 }
 
 TEST_F(WebHostCommands, AWindowIsMadeShownAndClosed) {
