@@ -99,13 +99,14 @@ std::optional<WebAddress> readWebAddress(std::string_view url) {
   const std::size_t pathStart = std::min(url.find_first_of("/?#", slashes + 3), url.size());
   const std::size_t pathEnd = std::min(url.find_first_of("?#", pathStart), url.size());
   const std::string_view head = url.substr(0, pathStart);
-  auto host = hostOf(head);
+  const auto host = hostOf(head);
+  if (!host) return std::nullopt;
   const std::string path =
       withoutDotSegments(encodedPath(url.substr(pathStart, pathEnd - pathStart)));
-  WebAddress address{std::string(head) + path + std::string(url.substr(pathEnd)),
-                     std::move(host).value_or(""), decoded(path)};
+  WebAddress address{std::string(head) + path + std::string(url.substr(pathEnd)), *host,
+                     decoded(path)};
   // A signature ends at a zero byte.
-  if (!host || address.path.find('\0') != std::string::npos) return std::nullopt;
+  if (address.path.find('\0') != std::string::npos) return std::nullopt;
   return address;
 }
 
