@@ -52,6 +52,14 @@ void ZOVKPopupManager::showAfterCondition(const PopupList& popups,
   queryConditionPopup(popups.front(), chain);
 }
 
+// A conditional popup's entry holds the engine, which would hold itself for good.
+void ZOVKPopupManager::stopWork() {
+  stopping_ = true;
+  std::deque<QueueEntry> dropped;
+  const LockGuard lock(mutex_);
+  dropped.swap(state_.popupCache);
+}
+
 void ZOVKPopupManager::cachePopup(const PopupList& popups, const CallbackPointer& complete) {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::cachePopup");
   debug("Cache Popup, Popup count:%d, complete:%p", popups.size(), complete.get());

@@ -61,9 +61,10 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   ZOVKPopupManager& operator=(const ZOVKPopupManager&) = delete;
   void init();
 
-  /// Has work on other threads that takes long, such as reading a document, give up. For the end of
-  /// the platform, which waits for those threads. For good.
-  void stopWork() { stopping_ = true; }
+  /// Has work on other threads that takes long, such as reading a document, give up, and drops the
+  /// requests that wait, unanswered. For the end of the platform, which waits for those threads.
+  /// For good.
+  void stopWork();
 
   void startPopup(const std::string& baseUrl, const std::string& gameID,
                   const std::string& gameKey);

@@ -37,6 +37,7 @@ class EngineFixture : public ::testing::Test {
 
   ~EngineFixture() override {
     if (auto* const manager = ZOVKPopupManager::sharedInstanceNoSynch()) {
+      manager->stopWork();
       manager->stopCheckKeyWindow();
       manager->releasePopupWindow();
     }

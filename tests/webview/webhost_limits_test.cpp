@@ -39,9 +39,9 @@ TEST_F(WebHostLimits, APageKeepsSixtyFourMegabytesAtMost) {
     request.onerror = () => post({kept: -1, error: String(request.error)});
     request.onsuccess = () => {
       let kept = 0;
+      const bytes = new Uint8Array(1 << 20).map(() => Math.random() * 256);
       const more = () => {
         const change = request.result.transaction("store", "readwrite");
-        const bytes = new Uint8Array(1 << 20).map(() => Math.random() * 256);
         change.objectStore("store").put(bytes, kept);
         change.oncomplete = () => ++kept < 200 ? more() : post({kept, error: "none"});
         change.onabort = () => post({kept, error: change.error ? change.error.name : "aborted"});

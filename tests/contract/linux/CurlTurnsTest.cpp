@@ -66,10 +66,6 @@ class CurlTurnsTest : public testing::Test {
     return end;
   }
 
-  LoopbackServer server;
-  ScopedVariable noProxy{"no_proxy", "*"};
-  CurlUrlSession session;
-
  private:
   void enter(int host) {
     const std::lock_guard lock(mutex_);
@@ -93,6 +89,12 @@ class CurlTurnsTest : public testing::Test {
   std::promise<void> let_;
   std::shared_future<void> gone_ = let_.get_future().share();
   std::vector<std::shared_ptr<UrlTask>> tasks_;
+
+ protected:
+  // They go first: the server's threads look at what stands above until it has ended.
+  LoopbackServer server;
+  ScopedVariable noProxy{"no_proxy", "*"};
+  CurlUrlSession session;
 };
 
 TEST_F(CurlTurnsTest, TwoThousandRequestsGoEightAtATimeAndLeaveTheGameItsDescriptors) {
