@@ -1,5 +1,4 @@
 #include <csignal>
-#include <fstream>
 #include <random>
 
 #include <sys/wait.h>
@@ -14,28 +13,14 @@ namespace {
 
 constexpr std::chrono::seconds kPatience(30);
 
-std::string nameOf(pid_t process) {
-  std::ifstream file("/proc/" + std::to_string(process) + "/comm");
-  std::string name;
-  std::getline(file, name);
-  return name;
-}
-
 class Kills : public HostileScreen {
  protected:
   std::chrono::microseconds moment(int milliseconds) {
     return std::chrono::microseconds(
         std::uniform_int_distribution<int>(0, milliseconds * 1000)(random_));
   }
-  /// Kills the helper's processes of this name (the kernel cuts names short).
-  static std::size_t killNamed(const std::string& name) {
-    std::size_t killed = 0;
-    for (const pid_t process : descendantsOf(getpid())) {
-      if (nameOf(process) != name) continue;
-      kill(process, SIGKILL);
-      ++killed;
-    }
-    return killed;
+  static void killNamed(const std::string& name) {
+    for (const pid_t process : descendantsNamed(getpid(), name)) kill(process, SIGKILL);
   }
   void open(const std::string& answer = "skip") {
     bundle().addPage(popup("welcome", 1), answeringPage(answer, "", true));
