@@ -25,13 +25,7 @@ std::chrono::duration<double> processorTime() {
 
 void HostileScreen::start() {
   bundle().write();
-  const ZOVKPopupHostSettings wanted = settings();
-  PlatformSettings platform;
-  platform.applicationId = wanted.applicationId;
-  platform.resourceDirectory = wanted.resourceDirectory;
-  platform.dataDirectory = wanted.dataDirectory;
-  platform.logSink = wanted.logSink;
-  platform_ = makeDefaultPlatform(platform);
+  platform_ = makeDefaultPlatform(platformSettings());
   ASSERT_TRUE(ZOVKPopupHost::setUp(platform_));
 }
 

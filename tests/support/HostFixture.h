@@ -13,6 +13,7 @@
 
 #include "engine/ZOVKPopup.h"
 #include "host/ZOVKPopupHost.h"
+#include "platform/HostedPlatform.h"
 #include "support/LocalBundle.h"
 
 namespace zovk {
@@ -35,6 +36,17 @@ class HostFixture : public ::testing::Test {
       lines_.emplace_back(line);
     };
     return settings;
+  }
+
+  /// The same for tests that make the platform themselves, to look at its screen.
+  PlatformSettings platformSettings() {
+    const ZOVKPopupHostSettings wanted = settings();
+    PlatformSettings platform;
+    platform.applicationId = wanted.applicationId;
+    platform.resourceDirectory = wanted.resourceDirectory;
+    platform.dataDirectory = wanted.dataDirectory;
+    platform.logSink = wanted.logSink;
+    return platform;
   }
 
   LocalBundle& bundle() { return bundle_; }

@@ -24,13 +24,7 @@ class ScreenFixture : public HostFixture {
     bundle().write();
     std::ofstream(std::filesystem::path(bundle().resourceDirectory()) / "Info.json")
         << R"({"ZOVK_DEBUG": true})";
-    const ZOVKPopupHostSettings wanted = settings();
-    PlatformSettings platform;
-    platform.applicationId = wanted.applicationId;
-    platform.resourceDirectory = wanted.resourceDirectory;
-    platform.dataDirectory = wanted.dataDirectory;
-    platform.logSink = wanted.logSink;
-    platform_ = makeDefaultPlatform(platform);
+    platform_ = makeDefaultPlatform(platformSettings());
     ASSERT_TRUE(ZOVKPopupHost::setUp(platform_));
   }
   /// Shows a scene and waits until its page has loaded and has the keyboard.
