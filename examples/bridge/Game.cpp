@@ -40,9 +40,8 @@ Host::~Host() {
 }
 
 Game::Game(const Options& options)
-    : window_(sdl::openWindow("Harbour Lights", options.width, options.height,
-                              !options.lookFile.empty())),
-      renderer_(SDL_CreateRenderer(window_.get(), -1, SDL_RENDERER_SOFTWARE)),
+    : window_(sdl::openWindow("Harbour Lights", options.window, !options.lookFile.empty())),
+      renderer_(sdl::openRenderer(window_.get())),
       host_(options, sdl::nativeWindowOf(window_.get())),
       shop_(options.resourceDirectory + "shop.html", options.player, purse_, tell),
       scene_(renderer_.get()),
@@ -73,6 +72,16 @@ void Game::handle(const SDL_Event& event) {
     shop_.open();
   }
   if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_SIZE_CHANGED) resize();
+  if (const auto here = sdl::keyboardIn(event)) keyboardMoved(*here);
+}
+
+void Game::keyboardMoved(bool here) {
+  if (here) {
+    zovk::ZOVKPopupHost::gameWindowDidBecomeKey();
+  } else {
+    zovk::ZOVKPopupHost::gameWindowDidResignKey();
+  }
+  tell(here ? "has the keyboard" : "lost the keyboard");
 }
 
 void Game::resize() {

@@ -28,6 +28,7 @@ class Game {
 
  private:
   void handle(const SDL_Event& event);
+  static void keyboardMoved(bool here);
   void resize();
   void payCoin();
   void lookAtPage();

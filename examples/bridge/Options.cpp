@@ -1,7 +1,6 @@
 #include "Options.h"
 
 #include "CommandLine.h"
-#include "Sdl.h"
 
 namespace harbour {
 
@@ -13,7 +12,7 @@ Options readOptions(int count, const char* const* words) {
   app.add_option("--data", options.dataDirectory, "Where the player's data lie");
   app.add_option("--look", options.lookFile, "A script that tells what the page shows")
       ->check(CLI::ExistingFile);
-  sdl::readCommandLine(app, count, words, options.width, options.height);
+  sdl::readCommandLine(app, count, words, options.window);
   return options;
 }
 

@@ -2,12 +2,13 @@
 
 #include <string>
 
+#include "Sdl.h"
+
 namespace harbour {
 
 /// What the command line says.
 struct Options {
-  int width = 1280;
-  int height = 800;
+  sdl::WindowOptions window;
   std::string player = "Mira";
   /// The player's own data; the library's own choice when empty.
   std::string dataDirectory;

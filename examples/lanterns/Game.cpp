@@ -13,9 +13,8 @@ constexpr int kLanternsOfANight = 8;
 
 Game::Game(const Options& options)
     : tour_(options.tour),
-      window_(sdl::openWindow("Lanterns", options.width, options.height, options.tour)),
-      // The drawing is light, and so it is the same everywhere.
-      renderer_(SDL_CreateRenderer(window_.get(), -1, SDL_RENDERER_SOFTWARE)),
+      window_(sdl::openWindow("Lanterns", options.window, options.tour)),
+      renderer_(sdl::openRenderer(window_.get())),
       firefly_(renderer_.get()),
       popups_(
           options, sdl::nativeWindowOf(window_.get()),
@@ -50,10 +49,16 @@ void Game::handle(const SDL_Event& event) {
   const bool resized =
       event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_SIZE_CHANGED;
   if (resized) resize();
+  if (const auto here = sdl::keyboardIn(event)) keyboardMoved(*here);
   if (firefly_.handle(event) && !covered_) tap(firefly_.place().x, firefly_.place().y);
   if (covered_) return;  // what is pressed now is meant for the popup
   if (event.type == SDL_KEYDOWN) press(event.key.keysym.sym);
   if (event.type == SDL_MOUSEBUTTONDOWN) tap(event.button.x, event.button.y);
+}
+
+void Game::keyboardMoved(bool here) const {
+  Popups::keyboardMoved(here);
+  if (tour_) std::cout << (here ? "has the keyboard" : "lost the keyboard") << std::endl;
 }
 
 void Game::press(SDL_Keycode key) {

@@ -21,6 +21,7 @@ class Game {
 
  private:
   void handle(const SDL_Event& event);
+  void keyboardMoved(bool here) const;
   void press(SDL_Keycode key);
   void tap(int x, int y);
   void light();

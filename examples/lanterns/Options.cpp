@@ -1,7 +1,6 @@
 #include "Options.h"
 
 #include "CommandLine.h"
-#include "Sdl.h"
 
 namespace lanterns {
 
@@ -12,7 +11,7 @@ Options readOptions(int count, const char* const* words) {
   app.add_option("--data", options.dataDirectory, "Where the player's data lie");
   app.add_option("--service", options.service, "Address of a popup service");
   app.add_flag("--tour", options.tour, "For whoever plays by program");
-  sdl::readCommandLine(app, count, words, options.width, options.height);
+  sdl::readCommandLine(app, count, words, options.window);
   return options;
 }
 

@@ -2,12 +2,13 @@
 
 #include <string>
 
+#include "Sdl.h"
+
 namespace lanterns {
 
 /// What the command line says.
 struct Options {
-  int width = 1280;
-  int height = 800;
+  sdl::WindowOptions window;
   /// Where the fonts and the resource bundle lie: beside the program.
   std::string resourceDirectory;
   /// The player's own data; the library's own choice when empty.

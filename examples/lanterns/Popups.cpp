@@ -45,6 +45,14 @@ void Popups::pump() {
   zovk::ZOVKPopupHost::pump();
 }
 
+void Popups::keyboardMoved(bool here) {
+  if (here) {
+    zovk::ZOVKPopupHost::gameWindowDidBecomeKey();
+  } else {
+    zovk::ZOVKPopupHost::gameWindowDidResignKey();
+  }
+}
+
 void Popups::greet() {
   showPolicy();
   show("welcome", 0);

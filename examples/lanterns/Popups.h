@@ -26,6 +26,8 @@ class Popups {
 
   /// Once a frame: this is where the answers come from.
   void pump();
+  /// Says that the game's window took the keyboard, or lost it.
+  static void keyboardMoved(bool here);
   /// When the game begins: the policy if there is a new one, then a welcome.
   void greet();
   /// When all is done for tonight.

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <SDL.h>
@@ -34,9 +35,24 @@ class Session {
 /// Ends the program's run with SDL's own words when `good` is false.
 void require(bool good, const char* what);
 
+/// What a player says of a game's window.
+struct WindowOptions {
+  int width = 1280;
+  int height = 800;
+  /// The flag of SDL's for a window that fills the screen, 0 for one that does not.
+  Uint32 fullScreen = 0;
+};
+
 /// A window for a person, or, `atCorner`, for whoever plays by program: at the top left corner of
 /// the screen and without a frame.
-WindowPointer openWindow(const char* title, int width, int height, bool atCorner);
+WindowPointer openWindow(const char* title, const WindowOptions& options, bool atCorner);
+
+/// A renderer without an engine's demands: what is drawn is light, and so the same everywhere.
+RendererPointer openRenderer(SDL_Window* window);
+
+/// What an event says of the keyboard: true when the window took it, false when it lost it, nothing
+/// for any other event.
+std::optional<bool> keyboardIn(const SDL_Event& event);
 
 /// The X11 window behind an SDL window, 0 where the display is another one.
 std::uint64_t nativeWindowOf(SDL_Window* window);

@@ -2,7 +2,7 @@
 """Goes shopping in the example of the page bridge with a real pointer and real keys, and checks each
 step in what the game says and in what the page shows.
 
-Needs a display of its own with a window manager, of the size that is given."""
+Needs a display of its own, of the size that is given: one of scripts/with-display."""
 import argparse
 import json
 import os
@@ -16,10 +16,9 @@ HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent.parent / "lanterns" / "tour"))
 
 from program import Game  # noqa: E402
-from screen import Compositor, Screen, TourFailure, wait_until  # noqa: E402
+from screen import Screen, TourFailure, blending, wait_until  # noqa: E402
 
 PLAYER = "Inês & 'Tom' <b>"
-GAME_WINDOW = "Harbour Lights"
 
 
 class Desktop:
@@ -37,7 +36,7 @@ class Desktop:
 
 
 class Watched(Game):
-    quiet = "page "
+    quiet = (*Game.quiet, "page ")
 
 
 class Visit:
@@ -160,7 +159,7 @@ class Visit:
         self.step("The button closes the shop, space opens it again, and it knows what was bought")
         self.screen.click(*self.page()["close"])
         self.game.wait_line("the shop closes")
-        self.screen.wait_active(GAME_WINDOW)
+        self.game.wait_keyboard()
         self.shoot("harbour")
         before = self.game.count()
         self.screen.key("space")
@@ -177,7 +176,7 @@ class Visit:
         before = self.game.count()
         self.screen.key("Escape")
         self.game.wait_line("the shop closes", before)
-        self.screen.wait_active(GAME_WINDOW)
+        self.game.wait_keyboard()
         self.screen.key("Escape")
         self.game.wait_end()
 
@@ -203,7 +202,7 @@ def main():
     arguments = read_arguments()
     arguments.pictures.mkdir(parents=True, exist_ok=True)
     began = time.monotonic()
-    with tempfile.TemporaryDirectory(prefix="lantern-shop-") as scratch, Compositor():
+    with tempfile.TemporaryDirectory(prefix="lantern-shop-") as scratch, blending():
         scratch = pathlib.Path(scratch)
         visit = Visit(arguments, Desktop(scratch / "desktop"))
         visit.start(arguments, scratch / "data")

@@ -51,7 +51,7 @@ class Player:
 
     def ask(self, what, key, calls=1, pointer=False):
         """Asks for popups by the game's key or, with the pointer, by its button."""
-        self.screen.wait_active("Lanterns")
+        self.game.wait_keyboard()
         print(f"  {what}", flush=True)
         if pointer:
             self.screen.click(*self.game.button(key))
@@ -133,7 +133,7 @@ class Player:
 
     def light_until_the_night_ends(self):
         """Lights lanterns until the game itself asks for a popup."""
-        self.screen.wait_active("Lanterns")
+        self.game.wait_keyboard()
         self.calls += 1
         while not self.game.said(f"#{self.calls} show"):
             self.light_a_lantern()
@@ -145,7 +145,7 @@ class Player:
 
     def leave(self):
         """Ends the game; what it says of itself last."""
-        self.screen.wait_active("Lanterns")
+        self.game.wait_keyboard()
         with self.game.changed:
             told = [line for line in self.game.lines if line in ("paused", "goes on")]
         self.album.check(told, ["paused", "goes on"] * max(1, len(told) // 2))

@@ -2,7 +2,7 @@
 import subprocess
 import threading
 
-from screen import DEADLINE, TourFailure
+from screen import DEADLINE, TourFailure, wait_until
 
 
 class Program:
@@ -56,13 +56,21 @@ class Program:
 
 
 class Game(Program):
-    quiet = ("button ", "paused", "goes on")
+    quiet = ("button ", "paused", "goes on", "has the keyboard", "lost the keyboard")
 
     def __init__(self, command, log):
         super().__init__("game", command, log)
 
     def button(self, key):
         return tuple(map(int, self.wait_line(f"button {key} at ").split()[-2:]))
+
+    def wait_keyboard(self):
+        """Waits until the game's window has the keyboard, by what the game was told itself."""
+        def has_it():
+            with self.changed:
+                told = [line for line in self.lines if line.endswith(" the keyboard")]
+            return bool(told) and told[-1].startswith("has ")
+        wait_until("the keyboard to be with the game", has_it)
 
     def wait_end(self):
         try:

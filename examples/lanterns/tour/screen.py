@@ -1,5 +1,7 @@
 """What a person has in front of the game: a screen to look at, a pointer and keys."""
+import contextlib
 import ctypes
+import os
 import struct
 import subprocess
 import time
@@ -63,18 +65,26 @@ class Picture:
 
 
 class Screen:
+    """Its size and all places on it are those that programs see. The X server that it is drawn on
+    has SCREEN_SCALE pixels for each."""
+
     def __init__(self, width, height):
         self.width, self.height = width, height
+        self.scale = float(os.environ.get("SCREEN_SCALE", "1"))
+        self.outside = dict(os.environ)
+        for name in ("DISPLAY", "XAUTHORITY"):
+            self.outside[name] = os.environ.get(f"OUTER_{name}", os.environ.get(name, ""))
 
     def look(self):
         """What is on the screen; None when a window went while it was looked at."""
         dump = subprocess.run(["xwd", "-root", "-silent"], check=False, stdout=subprocess.PIPE,
-                              stderr=subprocess.DEVNULL)
+                              stderr=subprocess.DEVNULL, env=self.outside)
         return Picture(dump.stdout) if dump.returncode == 0 else None
 
     def find(self, colour, run):
         picture = self.look()
-        return picture and picture.find(colour, run)
+        box = picture and picture.find(colour, int(run * self.scale))
+        return box and tuple(place / self.scale for place in box)
 
     def wait_for(self, what, colour, run=80):
         """Waits for a surface of a colour that stays where it is for two looks; its box."""
@@ -86,10 +96,10 @@ class Screen:
         return wait_until(what, resting)
 
     def point(self, x, y):
-        self._xdotool("mousemove", str(int(x)), str(int(y)))
+        self._xdotool("mousemove", *self._pixel(x, y))
 
     def click(self, x, y):
-        self._xdotool("mousemove", str(int(x)), str(int(y)), "click", "1")
+        self._xdotool("mousemove", *self._pixel(x, y), "click", "1")
         # Out of the way, so that nothing looks different because the pointer is over it.
         self.point(self.width / 2, 3)
 
@@ -99,23 +109,28 @@ class Screen:
     def key(self, name):
         self._xdotool("key", name)
 
-    def wait_active(self, title):
-        """Waits until the window of that title has the keyboard."""
-        def is_active():
-            named = subprocess.run(["xdotool", "getactivewindow", "getwindowname"],
-                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False)
-            return named.stdout.decode().strip() == title
-        wait_until(f"the keyboard to be with {title}", is_active)
-
     def save(self, path):
-        subprocess.run(["import", "-window", "root", str(path)], check=True)
+        subprocess.run(["import", "-window", "root", str(path)], check=True, env=self.outside)
+
+    def _pixel(self, x, y):
+        return str(int(x * self.scale)), str(int(y * self.scale))
 
     def _xdotool(self, *words):
-        subprocess.run(["xdotool", *words], check=True)
+        subprocess.run(["xdotool", *words], check=True, env=self.outside)
+
+
+# The screens of scripts/with-display on which nothing blends windows by itself.
+WITHOUT_COMPOSITOR = ("openbox", "i3", "bare")
+
+
+def blending():
+    """For as long as it is entered, windows are blended, as on a desktop, so that the game shines
+    through a popup."""
+    bare = os.environ.get("SCREEN_NAME", "openbox") in WITHOUT_COMPOSITOR
+    return Compositor() if bare else contextlib.nullcontext()
 
 
 class Compositor:
-    """Blends windows, as a desktop does, so that the game shines through a popup."""
 
     def __enter__(self):
         self.process = subprocess.Popen(["xcompmgr"], stderr=subprocess.DEVNULL)

@@ -3,7 +3,7 @@ from player import record
 
 
 def play(player):
-    player.screen.wait_active("Lanterns")
+    player.game.wait_keyboard()
     player.light_a_lantern()
     player.shoot("lake")
 
@@ -73,6 +73,6 @@ def play(player):
     player.press("gift", shot=False)
     player.expect(number, 1, record("commit", "three-lanterns"))
 
-    player.screen.wait_active("Lanterns")
+    player.game.wait_keyboard()
     player.fly("Right")
     player.shoot("lake-again")

@@ -2,7 +2,7 @@
 """Plays the example game with a real pointer and real keys, and checks every answer it gets: first
 with what the game ships, then on three days with the popup service, which is down on the third.
 
-Needs a display of its own with a window manager, of the size that is given."""
+Needs a display of its own, of the size that is given: one of scripts/with-display."""
 import argparse
 import contextlib
 import pathlib
@@ -14,7 +14,7 @@ import served
 import shipped
 from player import Album, Player
 from program import Game
-from screen import Compositor, Screen, TourFailure
+from screen import Screen, TourFailure, blending
 from service import Service
 
 
@@ -31,7 +31,7 @@ class Tour:
         game = Game(words, self.arguments.pictures / "game.log")
         try:
             player = Player(self.album.screen, game, self.album)
-            player.screen.wait_active("Lanterns")
+            player.game.wait_keyboard()
             play(player)
             player.leave()
         except TourFailure:
@@ -69,7 +69,7 @@ def main():
     arguments.pictures.mkdir(parents=True, exist_ok=True)
     album = Album(Screen(width, height), arguments.pictures)
     began = time.monotonic()
-    with tempfile.TemporaryDirectory(prefix="lanterns-") as scratch, Compositor():
+    with tempfile.TemporaryDirectory(prefix="lanterns-") as scratch, blending():
         try:
             Tour(arguments, album).run(pathlib.Path(scratch))
         except TourFailure as failure:
