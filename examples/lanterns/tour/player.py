@@ -8,6 +8,8 @@ from screen import wait_until
 PAGES = pathlib.Path(__file__).resolve().parent.parent / "resources" / "pages"
 LANTERN_BAND = 0xD9B7A8  # around a lantern that is not lit
 AGREE = 0x1A5FB4         # the library's own confirm button
+OPAQUE = ("arcade",)     # pages that fill the screen
+SKY = 40                 # colours that a ground without the game does not have
 LIGHTING = 2.0           # seconds after which a lantern that was tapped is bright
 
 
@@ -68,6 +70,8 @@ class Player:
         box = self.screen.wait_for(f"the page \"{name}\"", colour_in(f"{name}.html", "accent"))
         if shot:
             self.shoot(name)
+        if shot and name not in OPAQUE:
+            self.expect_game_behind()
         return box
 
     def press(self, name, shot=True):
@@ -108,6 +112,12 @@ class Player:
 
     def shoot(self, name):
         self.album.shoot(name)
+
+    def expect_game_behind(self):
+        """Around a page the game is seen: its sky and its words, not one dark ground."""
+        colours = self.screen.colours(0, 0, self.screen.width * 0.7, 70)
+        self.album.check("the game behind the page" if colours > SKY else f"{colours} colours",
+                         "the game behind the page")
 
     def expect(self, number, code, message):
         self.album.check(self.game.wait_line(f"#{number} answered "),

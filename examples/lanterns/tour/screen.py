@@ -53,6 +53,14 @@ class Picture:
         return (min(row[1] for row in highest), highest[0][0],
                 max(row[2] for row in highest), highest[-1][0] + 1)
 
+    def colours(self, left, top, right, bottom):
+        """How many colours there are in a box."""
+        seen = set()
+        for y in range(top, bottom):
+            row = self.pixels[y * self.stride + left * 4:y * self.stride + right * 4]
+            seen.update(row[at:at + 3] for at in range(0, len(row), 4))
+        return len(seen)
+
     def _rows(self, needle, run):
         """Of every row that has it: where it is, and the pixels from the first to the last."""
         rows = []
@@ -85,6 +93,10 @@ class Screen:
         picture = self.look()
         box = picture and picture.find(colour, int(run * self.scale))
         return box and tuple(place / self.scale for place in box)
+
+    def colours(self, left, top, right, bottom):
+        box = [int(place * self.scale) for place in (left, top, right, bottom)]
+        return wait_until("a look at the screen", self.look).colours(*box)
 
     def wait_for(self, what, colour, run=80):
         """Waits for a surface of a colour that stays where it is for two looks; its box."""

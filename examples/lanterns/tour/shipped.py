@@ -2,6 +2,32 @@
 from player import record
 
 
+def play_some(player):
+    """What shows that pointer, keys and pages work, in as little time as may be."""
+    player.game.wait_keyboard()
+    player.shoot("lake")
+
+    number = player.ask("Events: two pages, one after another", "2", pointer=True)
+    player.press("fair")
+    player.press("double")
+    player.expect(number, 0, record("skip", "double"))
+
+    number = player.ask("Welcome, closed with the cross", "1")
+    player.press_cross("welcome")
+    player.expect(number, 0, record("skip"))
+
+    number = player.ask("Welcome, closed with the escape key", "1")
+    player.page("welcome", shot=False)
+    player.screen.key("Escape")
+    player.expect(number, 0, record("skip"))
+
+    number = player.ask("The new policy, agreed to", "4", pointer=True)
+    player.press_policy(agree=True, picture="policy")
+    player.expect(number, 0, record("skip"))
+
+    player.light_a_lantern()
+
+
 def play(player):
     player.game.wait_keyboard()
     player.light_a_lantern()

@@ -28,6 +28,8 @@ class Tour:
         words = [self.arguments.game, "--size", self.arguments.size, "--tour", "--data", str(data)]
         if service:
             words += ["--service", service]
+        if self.arguments.full_screen:
+            words += ["--full-screen", self.arguments.full_screen]
         game = Game(words, self.arguments.pictures / "game.log")
         try:
             player = Player(self.album.screen, game, self.album)
@@ -41,6 +43,9 @@ class Tour:
             game.close()
 
     def run(self, scratch):
+        if self.arguments.short:
+            self.start("In short, with what the game ships", scratch / "short", shipped.play_some)
+            return
         self.start("With what the game ships", scratch / "shipped", shipped.play)
         data, log = scratch / "served", self.arguments.pictures / "service.log"
         service = Service(self.arguments.service, scratch / "service", log)
@@ -60,6 +65,8 @@ def read_arguments():
     parser.add_argument("--service", required=True, help="the popup service's program")
     parser.add_argument("--size", required=True, help="WIDTHxHEIGHT of the display")
     parser.add_argument("--pictures", required=True, type=pathlib.Path, help="where pictures go")
+    parser.add_argument("--full-screen", help="how the game fills the screen")
+    parser.add_argument("--short", action="store_true", help="only some popups of each kind")
     return parser.parse_args()
 
 
