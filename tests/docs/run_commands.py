@@ -43,6 +43,9 @@ NOT_RUN = {
         "build/packages/packages docs/integration.md":
             "this program; its test follows the same document from a build folder",
     },
+    "deploy/README.md": {
+        "deploy/*": "deploy/test does the same, and is part of scripts/test",
+    },
     "docs/integration.md": {
         "sudo apt-get install ./libzovkpopup1_*.deb ./libzovkpopup-dev_*.deb": PACKAGES,
         "sudo apt-get install cmake g++ pkg-config libsdl2-dev":

@@ -1,0 +1,117 @@
+"""What becomes of reports behind the edge."""
+import json
+import signal
+import unittest
+
+import psycopg
+
+from deployment import INSTALL, parameters, report_body, the_deployment
+
+
+def fields_of(body):
+    return {"path": "/report", "parameters": parameters(), "body": body}
+
+
+class Reports(unittest.TestCase):
+    def setUp(self):
+        self.edge = the_deployment()
+
+    def rows_of(self, player):
+        self.edge.wait_until_stored()
+        return self.edge.rows("SELECT pop_id, message, path, token FROM reports WHERE player = %s"
+                              " ORDER BY pop_id", player)
+
+    def test_are_in_the_database_with_what_the_player_chose(self):
+        self.assertEqual(self.edge.report(report_body("chooser", 7, "größe-€")).status, 200)
+        self.assertEqual(self.rows_of("chooser"),
+                         [(7, "größe-€", "/report/shop", "t0ken-of-a-player")])
+
+    def test_count_once_for_each_player_and_popup(self):
+        for popup, message in ((1, "first"), (1, "second"), (2, "other"), (1, "third")):
+            self.edge.report(report_body("repeater", popup, message), install="REPEATER")
+        self.assertEqual([row[:2] for row in self.rows_of("repeater")],
+                         [(1, "first"), (2, "other")])
+
+    def test_of_a_player_without_a_name_count_for_the_installation(self):
+        self.edge.report(report_body("", 3), install="NAMELESS")
+        self.assertEqual(len(self.rows_of("install:NAMELESS")), 1)
+
+    def test_that_nobody_can_store_are_put_aside_and_hold_up_nothing(self):
+        whole = json.loads(report_body("odd"))
+        odd = [b"{", b"[]", b"[" * 60000, b'"\xff"', b"{}"]
+        for name, value in [("data", "x"), ("data", "[]"), ("data", 1), ("pop_id", "8"),
+                            ("pop_id", 2**31), ("pop_id", True), ("gopenid", "zero\0"),
+                            ("scene", "half \ud800"), ("channel_id", 2**63), ("token", [1])]:
+            odd.append(json.dumps({**whole, name: value}).encode())
+        before = self.edge.rows("SELECT count(*) FROM put_aside")[0][0]
+        for number, body in enumerate(odd):
+            self.assertEqual(self.edge.report(body, install=f"ODD{number}").status, 200, body[:60])
+        self.edge.report(report_body("behind-the-odd"))
+        self.assertEqual(len(self.rows_of("behind-the-odd")), 1)
+        self.assertEqual(self.rows_of("odd"), [])
+        self.assertEqual(self.edge.rows("SELECT count(*) FROM put_aside")[0][0], before + len(odd))
+
+    def test_that_the_database_refuses_are_put_aside_without_their_neighbours(self):
+        self.change_table("ADD CONSTRAINT tested CHECK (player <> 'refused')")
+        self.addCleanup(self.change_table, "DROP CONSTRAINT tested")
+        with self.edge.halted("consumer"):
+            for player in ("before", "refused", "after"):
+                self.edge.report(report_body(player), install=player)
+        self.assertEqual(len(self.rows_of("before")), 1)
+        self.assertEqual(len(self.rows_of("after")), 1)
+        self.assertEqual(self.rows_of("refused"), [])
+        self.assertIn(("CheckViolation",), self.edge.rows("SELECT reason FROM put_aside"))
+
+    def change_table(self, change):
+        with psycopg.connect(self.edge.places.database, autocommit=True) as connection:
+            connection.execute("ALTER TABLE reports " + change)
+
+    def test_that_end_the_consumer_each_time_are_put_aside_in_the_end(self):
+        stream = self.edge.stream()
+        with self.edge.halted("consumer"):
+            poisoned = stream.xadd("reports", fields_of(report_body("poison")))
+            # As if the consumer had been ended by it so often.
+            stream.xreadgroup("database", "one", {"reports": ">"})
+            stream.xclaim("reports", "database", "one", 0, [poisoned], retrycount=5)
+            self.edge.signal_part("consumer", signal.SIGKILL)
+        self.edge.wait_until_stored()
+        reasons = self.edge.rows("SELECT reason FROM put_aside WHERE stream_id = %s",
+                                 poisoned.decode())
+        self.assertEqual(reasons, [("was taken up 5 times without an end",)])
+
+    def test_that_an_ended_consumer_held_are_stored_by_the_next(self):
+        stream = self.edge.stream()
+        with self.edge.halted("consumer"):
+            stream.xadd("reports", fields_of(report_body("held")))
+            stream.xreadgroup("database", "one", {"reports": ">"})
+            self.edge.signal_part("consumer", signal.SIGKILL)
+        self.assertEqual(len(self.rows_of("held")), 1)
+
+    def test_are_refused_and_none_dropped_when_the_stream_is_full(self):
+        stream = self.edge.stream()
+        with self.edge.halted("consumer"):
+            room = 3000 - stream.xlen("reports")
+            with stream.pipeline(transaction=False) as many:
+                for number in range(room):
+                    many.xadd("reports", fields_of(report_body(f"waiting{number}")))
+                many.execute()
+            self.assertEqual(self.edge.report(report_body("too-late")).status, 503)
+            self.assertEqual(stream.xlen("reports"), 3000)
+        self.edge.wait_until_stored()
+        stored = self.edge.rows("SELECT count(*) FROM reports WHERE player LIKE 'waiting%%'")
+        self.assertEqual(stored, [(room,)])
+        self.assertEqual(self.edge.report(report_body("in-time")).status, 200)
+
+    def test_are_no_longer_promised_when_the_stream_stands_still(self):
+        with self.edge.halted("stream"):
+            self.assertEqual(self.edge.report(report_body("unlucky"), install=INSTALL + "S").status,
+                             503)
+
+    def test_wait_while_the_database_is_away(self):
+        with self.edge.halted("database"):
+            for number in range(20):
+                answer = self.edge.report(report_body(f"patient{number}"), install=f"P{number}")
+                self.assertEqual(answer.status, 200)
+        self.edge.wait_until_stored()
+        stored = self.edge.rows("SELECT count(*) FROM reports WHERE player LIKE 'patient%%'")
+        self.assertEqual(stored, [(20,)])
