@@ -36,7 +36,7 @@ TEST_F(BashCompletion, OffersTheCommands) {
 }
 
 TEST_F(BashCompletion, OffersEveryOptionThatACommandHas) {
-  for (const char* command : {"sig", "check", "explain", "new", "preview"}) {
+  for (const char* command : {"sig", "check", "explain", "publish", "new", "preview"}) {
     const Words offered = complete({command, "--"});
     const std::string help = runTool({command, "--help"}).out;
     std::size_t count = 0;

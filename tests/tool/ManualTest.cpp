@@ -9,7 +9,7 @@ class Manual : public ToolTest {
 };
 
 TEST_F(Manual, TellsOfEveryOptionOfEveryCommand) {
-  for (const char* command : {"sig", "check", "explain", "new", "preview"}) {
+  for (const char* command : {"sig", "check", "explain", "publish", "new", "preview"}) {
     EXPECT_NE(manual_.find(std::string(".Ss ") + command + "\n"), std::string::npos) << command;
     const std::string help = runTool({command, "--help"}).out;
     for (std::size_t at = help.find("--"); at != std::string::npos; at = help.find("--", at + 2)) {

@@ -17,6 +17,7 @@ struct CommandLine {
   SigOptions sig;
   CheckOptions check;
   ExplainOptions explain;
+  PublishOptions publish;
   NewOptions starter;
   PreviewOptions preview;
   std::function<int()> run;
@@ -64,6 +65,30 @@ void addExplain(CommandLine& line) {
   command->add_option("--channel", line.explain.channel, "The player's login channel")
       ->capture_default_str();
   command->callback([&line] { line.run = [&line] { return runExplain(line.explain); }; });
+}
+
+void addPublish(CommandLine& line) {
+  auto* const command = line.app.add_subcommand(
+      "publish", "Checks a configuration document and puts it live with its pages");
+  PublishOptions& options = line.publish;
+  command->add_option("document", options.document.file, "A configuration document")->required();
+  command
+      ->add_option("--to", options.to,
+                   "The site: a folder, ssh:HOST:FOLDER, or command: and a command line that "
+                   "stores {file} as {key}, with {type} and {cache}")
+      ->required();
+  command->add_option("--pages", options.document.pages,
+                      "The folder with the page files; default: that of the document");
+  command->add_option("--base", options.base,
+                      "The site's address, as https://popups.example; default: that of each page");
+  command->add_option("--lasting", options.lasting,
+                      "A folder of files, such as web pages, that are reached under /pages/NAME");
+  command->add_option("--record", options.record,
+                      "The folder of what was published; default: published, beside the document");
+  command->add_flag("--strict", options.strict, "Warnings count as errors");
+  command->add_flag("--rollback", options.rollback,
+                    "Puts live again what was before; repeated, what was before that");
+  command->callback([&line] { line.run = [&line] { return runPublish(line.publish); }; });
 }
 
 void addNew(CommandLine& line) {
@@ -116,7 +141,8 @@ int runCommandLine(int argc, const char* const* argv) {
   CommandLine line;
   line.app.set_version_flag("--version", std::string("zovkpopup ") + kPopupVersion);
   line.app.require_subcommand(1);
-  for (const auto add : {addSig, addCheck, addExplain, addNew, addPreview, addCompletion}) {
+  for (const auto add :
+       {addSig, addCheck, addExplain, addPublish, addNew, addPreview, addCompletion}) {
     add(line);
   }
   try {

@@ -9,6 +9,7 @@ namespace zovk::tool {
 int runSig(const SigOptions& options);
 int runCheck(const CheckOptions& options);
 int runExplain(const ExplainOptions& options);
+int runPublish(const PublishOptions& options);
 int runNew(const NewOptions& options);
 int runPreview(const PreviewOptions& options);
 int runBashCompletion();

@@ -24,6 +24,16 @@ struct CheckOptions {
   bool strict = false;  ///< Warnings count as errors.
 };
 
+struct PublishOptions {
+  DocumentOptions document;
+  std::string to;       ///< A folder, ssh:HOST:FOLDER, or command:LINE.
+  std::string base;     ///< The site's address; empty to keep the one of each page.
+  std::string lasting;  ///< A folder of files that keep their addresses; empty for none.
+  std::string record;   ///< Empty: "published" beside the document.
+  bool strict = false;
+  bool rollback = false;
+};
+
 struct ExplainOptions {
   DocumentOptions document;
   std::string scene;

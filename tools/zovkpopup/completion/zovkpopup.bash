@@ -13,7 +13,7 @@ _zovkpopup() {
   COMPREPLY=()
   document="--pages --as --at --json --help"
   if [ "$COMP_CWORD" -eq 1 ]; then
-    _zovkpopup_words "sig check explain new preview completion --version --help"
+    _zovkpopup_words "sig check explain publish new preview completion --version --help"
     return
   fi
   case ${COMP_WORDS[COMP_CWORD - 1]} in
@@ -21,9 +21,9 @@ _zovkpopup() {
     --kind) _zovkpopup_words "ordinary game policy permission"; return ;;
     --theme) _zovkpopup_words "light dark high-contrast"; return ;;
     --scale) _zovkpopup_words "1 2 3 4"; return ;;
-    --pages | --folder) _zovkpopup_files -d; return ;;
+    --pages | --folder | --lasting | --record) _zovkpopup_files -d; return ;;
     --screenshot) _zovkpopup_files -f; return ;;
-    --at | --scene | --scene-type | --channel | --size) return ;;
+    --at | --to | --base | --scene | --scene-type | --channel | --size) return ;;
   esac
   case $word in
     -*)
@@ -31,6 +31,7 @@ _zovkpopup() {
         sig) _zovkpopup_words "--json --help" ;;
         check) _zovkpopup_words "$document --strict" ;;
         explain) _zovkpopup_words "$document --scene --scene-type --channel" ;;
+        publish) _zovkpopup_words "--to --pages --base --lasting --record --strict --rollback --help" ;;
         new) _zovkpopup_words "--folder --force --help" ;;
         preview) _zovkpopup_words "--kind --size --theme --scale --screenshot --json --help" ;;
         *) _zovkpopup_words "--help" ;;
@@ -39,7 +40,7 @@ _zovkpopup() {
   esac
   case $command in
     completion) _zovkpopup_words "bash" ;;
-    sig | check | explain | preview) _zovkpopup_files -f ;;
+    sig | check | explain | publish | preview) _zovkpopup_files -f ;;
   esac
 }
 

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace zovk::tool {
+
+/// The bytes as a gzip file, without a name or a time, so that the same bytes always give the same
+/// file. Throws ToolError when there is no memory for it.
+std::string gzip(std::string_view bytes);
+
+}  // namespace zovk::tool
