@@ -50,9 +50,11 @@ class Visit:
     # What there is to see.
 
     def start(self, arguments, data):
-        self.game = Watched([arguments.game, "--size", arguments.size, "--player", PLAYER, "--data",
-                          str(data), "--look", str(HERE / "look.js")],
-                         arguments.pictures / "game.log")
+        words = [arguments.game, "--size", arguments.size, "--player", PLAYER, "--data", str(data),
+                 "--look", str(HERE / "look.js")]
+        if arguments.full_screen:
+            words += ["--full-screen", arguments.full_screen]
+        self.game = Watched(words, arguments.pictures / "game.log")
 
     def page(self):
         """What the page showed last; None before there is one."""
@@ -79,9 +81,8 @@ class Visit:
         seen = [None]
 
         def resting():
-            picture = self.screen.look()
-            before, seen[0] = seen[0], picture and picture.pixels
-            return seen[0] and seen[0] == before
+            before, seen[0] = seen[0], self.screen.look().pixels
+            return seen[0] == before
         wait_until("the screen to rest", resting)
         self.screen.save(self.pictures / f"{self.shots:02d}-{name}.png")
 
@@ -195,6 +196,7 @@ def read_arguments():
     parser.add_argument("--game", required=True, help="the game's program")
     parser.add_argument("--size", required=True, help="WIDTHxHEIGHT of the display")
     parser.add_argument("--pictures", required=True, type=pathlib.Path, help="where pictures go")
+    parser.add_argument("--full-screen", help="how the game fills the screen")
     return parser.parse_args()
 
 

@@ -2,9 +2,10 @@
 import contextlib
 import ctypes
 import os
-import struct
 import subprocess
 import time
+
+from pixels import RootWindow
 
 DEADLINE = 20.0  # seconds for anything that is waited for
 LOOK_AGAIN = 0.05
@@ -28,12 +29,8 @@ def wait_until(what, look):
 class Picture:
     """One look at the screen."""
 
-    def __init__(self, dump):
-        header = struct.unpack(">25I", dump[:100])
-        self.width, self.height, self.stride = header[4], header[5], header[12]
-        if header[11] != 32:
-            raise TourFailure("the screen has other than 32 bits a pixel")
-        self.pixels = dump[header[0] + 12 * header[19]:]
+    def __init__(self, pixels, stride, width, height):
+        self.pixels, self.stride, self.width, self.height = pixels, stride, width, height
 
     def find(self, colour, run):
         """The box (left, top, right, bottom) of the highest surface that has at least `run`
@@ -82,21 +79,19 @@ class Screen:
         self.outside = dict(os.environ)
         for name in ("DISPLAY", "XAUTHORITY"):
             self.outside[name] = os.environ.get(f"OUTER_{name}", os.environ.get(name, ""))
+        self.root = RootWindow(self.outside["DISPLAY"], self.outside["XAUTHORITY"])
 
     def look(self):
-        """What is on the screen; None when a window went while it was looked at."""
-        dump = subprocess.run(["xwd", "-root", "-silent"], check=False, stdout=subprocess.PIPE,
-                              stderr=subprocess.DEVNULL, env=self.outside)
-        return Picture(dump.stdout) if dump.returncode == 0 else None
+        width, height = round(self.width * self.scale), round(self.height * self.scale)
+        return Picture(*self.root.read(width, height), width, height)
 
     def find(self, colour, run):
-        picture = self.look()
-        box = picture and picture.find(colour, int(run * self.scale))
+        box = self.look().find(colour, int(run * self.scale))
         return box and tuple(place / self.scale for place in box)
 
     def colours(self, left, top, right, bottom):
         box = [int(place * self.scale) for place in (left, top, right, bottom)]
-        return wait_until("a look at the screen", self.look).colours(*box)
+        return self.look().colours(*box)
 
     def wait_for(self, what, colour, run=80):
         """Waits for a surface of a colour that stays where it is for two looks; its box."""
