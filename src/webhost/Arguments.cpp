@@ -59,6 +59,10 @@ const boost::json::value& Arguments::member(std::string_view name) const {
   return *value;
 }
 
+bool Arguments::has(std::string_view name) const {
+  return message_.contains({name.data(), name.size()});
+}
+
 Id Arguments::id(std::string_view name) const {
   return idOf(name, member(name));
 }

@@ -16,6 +16,8 @@ struct Frame {
   int y = 0;
   int width = 0;
   int height = 0;
+
+  bool operator==(const Frame&) const = default;
 };
 
 /// The members of one command. Every reader throws std::invalid_argument, naming the member, when
@@ -24,6 +26,7 @@ class Arguments {
  public:
   explicit Arguments(const WebHostMessage& message) : message_(message) {}
 
+  bool has(std::string_view name) const;
   Id id(std::string_view name) const;
   std::vector<Id> ids(std::string_view name) const;
   bool flag(std::string_view name) const;

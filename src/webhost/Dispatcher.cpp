@@ -19,14 +19,19 @@ Greeting readGreeting(const Arguments& arguments) {
   greeting.nativeWindow = static_cast<unsigned long>(arguments.wholeNumber("nativeWindow"));
   greeting.developerTools = arguments.flag("developerTools");
   greeting.pageMemory = arguments.wholeNumber("pageMemory");
+  if (arguments.has("display")) greeting.display = arguments.text("display");
   return greeting;
 }
 
 bool startToolkit(const Greeting& greeting) {
   g_set_prgname(greeting.application.c_str());
   g_set_application_name(greeting.application.c_str());
-  // The popup can stand in front of the game's X11 window only as an X11 window itself.
-  if (greeting.nativeWindow != 0) gdk_set_allowed_backends("x11,*");
+  if (!greeting.display.empty()) {
+    gdk_set_allowed_backends(greeting.display.c_str());
+  } else if (greeting.nativeWindow != 0) {
+    // The popup can stand in front of the game's X11 window only as an X11 window itself.
+    gdk_set_allowed_backends("x11,*");
+  }
   return gtk_init_check() == TRUE;
 }
 
@@ -36,12 +41,12 @@ void warmUpWindow() {
   gtk_widget_realize(gtk_window_new());
 }
 
-void sendReady(const EventSink& events) {
+void sendReady(const EventSink& events, const Host& host) {
   boost::json::array schemes;
   for (const std::string& scheme : openableSchemes()) schemes.emplace_back(scheme);
   events({{"type", "ready"},
           {"version", kWebHostProtocolVersion},
-          {"screen", screenArray()},
+          {"screen", host.screen()},
           {"schemes", schemes}});
 }
 
@@ -85,7 +90,7 @@ void Dispatcher::start(const Greeting& greeting) {
   warmUpWindow();
   host_->webViewFactory().whenReady([this] {
     host_->webViewFactory().prepareSpare();
-    sendReady(events_);
+    sendReady(events_, *host_);
     control_.resume();
   });
 }

@@ -8,6 +8,7 @@
 #include "webhost/ContainerView.h"
 #include "webhost/PageGuards.h"
 #include "webhost/PlayerInput.h"
+#include "webhost/Screen.h"
 
 namespace zovk {
 namespace {
@@ -20,17 +21,13 @@ T* findIn(const std::map<Id, std::unique_ptr<T>>& items, Id id) {
 
 }  // namespace
 
-boost::json::array screenArray() {
-  const Frame screen = mainScreen();
-  return {screen.x, screen.y, screen.width, screen.height};
-}
-
 Host::Host(const Greeting& greeting, EventSink events)
     : events_(std::move(events)),
       developerTools_(greeting.developerTools),
-      game_(greeting.nativeWindow, events_),
+      game_(greeting.nativeWindow, events_, gameListener()),
       webViewFactory_(greeting.dataDirectory + "/webhost", developerTools_, greeting.pageMemory),
-      views_([this](Id id, GtkWidget* widget) { onViewDropped(id, widget); }) {
+      views_([this](Id id, GtkWidget* widget) { onViewDropped(id, widget); }),
+      toldScreen_(coveredFrame(game_)) {
   g_signal_connect(gdk_display_get_monitors(gdk_display_get_default()), "items-changed",
                    G_CALLBACK(onMonitorsChanged), this);
 }
@@ -41,7 +38,32 @@ Host::~Host() {
 }
 
 void Host::onMonitorsChanged(GListModel*, guint, guint, guint, gpointer self) {
-  static_cast<Host*>(self)->events_({{"type", "screen"}, {"screen", screenArray()}});
+  static_cast<Host*>(self)->tellScreen();
+}
+
+boost::json::array Host::screen() const {
+  return {toldScreen_.x, toldScreen_.y, toldScreen_.width, toldScreen_.height};
+}
+
+void Host::tellScreen() {
+  const Frame now = coveredFrame(game_);
+  if (now == toldScreen_) return;
+  toldScreen_ = now;
+  events_({{"type", "screen"}, {"screen", screen()}});
+}
+
+GameWindow::Listener Host::gameListener() {
+  return {.moved =
+              [this] {
+                tellScreen();
+                forEachWindow(&WindowHost::gameMoved);
+              },
+          .minimised = [this] { forEachWindow(&WindowHost::gameMinimised); },
+          .restored = [this] { forEachWindow(&WindowHost::gameRestored); }};
+}
+
+void Host::forEachWindow(void (WindowHost::*act)()) {
+  for (const auto& [id, window] : windows_) ((*window).*act)();
 }
 
 void Host::openWindow(Id id, Id rootView, const Frame& frame) {
@@ -52,7 +74,7 @@ void Host::openWindow(Id id, Id rootView, const Frame& frame) {
     constraints_.settle();
     if (const WindowHost* host = window(id)) views_.reportFrames(id, host->widget(), events_);
   };
-  auto window = std::make_unique<WindowHost>(id, root, frame, events_, painted);
+  auto window = std::make_unique<WindowHost>(id, root, frame, game_, events_, painted);
   watchPlayer(window->widget(),
               [this] { openLimit_.playerActed(std::chrono::steady_clock::now()); });
   windows_.emplace(id, std::move(window));
@@ -73,7 +95,7 @@ void Host::closeWindow(Id id) {
 void Host::passKeyboardOn() const {
   const auto front = std::find_if(windows_.rbegin(), windows_.rend(),
                                   [](const auto& entry) { return entry.second->isShown(); });
-  front == windows_.rend() ? game_.activate() : front->second->show(game_);
+  front == windows_.rend() ? game_.activate() : front->second->show();
 }
 
 WindowHost* Host::window(Id id) const {

@@ -26,6 +26,7 @@ struct Greeting {
   unsigned long nativeWindow = 0;
   bool developerTools = false;
   std::int64_t pageMemory = 0;  ///< In megabytes.
+  std::string display{};        ///< The display system to use, "x11" or "wayland"; empty for any.
 };
 
 /// Everything that the game has made in this process, by number.
@@ -39,6 +40,8 @@ class Host {
 
   const EventSink& events() const { return events_; }
   const GameWindow& game() const { return game_; }
+  /// What popups cover, as events write it.
+  boost::json::array screen() const;
   ViewRegistry& views() { return views_; }
   ConstraintBook& constraints() { return constraints_; }
   WebViewFactory& webViewFactory() { return webViewFactory_; }
@@ -66,6 +69,10 @@ class Host {
   void prepareSpareWhenIdle();
   /// To the youngest window that is shown, or else to the game.
   void passKeyboardOn() const;
+  GameWindow::Listener gameListener();
+  void forEachWindow(void (WindowHost::*act)());
+  /// Tells what there is to cover when that is another place than before.
+  void tellScreen();
 
   EventSink events_;
   bool developerTools_;
@@ -78,9 +85,7 @@ class Host {
   ViewRegistry views_;
   std::map<Id, std::unique_ptr<LayoutHost>> layouts_;
   SourceGuard idle_;
+  Frame toldScreen_;
 };
-
-/// The main screen as events write it.
-boost::json::array screenArray();
 
 }  // namespace zovk

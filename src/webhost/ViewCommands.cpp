@@ -71,6 +71,8 @@ void setHidden(GtkWidget* view, bool hidden) {
   const bool closesUp = parent != nullptr && !isContainerView(parent);
   if (closesUp || !hidden) gtk_widget_set_visible(view, !hidden);
   if (!closesUp) gtk_widget_set_child_visible(view, !hidden);
+  // Its place is kept, but screen readers must not come upon it.
+  gtk_accessible_update_state(GTK_ACCESSIBLE(view), GTK_ACCESSIBLE_STATE_HIDDEN, hidden, -1);
   // A view that comes back at its old place is no reason for the toolkit to paint.
   if (parent != nullptr) gtk_widget_queue_draw(parent);
 }

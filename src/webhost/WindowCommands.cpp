@@ -18,7 +18,7 @@ void setWindowBackground(Host& host, const Arguments& arguments) {
 }
 
 void showWindow(Host& host, const Arguments& arguments) {
-  if (WindowHost* window = host.window(arguments.id("window"))) window->show(host.game());
+  if (WindowHost* window = host.window(arguments.id("window"))) window->show();
 }
 
 void closeWindow(Host& host, const Arguments& arguments) {

@@ -6,6 +6,7 @@
 #include "webhost/GameWindow.h"
 #include "webhost/TabOrder.h"
 #include "webhost/ViewStyle.h"
+#include "webhost/X11Window.h"
 
 namespace zovk {
 namespace {
@@ -13,44 +14,34 @@ namespace {
 /// How long the game waits for a paint that does not come, when the window is covered, say.
 constexpr guint kPaintMilliseconds = 1000;
 
-GObjectPtr<GdkMonitor> mainMonitor() {
-  GListModel* monitors = gdk_display_get_monitors(gdk_display_get_default());
-  return GObjectPtr<GdkMonitor>::adopt(
-      static_cast<GdkMonitor*>(g_list_model_get_item(monitors, 0)));
-}
+/// A game that is minimised so soon after a popup took the keyboard did it for that reason.
+constexpr gint64 kMinimisesForKeyboard = G_USEC_PER_SEC;
 
-bool coversScreen(const Frame& frame) {
-  const Frame screen = mainScreen();
-  const bool empty = frame.width <= 0 || frame.height <= 0;
-  return empty || (frame.width >= screen.width && frame.height >= screen.height);
+/// A dialog to screen readers, which cannot be said of a window later.
+GtkWindow* newDialog() {
+  return GTK_WINDOW(g_object_ref_sink(
+      g_object_new(GTK_TYPE_WINDOW, "accessible-role", GTK_ACCESSIBLE_ROLE_DIALOG, nullptr)));
 }
 
 }  // namespace
 
-Frame mainScreen() {
-  const GObjectPtr<GdkMonitor> monitor = mainMonitor();
-  if (!monitor) return {};
-  GdkRectangle geometry;
-  gdk_monitor_get_geometry(monitor.get(), &geometry);
-  return {geometry.x, geometry.y, geometry.width, geometry.height};
-}
-
-WindowHost::WindowHost(Id id, GtkWidget* root, const Frame& frame, EventSink events,
-                       std::function<void()> painted)
+WindowHost::WindowHost(Id id, GtkWidget* root, const Frame& frame, const GameWindow& game,
+                       EventSink events, std::function<void()> painted)
     : id_(id),
-      frame_(frame),
+      game_(game),
       events_(std::move(events)),
       painted_(std::move(painted)),
-      window_(GTK_WINDOW(gtk_window_new())),
+      window_(newDialog()),
       progress_(root),
+      place_(window_, frame, game),
       escape_(window_),
-      fullScreen_(coversScreen(frame)) {
+      showWatch_({.look = [this] { return progressOfShowing(); },
+                  .askForKeyboard = [this] { askForKeyboard(); },
+                  .stuck = [this] { showAnotherWay(); }}) {
   gtk_window_set_decorated(window_, FALSE);
   gtk_window_set_child(window_, progress_.widget());
   keepTabSteps(window_);
   markHighContrast(window_);
-  const Frame size = fullScreen_ ? mainScreen() : frame;
-  gtk_window_set_default_size(window_, size.width, size.height);
   // Where nothing blends windows, what is clear would show as black.
   if (gdk_display_is_composited(gtk_widget_get_display(widget()))) setBackground({0, 0, 0, 0});
 }
@@ -60,6 +51,7 @@ WindowHost::~WindowHost() {
   finishWaiting();
   gtk_window_set_child(window_, nullptr);
   gtk_window_destroy(window_);
+  g_object_unref(window_);
 }
 
 void WindowHost::connectSignals() {
@@ -81,28 +73,74 @@ void WindowHost::setBackground(const GdkRGBA& color) {
   zovk::setBackground(widget(), color);
 }
 
-void WindowHost::show(const GameWindow& game) {
-  if (!shown_) {
-    // Not before: GTK fails on a window that is destroyed before it was ever shown.
-    gtk_widget_realize(widget());
-    connectSignals();
-  }
-  game.adopt(window_);
-  if (fullScreen_) gtk_window_fullscreen(window_);
+void WindowHost::show() {
+  // New windows are given the keyboard. A window manager that is asked for it besides may take
+  // another window's full screen away.
+  if (shown_ && showWatch_.active()) return;
+  if (shown_) return askForKeyboard();
+  // Not before: GTK fails on a window that is destroyed before it was ever shown.
+  gtk_widget_realize(widget());
+  connectSignals();
+  isPainted_ = false;
+  place_.prepare();
   shown_ = true;
+  gtk_widget_set_visible(widget(), TRUE);
+  place_.settle();
+  showWatch_.begin();
+}
+
+void WindowHost::askForKeyboard() {
   gtk_window_present(window_);
-  if (!fullScreen_) place();
+  place_.takeKeyboard();
 }
 
 void WindowHost::hide() {
   if (!std::exchange(shown_, false)) return;
+  showWatch_.end();
   disconnectSignals();
   gtk_widget_set_visible(widget(), FALSE);
 }
 
-void WindowHost::place() {
-  // The toolkit has no say in where windows go; what it has queued must be out before.
-  GameWindow::move(window_, frame_.x, frame_.y);
+void WindowHost::gameMoved() {
+  if (shown_) place_.follow();
+}
+
+void WindowHost::gameMinimised() {
+  const bool forKeyboard = g_get_monotonic_time() - tookKeyboard_ < kMinimisesForKeyboard;
+  if (!shown_ || !forKeyboard || !place_.coversGame()) return;
+  // What stands before a minimised window is minimised with it.
+  place_.detach();
+  gtk_window_present(window_);
+}
+
+void WindowHost::gameRestored() {
+  if (!shown_ || !place_.isDetached()) return;
+  place_.attach();
+  place_.follow();
+}
+
+bool WindowHost::mayHaveKeyboard() const {
+  // Other programs may keep it, and so may a game that the player has put away.
+  return !game_.window() || game_.isActive();
+}
+
+ShowWatch::State WindowHost::progressOfShowing() const {
+  const bool isPutAway = game_.window() && !place_.isDetached() && !game_.window()->isViewable();
+  if (isPutAway) return ShowWatch::State::kUp;
+  if (width_ <= 1 || height_ <= 1) return ShowWatch::State::kStuck;
+  if (!isPainted_) return ShowWatch::State::kSlow;
+  const bool lacksKeyboard = gtk_window_is_active(window_) == FALSE && mayHaveKeyboard();
+  return lacksKeyboard ? ShowWatch::State::kWithoutKeyboard : ShowWatch::State::kUp;
+}
+
+void WindowHost::showAnotherWay() {
+  if (!place_.fallBack()) {
+    const char* display = x11Display() != nullptr ? "x11" : "wayland";
+    return events_({{"type", "window.stuck"}, {"window", id_}, {"display", display}});
+  }
+  sendLog(events_, "web host: the popup did not come up, trying the whole screen");
+  hide();
+  show();
 }
 
 void WindowHost::whenPainted(std::function<void()> next) {
@@ -130,8 +168,13 @@ gboolean WindowHost::onCloseRequest(GtkWindow*, gpointer) {
 }
 
 void WindowHost::onActiveChanged(GObject* window, GParamSpec*, gpointer self) {
-  const auto* host = static_cast<WindowHost*>(self);
+  auto* host = static_cast<WindowHost*>(self);
   const bool active = gtk_window_is_active(GTK_WINDOW(window)) == TRUE;
+  if (active) {
+    host->tookKeyboard_ = g_get_monotonic_time();
+    host->place_.remember();
+  }
+  host->showWatch_.notice();
   host->events_({{"type", "window.key"}, {"window", host->id_}, {"key", active}});
 }
 
@@ -149,6 +192,8 @@ void WindowHost::onLayout(GdkSurface*, int width, int height, gpointer self) {
 
 void WindowHost::onAfterPaint(GdkFrameClock*, gpointer self) {
   auto* host = static_cast<WindowHost*>(self);
+  host->isPainted_ = true;
+  host->showWatch_.notice();
   host->painted_();
   host->finishWaiting();
 }

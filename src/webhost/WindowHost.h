@@ -9,7 +9,9 @@
 #include "webhost/EscapeKey.h"
 #include "webhost/Events.h"
 #include "webhost/GObjectPtr.h"
+#include "webhost/PopupPlace.h"
 #include "webhost/ProgressLine.h"
+#include "webhost/ShowWatch.h"
 
 namespace zovk {
 
@@ -19,7 +21,7 @@ class GameWindow;
 class WindowHost {
  public:
   /// `painted` is called after each time the window was arranged and painted.
-  WindowHost(Id id, GtkWidget* root, const Frame& frame, EventSink events,
+  WindowHost(Id id, GtkWidget* root, const Frame& frame, const GameWindow& game, EventSink events,
              std::function<void()> painted);
   ~WindowHost();
   WindowHost(const WindowHost&) = delete;
@@ -27,8 +29,12 @@ class WindowHost {
 
   GtkWidget* widget() const { return GTK_WIDGET(window_); }
   bool isShown() const { return shown_; }
-  void show(const GameWindow& game);
+  void show();
   void hide();
+  /// The game's window moved, was minimised, or came back.
+  void gameMoved();
+  void gameMinimised();
+  void gameRestored();
   void setBackground(const GdkRGBA& color);
   ProgressLine& progress() { return progress_; }
   /// Runs `next` once the window has been painted with all that was changed so far: at once when
@@ -48,25 +54,28 @@ class WindowHost {
   static gboolean onDeadline(gpointer waiting);
   void connectSignals();
   void disconnectSignals();
-  void place();
   void finishWaiting();
+  ShowWatch::State progressOfShowing() const;
+  bool mayHaveKeyboard() const;
+  void showAnotherWay();
+  void askForKeyboard();
 
   Id id_;
-  Frame frame_;
+  const GameWindow& game_;
   EventSink events_;
   std::function<void()> painted_;
   GtkWindow* window_;
   ProgressLine progress_;
+  PopupPlace place_;
   EscapeKey escape_;
+  ShowWatch showWatch_;
   GObjectPtr<GdkFrameClock> clock_;
   std::list<Waiting> waiting_;
   int width_ = 0;
   int height_ = 0;
   bool shown_ = false;
-  bool fullScreen_ = false;
+  bool isPainted_ = false;   // since it was shown
+  gint64 tookKeyboard_ = 0;  // by the clock of the main loop, in microseconds
 };
-
-/// The main screen; empty when there is none.
-Frame mainScreen();
 
 }  // namespace zovk

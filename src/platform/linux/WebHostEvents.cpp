@@ -82,6 +82,15 @@ Delivery windowSize(WebHostEventReader& event, WebHostMessage&) {
   };
 }
 
+Delivery windowStuck(WebHostEventReader& event, WebHostMessage&) {
+  const WebHostId id = event.id("window");
+  const std::string display = event.text("display");
+  if (display != "x11" && display != "wayland") event.reject();
+  return [id, display](WebHostSession& session) {
+    if (session.objects().windows.contains(id)) session.windowIsStuck(display);
+  };
+}
+
 Delivery layoutLoaded(WebHostEventReader& event, WebHostMessage&) {
   event.id("layout");
   event.flag("found");
@@ -239,13 +248,14 @@ Delivery logLine(WebHostEventReader& event, WebHostMessage&) {
   return [line = printable(event.text("line"))](WebHostSession&) { ZPLogger::writeDirectly(line); };
 }
 
-constexpr std::array<std::pair<std::string_view, Parser>, 27> kParsers{{
+constexpr std::array<std::pair<std::string_view, Parser>, 28> kParsers{{
     {"ready", ready},
     {"failed", failed},
     {"screen", screen},
     {"window.key", windowKey},
     {"window.other", windowOther},
     {"window.size", windowSize},
+    {"window.stuck", windowStuck},
     {"layout.loaded", layoutLoaded},
     {"view.frame", viewFrame},
     {"action", action},

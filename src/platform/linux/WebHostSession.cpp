@@ -125,6 +125,13 @@ void WebHostSession::windowClosed(WebHostId window) {
   backOff_.wentWell();
 }
 
+void WebHostSession::windowIsStuck(const std::string& display) {
+  // Most systems have both, one within the other, and not the same troubles with both.
+  hello_["display"] = display == "x11" ? "wayland" : "x11";
+  if (!mayStartAgain_) hello_.erase("display");  // no other is left, and the next popup begins anew
+  helperIsLost("a window does not come up on " + display);
+}
+
 // A helper with nothing on screen may take its time; at rest the game is not woken for it.
 void WebHostSession::watchHelper() {
   if (!isShutDown() && !isForeignProcess()) {

@@ -52,6 +52,9 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
   void forget(WebHostId object);
   void windowShown(WebHostId window);
   void windowClosed(WebHostId window);
+  /// A window did not come up on that display system, "x11" or "wayland", whatever the helper did.
+  /// Only from the pump.
+  void windowIsStuck(const std::string& display);
   /// How large the popup is, or is about to be; an empty size tells nothing.
   void sizeKnown(const Size& size);
   /// Runs `task` from the pump, unless all is shut down by then.
@@ -85,7 +88,7 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
   LinuxDevice& device_;    // not to be used then
   const pid_t process_;
   const WebHostLauncher launcher_;
-  const WebHostMessage hello_;
+  WebHostMessage hello_;
   WebHostReaper reaper_;
   WebHostWatchdog watchdog_;
   WebHostBackOff backOff_;

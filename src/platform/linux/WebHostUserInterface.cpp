@@ -77,10 +77,12 @@ Rect WebHostUserInterface::mainScreenBounds() const {
 
 std::shared_ptr<Window> WebHostUserInterface::makeWindow(const Rect& frame) {
   session_->start();
-  const bool fullScreen = frame.width <= 0 || frame.height <= 0;
-  const Rect place = fullScreen ? mainScreenBounds() : frame;
+  const Rect all = mainScreenBounds();
+  // The game's window may move before the helper reads this, so all there is has no numbers.
+  const bool coversAll = frame.width <= 0 || frame.height <= 0 || frame == all;
+  const Rect place = coversAll ? all : frame;
   session_->sizeKnown({place.width, place.height});
-  return WebHostWindow::make(session_, frame, {place.width, place.height});
+  return WebHostWindow::make(session_, coversAll ? Rect{} : frame, {place.width, place.height});
 }
 
 std::shared_ptr<Layout> WebHostUserInterface::loadLayout(const std::string& bundlePath,

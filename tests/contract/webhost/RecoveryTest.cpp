@@ -355,5 +355,43 @@ TEST_F(WebHostRecovery, WhoIsAnsweredMayShutEverythingDown) {
   EXPECT_EQ(answers, 1) << "nothing is called back after the shutdown";
 }
 
+TEST_F(WebHostRecovery, AWindowThatDoesNotComeUpIsTriedOnTheOtherDisplaySystem) {
+  startReady();
+  openWindow();
+  window_->makeKeyAndVisible();
+  receive(R"({"type":"window.stuck","window":1,"display":"wayland"})");
+  EXPECT_THAT(takeLines(), ElementsAre(HasSubstr("does not come up on wayland")));
+  ASSERT_EQ(hosts_.count(), 2U);
+  const auto replayed = hosts_.last().messages();
+  ASSERT_FALSE(replayed.empty());
+  EXPECT_EQ(replayed.front().at("display"), "x11");
+  EXPECT_EQ(replayed.back().at("type"), "window.show");
+  EXPECT_EQ(failures(), 0U);
+}
+
+TEST_F(WebHostRecovery, AWindowThatComesUpNowhereEndsTheRunAndTheNextBeginsAnew) {
+  startReady();
+  openWindow();
+  window_->makeKeyAndVisible();
+  receive(R"({"type":"window.stuck","window":1,"display":"x11"})");
+  hosts_.last().becomeReady();
+  pump();
+  receive(R"({"type":"window.stuck","window":1,"display":"wayland"})");
+  EXPECT_EQ(failures(), 1U);
+  EXPECT_THAT(controller_->calls.back(), HasSubstr("does not come up on wayland"));
+  window_.reset();
+  window_ = client_->makeWindow({});
+  ASSERT_EQ(hosts_.count(), 3U);
+  EXPECT_FALSE(hosts_.last().messages("hello").front().contains("display"));
+}
+
+TEST_F(WebHostRecovery, AStuckWindowThatIsClosedByThenCountsForNothing) {
+  startReady();
+  openWindow();
+  window_.reset();
+  receive(R"({"type":"window.stuck","window":1,"display":"x11"})");
+  EXPECT_EQ(hosts_.count(), 1U);
+}
+
 }  // namespace
 }  // namespace zovk

@@ -1,0 +1,250 @@
+#include "GameStandIn.h"
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <functional>
+#include <stdexcept>
+
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace zovk {
+namespace {
+
+constexpr std::chrono::seconds kBound{20};
+constexpr int kLookMilliseconds = 20;
+
+Display* asDisplay(void* display) {
+  return static_cast<Display*>(display);
+}
+
+Display* open(const std::string& name) {
+  Display* display = XOpenDisplay(name.empty() ? nullptr : name.c_str());
+  if (display == nullptr) throw std::runtime_error("no X11 display " + name);
+  return display;
+}
+
+int ignoreError(Display*, XErrorEvent*) {
+  return 0;  // windows of others may go while they are asked about
+}
+
+/// Looks whenever the server has something to tell, and a few times a second.
+void awaitOn(Display* display, const char* what, const std::function<bool()>& done) {
+  const auto deadline = std::chrono::steady_clock::now() + kBound;
+  while (!done()) {
+    if (std::chrono::steady_clock::now() > deadline) throw std::runtime_error(what);
+    pollfd ready{ConnectionNumber(display), POLLIN, 0};
+    ::poll(&ready, 1, kLookMilliseconds);
+  }
+}
+
+Atom atom(Display* display, const char* name) {
+  return XInternAtom(display, name, False);
+}
+
+std::string propertyBytes(Display* display, Window window, const char* name) {
+  Atom type = None;
+  int format = 0;
+  unsigned long count = 0;
+  unsigned long left = 0;
+  unsigned char* data = nullptr;
+  XGetWindowProperty(display, window, atom(display, name), 0, 1024, False, AnyPropertyType, &type,
+                     &format, &count, &left, &data);
+  const std::size_t unit = format == 32 ? sizeof(long) : static_cast<std::size_t>(format) / 8;
+  std::string bytes(data == nullptr ? "" : reinterpret_cast<char*>(data),
+                    data == nullptr ? 0 : count * unit);
+  if (data != nullptr) XFree(data);
+  return bytes;
+}
+
+unsigned long number(Display* display, Window window, const char* name) {
+  const std::string bytes = propertyBytes(display, window, name);
+  return bytes.size() == sizeof(unsigned long)
+             ? *reinterpret_cast<const unsigned long*>(bytes.data())
+             : 0;
+}
+
+Place placeOf(Display* display, Window window) {
+  XWindowAttributes facts{};
+  if (XGetWindowAttributes(display, window, &facts) == 0) return {};
+  Place place{0, 0, facts.width, facts.height};
+  Window child = None;
+  XTranslateCoordinates(display, window, facts.root, 0, 0, &place.x, &place.y, &child);
+  return place;
+}
+
+Window transientBelow(Display* display, Window parent, Window wanted) {
+  Window root = 0;
+  Window above = 0;
+  Window* children = nullptr;
+  unsigned int count = 0;
+  if (XQueryTree(display, parent, &root, &above, &children, &count) == 0) return 0;
+  Window found = 0;
+  for (unsigned int i = 0; i < count && found == 0; ++i) {
+    found = number(display, children[i], "WM_TRANSIENT_FOR") == wanted
+                ? children[i]
+                : transientBelow(display, children[i], wanted);
+  }
+  if (children != nullptr) XFree(children);
+  return found;
+}
+
+}  // namespace
+
+GameStandIn::GameStandIn(const Place& place, const std::string& name) : display_(open(name)) {
+  XSetErrorHandler(ignoreError);
+  Display* display = asDisplay(display_);
+  window_ = XCreateSimpleWindow(display, DefaultRootWindow(display), place.x, place.y,
+                                static_cast<unsigned int>(place.width),
+                                static_cast<unsigned int>(place.height), 0, 0, 0);
+  const std::string title = "The Game";
+  XChangeProperty(display, window_, atom(display, "_NET_WM_NAME"), atom(display, "UTF8_STRING"), 8,
+                  PropModeReplace, reinterpret_cast<const unsigned char*>(title.data()),
+                  static_cast<int>(title.size()));
+  XSizeHints hints{};
+  hints.flags = USPosition | USSize;
+  XSetWMNormalHints(display, window_, &hints);
+  XSelectInput(display, window_, StructureNotifyMask | FocusChangeMask);
+  XMapWindow(display, window_);
+  awaitViewable(window_, true);
+}
+
+GameStandIn::~GameStandIn() {
+  XCloseDisplay(asDisplay(display_));
+}
+
+void GameStandIn::move(const Place& place) {
+  XMoveResizeWindow(asDisplay(display_), window_, place.x, place.y,
+                    static_cast<unsigned int>(place.width),
+                    static_cast<unsigned int>(place.height));
+  XFlush(asDisplay(display_));
+}
+
+void GameStandIn::minimise() {
+  Display* display = asDisplay(display_);
+  XIconifyWindow(display, window_, DefaultScreen(display));
+  XFlush(display);
+}
+
+void GameStandIn::activate() {
+  Display* display = asDisplay(display_);
+  XEvent event{};
+  event.xclient.type = ClientMessage;
+  event.xclient.window = window_;
+  event.xclient.message_type = atom(display, "_NET_ACTIVE_WINDOW");
+  event.xclient.format = 32;
+  event.xclient.data.l[0] = 2;  // as a task bar asks
+  XSendEvent(display, DefaultRootWindow(display), False,
+             SubstructureRedirectMask | SubstructureNotifyMask, &event);
+  XFlush(display);
+}
+
+void GameStandIn::awaitFocus(bool focused) {
+  Display* display = asDisplay(display_);
+  awaitOn(display, focused ? "the game did not get the keyboard" : "the game kept the keyboard",
+          [&] {
+            Window owner = None;
+            int revert = 0;
+            XGetInputFocus(display, &owner, &revert);
+            return (owner == window_) == focused;
+          });
+}
+
+Place GameStandIn::place() const {
+  return placeOf(asDisplay(display_), window_);
+}
+
+std::uint64_t GameStandIn::popup() const {
+  Display* display = asDisplay(display_);
+  return transientBelow(display, DefaultRootWindow(display), window_);
+}
+
+void GameStandIn::awaitPlace(std::uint64_t window, const Place& wanted) const {
+  Display* display = asDisplay(display_);
+  try {
+    awaitOn(display, "", [&] { return placeOf(display, window) == wanted; });
+  } catch (const std::runtime_error&) {
+    const Place last = placeOf(display, window);
+    throw std::runtime_error("the window did not come to its place, but to " +
+                             std::to_string(last.x) + "," + std::to_string(last.y) + " " +
+                             std::to_string(last.width) + "x" + std::to_string(last.height));
+  }
+}
+
+void GameStandIn::awaitViewable(std::uint64_t window, bool viewable) const {
+  Display* display = asDisplay(display_);
+  awaitOn(display, viewable ? "the window did not come up" : "the window stayed", [&] {
+    XWindowAttributes facts{};
+    const bool known = XGetWindowAttributes(display, window, &facts) != 0;
+    return (known && facts.map_state == IsViewable) == viewable;
+  });
+}
+
+bool GameStandIn::isOverrideRedirect(std::uint64_t window) const {
+  XWindowAttributes facts{};
+  XGetWindowAttributes(asDisplay(display_), window, &facts);
+  return facts.override_redirect == True;
+}
+
+bool GameStandIn::isDialog(std::uint64_t window) const {
+  Display* display = asDisplay(display_);
+  return number(display, window, "_NET_WM_WINDOW_TYPE") ==
+         atom(display, "_NET_WM_WINDOW_TYPE_DIALOG");
+}
+
+std::string GameStandIn::title(std::uint64_t window) const {
+  return propertyBytes(asDisplay(display_), window, "_NET_WM_NAME");
+}
+
+BareScreen::BareScreen(const std::string& size) {
+  std::array<int, 2> ends{};
+  if (pipe(ends.data()) != 0) throw std::runtime_error("no pipe");
+  const std::string descriptor = std::to_string(ends[1]);
+  std::string screen = size + "x24";
+  std::vector<std::string> words{"Xvfb", "-displayfd", descriptor, "-screen", "0",
+                                 screen, "-nolisten",  "tcp",      "-noreset"};
+  std::vector<char*> arguments;
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  const int error = posix_spawnp(&pid_, "Xvfb", nullptr, nullptr, arguments.data(), environ);
+  close(ends[1]);
+  std::string number;
+  for (char c = 0; error == 0 && read(ends[0], &c, 1) == 1 && c != '\n';) number += c;
+  close(ends[0]);
+  if (number.empty()) throw std::runtime_error("no X server");
+  name_ = ":" + number;
+}
+
+BareScreen::~BareScreen() {
+  if (pid_ <= 0) return;
+  kill(pid_, SIGTERM);
+  waitpid(pid_, nullptr, 0);
+}
+
+std::vector<std::string> BareScreen::environment() const {
+  return {"DISPLAY=" + name_, "XAUTHORITY", "WAYLAND_DISPLAY"};
+}
+
+IdleManager::IdleManager(const BareScreen& screen) : display_(open(screen.name())) {
+  Display* display = asDisplay(display_);
+  const Window root = DefaultRootWindow(display);
+  const Window sign = XCreateSimpleWindow(display, root, 0, 0, 1, 1, 0, 0, 0);
+  for (const Window window : {root, sign}) {
+    XChangeProperty(display, window, atom(display, "_NET_SUPPORTING_WM_CHECK"), XA_WINDOW, 32,
+                    PropModeReplace, reinterpret_cast<const unsigned char*>(&sign), 1);
+  }
+  XSelectInput(display, root, SubstructureRedirectMask);
+  XSync(display, False);
+}
+
+IdleManager::~IdleManager() {
+  XCloseDisplay(asDisplay(display_));
+}
+
+}  // namespace zovk
