@@ -25,7 +25,8 @@ WAIT_MILLISECONDS = 1000
 MOST_DELIVERIES = 5
 # A consumer that holds entries for so long without a sign has died.
 ABANDONED_MILLISECONDS = 30_000
-LONGEST_PAUSE = 5.0
+SHORTEST_PAUSE = 0.1
+LONGEST_PAUSE = 2.0
 
 COLUMNS = [field.name for field in dataclasses.fields(Report)]
 TYPES = {"pop_id": "integer", "received": "timestamptz", "channel_id": "bigint"}
@@ -89,6 +90,14 @@ class Stream:
         if not held:
             return [], 0
         return self._read("0", 1, None), held[0]["times_delivered"]
+
+    def forgive(self):
+        """That the database or the stream went away is no fault of what was being stored: its
+        deliveries are counted from the start again, so that only ends of the consumer count."""
+        held = self.redis.xpending_range(STREAM, GROUP, "-", "+", LARGEST_BATCH, self.name)
+        if held:
+            ids = [entry["message_id"] for entry in held]
+            self.redis.xclaim(STREAM, GROUP, self.name, 0, ids, retrycount=0, justid=True)
 
     def _read(self, start, count, wait):
         answer = self.redis.xreadgroup(GROUP, self.name, {STREAM: start}, count, wait)
@@ -175,20 +184,27 @@ def connected(arguments):
 
 def serve(arguments):
     """Begins anew, by and by, when the stream or the database has gone."""
-    pause = 0.1
+    pause = SHORTEST_PAUSE
+    failed = False
     while True:
         consumer = None
         try:
+            began = time.monotonic()
             consumer = connected(arguments)
-            pause = 0.1
+            if failed:
+                consumer.stream.forgive()
+                failed = False
             consumer.run()
         except (redis.RedisError, psycopg.Error) as error:
+            failed = True
             # Messages of the database may quote what could not be stored.
             print(f"waiting: {type(error).__name__}", file=sys.stderr, flush=True)
         finally:
             if consumer:
                 consumer.stream.close()
                 consumer.database.close()
+        if time.monotonic() - began > LONGEST_PAUSE:
+            pause = SHORTEST_PAUSE
         time.sleep(pause)
         pause = min(pause * 2, LONGEST_PAUSE)
 

@@ -5,7 +5,7 @@ import unittest
 
 import psycopg
 
-from deployment import INSTALL, parameters, report_body, the_deployment
+from deployment import INSTALL, parameters, report_body, the_deployment, wait_until
 
 
 def fields_of(body):
@@ -52,8 +52,8 @@ class Reports(unittest.TestCase):
         self.assertEqual(self.edge.rows("SELECT count(*) FROM put_aside")[0][0], before + len(odd))
 
     def test_that_the_database_refuses_are_put_aside_without_their_neighbours(self):
-        self.change_table("ADD CONSTRAINT tested CHECK (player <> 'refused')")
-        self.addCleanup(self.change_table, "DROP CONSTRAINT tested")
+        self.execute("ALTER TABLE reports ADD CONSTRAINT tested CHECK (player <> 'refused')")
+        self.addCleanup(self.execute, "ALTER TABLE reports DROP CONSTRAINT tested")
         with self.edge.halted("consumer"):
             for player in ("before", "refused", "after"):
                 self.edge.report(report_body(player), install=player)
@@ -62,9 +62,9 @@ class Reports(unittest.TestCase):
         self.assertEqual(self.rows_of("refused"), [])
         self.assertIn(("CheckViolation",), self.edge.rows("SELECT reason FROM put_aside"))
 
-    def change_table(self, change):
+    def execute(self, statement):
         with psycopg.connect(self.edge.places.database, autocommit=True) as connection:
-            connection.execute("ALTER TABLE reports " + change)
+            connection.execute(statement)
 
     def test_that_end_the_consumer_each_time_are_put_aside_in_the_end(self):
         stream = self.edge.stream()
@@ -78,6 +78,23 @@ class Reports(unittest.TestCase):
         reasons = self.edge.rows("SELECT reason FROM put_aside WHERE stream_id = %s",
                                  poisoned.decode())
         self.assertEqual(reasons, [("was taken up 5 times without an end",)])
+
+    def test_are_not_put_aside_because_the_database_went_away(self):
+        stream = self.edge.stream()
+        with self.edge.halted("consumer"):
+            held = stream.xadd("reports", fields_of(report_body("blameless")))
+            stream.xreadgroup("database", "one", {"reports": ">"})
+            # One more end of the consumer would be too many.
+            stream.xclaim("reports", "database", "one", 0, [held], retrycount=4)
+            self.execute("CREATE FUNCTION full_disk() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN "
+                     "RAISE EXCEPTION 'full' USING ERRCODE = 'disk_full'; END $$")
+            self.execute("CREATE TRIGGER tested BEFORE INSERT ON reports EXECUTE FUNCTION full_disk()")
+            self.edge.signal_part("consumer", signal.SIGKILL)
+        log = self.edge.places.part("consumer") / "output.log"
+        known = log.read_text().count("waiting")
+        wait_until(lambda: log.read_text().count("waiting") >= known + 3, "it has failed thrice")
+        self.execute("DROP FUNCTION full_disk CASCADE")
+        self.assertEqual(len(self.rows_of("blameless")), 1)
 
     def test_that_an_ended_consumer_held_are_stored_by_the_next(self):
         stream = self.edge.stream()

@@ -87,8 +87,10 @@ class Kills(unittest.TestCase):
         stored = {row[0] for row in deployment.rows(
             "SELECT player FROM reports WHERE player LIKE 'sender%%'")}
         lost = senders.promised - stored
+        aside = deployment.rows("SELECT reason, count(*) FROM put_aside WHERE path = '/report/kill'"
+                                " GROUP BY reason")
         print(f"\nkilled {killed}; promised {len(senders.promised)}, not promised "
-              f"{senders.refused}, stored {len(stored)}, lost {len(lost)}")
+              f"{senders.refused}, stored {len(stored)}, lost {len(lost)}; put aside {aside}")
         self.assertEqual(lost, set())
         self.assertGreater(len(senders.promised), KILLS * BETWEEN)
 
