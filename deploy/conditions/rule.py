@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """An example of a studio's own rule: who is to see a conditional popup.
 
-Whom a popup is for stands in Redis: the members of the set "popup:ID" see it. A real one asks
+Whom a popup is for stands in Redis: the members of the set "popup:ID" see it, and a web page gets
+what stands in "popup:ID:extra", a JSON object. A real one asks
 whatever the studio has, from memory, and answers within 200 ms; the edge says no for it after that.
 The edge has checked the signature. What the request says of the player is still only a claim.
 """
@@ -29,11 +30,14 @@ async def answer(request):
     if not isinstance(player, str) or not isinstance(popup, int):
         return web.json_response({"need_popup": 0})
     # Asked twice for each popup, it must answer the same: nothing is counted here.
+    store = request.app["redis"]
     try:
-        needed = await request.app["redis"].sismember(f"popup:{popup}", player)
+        if not await store.sismember(f"popup:{popup}", player):
+            return web.json_response({"need_popup": 0})
+        extra = readable(await store.get(f"popup:{popup}:extra") or "{}")
     except RedisError:
-        needed = False
-    return web.json_response({"need_popup": int(bool(needed))})
+        return web.json_response({"need_popup": 0})
+    return web.json_response({"need_popup": 1, **({"extra": extra} if extra else {})})
 
 
 def application(store):

@@ -103,6 +103,7 @@ def prepare(places, words):
     fill_in("intake/redis.conf.in", places.part("stream") / "redis.conf", words)
     fill_in("intake/webdis.json.in", places.part("queue") / "webdis.json", words)
     prepare_edge(places, words)
+    fill_in("watching/prometheus.yml.in", places.part("metrics") / "prometheus.yml", words)
     make_database(places)
 
 
@@ -124,6 +125,10 @@ def all_parts(places, facts):
                           "--database", places.database], lambda: functions_loaded(places)),
         Part("rule", [*python, DEPLOY / "conditions" / "rule.py", "--socket", places.rule,
                       "--store", places.stream], lambda: exists_and_answers(places.rule)),
+        Part("metrics", [*python, DEPLOY / "watching" / "exporter.py", "--log",
+                         places.part("edge") / "access.log", "--stream", places.stream,
+                         "--database", places.database, "--port", facts["metrics_port"]],
+             lambda: listens(facts["metrics_port"])),
         Part("edge", ["nginx", "-p", places.part("edge"), "-e", "error.log", "-c",
                       places.part("edge") / "nginx.conf"],
              lambda: listens(facts["http_port"]) and listens(facts["https_port"])),

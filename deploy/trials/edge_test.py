@@ -160,7 +160,7 @@ class Files(unittest.TestCase):
 
     def test_nothing_else_of_the_site_is_shown(self):
         for target in ("/releases/0/popup/get_info", "/current", "/", "/games.json", "/_queue",
-                       "/_rule", "/pages/../games.json"):
+                       "/_queue_alone", "/_rule", "/pages/../games.json"):
             with self.subTest(target):
                 try:
                     self.assertIn(self.edge.get(target).status, (400, 404))

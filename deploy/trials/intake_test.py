@@ -1,11 +1,14 @@
 """What becomes of reports behind the edge."""
+import http.server
 import json
 import signal
+import threading
 import unittest
 
 import psycopg
 
 from deployment import INSTALL, parameters, report_body, the_deployment, wait_until
+from parts import listens
 
 
 def fields_of(body):
@@ -123,6 +126,54 @@ class Reports(unittest.TestCase):
         with self.edge.halted("stream"):
             self.assertEqual(self.edge.report(report_body("unlucky"), install=INSTALL + "S").status,
                              503)
+
+    def answer_for_webdis(self, answers):
+        """Takes the place of webdis, which nobody starts again meanwhile; gives these answers in
+        turn, in which NAME is the report's, and the commands that came."""
+        commands = []
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            protocol_version = "HTTP/1.1"
+
+            def do_PUT(self):
+                self.rfile.read(int(self.headers["Content-Length"]))
+                commands.append(self.path.split("/"))
+                said = answers[len(commands) - 1].replace("NAME", commands[-1][6])
+                self.send_response(200)
+                self.send_header("Content-Length", str(len(said)))
+                self.send_header("Connection", "close")
+                self.end_headers()
+                self.wfile.write(said.encode())
+
+            def log_message(self, *_):
+                pass
+
+        self.edge.signal_supervisor(signal.SIGSTOP)
+        self.addCleanup(wait_until, lambda: self.edge.report(report_body("again")).status == 200,
+                        "webdis is back")
+        self.addCleanup(self.edge.signal_supervisor, signal.SIGCONT)
+        self.edge.signal_part("queue", signal.SIGKILL)
+        port = self.edge.facts["queue_port"]
+        wait_until(lambda: not listens(port), "webdis has gone")
+        server = http.server.ThreadingHTTPServer(("127.0.0.1", port), Handler)
+        server.daemon_threads = True
+        thread = threading.Thread(target=server.serve_forever)
+        thread.start()
+        self.addCleanup(thread.join)
+        self.addCleanup(server.server_close)
+        self.addCleanup(server.shutdown)
+        return commands
+
+    def test_are_promised_by_their_own_answer_only(self):
+        another = '{"FCALL":"0123456789abcdef0123456789abcdef 1700000000000-0"}'
+        commands = self.answer_for_webdis(
+            ['{"FCALL":"NAME 1700000000000-0"}', another, '{"FCALL":"NAME 1700000000000-1"}',
+             another, another, '{"FCALL":[false,"NAME"]}', "NAME", '{"FCALL":null}'])
+        statuses = [self.edge.report(report_body("mine")).status for _ in range(6)]
+        self.assertEqual(statuses, [200, 200, 503, 503, 503, 503])
+        # The second attempt has the same name, so that either answer would count.
+        self.assertEqual(commands[1][6], commands[2][6])
+        self.assertEqual(len(commands), 8)
 
     def test_wait_while_the_database_is_away(self):
         with self.edge.halted("database"):
