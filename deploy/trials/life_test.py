@@ -15,6 +15,20 @@ def down(places):
                           capture_output=True, text=True)
 
 
+class Addresses(unittest.TestCase):
+    def test_that_ask_too_much_are_held_up(self):
+        deployment = Deployment("--per-address", "1")
+        try:
+            url = f"http://127.0.0.1:{deployment.http_port}/popup/get_info?[1-1500]"
+            answers = subprocess.run(["curl", "-s", "-Z", "--parallel-max", "100", "-o", "/dev/null",
+                                      "-w", "%{http_code}\n", url], check=False,
+                                     capture_output=True, text=True).stdout.split()
+            self.assertGreaterEqual(answers.count("404"), 1000)
+            self.assertGreater(answers.count("429"), 300)
+        finally:
+            deployment.close()
+
+
 class Life(unittest.TestCase):
     def assert_nothing_left(self, places):
         self.assertFalse(places.state.exists())
