@@ -32,6 +32,12 @@ class Conditions(unittest.TestCase):
         self.assertEqual(self.answer_to("friend"), {"need_popup": 1})
         self.assertEqual(self.answer_to("stranger"), {"need_popup": 0})
 
+    def test_bring_a_page_what_the_rule_gives_with_its_yes(self):
+        self.edge.stream().set("popup:17:extra", '{"boats": 3}')
+        self.addCleanup(self.edge.stream().delete, "popup:17:extra")
+        self.assertEqual(self.answer_to("friend"), {"need_popup": 1, "extra": {"boats": 3}})
+        self.assertEqual(self.answer_to("stranger"), {"need_popup": 0})
+
     def test_are_not_asked_of_the_rule_without_a_signature(self):
         self.assertIsNone(self.answer_to("friend", key="wrong"))
 
