@@ -28,6 +28,7 @@ zovk::ZOVKPopupHostSettings hostSettings(const zovkpopup_settings& given) {
   constexpr std::uint64_t kMost = std::numeric_limits<std::uint32_t>::max();
   const auto pageMemory = static_cast<std::uint32_t>(std::min(given.page_memory, kMost));
   if (pageMemory != 0) settings.pageMemory = pageMemory;
+  settings.drawing = textOrEmpty(given.drawing);
   return settings;
 }
 

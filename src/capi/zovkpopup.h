@@ -108,6 +108,12 @@ typedef struct zovkpopup_settings {
   /// How many megabytes (of 1,048,576 bytes) a page's process may take before it is ended and its
   /// page loaded again, 64 at least; by default 1024.
   uint64_t page_memory;
+  /// How popups are drawn, in any case: "hardware", by the graphics processor; "software", without
+  /// it; "plain", with the least memory, for pages that are opaque or stand still; "auto", the
+  /// default, by the graphics processor where there is one; "look" is the same, but asks the
+  /// graphics driver even where no device is seen. The player's environment variable
+  /// `ZOVKPOPUP_DRAWING` goes before it.
+  const char* drawing;
 } zovkpopup_settings;
 
 /// Call it once before anything else, and again only after `zovkpopup_shut_down`. NULL is all

@@ -103,10 +103,10 @@ std::shared_ptr<Platform> hostPlatform() {
 
 bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
   if (host().now().platform != nullptr) return setUp(std::shared_ptr<HostedPlatform>());
-  return setUp(
-      makeDefaultPlatform({settings.applicationId, settings.resourceDirectory,
-                           settings.dataDirectory, settings.helperPath, settings.nativeWindow,
-                           settings.certificateAuthority, settings.logSink, settings.pageMemory}));
+  return setUp(makeDefaultPlatform({settings.applicationId, settings.resourceDirectory,
+                                    settings.dataDirectory, settings.helperPath,
+                                    settings.nativeWindow, settings.certificateAuthority,
+                                    settings.logSink, settings.pageMemory, settings.drawing}));
 }
 
 bool ZOVKPopupHost::setUp(std::shared_ptr<HostedPlatform> platform) {

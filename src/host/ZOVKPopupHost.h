@@ -38,6 +38,12 @@ struct ZOVKPopupHostSettings {
   /// How many megabytes (of 1,048,576 bytes) a page's process may take, 64 at least. It is looked
   /// at once a second; a process that has more is ended, and its page is loaded again.
   std::uint32_t pageMemory = 1024;
+  /// How popups are drawn, in any case: "hardware", by the graphics processor; "software", without
+  /// it; "plain", with the least memory, for pages that are opaque or stand still; "auto", the
+  /// default, by the graphics processor where there is one; "look" is the same, but asks the
+  /// graphics driver even where no device is seen. The player's environment variable
+  /// `ZOVKPOPUP_DRAWING` goes before it. Hardware that fails is not tried again.
+  std::string drawing;
 };
 
 /// Ties the popups to a game's loop. Every call belongs to one thread, the main thread: the one

@@ -30,6 +30,9 @@ struct PlatformSettings {
   std::function<void(std::string_view line)> logSink;
   /// How many megabytes (of 1,048,576 bytes) a page's process may take before it is ended.
   std::uint32_t pageMemory = 1024;
+  /// How popups are drawn, in any case: "auto", "look", "hardware", "software" or "plain". Empty is
+  /// "auto".
+  std::string drawing;
 };
 
 /// A platform that a host drives. Made, pumped and shut down on one thread, the main thread.

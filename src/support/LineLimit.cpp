@@ -6,7 +6,7 @@
 namespace zovk {
 namespace {
 
-constexpr double kSeconds = 1;
+constexpr double kSecondsBetweenLines = 1;
 
 std::string withCount(std::string text, std::size_t others) {
   if (others > 0) text += " (" + std::to_string(others) + " more such lines held back)";
@@ -18,16 +18,12 @@ std::string withCount(std::string text, std::size_t others) {
 std::optional<std::string> LineLimit::line(std::string text, std::size_t count) {
   const double now = clock_();
   const LockGuard lock(mutex_);
-  if (!secondBegan_ || now - *secondBegan_ >= kSeconds) {
-    secondBegan_ = now;
-    left_ = perSecond_;
-  }
-  if (left_ == 0) {
+  if (written_ && now - *written_ < kSecondsBetweenLines) {
     last_ = std::move(text);
     held_ += count;
     return std::nullopt;
   }
-  --left_;
+  written_ = now;
   last_.clear();
   return withCount(std::move(text), std::exchange(held_, 0) + count - 1);
 }
@@ -36,8 +32,7 @@ std::optional<std::string> LineLimit::rest() {
   const double now = clock_();
   const LockGuard lock(mutex_);
   if (held_ == 0) return std::nullopt;
-  secondBegan_ = now;
-  left_ = perSecond_ - 1;
+  written_ = now;
   return withCount(std::exchange(last_, {}), std::exchange(held_, 0) - 1);
 }
 

@@ -7,6 +7,7 @@
 #include <gtk/gtk.h>
 
 #include "webhost/DesktopTheme.h"
+#include "webhost/Renderer.h"
 #include "webhost/UrlOpener.h"
 
 namespace zovk {
@@ -20,18 +21,29 @@ Greeting readGreeting(const Arguments& arguments) {
   greeting.developerTools = arguments.flag("developerTools");
   greeting.pageMemory = arguments.wholeNumber("pageMemory");
   if (arguments.has("display")) greeting.display = arguments.text("display");
+  greeting.drawing.asked = askedDrawing(arguments.text("drawing"));
+  greeting.drawing.failedBefore = arguments.flag("drawingFailed");
   return greeting;
+}
+
+/// The display systems to try, in order, as the toolkit takes them.
+std::string displaysFor(const Greeting& greeting) {
+  if (!greeting.display.empty()) return greeting.display;
+  // The popup can stand in front of the game's X11 window only as an X11 window itself.
+  return greeting.nativeWindow != 0 ? "x11,*" : "*";
+}
+
+DrawingChoice drawingFor(const Greeting& greeting) {
+  constexpr const char* kThisProgram = "/proc/self/exe";
+  return chooseDrawing(greeting.drawing, {hasGraphicsDevice, [&greeting] {
+                                            return rendererOf(kThisProgram, displaysFor(greeting));
+                                          }});
 }
 
 bool startToolkit(const Greeting& greeting) {
   g_set_prgname(greeting.application.c_str());
   g_set_application_name(greeting.application.c_str());
-  if (!greeting.display.empty()) {
-    gdk_set_allowed_backends(greeting.display.c_str());
-  } else if (greeting.nativeWindow != 0) {
-    // The popup can stand in front of the game's X11 window only as an X11 window itself.
-    gdk_set_allowed_backends("x11,*");
-  }
+  gdk_set_allowed_backends(displaysFor(greeting).c_str());
   return gtk_init_check() == TRUE;
 }
 
@@ -41,13 +53,15 @@ void warmUpWindow() {
   gtk_widget_realize(gtk_window_new());
 }
 
-void sendReady(const EventSink& events, const Host& host) {
+void sendReady(const EventSink& events, const Host& host, const DrawingChoice& choice) {
   boost::json::array schemes;
   for (const std::string& scheme : openableSchemes()) schemes.emplace_back(scheme);
   events({{"type", "ready"},
           {"version", kWebHostProtocolVersion},
           {"screen", host.screen()},
-          {"schemes", schemes}});
+          {"schemes", schemes},
+          {"drawing", nameOf(choice.drawing)},
+          {"renderer", choice.renderer}});
 }
 
 }  // namespace
@@ -83,14 +97,17 @@ void Dispatcher::greet(const Arguments& arguments) {
 }
 
 void Dispatcher::start(const Greeting& greeting) {
+  const DrawingChoice choice = drawingFor(greeting);
+  if (!choice.line.empty()) sendLog(events_, choice.line);
+  prepareDrawing(choice.drawing);
   if (!startToolkit(greeting)) return fail("no display");
   followDesktopTheme();
   control_.pause();
-  host_ = std::make_unique<Host>(greeting, events_);
+  host_ = std::make_unique<Host>(greeting, events_, choice.drawing);
   warmUpWindow();
-  host_->webViewFactory().whenReady([this] {
+  host_->webViewFactory().whenReady([this, choice] {
     host_->webViewFactory().prepareSpare();
-    sendReady(events_, *host_);
+    sendReady(events_, *host_, choice);
     control_.resume();
   });
 }

@@ -21,11 +21,13 @@ T* findIn(const std::map<Id, std::unique_ptr<T>>& items, Id id) {
 
 }  // namespace
 
-Host::Host(const Greeting& greeting, EventSink events)
+Host::Host(const Greeting& greeting, EventSink events, Drawing drawing)
     : events_(std::move(events)),
       developerTools_(greeting.developerTools),
+      drawing_(drawing),
       game_(greeting.nativeWindow, events_, gameListener()),
-      webViewFactory_(greeting.dataDirectory + "/webhost", developerTools_, greeting.pageMemory),
+      webViewFactory_(
+          {greeting.dataDirectory + "/webhost", developerTools_, greeting.pageMemory, drawing}),
       views_([this](Id id, GtkWidget* widget) { onViewDropped(id, widget); }),
       toldScreen_(coveredFrame(game_)) {
   g_signal_connect(gdk_display_get_monitors(gdk_display_get_default()), "items-changed",
@@ -139,7 +141,8 @@ void Host::openWebView(Id id, const WebViewWishes& wishes,
     for (const auto& [number, shown] : windows_) shown->progress().update(page, loaded);
   };
   auto host = std::make_unique<WebViewHost>(id, std::move(view), handlers, events_, progress,
-                                            webViewFactory_.refusal());
+                                            webViewFactory_.refusal(), drawing_);
+  if (!wishes.opaque) host->setBackground({0, 0, 0, 0});
   openLimit_.webViewMade();
   views_.add(id, host->widget());
   webViews_.emplace(id, std::move(host));

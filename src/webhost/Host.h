@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "webhost/ConstraintBook.h"
+#include "webhost/Drawing.h"
 #include "webhost/Events.h"
 #include "webhost/GameWindow.h"
 #include "webhost/LayoutHost.h"
@@ -27,13 +28,14 @@ struct Greeting {
   bool developerTools = false;
   std::int64_t pageMemory = 0;  ///< In megabytes.
   std::string display{};        ///< The display system to use, "x11" or "wayland"; empty for any.
+  DrawingWish drawing{};
 };
 
 /// Everything that the game has made in this process, by number.
 class Host {
  public:
   /// Needs a display.
-  Host(const Greeting& greeting, EventSink events);
+  Host(const Greeting& greeting, EventSink events, Drawing drawing = Drawing::kPlain);
   ~Host();
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
@@ -76,6 +78,7 @@ class Host {
 
   EventSink events_;
   bool developerTools_;
+  Drawing drawing_;
   GameWindow game_;
   WebViewFactory webViewFactory_;
   OpenLimit openLimit_;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "webhost/GObjectPtr.h"
+#include "webhost/PageView.h"
 
 namespace zovk {
 namespace {
@@ -17,13 +18,24 @@ constexpr const char* kTwoFrames =
 /// Keeps the script apart from those of the page.
 constexpr const char* kScriptWorld = "zovkpopup";
 constexpr guint kPageMilliseconds = 1000;
+/// Software GL takes its time where processors are few or busy.
+constexpr guint kFirstPictureMilliseconds = 10000;
+constexpr guint kLookMilliseconds = 10;
 
+/// Somebody who waits for a page's paint. It goes once that somebody was served and the page has
+/// answered, which it may do long after.
 struct PagePaint {
+  GObjectPtr<WebKitWebView> view;
   std::function<void()> next;
   SourceGuard deadline;
+  SourceGuard look;
+  gint64 answered = 0;  // when the page did
 
-  void finish() {
-    if (const auto due = std::exchange(next, nullptr)) due();
+  static void finish(PagePaint* paint) {
+    paint->deadline = {};
+    paint->look = {};
+    if (const auto due = std::exchange(paint->next, nullptr)) due();
+    if (paint->answered != 0) delete paint;
   }
 };
 
@@ -31,16 +43,27 @@ struct PagePaint {
 gboolean onDeadline(gpointer data) {
   auto* paint = static_cast<PagePaint*>(data);
   paint->deadline.forget();
-  paint->finish();
+  PagePaint::finish(paint);
+  return G_SOURCE_REMOVE;
+}
+
+gboolean onLook(gpointer data) {
+  auto* paint = static_cast<PagePaint*>(data);
+  if (!showsAnswer(paint->view.get(), paint->answered)) return G_SOURCE_CONTINUE;
+  paint->look.forget();
+  PagePaint::finish(paint);
   return G_SOURCE_REMOVE;
 }
 
 void onPainted(GObject* view, GAsyncResult* result, gpointer data) {
-  const std::unique_ptr<PagePaint> paint(static_cast<PagePaint*>(data));
+  auto* paint = static_cast<PagePaint*>(data);
   ErrorOut error;
   const auto nothing = GObjectPtr<JSCValue>::adopt(
       webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(view), result, error));
-  paint->finish();
+  paint->answered = g_get_monotonic_time();
+  if (!paint->next || showsAnswer(paint->view.get(), paint->answered))
+    return PagePaint::finish(paint);
+  paint->look = SourceGuard(g_timeout_add(kLookMilliseconds, onLook, paint));
 }
 
 using NodePtr = std::unique_ptr<GskRenderNode, NodeUnref>;
@@ -56,8 +79,10 @@ NodePtr drawn(GtkWidget* window, int width, int height) {
 
 void whenPagePainted(WebKitWebView* view, std::function<void()> next) {
   auto paint = std::make_unique<PagePaint>();
+  paint->view = GObjectPtr<WebKitWebView>::retain(view);
   paint->next = std::move(next);
-  paint->deadline = SourceGuard(g_timeout_add(kPageMilliseconds, onDeadline, paint.get()));
+  const guint patience = waitsForPicture(view) ? kFirstPictureMilliseconds : kPageMilliseconds;
+  paint->deadline = SourceGuard(g_timeout_add(patience, onDeadline, paint.get()));
   webkit_web_view_call_async_javascript_function(view, kTwoFrames, -1, nullptr, kScriptWorld,
                                                  nullptr, nullptr, onPainted, paint.release());
 }

@@ -89,6 +89,7 @@ void fadeView(Host& host, const Arguments& arguments) {
 
 void colorView(Host& host, const Arguments& arguments) {
   const GdkRGBA color = arguments.color("color");
+  if (WebViewHost* page = host.webView(arguments.id("view"))) return page->setBackground(color);
   if (GtkWidget* view = viewOf(host, arguments)) setBackground(view, color);
 }
 

@@ -3,8 +3,6 @@
 #include <filesystem>
 #include <system_error>
 
-#include <webkit/webkit.h>
-
 #include "webhost/GObjectPtr.h"
 #include "webhost/StylePriority.h"
 
@@ -39,14 +37,23 @@ GObjectPtr<GdkTexture> textureOf(const std::string& path) {
   return GObjectPtr<GdkTexture>::adopt(gdk_texture_new_from_filename(path.c_str(), error));
 }
 
+/// A picture that is so many times finer than the screen's lengths, at its own size: a view that is
+/// asked for that size would take it for the least.
+GObjectPtr<GdkPaintable> sized(GdkTexture* texture, int scale) {
+  graphene_rect_t place;
+  graphene_rect_init(&place, 0, 0, static_cast<float>(gdk_texture_get_width(texture) / scale),
+                     static_cast<float>(gdk_texture_get_height(texture) / scale));
+  GtkSnapshot* picture = gtk_snapshot_new();
+  gtk_snapshot_append_texture(picture, texture, &place);
+  return GObjectPtr<GdkPaintable>::adopt(gtk_snapshot_free_to_paintable(picture, &place.size));
+}
+
 void showImage(GtkButton* button, const std::string& path) {
   const bool fine = gtk_widget_get_scale_factor(GTK_WIDGET(button)) >= 2 && isThere(finePath(path));
   const GObjectPtr<GdkTexture> texture = textureOf(fine ? finePath(path) : path);
   if (!texture) return gtk_button_set_child(button, nullptr);
-  const int scale = fine ? 2 : 1;
-  GtkWidget* picture = gtk_picture_new_for_paintable(GDK_PAINTABLE(texture.get()));
-  gtk_widget_set_size_request(picture, gdk_texture_get_width(texture.get()) / scale,
-                              gdk_texture_get_height(texture.get()) / scale);
+  GtkWidget* picture = gtk_picture_new_for_paintable(sized(texture.get(), fine ? 2 : 1).get());
+  gtk_picture_set_can_shrink(GTK_PICTURE(picture), FALSE);
   gtk_widget_set_halign(picture, GTK_ALIGN_CENTER);
   gtk_widget_set_valign(picture, GTK_ALIGN_CENTER);
   gtk_button_set_child(button, picture);
@@ -59,9 +66,6 @@ void onScaleChanged(GtkButton* button) {
 }  // namespace
 
 void setBackground(GtkWidget* widget, const GdkRGBA& color) {
-  if (WEBKIT_IS_WEB_VIEW(widget)) {
-    return webkit_web_view_set_background_color(WEBKIT_WEB_VIEW(widget), &color);
-  }
   const GText text(gdk_rgba_to_string(&color));
   const std::string style =
       std::string("* { background-image: none; background-color: ") + text.get() + "; }";

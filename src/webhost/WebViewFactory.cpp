@@ -6,7 +6,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "webhost/PageDrawing.h"
 #include "webhost/PageLimits.h"
+#include "webhost/PageView.h"
 
 namespace zovk {
 namespace {
@@ -36,24 +38,15 @@ void makePrivate(const std::string& file) {
   ::close(descriptor);
 }
 
-/// Pages drawn with GL would have to be fetched back for a window that is drawn without, and where
-/// GL is software they cost twice the memory and time.
-bool drawsWithoutGl() {
-  return g_strcmp0(g_getenv("GSK_RENDERER"), "cairo") == 0;
-}
-
 /// What the engine allows beyond what popups may. Of itself it keeps files from other files and
 /// from the web, windows from being opened by scripts, and `data:` from taking the page's place.
-GObjectPtr<WebKitSettings> newSettings(bool developerTools) {
+GObjectPtr<WebKitSettings> newSettings(const PageTerms& terms, bool opaque) {
   auto settings = GObjectPtr<WebKitSettings>::adopt(webkit_settings_new());
   WebKitSettings* raw = settings.get();
-  webkit_settings_set_enable_developer_extras(raw, developerTools);
+  webkit_settings_set_enable_developer_extras(raw, terms.developerTools);
   webkit_settings_set_enable_fullscreen(raw, FALSE);  // it would take over the popup's window
   webkit_settings_set_enable_media_stream(raw, FALSE);
-  if (drawsWithoutGl()) {
-    webkit_settings_set_hardware_acceleration_policy(raw,
-                                                     WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
-  }
+  preparePages(raw, terms.drawing, opaque);
   return settings;
 }
 
@@ -89,20 +82,17 @@ void apply(const WebViewWishes& wishes, WebKitWebView* view) {
   webkit_settings_set_media_playback_allows_inline(settings, wishes.inlineMedia);
   if (wishes.mobile) askForMobilePages(settings);
   if (!wishes.scrollIndicator) hideScrollIndicator(view);
-  const GdkRGBA clear{0, 0, 0, 0};
-  if (!wishes.opaque) webkit_web_view_set_background_color(view, &clear);
 }
 
 }  // namespace
 
-WebViewFactory::WebViewFactory(const std::string& directory, bool developerTools,
-                               std::int64_t pageMemory)
-    : developerTools_(developerTools),
-      context_(newLimitedContext(pageMemory)),
-      session_(newLimitedSession(directory)) {
+WebViewFactory::WebViewFactory(const PageTerms& terms)
+    : terms_(terms),
+      context_(newLimitedContext(terms.memory)),
+      session_(newLimitedSession(terms.directory)) {
   g_signal_connect(session_.get(), "download-started", G_CALLBACK(cancelDownload), nullptr);
-  keepCookies(directory + "/data");
-  saveFilter(directory + "/rules");
+  keepCookies(terms.directory + "/data");
+  saveFilter(terms.directory + "/rules");
 }
 
 void WebViewFactory::whenReady(std::function<void()> next) {
@@ -140,28 +130,29 @@ void WebViewFactory::onFilterSaved(GObject* store, GAsyncResult* result, gpointe
   if (const auto next = std::exchange(factory->ready_, nullptr)) next();
 }
 
-GObjectPtr<WebKitWebView> WebViewFactory::newView() {
+GObjectPtr<WebKitWebView> WebViewFactory::newView(bool opaque) {
   const auto manager =
       GObjectPtr<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
   if (filter_ != nullptr) webkit_user_content_manager_add_filter(manager.get(), filter_);
-  const GObjectPtr<WebKitSettings> settings = newSettings(developerTools_);
-  auto view = GObjectPtr<WebKitWebView>::sink(WEBKIT_WEB_VIEW(g_object_new(
-      WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "network-session", session_.get(),
-      "settings", settings.get(), "user-content-manager", manager.get(), nullptr)));
+  const GObjectPtr<WebKitSettings> settings = newSettings(terms_, opaque);
+  auto view = GObjectPtr<WebKitWebView>::sink(WEBKIT_WEB_VIEW(
+      g_object_new(pageViewType(), "web-context", context_.get(), "network-session", session_.get(),
+                   "settings", settings.get(), "user-content-manager", manager.get(), nullptr)));
   keepInnerWidgetsUnfocused(GTK_WIDGET(view.get()));
   return view;
 }
 
 void WebViewFactory::prepareSpare() {
   if (spare_) return;
-  spare_ = newView();
+  spare_ = newView(false);  // what most pages are
   // A script starts the web process and, unlike a page, leaves no trace in the view.
   webkit_web_view_evaluate_javascript(spare_.get(), "0", -1, nullptr, nullptr, nullptr, nullptr,
                                       nullptr);
 }
 
 GObjectPtr<WebKitWebView> WebViewFactory::make(const WebViewWishes& wishes) {
-  GObjectPtr<WebKitWebView> view = spare_ ? std::exchange(spare_, {}) : newView();
+  const bool isSpare = spare_ && !(wishes.opaque && terms_.drawing == Drawing::kSoftware);
+  GObjectPtr<WebKitWebView> view = isSpare ? std::exchange(spare_, {}) : newView(wishes.opaque);
   apply(wishes, view.get());
   return view;
 }

@@ -6,6 +6,7 @@
 
 #include <webkit/webkit.h>
 
+#include "webhost/Drawing.h"
 #include "webhost/GObjectPtr.h"
 
 namespace zovk {
@@ -19,12 +20,19 @@ struct WebViewWishes {
   bool opaque = true;
 };
 
+/// What all pages have in common.
+struct PageTerms {
+  std::string directory;  ///< Below it they store.
+  bool developerTools = false;
+  std::int64_t memory = 0;  ///< In megabytes.
+  Drawing drawing = Drawing::kSoftware;
+};
+
 /// Makes web views that share one store of cookies and caches. Making the first one takes long, so
 /// one is kept ready.
 class WebViewFactory {
  public:
-  /// Stores below `directory`.
-  WebViewFactory(const std::string& directory, bool developerTools, std::int64_t pageMemory);
+  explicit WebViewFactory(const PageTerms& terms);
 
   /// Calls `next` once it is settled whether the rules that keep pages from other files are there.
   void whenReady(std::function<void()> next);
@@ -36,11 +44,11 @@ class WebViewFactory {
 
  private:
   static void onFilterSaved(GObject* store, GAsyncResult* result, gpointer self);
-  GObjectPtr<WebKitWebView> newView();
+  GObjectPtr<WebKitWebView> newView(bool opaque);
   void keepCookies(const std::string& directory);
   void saveFilter(const std::string& directory);
 
-  bool developerTools_;
+  const PageTerms terms_;
   GObjectPtr<WebKitWebContext> context_;
   GObjectPtr<WebKitNetworkSession> session_;
   WebKitUserContentFilter* filter_ = nullptr;

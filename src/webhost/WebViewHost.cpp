@@ -56,9 +56,10 @@ void addScript(WebKitUserContentManager* manager, const std::string& text, const
 
 WebViewHost::WebViewHost(Id id, GObjectPtr<WebKitWebView> view,
                          const std::vector<std::string>& handlers, EventSink events,
-                         Progress progress, std::string refusal)
+                         Progress progress, std::string refusal, Drawing drawing)
     : id_(id),
       view_(std::move(view)),
+      drawing_(view_.get(), drawing),
       events_(events),
       policies_(id, events, std::move(refusal)),
       progress_(std::move(progress)),
@@ -76,6 +77,11 @@ WebViewHost::~WebViewHost() {
   progress_(widget(), 1);
   // Left to itself the engine often keeps a thread and descriptors of the connection for good.
   webkit_web_view_terminate_web_process(view_.get());
+}
+
+void WebViewHost::setBackground(const GdkRGBA& color) {
+  if (color.alpha < 1) drawing_.letThrough();
+  webkit_web_view_set_background_color(view_.get(), &color);
 }
 
 void WebViewHost::load(const std::string& url) {
@@ -185,6 +191,7 @@ void WebViewHost::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer 
     host->sendLoadEvent("web.started");
   }
   if (event == WEBKIT_LOAD_COMMITTED) {
+    host->drawing_.pageCame();
     // What was still under way when the game asked for another page may come after that.
     if (host->stage_ == Stage::kStarted) host->stage_ = Stage::kCommitted;
     host->sendLoadEvent("web.committed");
@@ -207,8 +214,10 @@ gboolean WebViewHost::onLoadFailed(WebKitWebView*, WebKitLoadEvent event, const 
   return TRUE;  // the engine's own error page stays away
 }
 
-void WebViewHost::onTerminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer self) {
-  const auto* host = static_cast<WebViewHost*>(self);
+void WebViewHost::onTerminated(WebKitWebView*, WebKitWebProcessTerminationReason reason,
+                               gpointer self) {
+  auto* host = static_cast<WebViewHost*>(self);
+  if (reason == WEBKIT_WEB_PROCESS_CRASHED) host->drawing_.crashed();
   host->events_({{"type", "web.terminated"}, {"view", host->id_}});
 }
 

@@ -9,6 +9,7 @@
 
 #include "webhost/Events.h"
 #include "webhost/GObjectPtr.h"
+#include "webhost/PageDrawing.h"
 #include "webhost/PageLog.h"
 #include "webhost/PageMessages.h"
 #include "webhost/PolicyBook.h"
@@ -23,13 +24,15 @@ class WebViewHost {
 
   /// `refusal` as for PolicyBook.
   WebViewHost(Id id, GObjectPtr<WebKitWebView> view, const std::vector<std::string>& handlers,
-              EventSink events, Progress progress, std::string refusal);
+              EventSink events, Progress progress, std::string refusal, Drawing drawing);
   ~WebViewHost();
   WebViewHost(const WebViewHost&) = delete;
   WebViewHost& operator=(const WebViewHost&) = delete;
 
   WebKitWebView* view() const { return view_.get(); }
   GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }
+  /// What is behind the page is seen through a colour that is not opaque.
+  void setBackground(const GdkRGBA& color);
   void load(const std::string& url);
   void stop();
   void reload();
@@ -65,6 +68,7 @@ class WebViewHost {
 
   Id id_;
   GObjectPtr<WebKitWebView> view_;
+  PageDrawing drawing_;
   EventSink events_;
   PolicyBook policies_;
   Progress progress_;

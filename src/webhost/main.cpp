@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <string_view>
 
 #include <glib.h>
 #include <sys/socket.h>
@@ -12,6 +13,7 @@
 #include "webhost/Dispatcher.h"
 #include "webhost/MemoryRank.h"
 #include "webhost/ParentWatch.h"
+#include "webhost/Renderer.h"
 
 namespace {
 
@@ -44,7 +46,10 @@ void run() {
 
 }  // namespace
 
-int main() {
+int main(int count, char** arguments) {
+  if (count == 3 && std::string_view(arguments[1]) == zovk::kWriteRenderer) {
+    return zovk::writeRenderer(arguments[2]);
+  }
   if (!hasSocket()) {
     std::fputs("zovkpopup-webhost is started by a game, not by hand\n", stderr);
     return 2;
@@ -52,8 +57,6 @@ int main() {
   zovk::goFirstWhenMemoryRunsOut();
   // Where processors are few, the game's frames come before the pages. WebKit inherits it.
   nice(kBehindTheGame);
-  // Games often run where GL is software or spoken for; drawing without it is the safe choice.
-  g_setenv("GSK_RENDERER", "cairo", FALSE);
   run();
   return 0;
 }

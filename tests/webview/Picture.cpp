@@ -20,4 +20,16 @@ int pixelsOf(const std::string& path, const std::string& colour, const std::stri
   return pixels;
 }
 
+Pixel pixelAt(const std::string& path, int x, int y) {
+  const std::string bytes = path + ".pixel";
+  const std::string part = path + "[1x1+" + std::to_string(x) + "+" + std::to_string(y) + "]";
+  if (runProgram({"convert", part, "-depth", "8", "rgba:" + bytes}) != 0) {
+    throw std::runtime_error("the picture cannot be read");
+  }
+  Pixel pixel{};
+  std::ifstream file(bytes, std::ios::binary);
+  for (int& value : pixel) value = file.get();
+  return pixel.back() == 0 ? Pixel{} : pixel;
+}
+
 }  // namespace zovk

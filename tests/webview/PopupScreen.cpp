@@ -45,8 +45,15 @@ void PopupScreen::loadLayout(const std::string& name, const std::string& bundle)
   helper_.send({{"type", "view.pinEdges"}, {"view", kLayoutRoot}, {"to", kRoot}});
 }
 
-void PopupScreen::createWebView() {
-  const int content = view("contentView");
+void PopupScreen::createWebView(bool opaque) {
+  makeWebView(view("contentView"), opaque);
+}
+
+void PopupScreen::fillWithWebView() {
+  makeWebView(kRoot, false);
+}
+
+void PopupScreen::makeWebView(int content, bool opaque) {
   helper_.send({{"type", "web.create"},
                 {"view", kWebView},
                 {"handlers", {"ZOVKPopup", "__qvOpenSdk"}},
@@ -55,7 +62,7 @@ void PopupScreen::createWebView() {
                 {"bounces", true},
                 {"scrollIndicator", false},
                 {"adjustInset", false},
-                {"opaque", false}});
+                {"opaque", opaque}});
   helper_.send({{"type", "view.add"}, {"view", content}, {"child", kWebView}});
   helper_.send({{"type", "view.pinEdges"}, {"view", kWebView}, {"to", content}});
   helper_.send({{"type", "view.back"}, {"view", content}, {"child", kWebView}});

@@ -24,11 +24,13 @@ class PopupScreen {
   explicit PopupScreen(WebHostProcess& helper) : helper_(helper) {}
 
   void createWindow();
+  /// The web view alone, see-through, in place of a layout.
+  void fillWithWebView();
   void loadLayout(const std::string& name = "ZOVKPopupView",
                   const std::string& bundle = WEBHOST_BUNDLE);
-  void createWebView();
+  void createWebView(bool opaque = false);
   void show();
-  /// All of the above.
+  /// A window with a layout and a web view, shown.
   void open();
   /// Loads one of the test's pages and allows its first navigation.
   void loadPage(const std::string& name);
@@ -53,6 +55,7 @@ class PopupScreen {
   static std::string pageUrl(const std::string& name);
 
  private:
+  void makeWebView(int content, bool opaque);
   WebHostProcess& helper_;
   int lastEvaluation_ = 100;
   boost::json::array page_;  // where it stands, once it was clicked

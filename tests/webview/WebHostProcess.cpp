@@ -132,7 +132,9 @@ WebHostMessage WebHostProcess::greeting() const {
           {"dataDirectory", directory().string()},
           {"nativeWindow", 0},
           {"developerTools", false},
-          {"pageMemory", 1024}};
+          {"pageMemory", 1024},
+          {"drawing", ""},
+          {"drawingFailed", false}};
 }
 
 void WebHostProcess::spawn(const std::vector<std::string>& environment) {

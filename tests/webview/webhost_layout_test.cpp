@@ -281,6 +281,43 @@ TEST_F(WebHostLayout, TakesAPictureThatIsNone) {
   helper_.sync();
 }
 
+struct Fineness {
+  const char* name;
+  const char* scale;
+  const char* letters;  ///< Fractions are made of whole pixels and smaller letters.
+  int pixels;           ///< In a screen's length.
+};
+
+class WebHostIcon : public testing::TestWithParam<Fineness> {};
+
+TEST_P(WebHostIcon, HasTheSizeOfItsPictureOnEveryScale) {
+  const Fineness& fineness = GetParam();
+  WebHostProcess helper(WebHostProcess::Start::kGreeted,
+                        {std::string("GDK_SCALE=") + fineness.scale,
+                         std::string("GDK_DPI_SCALE=") + fineness.letters});
+  const std::string icon = (helper.directory() / "icon.png").string();
+  const std::string fine = (helper.directory() / "icon@2x.png").string();
+  ASSERT_EQ(runProgram({"convert", "-size", "24x24", "xc:#ff00ff", icon}), 0);
+  ASSERT_EQ(runProgram({"convert", "-size", "48x48", "xc:#00ffff", fine}), 0);
+  PopupScreen screen(helper);
+  screen.createWindow();
+  screen.loadLayout();
+  screen.show();
+  helper.send({{"type", "view.image"}, {"view", PopupScreen::view("crossBtn")}, {"path", icon}});
+  const std::string path = (helper.directory() / "window.png").string();
+  helper.send({{"type", "snapshot"}, {"id", 1}, {"window", PopupScreen::kWindow}, {"path", path}});
+  helper.await("snapshot.done", {{"id", 1}, {"done", true}});
+  const int length = 24 * fineness.pixels;
+  EXPECT_EQ(pixelsOf(path, fineness.pixels == 1 ? "#ff00ff" : "#00ffff"), length * length);
+}
+
+INSTANTIATE_TEST_SUITE_P(Scales, WebHostIcon,
+                         testing::Values(Fineness{"One", "1", "1", 1},
+                                         Fineness{"OneAndAQuarter", "1", "1.25", 1},
+                                         Fineness{"OneAndAHalf", "2", "0.75", 2},
+                                         Fineness{"Two", "2", "1", 2}),
+                         [](const auto& scale) { return scale.param.name; });
+
 TEST(WebHostFineLayout, TakesAPathThatIsTooLongForAFile) {
   WebHostProcess helper(WebHostProcess::Start::kGreeted, {"GDK_SCALE=2"});
   PopupScreen screen(helper);

@@ -63,7 +63,9 @@ void greet(int socket) {
                    {"dataDirectory", testing::TempDir()},
                    {"nativeWindow", 0},
                    {"developerTools", false},
-                   {"pageMemory", 1024}});
+                   {"pageMemory", 1024},
+                   {"drawing", ""},
+                   {"drawingFailed", false}});
   char first = 0;
   ASSERT_EQ(recv(socket, &first, 1, 0), 1);  // the beginning of `ready`
 }

@@ -166,6 +166,7 @@ void WebHostSession::helperIsLost(const std::string& reason) {
   dropLink();
   const bool again = std::exchange(mayStartAgain_, false);
   logError("Web host lost (%s), %s", reason, again ? "starting it again" : "giving up");
+  hello_["drawingFailed"] = true;  // it may have been the graphics driver
   // A new helper is on its way before anybody is told, so that what they do now reaches it.
   const auto replies = replies_.takeAll();
   if (again) {

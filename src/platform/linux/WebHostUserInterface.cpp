@@ -20,7 +20,9 @@ WebHostMessage helloOf(const PlatformSettings& settings, const LinuxDevice& devi
           {"dataDirectory", device.homeDirectory()},
           {"nativeWindow", settings.nativeWindow},
           {"developerTools", kDeveloperTools},
-          {"pageMemory", settings.pageMemory}};
+          {"pageMemory", settings.pageMemory},
+          {"drawing", settings.drawing.c_str()},
+          {"drawingFailed", false}};
 }
 
 /// The scheme of an address, in lower case; empty when it has none.

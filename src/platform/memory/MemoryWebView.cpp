@@ -53,7 +53,7 @@ void MemoryWebView::loadFile(const std::string& url, const std::string& readAcce
 }
 
 void MemoryWebView::evaluateJavaScript(const std::string& script,
-                                       std::function<void(ScriptResult)> completion) {
+                                       std::function<void(const ScriptResult&)> completion) {
   scripts_.push_back(script);
   scheduler_.async([self = std::weak_ptr(self_), script, completion = std::move(completion)] {
     const auto alive = self.lock();
@@ -65,7 +65,7 @@ void MemoryWebView::evaluateJavaScript(const std::string& script,
     } else {
       result.value = nullptr;
     }
-    if (completion) completion(std::move(result));
+    if (completion) completion(result);
   });
 }
 

@@ -161,7 +161,8 @@ class WebHostClient : public testing::Test {
                              .nativeWindow = 7,
                              .certificateAuthority = {},
                              .logSink = {},
-                             .pageMemory = 512};
+                             .pageMemory = 512,
+                             .drawing = "plain"};
   std::vector<std::string> lines_;
   LinuxMainQueue queue_;
   LinuxDevice device_{"/data/test.game", "test.game"};

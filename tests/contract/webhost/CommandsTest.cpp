@@ -17,7 +17,8 @@ TEST_F(WebHostCommands, TheGreetingComesFirstAndNamesTheGame) {
   EXPECT_EQ(
       boost::json::serialize(greetings[0]),
       R"({"type":"hello","version":1,"application":"test.game",)"
-      R"("dataDirectory":"/data/test.game","nativeWindow":7,"developerTools":false,"pageMemory":512})");
+      R"("dataDirectory":"/data/test.game","nativeWindow":7,"developerTools":false,"pageMemory":512,)"
+      R"("drawing":"plain","drawingFailed":false})");
 }
 
 TEST_F(WebHostCommands, AWindowIsMadeShownAndClosed) {

@@ -72,6 +72,12 @@ TEST_F(WebHostRecovery, ANewHelperIsGivenWhatWasOnScreen) {
   EXPECT_THAT(controller_->calls, IsEmpty()) << "the controller goes on";
 }
 
+TEST_F(WebHostRecovery, ANewHelperIsToldThatDrawingMayHaveFailed) {
+  startReady();
+  killHelper();
+  EXPECT_THAT(commands(), Contains(HasSubstr(R"("drawingFailed":true)")));
+}
+
 TEST_F(WebHostRecovery, WhatWasDroppedOrTakenOutDoesNotComeBack) {
   startReady();
   auto first = client_->loadLayout("/bundle", "Main", {});

@@ -1,0 +1,128 @@
+#include <string>
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include "webhost/Drawing.h"
+#include "webhost/Renderer.h"
+
+namespace zovk {
+namespace {
+
+constexpr const char* kGpu = "Mesa Intel(R) UHD Graphics 620 (KBL GT2)";
+constexpr const char* kNoGpu = "llvmpipe (LLVM 15.0.6, 256 bits)";
+
+/// What is chosen on a machine, and how often its driver was asked.
+class ChosenDrawing : public testing::Test {
+ protected:
+  std::string choice(const std::string& asked, bool failedBefore = false) {
+    const DrawingChoice choice = chooseDrawing({asked, failedBefore}, {[this] { return device_; },
+                                                                       [this] {
+                                                                         ++questions_;
+                                                                         return renderer_;
+                                                                       }});
+    line_ = choice.line;
+    return nameOf(choice.drawing);
+  }
+
+  bool device_ = true;
+  std::string renderer_ = kGpu;
+  int questions_ = 0;
+  std::string line_;
+};
+
+TEST_F(ChosenDrawing, IsHardwareWhereTheDriverIsNoSoftware) {
+  EXPECT_EQ(choice(""), "hardware");
+  EXPECT_EQ(choice("Auto"), "hardware");
+  renderer_ = kNoGpu;
+  EXPECT_EQ(choice(""), "software");
+  renderer_ = "";
+  EXPECT_EQ(choice(""), "software") << "a driver that fails";
+}
+
+TEST_F(ChosenDrawing, AsksNoDriverWithoutADeviceUnlessItIsToLook) {
+  device_ = false;
+  EXPECT_EQ(choice(""), "software");
+  EXPECT_EQ(choice("auto"), "software");
+  EXPECT_EQ(questions_, 0);
+  EXPECT_EQ(choice("LOOK"), "hardware");
+  EXPECT_EQ(questions_, 1);
+}
+
+TEST_F(ChosenDrawing, IsWhatWasAskedForInAnyCase) {
+  device_ = false;
+  EXPECT_EQ(choice("Hardware"), "hardware");
+  EXPECT_EQ(choice("SOFTWARE"), "software");
+  EXPECT_EQ(choice("pLAIN"), "plain");
+  EXPECT_EQ(questions_, 0);
+  EXPECT_EQ(line_, "");
+}
+
+TEST_F(ChosenDrawing, IsNoHardwareOnceAHelperWasLost) {
+  EXPECT_EQ(choice("", true), "software");
+  EXPECT_EQ(choice("look", true), "software");
+  EXPECT_EQ(questions_, 0) << "a driver that hangs would be waited for";
+  EXPECT_EQ(choice("hardware", true), "software");
+  EXPECT_EQ(line_, "web host: drawn in software, since the helper before was lost");
+  EXPECT_EQ(choice("plain", true), "plain");
+}
+
+TEST_F(ChosenDrawing, IsAutomaticWithALineForAnUnknownWish) {
+  EXPECT_EQ(choice("crayons"), "hardware");
+  EXPECT_EQ(line_, "web host: no way of drawing is called \"crayons\"");
+}
+
+TEST(AskedDrawing, IsThePlayersBeforeTheGames) {
+  unsetenv("ZOVKPOPUP_DRAWING");
+  EXPECT_EQ(askedDrawing("plain"), "plain");
+  setenv("ZOVKPOPUP_DRAWING", "", 1);
+  EXPECT_EQ(askedDrawing("plain"), "plain");
+  setenv("ZOVKPOPUP_DRAWING", "hardware", 1);
+  EXPECT_EQ(askedDrawing("plain"), "hardware");
+  unsetenv("ZOVKPOPUP_DRAWING");
+}
+
+TEST(Renderer, IsSoftwareByTheNamesOfDriversThatAre) {
+  for (const char* name :
+       {kNoGpu, "softpipe", "Software Rasterizer", "swrast", "SwiftShader Device (LLVM 10.0.0)",
+        "zink (llvmpipe (LLVM 15.0.6, 256 bits))", "virgl (LLVMPIPE (LLVM 12.0.0))",
+        "D3D12 (Microsoft Basic Render Driver)"}) {
+    EXPECT_TRUE(isSoftwareRenderer(name)) << name;
+  }
+  for (const char* name : {kGpu, "AMD Radeon Graphics (radeonsi, vangogh)", "Mali-G52 (Panfrost)",
+                           "NVIDIA GeForce RTX 3060/PCIe/SSE2", "virgl (AMD Radeon RX 580)",
+                           "zink Vulkan 1.3(NVIDIA GeForce)"}) {
+    EXPECT_FALSE(isSoftwareRenderer(name)) << name;
+  }
+}
+
+/// The driver of the display that tests run on draws in software; it can be given another name.
+class AskedRenderer : public testing::Test {
+ protected:
+  void SetUp() override { unset(); }
+  void TearDown() override { unset(); }
+  static void unset() {
+    for (const char* name : {"force_gl_renderer", "LIBGL_DRIVERS_PATH"}) unsetenv(name);
+  }
+};
+
+TEST_F(AskedRenderer, IsTheOneOfTheDriver) {
+  EXPECT_TRUE(isSoftwareRenderer(rendererOf(WEBHOST_PROGRAM, "*")));
+  setenv("force_gl_renderer", "Some GPU", 1);
+  EXPECT_EQ(rendererOf(WEBHOST_PROGRAM, "*"), "Some GPU");
+  EXPECT_EQ(rendererOf(WEBHOST_PROGRAM, "x11,*"), "Some GPU");
+}
+
+TEST_F(AskedRenderer, IsNoneWithoutADriverThatWorks) {
+  setenv("LIBGL_DRIVERS_PATH", "/nowhere", 1);
+  EXPECT_EQ(rendererOf(WEBHOST_PROGRAM, "*"), "");
+}
+
+TEST_F(AskedRenderer, IsNoneWhenTheProgramFailsOrNeverEnds) {
+  EXPECT_EQ(rendererOf("/nowhere/program", "*"), "");
+  EXPECT_EQ(rendererOf("/bin/false", "*"), "");
+  EXPECT_EQ(rendererOf("/usr/bin/yes", "*"), "") << "without a bound on what it writes";
+}
+
+}  // namespace
+}  // namespace zovk
