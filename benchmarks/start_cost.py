@@ -119,12 +119,20 @@ def write_service(folder, pages, size):
 
 def one_start(meter, command, pages):
     meter.reset()
-    game = subprocess.Popen([*command, meter.address], stdin=subprocess.PIPE,
-                            stderr=subprocess.DEVNULL)
-    meter.wait_answers(pages + 1)
-    game.stdin.close()
-    if game.wait(DEADLINE) != 0:
-        sys.exit("the game failed")
+    with tempfile.TemporaryFile("w+") as log:
+        game = subprocess.Popen([*command, meter.address], stdin=subprocess.PIPE, stderr=log)
+        try:
+            meter.wait_answers(pages + 1)
+            game.stdin.close()
+            if game.wait(DEADLINE) != 0:
+                sys.exit("the game failed")
+        except SystemExit:
+            log.seek(0)
+            print("What the game wrote:", log.read()[-20_000:], sep="\n", file=sys.stderr)
+            raise
+        finally:
+            game.kill()
+            game.wait()
     statuses = meter.statuses()
     return len(statuses), statuses.count(304), len(meter.connections), meter.up(), meter.down()
 

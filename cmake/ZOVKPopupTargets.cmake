@@ -23,6 +23,13 @@ if(ZOVKPOPUP_SANITIZE)
   target_link_options(zovkpopup_options INTERFACE -fsanitize=${ZOVKPOPUP_SANITIZE})
 endif()
 
+# Helper and resource bundle are looked for in a folder "zovkpopup" beside the library, or beside a
+# program that the library is linked into. In the build tree that folder is a link.
+function(zovkpopup_runtime_beside directory)
+  file(MAKE_DIRECTORY ${directory})
+  file(CREATE_LINK ${PROJECT_BINARY_DIR}/zovkpopup ${directory}/zovkpopup SYMBOLIC)
+endfunction()
+
 # zovkpopup_folder(NAME SOURCES... LINK...): the static library of one source folder.
 function(zovkpopup_folder name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})

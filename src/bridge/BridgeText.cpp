@@ -12,14 +12,23 @@
 namespace zovk {
 namespace {
 
+// The part of a text that is at most `longest` bytes long and ends with a whole character.
+std::string_view shortPart(std::string_view text, std::size_t longest) {
+  if (text.size() <= longest) return text;
+  while (longest > 0 && (static_cast<unsigned char>(text[longest]) & 0xC0U) == 0x80U) --longest;
+  return text.substr(0, longest);
+}
+
 // Writes a value by hand only where the library has no choice of form: it writes 1.5 as 1.5E0, and
 // knows no indented lines.
 class JsonWriter {
  public:
-  explicit JsonWriter(bool pretty) : pretty_(pretty) {}
+  explicit JsonWriter(bool pretty, std::size_t longest = std::string::npos)
+      : pretty_(pretty), longest_(longest) {}
 
-  /// False when the value cannot be written.
+  /// False when the value cannot be written, or when there is enough.
   bool write(const boost::json::value& value) {
+    if (isEnough()) return false;
     if (const auto* number = value.if_double()) return writeNumber(*number);
     if (const auto* object = value.if_object()) {
       return writeList('{', *object, '}', [this](const auto& member) { return write(member); });
@@ -27,17 +36,27 @@ class JsonWriter {
     if (const auto* array = value.if_array()) {
       return writeList('[', *array, ']', [this](const auto& element) { return write(element); });
     }
-    text_ += boost::json::serialize(value);
+    if (const auto* text = value.if_string()) {
+      writeText(*text);
+    } else {
+      text_ += boost::json::serialize(value);
+    }
     return true;
   }
 
   std::string& text() { return text_; }
+  bool isEnough() const { return text_.size() > longest_; }
 
  private:
   bool write(const boost::json::key_value_pair& member) {
-    text_ += boost::json::serialize(boost::json::string_view(member.key()));
+    writeText(member.key());
     text_ += pretty_ ? " : " : ":";
     return write(member.value());
+  }
+
+  // Of a long text no more is looked at than may be written.
+  void writeText(std::string_view text) {
+    text_ += boost::json::serialize(boost::json::string_view(shortPart(text, longest_)));
   }
 
   bool writeNumber(double number) {
@@ -71,9 +90,12 @@ class JsonWriter {
   }
 
   const bool pretty_;
+  const std::size_t longest_;
   std::size_t depth_ = 0;
   std::string text_;
 };
+
+constexpr std::string_view kMore = " [...]";
 
 constexpr std::string_view kLineSeparator = "\xE2\x80\xA8";
 constexpr std::string_view kParagraphSeparator = "\xE2\x80\xA9";
@@ -104,6 +126,19 @@ std::optional<std::string> jsonText(const boost::json::value& value, bool pretty
   JsonWriter writer(pretty);
   if (!writer.write(value) || !isUtf8(writer.text())) return std::nullopt;
   return std::move(writer.text());
+}
+
+std::optional<std::string> shortJsonText(const boost::json::value& value, std::size_t longest) {
+  JsonWriter writer(false, longest);
+  const bool isWhole = writer.write(value);
+  if (!isWhole && !writer.isEnough()) return std::nullopt;
+  if (!isUtf8(writer.text())) return std::nullopt;
+  return shortText(writer.text(), longest);
+}
+
+std::string shortText(std::string_view text, std::size_t longest) {
+  const std::string_view part = shortPart(text, longest);
+  return part.size() == text.size() ? std::string(text) : std::string(part) + std::string(kMore);
 }
 
 std::optional<boost::json::value> jsonValue(std::string_view text) {

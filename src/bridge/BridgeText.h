@@ -18,6 +18,13 @@ inline constexpr std::size_t kDeepestMessage = 512;
 /// without end, text that is not UTF-8, or too deep a nesting.
 std::optional<std::string> jsonText(const boost::json::value& value, bool pretty);
 
+/// Compact JSON text of a value for people, cut as `shortText` does. A long value costs no more
+/// than what is shown of it. Absent as above.
+std::optional<std::string> shortJsonText(const boost::json::value& value, std::size_t longest);
+
+/// The text, or what of it fits into `longest` bytes, with " [...]" behind it.
+std::string shortText(std::string_view text, std::size_t longest);
+
 /// The value of a JSON text, of whatever kind; absent when it does not parse.
 std::optional<boost::json::value> jsonValue(std::string_view text);
 

@@ -93,17 +93,17 @@ void ZOVKPopupWKWebViewJavascriptBridge::WKFlushMessageQueue() {
   if (webView == nullptr) return;
   webView->evaluateJavaScript(
       base_->webViewJavascriptFetchQueyCommand(),
-      [self = shared_from_this()](const ScriptResult& result) { self->handleFetched(result); });
+      [self = shared_from_this()](ScriptResult result) { self->handleFetched(std::move(result)); });
 }
 
-void ZOVKPopupWKWebViewJavascriptBridge::handleFetched(const ScriptResult& result) {
+void ZOVKPopupWKWebViewJavascriptBridge::handleFetched(ScriptResult result) {
   if (result.error && !base_->isClosed()) {
     ZPLogger::writeDirectly(
         "WebViewJavascriptBridge: WARNING: Error when trying to fetch data from WKWebView: " +
         *result.error);
   }
-  const auto* text = result.value ? result.value->if_string() : nullptr;
-  base_->flushMessageQueue(text ? std::optional(std::string(*text)) : std::nullopt);
+  auto* const text = result.value ? result.value->if_string() : nullptr;
+  base_->flushFetchedQueue(text ? std::move(*text) : boost::json::string());
 }
 
 // The page may be anyone's: what it sends is only looked at, and no address of the bridge's is

@@ -100,7 +100,7 @@ class ZOVKPOPUP_API ZOVKPopupWKWebViewJavascriptBridge final
   bool isOwn(const WebView& webView) const { return webView_.lock().get() == &webView; }
   std::shared_ptr<WebViewDelegate> listenerTo(const WebView& webView) const;
   void answerPage(const std::string& url);
-  void handleFetched(const ScriptResult& result);
+  void handleFetched(ScriptResult result);
 
   std::weak_ptr<WebView> webView_;
   std::weak_ptr<WebViewDelegate> webViewDelegate_;

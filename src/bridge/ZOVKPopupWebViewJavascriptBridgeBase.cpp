@@ -2,12 +2,16 @@
 
 #include <utility>
 
+#include "bridge/BridgeInbox.h"
 #include "bridge/BridgeText.h"
 #include "bridge/ZOVKPopupWebViewJavascriptBridge_js.h"
 #include "logging/ZPLogger.h"
 
 namespace zovk {
 namespace {
+
+// Enough to find a mistake by; a page can make as many as it likes.
+constexpr std::size_t kMistakesASecond = 20;
 
 template <class Map>
 std::vector<std::string> keysOf(const Map& map) {
@@ -29,7 +33,11 @@ void ZOVKPopupWebViewJavascriptBridgeBase::setLogMaxLength(std::int32_t length) 
 
 ZOVKPopupWebViewJavascriptBridgeBase::ZOVKPopupWebViewJavascriptBridgeBase(
     std::shared_ptr<Platform> platform)
-    : platform_(std::move(platform)) {}
+    : platform_(std::move(platform)),
+      inbox_(new BridgeInbox{
+          {}, LineLimit([this] { return platform_->clock.systemUptime(); }, kMistakesASecond)}) {}
+
+ZOVKPopupWebViewJavascriptBridgeBase::~ZOVKPopupWebViewJavascriptBridgeBase() = default;
 
 void ZOVKPopupWebViewJavascriptBridgeBase::setDelegate(
     std::weak_ptr<ZOVKPopupWebViewJavascriptBridgeBaseDelegate> delegate) {
@@ -52,6 +60,7 @@ void ZOVKPopupWebViewJavascriptBridgeBase::removeHandler(const std::string& hand
 }
 
 void ZOVKPopupWebViewJavascriptBridgeBase::reset() {
+  logHeldMistakes();
   decltype(responseCallbacks_) dropped;
   const LockGuard lock(mutex_);
   if (closed_) return;
@@ -61,6 +70,7 @@ void ZOVKPopupWebViewJavascriptBridgeBase::reset() {
 }
 
 void ZOVKPopupWebViewJavascriptBridgeBase::close() {
+  logHeldMistakes();
   decltype(responseCallbacks_) callbacks;
   decltype(messageHandlers_) handlers;
   const LockGuard lock(mutex_);

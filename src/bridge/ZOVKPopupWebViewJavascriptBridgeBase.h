@@ -11,6 +11,7 @@
 #include <vector>
 
 #include <boost/json/object.hpp>
+#include <boost/json/string.hpp>
 #include <boost/json/value.hpp>
 
 #include "platform/Platform.h"
@@ -18,6 +19,9 @@
 #include "support/ThreadSafety.h"
 
 namespace zovk {
+
+struct BridgeInbox;
+class ReceivedQueue;
 
 /// Runs scripts in the page for the bridge. Main thread only.
 class ZOVKPopupWebViewJavascriptBridgeBaseDelegate {
@@ -36,12 +40,12 @@ class ZOVKPopupWebViewJavascriptBridgeBaseDelegate {
 /// main thread. All else may be called from any thread. A message that another thread sends waits
 /// until the main thread has handed it to the page; once the main queue is shut down it is dropped.
 ///
-/// Nothing fails: what a page sends amiss is skipped with one line in the log. A value that is
-/// absent is none, which is not the same as JSON's null. A handler's name that is no text counts as
-/// absent. An identifier that is there counts, empty or no text as it may be: a message with a
-/// "responseId" is a response, and one with a "callbackId" is answered under that very value. A
-/// response that nobody waits for, a handler that is empty and a message that JSON cannot hold are
-/// reported in the log and dropped.
+/// Nothing fails: what a page sends amiss is skipped with one line in the log, of which at most 20
+/// a second are written. A value that is absent is none, which is not the same as JSON's null. A
+/// handler's name that is no text counts as absent. An identifier that is there counts, empty or no
+/// text as it may be: a message with a "responseId" is a response, and one with a "callbackId" is
+/// answered under that very value. A response that nobody waits for, a handler that is empty and a
+/// message that JSON cannot hold are reported in the log and dropped.
 class ZOVKPOPUP_API ZOVKPopupWebViewJavascriptBridgeBase
     : public std::enable_shared_from_this<ZOVKPopupWebViewJavascriptBridgeBase> {
  public:
@@ -59,6 +63,10 @@ class ZOVKPOPUP_API ZOVKPopupWebViewJavascriptBridgeBase
   static void setLogMaxLength(std::int32_t length);
 
   explicit ZOVKPopupWebViewJavascriptBridgeBase(std::shared_ptr<Platform> platform);
+  ~ZOVKPopupWebViewJavascriptBridgeBase();
+  ZOVKPopupWebViewJavascriptBridgeBase(const ZOVKPopupWebViewJavascriptBridgeBase&) = delete;
+  ZOVKPopupWebViewJavascriptBridgeBase& operator=(const ZOVKPopupWebViewJavascriptBridgeBase&) =
+      delete;
 
   void setDelegate(std::weak_ptr<ZOVKPopupWebViewJavascriptBridgeBaseDelegate> delegate);
   void setHandler(const std::string& handlerName, Handler handler);
@@ -76,8 +84,11 @@ class ZOVKPOPUP_API ZOVKPopupWebViewJavascriptBridgeBase
                 const std::optional<std::string>& handlerName);
   /// Tells the page to handle messages at once, so that none waits for a timer of the page.
   void disableJavscriptAlertBoxSafetyTimeout();
-  /// Handles what the page has sent: a JSON array of messages.
+  /// Handles what the page has sent: a JSON array of messages. A queue of more than 32 KiB, and
+  /// what comes while one is read, is handled piece by piece in turns of the main queue, in order.
   void flushMessageQueue(const std::optional<std::string>& messageQueueString);
+  /// The same without copying the text; an empty one counts as missing.
+  void flushFetchedQueue(boost::json::string messageQueueString);
 
   /// Runs the page's half of the bridge in the page, then sends what was held back.
   void injectJavascriptFile();
@@ -125,15 +136,23 @@ class ZOVKPOPUP_API ZOVKPopupWebViewJavascriptBridgeBase
   WaitingCallback waitingCallback(const std::string& callbackId) const;
   Handler handlerNamed(const std::optional<std::string>& handlerName) const;
   void releaseHeldMessages();
-  void receive(const boost::json::value& element);
-  void receiveResponse(const boost::json::value& responseId, const Message& message);
-  void receiveRequest(const Message& message);
+  bool mayWait(std::size_t size) const;
+  void goOnLater();
+  void goOn();
+  bool receiveSome(ReceivedQueue& queue);
+  bool receiveNext(ReceivedQueue& queue);
+  void receive(boost::json::value element);
+  void receiveResponse(const boost::json::value& responseId, Message& message);
+  void receiveRequest(Message& message);
+  void logMistake(std::string line);
+  void logHeldMistakes();
   ResponseCallback responderTo(const std::optional<boost::json::value>& callbackId);
 
   inline static std::atomic<bool> logging_{false};
   inline static std::atomic<std::int32_t> logMaxLength_{500};
 
   const std::shared_ptr<Platform> platform_;
+  const std::unique_ptr<BridgeInbox> inbox_;
   mutable Mutex mutex_;
   bool closed_ ZOVK_GUARDED_BY(mutex_) = false;
   std::int64_t uniqueId_ ZOVK_GUARDED_BY(mutex_) = 0;

@@ -100,7 +100,7 @@ void ZOVKPopupWebWindow::reload() {
 }
 
 void ZOVKPopupWebWindow::evaluate(const std::string& script,
-                                  std::function<void(const ScriptResult&)> completion) {
+                                  std::function<void(ScriptResult)> completion) {
   if (isOpen()) return controller_->page()->evaluateJavaScript(script, std::move(completion));
   platform_->mainQueue.async([completion = std::move(completion)] {
     if (completion) completion({std::nullopt, "The window is closed"});

@@ -70,7 +70,7 @@ class ZOVKPOPUP_API ZOVKPopupWebWindow final {
   void reload();
   /// Runs a script in the page. `completion`, which may be empty, hears its result or an error,
   /// unless the host is shut down before.
-  void evaluate(const std::string& script, std::function<void(const ScriptResult&)> completion);
+  void evaluate(const std::string& script, std::function<void(ScriptResult)> completion);
   void close();
 
  private:

@@ -102,8 +102,9 @@ class WebView : public View {
   virtual void reload() = 0;
   /// The address of the page, as last heard; empty when there is none.
   virtual std::string url() const = 0;
+  /// The result is the completion's own: a long one may be moved on.
   virtual void evaluateJavaScript(const std::string& script,
-                                  std::function<void(const ScriptResult&)> completion) = 0;
+                                  std::function<void(ScriptResult)> completion) = 0;
 };
 
 }  // namespace zovk

@@ -7,7 +7,7 @@
 
 namespace zovk {
 
-std::shared_ptr<const std::string> TextCache::text(const std::string& path, FileGlance& glance) {
+std::shared_ptr<const RecordText> TextCache::text(const std::string& path, FileGlance& glance) {
   const auto before = glance.identity(path);
   if (!before) return nullptr;
   {
@@ -17,8 +17,8 @@ std::shared_ptr<const std::string> TextCache::text(const std::string& path, File
   const bool settled = identityIsSettled(*before, clock_);
   auto bytes = files_.read(path);
   if (!bytes) return nullptr;  // perhaps only this once: not remembered
-  std::shared_ptr<const std::string> result;
-  if (isUtf8(*bytes)) result = std::make_shared<const std::string>(std::move(*bytes));
+  std::shared_ptr<const RecordText> result;
+  if (isUtf8(*bytes)) result = std::make_shared<const RecordText>(std::move(*bytes));
   if (settled && files_.identity(path) == before) {
     const LockGuard lock(mutex_);
     last_ = {path, *before, result};

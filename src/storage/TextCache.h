@@ -6,6 +6,7 @@
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
 #include "storage/FileGlance.h"
+#include "storage/RecordText.h"
 #include "support/ThreadSafety.h"
 
 namespace zovk {
@@ -18,13 +19,13 @@ class TextCache {
   TextCache(FileSystem& files, const Clock& clock) : files_(files), clock_(clock) {}
 
   /// Null when the file cannot be read or is not UTF-8.
-  std::shared_ptr<const std::string> text(const std::string& path, FileGlance& glance);
+  std::shared_ptr<const RecordText> text(const std::string& path, FileGlance& glance);
 
  private:
   struct Entry {
     std::string path;
     FileIdentity identity;
-    std::shared_ptr<const std::string> text;
+    std::shared_ptr<const RecordText> text;
   };
 
   FileSystem& files_;

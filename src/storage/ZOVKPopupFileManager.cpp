@@ -213,7 +213,7 @@ bool ZOVKPopupFileManager::textExistInFile(const std::optional<std::string>& tex
   }
   FileGlance fresh = newGlance();
   const auto content = texts_.text(filePath, glance != nullptr ? *glance : fresh);
-  const bool found = content != nullptr && content->find(*text) != std::string::npos;
+  const bool found = content != nullptr && content->contains(*text);
   debug(found ? "Exist" : "Not exist");
   return found;
 }

@@ -6,7 +6,7 @@
 namespace zovk {
 namespace {
 
-constexpr double kSecondsBetweenLines = 1;
+constexpr double kSeconds = 1;
 
 std::string withCount(std::string text, std::size_t others) {
   if (others > 0) text += " (" + std::to_string(others) + " more such lines held back)";
@@ -18,12 +18,16 @@ std::string withCount(std::string text, std::size_t others) {
 std::optional<std::string> LineLimit::line(std::string text, std::size_t count) {
   const double now = clock_();
   const LockGuard lock(mutex_);
-  if (written_ && now - *written_ < kSecondsBetweenLines) {
+  if (!secondBegan_ || now - *secondBegan_ >= kSeconds) {
+    secondBegan_ = now;
+    left_ = perSecond_;
+  }
+  if (left_ == 0) {
     last_ = std::move(text);
     held_ += count;
     return std::nullopt;
   }
-  written_ = now;
+  --left_;
   last_.clear();
   return withCount(std::move(text), std::exchange(held_, 0) + count - 1);
 }
@@ -32,7 +36,8 @@ std::optional<std::string> LineLimit::rest() {
   const double now = clock_();
   const LockGuard lock(mutex_);
   if (held_ == 0) return std::nullopt;
-  written_ = now;
+  secondBegan_ = now;
+  left_ = perSecond_ - 1;
   return withCount(std::exchange(last_, {}), std::exchange(held_, 0) - 1);
 }
 

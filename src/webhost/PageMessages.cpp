@@ -4,6 +4,7 @@
 
 #include <boost/json/parse.hpp>
 
+#include "support/JsonSize.h"
 #include "webprotocol/FrameCodec.h"
 
 namespace zovk {
@@ -31,27 +32,11 @@ std::string withoutLoneSurrogates(std::string_view json) {
   return text;
 }
 
-/// Whether a value begins behind the sign at `at`, which stands in no text: a further element, or
-/// the first one of a list or object that has any.
-bool beginsValue(std::string_view json, std::size_t at) {
-  const char sign = json[at];
-  if (sign == ',') return true;
-  const char next = at + 1 < json.size() ? json[at + 1] : ' ';
-  return (sign == '[' && next != ']') || (sign == '{' && next != '}');
-}
-
-/// Whether the text would hold more values than may be, taken for JSON. Of text that is none it
-/// says how much work it is to find that out.
+/// Whether the text would hold more values than may be, taken for JSON.
 bool holdsTooManyValues(std::string_view json) {
-  std::size_t values = 1;
-  bool inText = false;
-  for (std::size_t i = 0; i < json.size(); ++i) {
-    if (json[i] == '"') inText = !inText;
-    if (inText && json[i] == '\\') ++i;
-    if (!inText && beginsValue(json, i)) ++values;
-    if (values > kMaximumPageValues) return true;
-  }
-  return false;
+  JsonValueCount count;
+  count.add(json);
+  return count.values() > kMaximumPageValues;
 }
 
 ScriptValue refused(std::string why) {

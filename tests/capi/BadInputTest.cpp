@@ -53,7 +53,8 @@ TEST_P(WrongHelper, EndsEveryRequestWithAReason) {
   awaitAnswers(2);
   expectAnError();
   EXPECT_EQ(note_.destroyed, 2);
-  EXPECT_TRUE(childrenOf(getpid()).empty());
+  // One that closed its connection was killed, and may still be about to end.
+  pumpUntil([] { return childrenOf(getpid()).empty(); }, "the end of the helper");
 }
 
 INSTANTIATE_TEST_SUITE_P(BadInput, WrongHelper,

@@ -38,6 +38,7 @@ Preview::Preview(const PreviewBundle& bundle, const std::optional<Size>& size)
   settings.applicationId = "zovkpopup-preview";
   settings.resourceDirectory = bundle.resources().string();
   settings.dataDirectory = bundle.home().string();
+  settings.helperPath = bundle.helper().string();
   settings.logSink = [this](std::string_view line) { hear(line); };
   platform_ = makeDefaultPlatform(settings);
   if (!ZOVKPopupHost::setUp(size ? withScreenSize(platform_, *size) : platform_))

@@ -17,10 +17,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// This program stands in a folder of its own beside the library's.
+fs::path libraryFolder() {
+  return fs::path(programPath()).parent_path().parent_path() / "zovkpopup";
+}
+
 fs::path installedBundle() {
-  const auto path = findNearLibrary("zovkpopup/ZOVKPopupResource.bundle");
-  if (!path) throw ToolError("no ZOVKPopupResource.bundle is installed beside this program");
-  return *path;
+  const fs::path path = libraryFolder() / "ZOVKPopupResource.bundle";
+  std::error_code error;
+  if (!fs::is_directory(path, error)) throw ToolError(path.string() + " is not installed");
+  return path;
 }
 
 std::string sceneFor(const std::string& kind) {
@@ -60,6 +66,10 @@ OwnFolder::OwnFolder() {
 OwnFolder::~OwnFolder() {
   std::error_code ignored;
   fs::remove_all(path_, ignored);
+}
+
+fs::path PreviewBundle::helper() const {
+  return libraryFolder() / "zovkpopup-webhost";
 }
 
 PreviewBundle::PreviewBundle(const PreviewOptions& options) {

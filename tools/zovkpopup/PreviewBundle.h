@@ -30,6 +30,8 @@ class PreviewBundle {
 
   std::filesystem::path resources() const { return folder_.path() / "resources"; }
   std::filesystem::path home() const { return folder_.path() / "home"; }
+  /// The library's helper program.
+  std::filesystem::path helper() const;
   /// The scene of the popup.
   const std::string& scene() const { return scene_; }
 

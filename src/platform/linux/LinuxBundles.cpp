@@ -18,7 +18,7 @@ constexpr const char* kResourceBundle = "ZOVKPopupResource.bundle";
 std::map<std::string, std::string> installedResources() {
   std::map<std::string, std::string> resources;
   const std::string name = kResourceBundle;
-  if (auto path = findNearLibrary("zovkpopup/" + name)) resources.emplace(name, *path);
+  if (auto path = findInstalled(name)) resources.emplace(name, *path);
   return resources;
 }
 

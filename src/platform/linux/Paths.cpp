@@ -11,9 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Enough for lib/<architecture>/ below the prefix, and for the folders of a build tree.
-constexpr int kLevels = 5;
-
 // The file of the shared library that holds this code, or of the program.
 fs::path ownFile() {
   Dl_info info{};
@@ -41,14 +38,12 @@ std::string absolutePath(const std::string& path) {
   return absolute.string();
 }
 
-std::optional<std::string> findNearLibrary(const std::string& relativePath) {
-  fs::path directory = ownFile().parent_path();
-  for (int level = 0; level <= kLevels && !directory.empty(); ++level) {
-    const fs::path candidate = directory / relativePath;
+std::optional<std::string> findInstalled(const std::string& name) {
+  const fs::path beside = ownFile().parent_path() / "zovkpopup";
+  for (const fs::path& directory : {beside, fs::path(ZOVKPOPUP_RUNTIME_DIRECTORY)}) {
+    const fs::path candidate = directory / name;
     std::error_code error;
     if (fs::exists(candidate, error)) return candidate.string();
-    if (directory == directory.parent_path()) break;
-    directory = directory.parent_path();
   }
   return std::nullopt;
 }

@@ -11,9 +11,9 @@ std::string programPath();
 /// The path as one from the root, without dots and without a trailing slash.
 std::string absolutePath(const std::string& path);
 
-/// Finds what was installed with the library: `relativePath` is looked for in the directory of the
-/// library, or of the program it is linked into, and in those above it, a few levels up. Any
-/// thread.
-std::optional<std::string> findNearLibrary(const std::string& relativePath);
+/// Finds what is installed with the library by its name: in the folder `zovkpopup` beside the
+/// library, or beside the program that the library is linked into, else in the one that the build
+/// was configured to install. No other place counts. Any thread.
+std::optional<std::string> findInstalled(const std::string& name);
 
 }  // namespace zovk

@@ -84,13 +84,13 @@ WebHostLauncher::Started spawn(std::string path) {
   return {std::move(ours), std::move(process), {}};
 }
 
-}  // namespace
-
 std::string installedWebHostPath() {
-  const auto found = findNearLibrary("zovkpopup/zovkpopup-webhost");
+  const auto found = findInstalled("zovkpopup-webhost");
   std::error_code error;
   return found && std::filesystem::is_regular_file(*found, error) ? *found : std::string();
 }
+
+}  // namespace
 
 WebHostLauncher webHostProcessLauncher(const PlatformSettings& settings) {
   WebHostLauncher launcher;

@@ -34,12 +34,7 @@ struct WebHostLauncher {
   std::size_t maximumPendingBytes = std::size_t{256} * 1024 * 1024;
 };
 
-/// Starts the helper program of the settings, or the one that was installed with the library.
+/// Starts the helper program of the settings, or the one that is installed with the library.
 WebHostLauncher webHostProcessLauncher(const PlatformSettings& settings);
-
-/// The helper that belongs to the file of this library or program: the first
-/// `zovkpopup/zovkpopup-webhost` in its directory or in one of the next few above. Empty when there
-/// is none.
-std::string installedWebHostPath();
 
 }  // namespace zovk

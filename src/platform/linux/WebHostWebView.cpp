@@ -121,7 +121,7 @@ void WebHostWebView::reload() {
 }
 
 void WebHostWebView::evaluateJavaScript(const std::string& script,
-                                        std::function<void(const ScriptResult&)> completion) {
+                                        std::function<void(ScriptResult)> completion) {
   WebHostMessage message = about(completion ? "web.evaluate" : "web.run");
   message["script"] = script;
   if (!completion) return session().send(message);

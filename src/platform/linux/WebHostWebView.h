@@ -26,7 +26,7 @@ class WebHostWebView final : public WebHostViewOf<WebView> {
   void reload() override;
   std::string url() const override { return url_; }
   void evaluateJavaScript(const std::string& script,
-                          std::function<void(const ScriptResult&)> completion) override;
+                          std::function<void(ScriptResult)> completion) override;
 
   // What the helper tells.
   void urlChanged(const std::string& url);

@@ -53,7 +53,7 @@ void MemoryWebView::loadFile(const std::string& url, const std::string& readAcce
 }
 
 void MemoryWebView::evaluateJavaScript(const std::string& script,
-                                       std::function<void(const ScriptResult&)> completion) {
+                                       std::function<void(ScriptResult)> completion) {
   scripts_.push_back(script);
   scheduler_.async([self = std::weak_ptr(self_), script, completion = std::move(completion)] {
     const auto alive = self.lock();
@@ -65,7 +65,7 @@ void MemoryWebView::evaluateJavaScript(const std::string& script,
     } else {
       result.value = nullptr;
     }
-    if (completion) completion(result);
+    if (completion) completion(std::move(result));
   });
 }
 

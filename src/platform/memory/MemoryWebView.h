@@ -52,7 +52,7 @@ class MemoryWebView final : public MemoryViewCommands<WebView> {
   void reload() override { ++reloadCount_; }
   std::string url() const override { return url_; }
   void evaluateJavaScript(const std::string& script,
-                          std::function<void(const ScriptResult&)> completion) override;
+                          std::function<void(ScriptResult)> completion) override;
 
   // What it was told.
 

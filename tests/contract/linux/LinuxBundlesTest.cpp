@@ -1,5 +1,7 @@
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -67,12 +69,35 @@ TEST(LinuxBundles, ABrokenInfoDictionaryIsLoggedOnce) {
   ZPLogger::setEnvironment({});
 }
 
-TEST(Paths, WhatLiesNearTheLibraryIsFound) {
-  const fs::path program = programPath();
-  const std::string own = program.parent_path().filename() / program.filename();
-  EXPECT_THAT(findNearLibrary(program.filename()), Optional(program.string()));
-  EXPECT_THAT(findNearLibrary(own), Optional(program.string()));
-  EXPECT_FALSE(findNearLibrary("zovkpopup/no-such-file"));
+// What a program in the given folder finds.
+std::string foundBy(const fs::path& folder) {
+  fs::create_directories(folder);
+  fs::copy_file(ZOVKPOPUP_FIND_INSTALLED, folder / "program");
+  const std::string told = folder / "told";
+  const std::string command = "'" + (folder / "program").string() + "' mark > '" + told + "'";
+  EXPECT_EQ(std::system(command.c_str()), 0);
+  std::string path;
+  std::getline(std::ifstream(told), path);
+  return path;
+}
+
+void putMarkInto(const fs::path& folder) {
+  fs::create_directories(folder);
+  std::ofstream(folder / "mark") << "here";
+}
+
+TEST(Installed, IsLookedForBesideTheProgram) {
+  const ScratchDirectory scratch;
+  putMarkInto(scratch / "bin/zovkpopup");
+  EXPECT_EQ(foundBy(scratch / "bin"), scratch / "bin/zovkpopup/mark");
+}
+
+// Whoever may write somewhere above a game must not be able to put a helper under it.
+TEST(Installed, IsNotLookedForInFoldersAbove) {
+  const ScratchDirectory scratch;
+  putMarkInto(scratch / "zovkpopup");
+  putMarkInto(scratch / "game/zovkpopup");
+  EXPECT_EQ(foundBy(scratch / "game/bin"), "nothing");
 }
 
 }  // namespace

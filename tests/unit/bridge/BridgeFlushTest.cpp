@@ -1,4 +1,5 @@
 #include <array>
+#include <chrono>
 #include <string>
 
 #include "unit/bridge/BridgeFixture.h"
@@ -266,13 +267,37 @@ TEST_F(BridgeFlush, AMessageWithANumberWithoutEndIsStillReported) {
   EXPECT_EQ(warnings().size(), 1U);
 }
 
-TEST_F(BridgeFlush, AQueueMayBeLong) {
-  int calls = 0;
-  bridge_->setHandler("a", [&](const Value&, const Bridge::ResponseCallback&) { ++calls; });
-  std::string queue = "[";
-  for (int i = 0; i < 50'000; ++i) queue += R"({"handlerName":"a"},)";
-  bridge_->flushMessageQueue(queue + R"({"handlerName":"a"}])");
-  EXPECT_EQ(calls, 50'001);
+TEST_F(BridgeFlush, ALongMistakeIsShownInPart) {
+  const std::string letters(20'000, 'x');
+  bridge_->flushMessageQueue("[\"" + letters + "\"]");
+  bridge_->flushMessageQueue(R"([{"handlerName":")" + letters + R"("}])");
+  const std::string shown = R"({"handlerName":")" + letters;
+  EXPECT_THAT(warnings(), ElementsAre(invalid("string", letters.substr(0, 16 * 1024) + " [...]"),
+                                      unknownHandler(shown.substr(0, 16 * 1024) + " [...]")));
+}
+
+TEST_F(BridgeFlush, TwentyMistakesASecondAreReportedAndTheOthersCounted) {
+  std::string queue = "[0";
+  for (int i = 1; i < 30; ++i) queue += "," + std::to_string(i);
+  bridge_->flushMessageQueue(queue + R"(,{"handlerName":"missing"},{"responseId":"cb"}])");
+  EXPECT_EQ(warnings().size(), 20U);
+  EXPECT_EQ(warnings().back(), invalid("number", "19"));
+  memory_->scheduler.advance(std::chrono::seconds(1));
+  bridge_->flushMessageQueue("[true]");
+  EXPECT_EQ(warnings().size(), 21U);
+  EXPECT_EQ(warnings().back(), invalid("boolean", "true") + " (12 more such lines held back)");
+}
+
+TEST_F(BridgeFlush, MistakesThatWereHeldBackAreCountedBeforeAReset) {
+  std::string queue = "[0";
+  for (int i = 1; i < 22; ++i) queue += "," + std::to_string(i);
+  bridge_->flushMessageQueue(queue + "]");
+  bridge_->reset();
+  EXPECT_EQ(warnings().size(), 21U);
+  EXPECT_EQ(warnings().back(), invalid("number", "21") + " (1 more such lines held back)");
+  bridge_->flushMessageQueue(queue + "]");
+  bridge_->close();
+  EXPECT_EQ(warnings().back(), invalid("number", "21") + " (2 more such lines held back)");
 }
 
 }  // namespace

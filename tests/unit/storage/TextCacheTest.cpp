@@ -16,7 +16,7 @@ class TextCacheOfAFile : public ::testing::Test {
   std::string text(const std::string& path = kPath) {
     FileGlance glance(files_);
     const auto found = cache_.text(path, glance);
-    return found != nullptr ? *found : "absent";
+    return found != nullptr ? found->text() : "absent";
   }
 
   StampedFileSystem files_;
@@ -114,7 +114,7 @@ TEST_F(TextCacheOfAFile, LeavesATextWithItsHolderWhenTheFileChanges) {
   const auto held = cache_.text(kPath, glance);
   files_.put(kPath, stampedAt(kNow - 9, 3), "xyz");
   EXPECT_EQ(text(), "xyz");
-  EXPECT_EQ(*held, "abc");
+  EXPECT_EQ(held->text(), "abc");
 }
 
 }  // namespace

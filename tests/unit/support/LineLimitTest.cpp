@@ -54,6 +54,22 @@ TEST_F(LineLimitTest, MeasuresTheSecondFromTheLastLineWritten) {
   EXPECT_EQ(limit_.line("third"), std::nullopt);
 }
 
+TEST_F(LineLimitTest, LetsAsManyThroughInASecondAsItWasToldTo) {
+  LineLimit limit([this] { return now_; }, 2);
+  EXPECT_EQ(limit.line("a"), "a");
+  now_ = 100.9;
+  EXPECT_EQ(limit.line("b"), "b");
+  EXPECT_EQ(limit.line("c"), std::nullopt);
+  now_ = 101;
+  EXPECT_EQ(limit.line("d"), "d (1 more such lines held back)");
+  EXPECT_EQ(limit.line("e"), "e");
+  EXPECT_EQ(limit.line("f"), std::nullopt);
+  now_ = 101.5;
+  EXPECT_EQ(limit.rest(), "f");
+  EXPECT_EQ(limit.line("g"), "g") << "a new second began with the rest";
+  EXPECT_EQ(limit.line("h"), std::nullopt);
+}
+
 TEST_F(LineLimitTest, HasNoRestWhenNothingWasHeldBack) {
   EXPECT_EQ(limit_.rest(), std::nullopt);
   limit_.line("bad");

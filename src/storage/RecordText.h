@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+namespace zovk {
+
+/// A text that is searched for many others: a record of keys, set apart by commas. It answers as a
+/// search of the whole text does, but most keys are found, and most are known to be missing,
+/// without one: ten thousand popups may ask ten thousand keys. Immutable, any thread.
+class RecordText {
+ public:
+  explicit RecordText(std::string text);
+  RecordText(const RecordText&) = delete;
+  RecordText& operator=(const RecordText&) = delete;
+
+  const std::string& text() const { return text_; }
+  /// Whether `part` stands anywhere in the text.
+  bool contains(std::string_view part) const;
+
+ private:
+  const std::string text_;
+  std::unordered_set<std::string_view> keys_;
+  std::size_t longestKey_ = 0;
+};
+
+}  // namespace zovk
