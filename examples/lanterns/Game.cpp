@@ -22,12 +22,14 @@ Game::Game(const Options& options)
           [this](bool covered) { cover(covered); }),
       menu_(popups_.menu()),
       hud_(renderer_.get(), options.resourceDirectory + "DejaVuSans.ttf", menu_) {
+  if (options.pad) virtualPad_.emplace();
   resize();
 }
 
 void Game::run() {
   if (!tour_) popups_.greet();
   while (running_) {
+    if (virtualPad_) virtualPad_->update();
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0) handle(event);
     const auto before = FramePacer::Clock::now();
@@ -51,6 +53,7 @@ void Game::handle(const SDL_Event& event) {
   if (resized) resize();
   if (const auto here = sdl::keyboardIn(event)) keyboardMoved(*here);
   if (firefly_.handle(event) && !covered_) tap(firefly_.place().x, firefly_.place().y);
+  if (covered_) popupPad_.handle(event);
   if (covered_) return;  // what is pressed now is meant for the popup
   if (event.type == SDL_KEYDOWN) press(event.key.keysym.sym);
   if (event.type == SDL_MOUSEBUTTONDOWN) tap(event.button.x, event.button.y);

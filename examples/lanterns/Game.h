@@ -1,15 +1,18 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "Firefly.h"
 #include "FramePacer.h"
 #include "Hud.h"
+#include "PopupPad.h"
 #include "Popups.h"
 #include "Scene.h"
 #include "Sound.h"
+#include "VirtualPad.h"
 
 namespace lanterns {
 
@@ -32,10 +35,12 @@ class Game {
   void tellButtons() const;
 
   bool tour_;
+  std::optional<VirtualPad> virtualPad_;
   sdl::WindowPointer window_;
   sdl::RendererPointer renderer_;
   Sound sound_;
   Firefly firefly_;
+  PopupPad popupPad_;
   Popups popups_;
   std::vector<MenuItem> menu_;
   Hud hud_;

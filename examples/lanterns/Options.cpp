@@ -11,6 +11,7 @@ Options readOptions(int count, const char* const* words) {
   app.add_option("--data", options.dataDirectory, "Where the player's data lie");
   app.add_option("--service", options.service, "Address of a popup service");
   app.add_flag("--tour", options.tour, "For whoever plays by program");
+  app.add_flag("--pad", options.pad, "A game pad that lines of standard input press");
   sdl::readCommandLine(app, count, words, options.window);
   return options;
 }

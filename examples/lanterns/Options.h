@@ -18,6 +18,8 @@ struct Options {
   /// For whoever plays the game by program: the window stands at the top left corner of the screen,
   /// without a frame, and the game tells where its buttons are.
   bool tour = false;
+  /// A game pad whose buttons are pressed by lines of standard input.
+  bool pad = false;
 };
 
 /// Ends the program when the command line asks for help or cannot be understood.

@@ -12,8 +12,8 @@ Session::Session(Uint32 subsystems) {
   SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
   // A popup takes the keyboard; a game that hides for that would take the popup along.
   SDL_SetHint(SDL_HINT_VIDEO_MINIMIZE_ON_FOCUS_LOSS, "0");
-  // A popup takes the keyboard, which is no reason for a full-screen game to leave.
-  SDL_SetHint(SDL_HINT_VIDEO_MINIMIZE_ON_FOCUS_LOSS, "0");
+  // Popups have no pads of their own: the game hears them without the keyboard, too.
+  SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
   SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");  // the first tap after a popup counts, too
   require(SDL_Init(subsystems) == 0, "SDL_Init");
   // Software drawing needs no GL on X11. On Wayland, SDL has no other way to the screen.

@@ -98,6 +98,19 @@ zovkpopup_status zovkpopup_game_window_did_resign_key(void) {
   });
 }
 
+zovkpopup_status zovkpopup_game_pad_did_press(uint32_t press, const char* press_name,
+                                              const char* leave_name) {
+  return guarded(__func__, [=] {
+    zovk::requireMainThread();
+    if (press > ZOVKPOPUP_GAME_PAD_LEAVE) {
+      throw zovk::Fault{ZOVKPOPUP_ERROR_ARGUMENT, "there is no such press"};
+    }
+    ZOVKPopupHost::gamePadDidPress(static_cast<zovk::ZOVKPopupGamePad>(press),
+                                   press_name == nullptr ? "A" : press_name,
+                                   leave_name == nullptr ? "B" : leave_name);
+  });
+}
+
 zovkpopup_status zovkpopup_shut_down(void) {
   return guarded(__func__, [] {
     if (ZOVKPopupHost::pollDescriptor() < 0) return;

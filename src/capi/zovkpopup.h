@@ -149,6 +149,25 @@ ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_release_popups(void);
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_game_window_did_become_key(void);
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_game_window_did_resign_key(void);
 
+/// What a player asks of a popup with a game pad.
+typedef enum zovkpopup_game_pad {
+  ZOVKPOPUP_GAME_PAD_UP = 0,  ///< A direction moves the focus to what lies there.
+  ZOVKPOPUP_GAME_PAD_DOWN = 1,
+  ZOVKPOPUP_GAME_PAD_LEFT = 2,
+  ZOVKPOPUP_GAME_PAD_RIGHT = 3,
+  ZOVKPOPUP_GAME_PAD_PRESS = 4,  ///< Presses what has the focus.
+  ZOVKPOPUP_GAME_PAD_LEAVE = 5   ///< Does what the escape key does.
+} zovkpopup_game_pad;
+
+/// Hands a press of a game pad, one of `zovkpopup_game_pad`, to the popup or web window in front;
+/// nothing happens when there is none. The game reads its pads; what is held is not repeated. The
+/// names are what is written on the player's buttons that press and leave, "A" and "B" where NULL:
+/// a line at the foot of the popup shows them. ZOVKPOPUP_ERROR_ARGUMENT for a number that is none
+/// of the above.
+ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_game_pad_did_press(uint32_t press,
+                                                               const char* press_name,
+                                                               const char* leave_name);
+
 /// Ends everything within two seconds: an open popup closes, web windows close, and no callback is
 /// called any more but `destroy`. May be called twice.
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_shut_down(void);

@@ -143,6 +143,13 @@ void ZOVKPopupHost::gameWindowDidResignKey() {
     platform->gameWindowDidResignKey();
 }
 
+void ZOVKPopupHost::gamePadDidPress(ZOVKPopupGamePad press, const std::string& pressName,
+                                    const std::string& leaveName) {
+  if (const auto platform = platformFor("gamePadDidPress")) {
+    platform->gamePadDidPress(press, pressName, leaveName);
+  }
+}
+
 bool ZOVKPopupHost::setHooks(const ZOVKPopupHooks& hooks) {
   auto* const manager = engineFor("setHooks");
   if (manager != nullptr) manager->setHooks(hooks);

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "engine/ZOVKPopupHooks.h"
+#include "platform/GamePad.h"
 #include "support/Export.h"
 
 namespace zovk {
@@ -72,6 +73,15 @@ class ZOVKPOPUP_API ZOVKPopupHost {
   /// X11 need not.
   static void gameWindowDidBecomeKey();
   static void gameWindowDidResignKey();
+
+  /// Hands a press of a game pad to the popup or web window in front, whether or not it has the
+  /// keyboard; nothing happens when there is none. The game reads its pads, and says what players
+  /// mean by a press: directions move the focus among the page's links, fields and buttons. A
+  /// direction that is held is not repeated by the library.
+  /// `pressName` and `leaveName` are what is written on the player's own buttons for that, for the
+  /// line at the foot of the popup that says which button does what.
+  static void gamePadDidPress(ZOVKPopupGamePad press, const std::string& pressName = "A",
+                              const std::string& leaveName = "B");
 
   /// Calls the hooks around the time in which popups cover the game, from `pump`, in place of those
   /// that were set before. They are copied, stay until `shutDown`, and may call anything. False,

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/GamePad.h"
 #include "platform/Platform.h"
 
 namespace zovk {
@@ -53,6 +54,10 @@ class HostedPlatform {
   virtual void gameWindowDidBecomeKey() = 0;
   /// Tells that the game's own window lost the keyboard, perhaps to a popup.
   virtual void gameWindowDidResignKey() = 0;
+  /// Hands a press of a game pad to the popup in front; nothing happens when there is none. The
+  /// names are those of the pad's buttons that press and leave. By default pads have no effect.
+  virtual void gamePadDidPress(ZOVKPopupGamePad /*press*/, const std::string& /*pressName*/,
+                               const std::string& /*leaveName*/) {}
   /// Ends threads and helper processes within two seconds. Repeatable; nothing is called back
   /// afterwards.
   virtual void shutDown() = 0;

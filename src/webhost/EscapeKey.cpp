@@ -62,9 +62,12 @@ gboolean EscapeKey::onLeftOver(GtkEventController* controller, guint key, guint,
   const guint32 time = gtk_event_controller_get_current_event_time(controller);
   const bool plain = (modifiers & gtk_accelerator_get_default_mod_mask()) == 0;
   if (key != GDK_KEY_Escape || !plain || time != escape->freshTime_) return FALSE;
-  GtkWidget* window = gtk_event_controller_get_widget(controller);
-  GtkWidget* button = shownButton(window, "crossBtn");
-  if (button == nullptr) button = shownButton(window, "returnBtn");
+  return pressCornerButton(GTK_WINDOW(gtk_event_controller_get_widget(controller)));
+}
+
+bool pressCornerButton(GtkWindow* window) {
+  GtkWidget* button = shownButton(GTK_WIDGET(window), "crossBtn");
+  if (button == nullptr) button = shownButton(GTK_WIDGET(window), "returnBtn");
   if (button != nullptr) g_signal_emit_by_name(button, "clicked");
   return button != nullptr;
 }

@@ -28,4 +28,7 @@ class EscapeKey {
   guint32 freshTime_ = 0;  // of the last press that was no repetition
 };
 
+/// Presses the cross that is shown, or else the return; false when there is neither.
+bool pressCornerButton(GtkWindow* window);
+
 }  // namespace zovk

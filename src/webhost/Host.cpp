@@ -6,6 +6,7 @@
 #include <boost/json/array.hpp>
 
 #include "webhost/ContainerView.h"
+#include "webhost/GamePad.h"
 #include "webhost/PageGuards.h"
 #include "webhost/PlayerInput.h"
 #include "webhost/Screen.h"
@@ -98,6 +99,44 @@ void Host::passKeyboardOn() const {
   const auto front = std::find_if(windows_.rbegin(), windows_.rend(),
                                   [](const auto& entry) { return entry.second->isShown(); });
   front == windows_.rend() ? game_.activate() : front->second->show();
+}
+
+void Host::pressPad(const std::string& press, const std::string& pressName,
+                    const std::string& leaveName) {
+  WindowHost* const front = shownInFront();
+  if (front == nullptr) return;
+  openLimit_.playerActed(std::chrono::steady_clock::now());
+  front->padLine().show(pressName + "  " + padTextOf(*front, "padPress", "Choose") + "      " +
+                        leaveName + "  " + padTextOf(*front, "padLeave", "Close"));
+  padQueue_.add([this, press](const PadQueue::Done& done) { carryOut(press, done); });
+}
+
+void Host::carryOut(const std::string& press, const PadQueue::Done& done) const {
+  const WindowHost* const front = shownInFront();
+  if (front == nullptr) return done();
+  auto* const window = GTK_WINDOW(front->widget());
+  const WebViewHost* const host = webViewIn(front->id());
+  WebKitWebView* const page = host == nullptr ? nullptr : host->view();
+  if (const auto direction = padDirection(press)) return movePad(window, page, *direction, done);
+  if (press == "press") return zovk::pressPad(window, page, done);
+  if (press == "leave") return leavePad(window, page, done);
+  done();
+}
+
+WindowHost* Host::shownInFront() const {
+  const auto front = std::find_if(windows_.rbegin(), windows_.rend(),
+                                  [](const auto& entry) { return entry.second->isShown(); });
+  return front == windows_.rend() ? nullptr : front->second.get();
+}
+
+std::string Host::padTextOf(const WindowHost& window, const char* name, const char* usual) const {
+  for (const auto& [id, layout] : layouts_) {
+    GtkWidget* const root = layout->root();
+    const bool inside = root != nullptr && gtk_widget_is_ancestor(root, window.widget());
+    const std::string text = inside ? layout->text(name) : "";
+    if (!text.empty()) return text;
+  }
+  return usual;
 }
 
 WindowHost* Host::window(Id id) const {

@@ -13,6 +13,7 @@
 #include "webhost/GameWindow.h"
 #include "webhost/LayoutHost.h"
 #include "webhost/OpenLimit.h"
+#include "webhost/PadQueue.h"
 #include "webhost/ViewRegistry.h"
 #include "webhost/WebViewFactory.h"
 #include "webhost/WebViewHost.h"
@@ -51,6 +52,10 @@ class Host {
 
   void openWindow(Id id, Id rootView, const Frame& frame);
   void closeWindow(Id id);
+  /// A press of a game pad's, for the youngest window that is shown: a direction, "press" or
+  /// "leave". The names are those of the buttons that press and leave.
+  void pressPad(const std::string& press, const std::string& pressName,
+                const std::string& leaveName);
   /// Null when there is none.
   WindowHost* window(Id id) const;
 
@@ -69,6 +74,10 @@ class Host {
   static gboolean onIdle(gpointer self);
   void onViewDropped(Id id, GtkWidget* widget);
   void prepareSpareWhenIdle();
+  void carryOut(const std::string& press, const PadQueue::Done& done) const;
+  /// The youngest window that is shown; null when there is none.
+  WindowHost* shownInFront() const;
+  std::string padTextOf(const WindowHost& window, const char* name, const char* usual) const;
   /// To the youngest window that is shown, or else to the game.
   void passKeyboardOn() const;
   GameWindow::Listener gameListener();
@@ -89,6 +98,7 @@ class Host {
   std::map<Id, std::unique_ptr<LayoutHost>> layouts_;
   SourceGuard idle_;
   Frame toldScreen_;
+  PadQueue padQueue_;
 };
 
 }  // namespace zovk

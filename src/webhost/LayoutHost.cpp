@@ -46,7 +46,8 @@ bool staysInside(GtkConstraint* constraint) {
 }  // namespace
 
 LayoutHost::LayoutHost(const std::string& bundle, const std::string& name,
-                       std::function<void(const std::string&)> perform) {
+                       std::function<void(const std::string&)> perform)
+    : bundle_(bundle) {
   g_type_class_unref(g_type_class_ref(containerViewType()));  // makes the names known
   loadStyles(bundle);
   const auto scope = newActionScope(std::move(perform));
@@ -75,6 +76,10 @@ GtkWidget* LayoutHost::outlet(const std::string& name) const {
   GObject* object = gtk_builder_get_object(builder_.get(), name.c_str());
   const bool usable = GTK_IS_WIDGET(object) && !GTK_IS_NATIVE(object);
   return usable ? GTK_WIDGET(object) : nullptr;
+}
+
+std::string LayoutHost::text(const std::string& name) const {
+  return LayoutTexts(bundle_).find(name);
 }
 
 std::vector<std::string> LayoutHost::outletNames() const {

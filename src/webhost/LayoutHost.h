@@ -25,6 +25,8 @@ class LayoutHost {
   GtkWidget* root() const { return root_.get(); }
   GtkWidget* outlet(const std::string& name) const;
   std::vector<std::string> outletNames() const;
+  /// A text of the bundle's that no view has, in the player's language; empty when there is none.
+  std::string text(const std::string& name) const;
   /// Why the file could not be loaded; empty when it could.
   const std::string& error() const { return error_; }
 
@@ -32,6 +34,7 @@ class LayoutHost {
   void findRoot();
   void addLooseConstraints();
 
+  std::string bundle_;
   GObjectPtr<GtkBuilder> builder_;
   GObjectPtr<GtkWidget> root_;
   std::string error_;

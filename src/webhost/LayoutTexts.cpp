@@ -33,4 +33,9 @@ void LayoutTexts::apply(const std::string& name, GtkWidget* view) const {
                                  -1);
 }
 
+std::string LayoutTexts::find(const std::string& name) const {
+  const GText text(g_key_file_get_locale_string(file_, name.c_str(), kLabel, nullptr, nullptr));
+  return text ? text.get() : "";
+}
+
 }  // namespace zovk

@@ -19,6 +19,8 @@ class LayoutTexts {
   /// Gives a view the text of that name: on a button or label as what it says, on a button with a
   /// picture as its hint, and on each of them as what a screen reader says.
   void apply(const std::string& name, GtkWidget* view) const;
+  /// The text of that name; empty when there is none.
+  std::string find(const std::string& name) const;
 
  private:
   GKeyFile* file_;

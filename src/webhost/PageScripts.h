@@ -9,6 +9,7 @@ namespace zovk {
 std::string BoundedJson_js();
 std::string PageMessages_js();
 std::string PageMessageGuard_js();
+std::string GamePad_js();
 
 /// The name of the world of scripts, and of the handler in it, that no page reaches.
 inline constexpr const char* kGuardWorld = "zovk";

@@ -31,7 +31,9 @@ void ProgressLine::hide() {
 
 gboolean ProgressLine::onPosition(GtkOverlay* overlay, GtkWidget* line, GdkRectangle* place,
                                   gpointer self) {
-  GtkWidget* page = static_cast<ProgressLine*>(self)->page_;
+  const auto* progress = static_cast<ProgressLine*>(self);
+  if (line != progress->line_) return FALSE;
+  GtkWidget* page = progress->page_;
   graphene_rect_t bounds;
   if (page == nullptr || !gtk_widget_compute_bounds(page, GTK_WIDGET(overlay), &bounds)) {
     return FALSE;

@@ -50,6 +50,10 @@ void sync(Host& host, const Arguments& arguments) {
   afterPaint(host, arguments.id("window"), finish);
 }
 
+void pressPad(Host& host, const Arguments& arguments) {
+  host.pressPad(arguments.text("press"), arguments.text("pressName"), arguments.text("leaveName"));
+}
+
 void answerPing(const Host& host, const Arguments&) {
   host.events()({{"type", "pong"}});
 }
@@ -74,6 +78,7 @@ void addWindowCommands(CommandTable& table) {
   table["snapshot"] = takeSnapshot;
   table["sync"] = sync;
   table["ping"] = answerPing;
+  table["pad.press"] = pressPad;
   table["url.open"] = openAddress;
 }
 

@@ -33,6 +33,7 @@ WindowHost::WindowHost(Id id, GtkWidget* root, const Frame& frame, const GameWin
       painted_(std::move(painted)),
       window_(newDialog()),
       progress_(root),
+      padLine_(GTK_OVERLAY(progress_.widget())),
       place_(window_, frame, game),
       escape_(window_),
       showWatch_({.look = [this] { return progressOfShowing(); },

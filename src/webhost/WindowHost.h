@@ -9,6 +9,7 @@
 #include "webhost/EscapeKey.h"
 #include "webhost/Events.h"
 #include "webhost/GObjectPtr.h"
+#include "webhost/PadLine.h"
 #include "webhost/PopupPlace.h"
 #include "webhost/ProgressLine.h"
 #include "webhost/ShowWatch.h"
@@ -28,6 +29,7 @@ class WindowHost {
   WindowHost& operator=(const WindowHost&) = delete;
 
   GtkWidget* widget() const { return GTK_WIDGET(window_); }
+  Id id() const { return id_; }
   bool isShown() const { return shown_; }
   void show();
   void hide();
@@ -37,6 +39,7 @@ class WindowHost {
   void gameRestored();
   void setBackground(const GdkRGBA& color);
   ProgressLine& progress() { return progress_; }
+  PadLine& padLine() { return padLine_; }
   /// Runs `next` once the window has been painted with all that was changed so far: at once when
   /// it is not shown, and after a while when the display does not paint it.
   void whenPainted(std::function<void()> next);
@@ -66,6 +69,7 @@ class WindowHost {
   std::function<void()> painted_;
   GtkWindow* window_;
   ProgressLine progress_;
+  PadLine padLine_;
   PopupPlace place_;
   EscapeKey escape_;
   ShowWatch showWatch_;

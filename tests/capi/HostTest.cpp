@@ -18,6 +18,15 @@ TEST_F(CHost, IsSetUpPumpedAndShutDown) {
   EXPECT_EQ(zovkpopup_poll_descriptor(), -1);
 }
 
+TEST_F(CHost, TakesPressesOfGamePadsThatThereAre) {
+  ASSERT_EQ(setUp(), ZOVKPOPUP_OK);
+  for (uint32_t press = ZOVKPOPUP_GAME_PAD_UP; press <= ZOVKPOPUP_GAME_PAD_LEAVE; ++press) {
+    EXPECT_EQ(zovkpopup_game_pad_did_press(press, nullptr, "Circle"), ZOVKPOPUP_OK);
+  }
+  EXPECT_EQ(zovkpopup_game_pad_did_press(ZOVKPOPUP_GAME_PAD_LEAVE + 1, nullptr, nullptr),
+            ZOVKPOPUP_ERROR_ARGUMENT);
+}
+
 TEST_F(CHost, MayBeSetUpAnewAfterItWasShutDown) {
   ASSERT_EQ(setUp(), ZOVKPOPUP_OK);
   ASSERT_EQ(zovkpopup_shut_down(), ZOVKPOPUP_OK);

@@ -24,6 +24,7 @@ TEST_F(OtherThread, IsToldThatTheHostBelongsToTheMainThread) {
       [&] { return zovkpopup_set_hooks(&hooks); },
       [] { return zovkpopup_hold_popups(); },
       [] { return zovkpopup_release_popups(); },
+      [] { return zovkpopup_game_pad_did_press(ZOVKPOPUP_GAME_PAD_UP, nullptr, nullptr); },
       [] { return zovkpopup_game_window_did_become_key(); },
       [] { return zovkpopup_game_window_did_resign_key(); },
       [] { return zovkpopup_start("http://127.0.0.1:9", "1", "2"); },

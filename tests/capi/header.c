@@ -33,6 +33,7 @@ size_t header_functions_in_c(void) {
       (function)zovkpopup_set_hooks,
       (function)zovkpopup_hold_popups,
       (function)zovkpopup_release_popups,
+      (function)zovkpopup_game_pad_did_press,
       (function)zovkpopup_game_window_did_become_key,
       (function)zovkpopup_game_window_did_resign_key,
       (function)zovkpopup_shut_down,

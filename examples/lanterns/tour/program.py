@@ -13,7 +13,7 @@ class Program:
         self.lines = []
         self.changed = threading.Condition()
         self.log = open(log, "a", encoding="utf-8")
-        self.process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=self.log,
+        self.process = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=self.log,
                                         text=True, encoding="utf-8")
         self.reader = threading.Thread(target=self._read, daemon=True)
         self.reader.start()
@@ -60,6 +60,11 @@ class Game(Program):
 
     def __init__(self, command, log):
         super().__init__("game", command, log)
+
+    def pad(self, button):
+        """Presses a button of the game pad."""
+        self.process.stdin.write(button + "\n")
+        self.process.stdin.flush()
 
     def button(self, key):
         return tuple(map(int, self.wait_line(f"button {key} at ").split()[-2:]))

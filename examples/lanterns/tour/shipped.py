@@ -21,11 +21,28 @@ def play_some(player):
     player.screen.key("Escape")
     player.expect(number, 0, record("skip"))
 
+    with_the_pad(player)
+
     number = player.ask("The new policy, agreed to", "4", pointer=True)
     player.press_policy(agree=True, picture="policy")
     player.expect(number, 0, record("skip"))
 
     player.light_a_lantern()
+
+
+def with_the_pad(player):
+    number = player.ask("Events, answered with a game pad", "2")
+    player.page("fair", shot=False)
+    for button in ("dpup", "dpdown", "dpdown"):
+        player.game.pad(button)
+    player.shoot("pad")
+    player.game.pad("a")
+    player.expect(number, 2, record("cancel", "no-fair"))
+
+    number = player.ask("Welcome, left with a game pad", "1")
+    player.page("welcome", shot=False)
+    player.game.pad("b")
+    player.expect(number, 0, record("skip"))
 
 
 def play(player):
@@ -52,6 +69,8 @@ def play(player):
     player.press("fair", shot=False)
     player.press_later("double")
     player.expect(number, 2, record("cancel", "not-tonight"))
+
+    with_the_pad(player)
 
     number = player.ask("Policy page by its scene, declined", "3")
     player.press_policy(agree=False, picture="policy-by-scene")

@@ -25,7 +25,8 @@ class Tour:
     def start(self, title, data, play, service=""):
         """One start of the game: from its window to its end."""
         print(f" {title}", flush=True)
-        words = [self.arguments.game, "--size", self.arguments.size, "--tour", "--data", str(data)]
+        words = [self.arguments.game, "--size", self.arguments.size, "--tour", "--pad",
+                 "--data", str(data)]
         if service:
             words += ["--service", service]
         if self.arguments.full_screen:

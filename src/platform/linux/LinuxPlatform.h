@@ -29,6 +29,10 @@ class LinuxPlatform final : public HostedPlatform {
   int pollDescriptor() const override { return shutDown_ ? -1 : queue_.pollDescriptor(); }
   void gameWindowDidBecomeKey() override { userInterface_.gameWindowDidBecomeKey(); }
   void gameWindowDidResignKey() override { userInterface_.gameWindowDidResignKey(); }
+  void gamePadDidPress(ZOVKPopupGamePad press, const std::string& pressName,
+                       const std::string& leaveName) override {
+    userInterface_.gamePadDidPress(press, pressName, leaveName);
+  }
   void shutDown() override;
 
  private:

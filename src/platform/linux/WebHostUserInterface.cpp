@@ -1,6 +1,7 @@
 #include "platform/linux/WebHostUserInterface.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "platform/linux/Container.h"
@@ -43,6 +44,13 @@ WebHostReplies::Reply replyWith(const char* member, std::function<void(bool)> co
   };
 }
 
+/// Null for a number that is no press.
+const char* nameOf(ZOVKPopupGamePad press) {
+  constexpr std::array kNames = {"up", "down", "left", "right", "press", "leave"};
+  const auto number = static_cast<std::size_t>(press);
+  return number < kNames.size() ? kNames[number] : nullptr;
+}
+
 }  // namespace
 
 WebHostUserInterface::WebHostUserInterface(const PlatformSettings& settings, LinuxMainQueue& queue,
@@ -67,6 +75,14 @@ void WebHostUserInterface::gameWindowDidBecomeKey() {
 void WebHostUserInterface::gameWindowDidResignKey() {
   WebHostObjects& objects = session_->objects();
   if (objects.activeWindow != 0) objects.keyWindow = objects.activeWindow;
+}
+
+void WebHostUserInterface::gamePadDidPress(ZOVKPopupGamePad press, const std::string& pressName,
+                                           const std::string& leaveName) {
+  const char* const name = nameOf(press);
+  if (name == nullptr) return;
+  session_->send(
+      {{"type", "pad.press"}, {"press", name}, {"pressName", pressName}, {"leaveName", leaveName}});
 }
 
 void WebHostUserInterface::shutDown() {

@@ -32,6 +32,8 @@ class WebHostUserInterface final : public UserInterface, public WebHostInspector
 
   void gameWindowDidBecomeKey();
   void gameWindowDidResignKey();
+  void gamePadDidPress(ZOVKPopupGamePad press, const std::string& pressName,
+                       const std::string& leaveName);
   /// Ends the helper and takes it off the system's table, within two seconds. Repeatable; nothing
   /// is called back afterwards.
   void shutDown();

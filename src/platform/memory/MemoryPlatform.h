@@ -59,6 +59,10 @@ class MemoryHostedPlatform final : public HostedPlatform {
   int pollDescriptor() const override { return -1; }
   void gameWindowDidBecomeKey() override { memory_->userInterface.otherWindowTakesKey(); }
   void gameWindowDidResignKey() override { memory_->userInterface.otherWindowLosesKey(); }
+  void gamePadDidPress(ZOVKPopupGamePad press, const std::string& pressName,
+                       const std::string& leaveName) override {
+    memory_->userInterface.padPressed({press, pressName, leaveName});
+  }
   void shutDown() override { memory_->shutDown(); }
 
  private:

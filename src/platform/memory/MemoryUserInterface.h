@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/GamePad.h"
 #include "platform/UserInterface.h"
 #include "platform/memory/MemoryLayout.h"
 #include "platform/memory/MemoryScheduler.h"
@@ -44,6 +45,14 @@ class MemoryUserInterface final : public UserInterface {
   /// are.
   void setOpenAnswer(std::function<bool(const std::string& url)> answer);
   const std::vector<std::string>& openedUrls() const { return openedUrls_; }
+
+  struct PadPress {
+    ZOVKPopupGamePad press;
+    std::string pressName;
+    std::string leaveName;
+  };
+  void padPressed(PadPress press) { padPresses_.push_back(std::move(press)); }
+  const std::vector<PadPress>& padPresses() const { return padPresses_; }
 
   /// The one made last of those that still live; null when there is none.
   std::shared_ptr<MemoryWindow> frontWindow() const { return windows_.last(); }
@@ -101,6 +110,7 @@ class MemoryUserInterface final : public UserInterface {
   std::set<std::string> schemes_{"http", "https"};
   std::function<bool(const std::string& url)> openAnswer_;
   std::vector<std::string> openedUrls_;
+  std::vector<PadPress> padPresses_;
   Made<MemoryWindow> windows_;
   Made<MemoryWebView> webViews_;
   Made<MemoryLayout> layouts_;

@@ -35,6 +35,18 @@ TEST_F(WebHostCommands, AWindowIsMadeShownAndClosed) {
                   R"({"type":"view.release","view":2})"));
 }
 
+TEST_F(WebHostCommands, APressOfAGamePadIsSentByName) {
+  startReady();
+  client_->gamePadDidPress(ZOVKPopupGamePad::kDown, "A", "B");
+  client_->gamePadDidPress(ZOVKPopupGamePad::kLeave, "Cross", "Circle");
+  client_->gamePadDidPress(static_cast<ZOVKPopupGamePad>(6), "A", "B");
+  EXPECT_THAT(
+      commands(),
+      ElementsAre(
+          R"({"type":"pad.press","press":"down","pressName":"A","leaveName":"B"})",
+          R"({"type":"pad.press","press":"leave","pressName":"Cross","leaveName":"Circle"})"));
+}
+
 TEST_F(WebHostCommands, CommandsBeforeTheHelperIsReadyAreSentInOrder) {
   start();
   EXPECT_EQ(client_->mainScreenBounds(), Rect{});

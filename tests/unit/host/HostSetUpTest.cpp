@@ -85,13 +85,15 @@ TEST_F(HostSetUp, OtherThreadsAreTurnedAwayWithAnErrorLine) {
     ZOVKPopupHost::pump();
     ZOVKPopupHost::gameWindowDidBecomeKey();
     ZOVKPopupHost::gameWindowDidResignKey();
+    ZOVKPopupHost::gamePadDidPress(ZOVKPopupGamePad::kUp);
     EXPECT_FALSE(ZOVKPopupHost::setHooks({}));
     EXPECT_FALSE(ZOVKPopupHost::holdPopups());
     EXPECT_FALSE(ZOVKPopupHost::releasePopups());
     ZOVKPopupHost::shutDown();
   }).join();
-  for (const char* operation : {"pump", "gameWindowDidBecomeKey", "gameWindowDidResignKey",
-                                "setHooks", "holdPopups", "releasePopups", "shutDown"}) {
+  for (const char* operation :
+       {"pump", "gameWindowDidBecomeKey", "gameWindowDidResignKey", "gamePadDidPress", "setHooks",
+        "holdPopups", "releasePopups", "shutDown"}) {
     EXPECT_THAT(errorMessages(log()),
                 Contains(std::string("ZOVKPopupHost::") + operation +
                          " was called on another thread than the main thread"));
@@ -115,6 +117,18 @@ TEST_F(HostSetUp, ThePopupTakesTheKeyboardBackFromTheGamesWindow) {
   ZOVKPopupHost::gameWindowDidBecomeKey();
   ZOVKPopupHost::gameWindowDidResignKey();
   EXPECT_TRUE(window->isKeyWindow());
+}
+
+TEST_F(HostSetUp, APressOfAGamePadGoesToThePlatformWithTheButtonsNames) {
+  ASSERT_TRUE(setUp());
+  ZOVKPopupHost::gamePadDidPress(ZOVKPopupGamePad::kLeft);
+  ZOVKPopupHost::gamePadDidPress(ZOVKPopupGamePad::kPress, "Cross", "Circle");
+  const auto& presses = memory().userInterface.padPresses();
+  ASSERT_EQ(presses.size(), 2U);
+  EXPECT_EQ(presses[0].press, ZOVKPopupGamePad::kLeft);
+  EXPECT_EQ(presses[0].pressName + presses[0].leaveName, "AB");
+  EXPECT_EQ(presses[1].press, ZOVKPopupGamePad::kPress);
+  EXPECT_EQ(presses[1].pressName + presses[1].leaveName, "CrossCircle");
 }
 
 TEST_F(HostSetUp, TheMemoryPlatformHasNothingToPoll) {
