@@ -24,12 +24,12 @@ std::string textOf(const std::string& file) {
 
 }  // namespace
 
-Host::Host(const Options& options, std::uint64_t nativeWindow) {
+Host::Host(const Options& options, const std::string& gameWindow) {
   zovk::ZOVKPopupHostSettings settings;
   settings.applicationId = "com.example.lantern-shop";
   settings.resourceDirectory = options.resourceDirectory;
   settings.dataDirectory = options.dataDirectory;
-  settings.nativeWindow = nativeWindow;
+  settings.gameWindow = gameWindow;
   if (!zovk::ZOVKPopupHost::setUp(settings)) {
     throw std::runtime_error("the popups could not be set up");
   }
@@ -41,8 +41,9 @@ Host::~Host() {
 
 Game::Game(const Options& options)
     : window_(sdl::openWindow("Harbour Lights", options.window, !options.lookFile.empty())),
+      windowName_(window_.get()),
       renderer_(sdl::openRenderer(window_.get())),
-      host_(options, sdl::nativeWindowOf(window_.get())),
+      host_(options, windowName_.text()),
       shop_(options.resourceDirectory + "shop.html", options.player, purse_, tell),
       scene_(renderer_.get()),
       lookScript_(textOf(options.lookFile)) {
@@ -87,6 +88,8 @@ void Game::keyboardMoved(bool here) {
 void Game::resize() {
   int width = 0;
   int height = 0;
+  SDL_GetWindowSize(window_.get(), &width, &height);
+  zovk::ZOVKPopupHost::gameWindowDidResize(width, height);
   SDL_GetRendererOutputSize(renderer_.get(), &width, &height);
   scene_.resize(width, height);
 }

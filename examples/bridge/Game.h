@@ -7,13 +7,14 @@
 #include "Scene.h"
 #include "Sdl.h"
 #include "Shop.h"
+#include "WindowName.h"
 
 namespace harbour {
 
 /// The popups' host for as long as the object lives.
 class Host {
  public:
-  Host(const Options& options, std::uint64_t nativeWindow);
+  Host(const Options& options, const std::string& gameWindow);
   ~Host();
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
@@ -34,6 +35,7 @@ class Game {
   void lookAtPage();
 
   sdl::WindowPointer window_;
+  sdl::WindowName windowName_;
   sdl::RendererPointer renderer_;
   Host host_;
   Purse purse_;

@@ -14,11 +14,11 @@ constexpr int kLanternsOfANight = 8;
 Game::Game(const Options& options)
     : tour_(options.tour),
       window_(sdl::openWindow("Lanterns", options.window, options.tour)),
+      windowName_(window_.get()),
       renderer_(sdl::openRenderer(window_.get())),
       firefly_(renderer_.get()),
       popups_(
-          options, sdl::nativeWindowOf(window_.get()),
-          [this](const std::string& line) { tell(line); },
+          options, windowName_.text(), [this](const std::string& line) { tell(line); },
           [this](bool covered) { cover(covered); }),
       menu_(popups_.menu()),
       hud_(renderer_.get(), options.resourceDirectory + "DejaVuSans.ttf", menu_) {
@@ -98,6 +98,8 @@ void Game::cover(bool covered) {
 void Game::resize() {
   int width = 0;
   int height = 0;
+  SDL_GetWindowSize(window_.get(), &width, &height);
+  Popups::windowResized(width, height);
   SDL_GetRendererOutputSize(renderer_.get(), &width, &height);
   scene_ = std::make_unique<Scene>(renderer_.get(), width, height);
   hud_.resize(width, height);

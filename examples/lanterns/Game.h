@@ -13,6 +13,7 @@
 #include "Scene.h"
 #include "Sound.h"
 #include "VirtualPad.h"
+#include "WindowName.h"
 
 namespace lanterns {
 
@@ -37,6 +38,7 @@ class Game {
   bool tour_;
   std::optional<VirtualPad> virtualPad_;
   sdl::WindowPointer window_;
+  sdl::WindowName windowName_;
   sdl::RendererPointer renderer_;
   Sound sound_;
   Firefly firefly_;

@@ -12,21 +12,21 @@ namespace {
 constexpr std::uint64_t kEvents = 20;
 constexpr std::uint64_t kGreetings = 30;
 
-zovk::ZOVKPopupHostSettings settingsOf(const Options& options, std::uint64_t nativeWindow) {
+zovk::ZOVKPopupHostSettings settingsOf(const Options& options, const std::string& gameWindow) {
   zovk::ZOVKPopupHostSettings settings;
   settings.applicationId = "com.example.lanterns";
   settings.resourceDirectory = options.resourceDirectory;
   settings.dataDirectory = options.dataDirectory;
-  settings.nativeWindow = nativeWindow;
+  settings.gameWindow = gameWindow;
   return settings;
 }
 
 }  // namespace
 
-Popups::Popups(const Options& options, std::uint64_t nativeWindow, Listener listener,
+Popups::Popups(const Options& options, const std::string& gameWindow, Listener listener,
                std::function<void(bool)> covered)
     : listener_(std::move(listener)) {
-  if (!zovk::ZOVKPopupHost::setUp(settingsOf(options, nativeWindow))) {
+  if (!zovk::ZOVKPopupHost::setUp(settingsOf(options, gameWindow))) {
     throw std::runtime_error("the popups could not be set up");
   }
   zovk::ZOVKPopupHost::setHooks({.popupsWillAppear = [covered] { covered(true); },
@@ -51,6 +51,10 @@ void Popups::keyboardMoved(bool here) {
   } else {
     zovk::ZOVKPopupHost::gameWindowDidResignKey();
   }
+}
+
+void Popups::windowResized(int width, int height) {
+  zovk::ZOVKPopupHost::gameWindowDidResize(width, height);
 }
 
 void Popups::greet() {

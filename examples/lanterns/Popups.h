@@ -16,9 +16,9 @@ class Popups {
   /// Hears of every call and every answer as one line of text.
   using Listener = std::function<void(const std::string& line)>;
 
-  /// `nativeWindow` is the game's X11 window, 0 when it has none.
+  /// `gameWindow` is what the display system calls the game's window, empty when it does not.
   /// `covered` hears when popups are about to cover the game, and when the last is gone.
-  Popups(const Options& options, std::uint64_t nativeWindow, Listener listener,
+  Popups(const Options& options, const std::string& gameWindow, Listener listener,
          std::function<void(bool)> covered);
   ~Popups();
   Popups(const Popups&) = delete;
@@ -28,6 +28,8 @@ class Popups {
   void pump();
   /// Says that the game's window took the keyboard, or lost it.
   static void keyboardMoved(bool here);
+  /// Says how large the game's window is, in the units of the window system.
+  static void windowResized(int width, int height);
   /// When the game begins: the policy if there is a new one, then a welcome.
   void greet();
   /// When all is done for tonight.

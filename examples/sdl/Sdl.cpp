@@ -3,8 +3,6 @@
 #include <stdexcept>
 #include <string_view>
 
-#include <SDL_syswm.h>
-
 namespace sdl {
 
 Session::Session(Uint32 subsystems) {
@@ -49,13 +47,6 @@ std::optional<bool> keyboardIn(const SDL_Event& event) {
   if (event.window.event == SDL_WINDOWEVENT_FOCUS_GAINED) return true;
   if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) return false;
   return std::nullopt;
-}
-
-std::uint64_t nativeWindowOf(SDL_Window* window) {
-  SDL_SysWMinfo info;
-  SDL_VERSION(&info.version);
-  const bool known = SDL_GetWindowWMInfo(window, &info) == SDL_TRUE;
-  return known && info.subsystem == SDL_SYSWM_X11 ? info.info.x11.window : 0;
 }
 
 std::string programDirectory() {

@@ -54,9 +54,6 @@ RendererPointer openRenderer(SDL_Window* window);
 /// for any other event.
 std::optional<bool> keyboardIn(const SDL_Event& event);
 
-/// The X11 window behind an SDL window, 0 where the display is another one.
-std::uint64_t nativeWindowOf(SDL_Window* window);
-
 /// Where the program lies, with a slash at its end.
 std::string programDirectory();
 

@@ -29,6 +29,7 @@ zovk::ZOVKPopupHostSettings hostSettings(const zovkpopup_settings& given) {
   const auto pageMemory = static_cast<std::uint32_t>(std::min(given.page_memory, kMost));
   if (pageMemory != 0) settings.pageMemory = pageMemory;
   settings.drawing = textOrEmpty(given.drawing);
+  settings.gameWindow = textOrEmpty(given.game_window);
   return settings;
 }
 
@@ -108,6 +109,13 @@ zovkpopup_status zovkpopup_game_pad_did_press(uint32_t press, const char* press_
     ZOVKPopupHost::gamePadDidPress(static_cast<zovk::ZOVKPopupGamePad>(press),
                                    press_name == nullptr ? "A" : press_name,
                                    leave_name == nullptr ? "B" : leave_name);
+  });
+}
+
+zovkpopup_status zovkpopup_game_window_did_resize(std::int32_t width, std::int32_t height) {
+  return guarded(__func__, [&] {
+    zovk::requireMainThread();
+    ZOVKPopupHost::gameWindowDidResize(width, height);
   });
 }
 

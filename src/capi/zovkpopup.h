@@ -114,6 +114,9 @@ typedef struct zovkpopup_settings {
   /// graphics driver even where no device is seen. The player's environment variable
   /// `ZOVKPOPUP_DRAWING` goes before it.
   const char* drawing;
+  /// The game's window as text: "x11:NUMBER", the same as `native_window`, or "wayland:HANDLE",
+  /// what the compositor's `zxdg_exporter` gave for it. By default what `native_window` says.
+  const char* game_window;
 } zovkpopup_settings;
 
 /// Call it once before anything else, and again only after `zovkpopup_shut_down`. NULL is all
@@ -167,6 +170,10 @@ typedef enum zovkpopup_game_pad {
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_game_pad_did_press(uint32_t press,
                                                                const char* press_name,
                                                                const char* leave_name);
+
+/// Tells how large the game's own window is, in logical pixels: on Wayland once after
+/// `zovkpopup_set_up` and whenever it changes. On X11 it is seen without.
+ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_game_window_did_resize(int32_t width, int32_t height);
 
 /// Ends everything within two seconds: an open popup closes, web windows close, and no callback is
 /// called any more but `destroy`. May be called twice.

@@ -103,10 +103,10 @@ std::shared_ptr<Platform> hostPlatform() {
 
 bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
   if (host().now().platform != nullptr) return setUp(std::shared_ptr<HostedPlatform>());
-  return setUp(makeDefaultPlatform({settings.applicationId, settings.resourceDirectory,
-                                    settings.dataDirectory, settings.helperPath,
-                                    settings.nativeWindow, settings.certificateAuthority,
-                                    settings.logSink, settings.pageMemory, settings.drawing}));
+  return setUp(makeDefaultPlatform(
+      {settings.applicationId, settings.resourceDirectory, settings.dataDirectory,
+       settings.helperPath, settings.nativeWindow, settings.certificateAuthority, settings.logSink,
+       settings.pageMemory, settings.drawing, settings.gameWindow}));
 }
 
 bool ZOVKPopupHost::setUp(std::shared_ptr<HostedPlatform> platform) {
@@ -147,6 +147,12 @@ void ZOVKPopupHost::gamePadDidPress(ZOVKPopupGamePad press, const std::string& p
                                     const std::string& leaveName) {
   if (const auto platform = platformFor("gamePadDidPress")) {
     platform->gamePadDidPress(press, pressName, leaveName);
+  }
+}
+
+void ZOVKPopupHost::gameWindowDidResize(int width, int height) {
+  if (const auto platform = platformFor("gameWindowDidResize")) {
+    platform->gameWindowDidResize(width, height);
   }
 }
 

@@ -45,6 +45,10 @@ struct ZOVKPopupHostSettings {
   /// graphics driver even where no device is seen. The player's environment variable
   /// `ZOVKPOPUP_DRAWING` goes before it. Hardware that fails is not tried again.
   std::string drawing;
+  /// The game's window as text, where it is known to the display system: "x11:NUMBER", the same as
+  /// `nativeWindow`, or "wayland:HANDLE", what the compositor's `zxdg_exporter` gave for it. Popups
+  /// then stand over that window. By default what `nativeWindow` says.
+  std::string gameWindow{};
 };
 
 /// Ties the popups to a game's loop. Every call belongs to one thread, the main thread: the one
@@ -82,6 +86,10 @@ class ZOVKPOPUP_API ZOVKPopupHost {
   /// line at the foot of the popup that says which button does what.
   static void gamePadDidPress(ZOVKPopupGamePad press, const std::string& pressName = "A",
                               const std::string& leaveName = "B");
+
+  /// Tells how large the game's own window is, in logical pixels: on Wayland once after `setUp` and
+  /// whenever it changes, so that popups have the same size. On X11 it is seen without.
+  static void gameWindowDidResize(int width, int height);
 
   /// Calls the hooks around the time in which popups cover the game, from `pump`, in place of those
   /// that were set before. They are copied, stay until `shutDown`, and may call anything. False,

@@ -34,6 +34,8 @@ struct PlatformSettings {
   /// How popups are drawn, in any case: "auto", "look", "hardware", "software" or "plain". Empty is
   /// "auto".
   std::string drawing;
+  /// The game's window as text, "x11:NUMBER" or "wayland:HANDLE"; counts more than `nativeWindow`.
+  std::string gameWindow{};
 };
 
 /// A platform that a host drives. Made, pumped and shut down on one thread, the main thread.
@@ -58,6 +60,9 @@ class HostedPlatform {
   /// names are those of the pad's buttons that press and leave. By default pads have no effect.
   virtual void gamePadDidPress(ZOVKPopupGamePad /*press*/, const std::string& /*pressName*/,
                                const std::string& /*leaveName*/) {}
+  /// Tells how large the game's own window is, in logical pixels. Platforms that see it by
+  /// themselves need not hear it.
+  virtual void gameWindowDidResize(int /*width*/, int /*height*/) {}
   /// Ends threads and helper processes within two seconds. Repeatable; nothing is called back
   /// afterwards.
   virtual void shutDown() = 0;

@@ -20,6 +20,8 @@ Greeting readGreeting(const Arguments& arguments) {
   greeting.nativeWindow = static_cast<unsigned long>(arguments.wholeNumber("nativeWindow"));
   greeting.developerTools = arguments.flag("developerTools");
   greeting.pageMemory = arguments.wholeNumber("pageMemory");
+  if (arguments.has("waylandWindow")) greeting.waylandWindow = arguments.text("waylandWindow");
+  if (arguments.has("gameSize")) greeting.gameSize = arguments.frame("gameSize");
   if (arguments.has("display")) greeting.display = arguments.text("display");
   greeting.drawing.asked = askedDrawing(arguments.text("drawing"));
   greeting.drawing.failedBefore = arguments.flag("drawingFailed");
@@ -30,7 +32,8 @@ Greeting readGreeting(const Arguments& arguments) {
 std::string displaysFor(const Greeting& greeting) {
   if (!greeting.display.empty()) return greeting.display;
   // The popup can stand in front of the game's X11 window only as an X11 window itself.
-  return greeting.nativeWindow != 0 ? "x11,*" : "*";
+  if (greeting.nativeWindow != 0) return "x11,*";
+  return greeting.waylandWindow.empty() ? "*" : "wayland,*";
 }
 
 DrawingChoice drawingFor(const Greeting& greeting) {

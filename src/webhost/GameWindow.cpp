@@ -29,8 +29,13 @@ int x11Scale(GdkDisplay* display) {
   return monitor ? gdk_monitor_get_scale_factor(monitor.get()) : 1;
 }
 
-GameWindow::GameWindow(X11Id id, EventSink events, Listener listener)
-    : events_(std::move(events)), listener_(std::move(listener)), display_(x11Display()) {
+GameWindow::GameWindow(X11Id id, const std::string& handle, const Frame& size, EventSink events,
+                       Listener listener)
+    : events_(std::move(events)),
+      listener_(std::move(listener)),
+      display_(x11Display()),
+      parent_(handle),
+      toldSize_(size) {
   if (id == 0 || display_ == nullptr) return;
   window_.emplace(display_, id);
   watch();
@@ -41,14 +46,22 @@ GameWindow::~GameWindow() {
 }
 
 Frame GameWindow::frame() const {
-  if (!window_) return {};
+  if (!window_) return toldSize_;
   const Frame pixels = window_->frame();
   const int scale = x11Scale(display_);
   return {pixels.x / scale, pixels.y / scale, pixels.width / scale, pixels.height / scale};
 }
 
+std::optional<bool> GameWindow::hasKeyboard() const {
+  return window_ ? isActive() : toldKeyboard_;
+}
+
+void GameWindow::setSize(const Frame& size) {
+  toldSize_ = size;
+  if (!window_) listener_.moved();
+}
+
 bool GameWindow::isActive() const {
-  if (!window_) return false;
   return x11HasWindowManager(display_) ? x11ActiveWindow(display_) == window_->id()
                                        : keyboardOwner(display_) == window_->id();
 }

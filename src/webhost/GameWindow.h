@@ -1,17 +1,20 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
 
 #include <gtk/gtk.h>
 
 #include "webhost/Arguments.h"
 #include "webhost/Events.h"
+#include "webhost/WaylandParent.h"
 #include "webhost/X11Window.h"
 
 namespace zovk {
 
-/// The game's own window, which belongs to another process. It is known on X11 only; without one
-/// nothing here has an effect.
+/// The game's own window, which belongs to another process. On X11 the display tells of it, by its
+/// number; on Wayland only the game can, and nothing can be done to it.
 class GameWindow {
  public:
   /// What the owner wants to hear.
@@ -21,7 +24,10 @@ class GameWindow {
     std::function<void()> restored;
   };
   /// `id` is the X11 window, 0 for none. Sends `window.other` when it becomes the active one.
-  GameWindow(X11Id id, EventSink events, Listener listener);
+  /// `handle` is what Wayland's exporters gave for it, empty for none.
+  /// `size` is what the game told of it, if anything.
+  GameWindow(X11Id id, const std::string& handle, const Frame& size, EventSink events,
+             Listener listener);
   ~GameWindow();
   GameWindow(const GameWindow&) = delete;
   GameWindow& operator=(const GameWindow&) = delete;
@@ -30,14 +36,20 @@ class GameWindow {
   const std::optional<X11Window>& window() const { return window_; }
   /// Where it stands, in logical pixels; empty when that is not known.
   Frame frame() const;
-  /// Whether it has the keyboard, as far as the display tells.
-  bool isActive() const;
+  /// Whether it has the keyboard; absent when neither the display nor the game told.
+  std::optional<bool> hasKeyboard() const;
+  /// What the game tells of it. What the display tells counts more.
+  void setSize(const Frame& size);
+  void setKeyboard(bool has) { toldKeyboard_ = has; }
+  /// By which windows stand before it on Wayland.
+  WaylandParent& waylandParent() { return parent_; }
   /// Gives the keyboard back.
   void activate() const;
 
  private:
   static gboolean onXEvent(GdkDisplay* display, void* event, gpointer self);
   void watch();
+  bool isActive() const;
   void onRootProperty(unsigned long atom) const;
   void onWindowEvent(const void* event);
 
@@ -45,6 +57,9 @@ class GameWindow {
   Listener listener_;
   GdkDisplay* display_;
   std::optional<X11Window> window_;
+  WaylandParent parent_;
+  Frame toldSize_;
+  std::optional<bool> toldKeyboard_;
   gulong handler_ = 0;
 };
 

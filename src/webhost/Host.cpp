@@ -26,7 +26,8 @@ Host::Host(const Greeting& greeting, EventSink events, Drawing drawing)
     : events_(std::move(events)),
       developerTools_(greeting.developerTools),
       drawing_(drawing),
-      game_(greeting.nativeWindow, events_, gameListener()),
+      game_(greeting.nativeWindow, greeting.waylandWindow, greeting.gameSize, events_,
+            gameListener()),
       webViewFactory_(
           {greeting.dataDirectory + "/webhost", developerTools_, greeting.pageMemory, drawing}),
       views_([this](Id id, GtkWidget* widget) { onViewDropped(id, widget); }),

@@ -28,6 +28,8 @@ struct Greeting {
   unsigned long nativeWindow = 0;
   bool developerTools = false;
   std::int64_t pageMemory = 0;  ///< In megabytes.
+  std::string waylandWindow{};  ///< The exported handle of the game's window; empty for none.
+  Frame gameSize{};             ///< In logical pixels; empty when the game did not tell.
   std::string display{};        ///< The display system to use, "x11" or "wayland"; empty for any.
   DrawingWish drawing{};
 };
@@ -42,7 +44,7 @@ class Host {
   Host& operator=(const Host&) = delete;
 
   const EventSink& events() const { return events_; }
-  const GameWindow& game() const { return game_; }
+  GameWindow& game() { return game_; }
   /// What popups cover, as events write it.
   boost::json::array screen() const;
   ViewRegistry& views() { return views_; }

@@ -6,11 +6,12 @@
 
 #include "webhost/GameWindow.h"
 #include "webhost/Screen.h"
+#include "webhost/SwayKeyboard.h"
 
 namespace zovk {
 namespace {
 
-bool covers(const Frame& frame, const GameWindow& game) {
+bool covers(const Frame& frame, GameWindow& game) {
   const Frame all = coveredFrame(game);
   const bool empty = frame.width <= 0 || frame.height <= 0;
   return empty || (frame.width >= all.width && frame.height >= all.height);
@@ -28,7 +29,7 @@ bool isHandheldSession() {
 
 }  // namespace
 
-PopupPlace::PopupPlace(GtkWindow* window, const Frame& frame, const GameWindow& game)
+PopupPlace::PopupPlace(GtkWindow* window, const Frame& frame, GameWindow& game)
     : window_(window),
       game_(game),
       frame_(frame),
@@ -40,7 +41,13 @@ PopupPlace::PopupPlace(GtkWindow* window, const Frame& frame, const GameWindow& 
 
 PopupPlace::Way PopupPlace::firstWay() const {
   if (!coversGame_) return Way::kOwnFrame;
-  return isEmpty(game_.frame()) ? Way::kFullScreen : Way::kGameFrame;
+  // A window that stands before no other would push the game aside on sway.
+  if (isSwayRunning() && x11Display() == nullptr && !game_.waylandParent().isKnown()) {
+    return Way::kFullScreen;
+  }
+  // On Wayland a window of the screen's size is seen through where a full-screen one is not.
+  const bool hasPlace = !isEmpty(game_.frame()) || x11Display() == nullptr;
+  return hasPlace ? Way::kGameFrame : Way::kFullScreen;
 }
 
 Frame PopupPlace::wanted() const {
@@ -63,25 +70,32 @@ void PopupPlace::prepare() {
     GdkSurface* surface = gtk_native_get_surface(GTK_NATIVE(window_));
     gdk_x11_surface_set_user_time(surface, gdk_x11_get_server_time(surface));
     own->setDialog();
-    if (isHandheldSession()) own->leaveUnmanaged();
     if (game_.window() && !detached_) own->setTransientFor(game_.window()->id());
   }
+  game_.waylandParent().prepare(window_);
   asked_.reset();
   if (way_ == Way::kFullScreen) return goFullScreen();
   const Frame frame = wanted();
   gtk_window_set_default_size(window_, frame.width, frame.height);
-  // A size from the start: some displays never give one to a window that has none.
-  if (own) moveTo(frame);
+  if (own) {
+    // A size from the start: some displays never give one to a window that has none, and do not
+    // listen before it is shown.
+    own->setUnmanaged(true);
+    moveTo(frame);
+    own->setUnmanaged(isHandheldSession());
+  }
   asked_.reset();
 }
 
 void PopupPlace::goFullScreen() {
   const GObjectPtr<GdkMonitor> monitor = monitorOf(game_);
-  if (!monitor) return gtk_window_fullscreen(window_);
+  // Only X11 tells where the game is; elsewhere the display knows better than we.
+  if (!monitor || !game_.window()) return gtk_window_fullscreen(window_);
   gtk_window_fullscreen_on_monitor(window_, monitor.get());
 }
 
 void PopupPlace::settle() {
+  game_.waylandParent().settle(window_);
   const auto own = x11WindowOf(window_);
   if (!own) return;
   takeKeyboard();
@@ -91,6 +105,7 @@ void PopupPlace::settle() {
 
 void PopupPlace::takeKeyboard() {
   if (const auto own = x11WindowOf(window_); own && !isManaged()) own->takeKeyboard();
+  askSwayForKeyboard();
 }
 
 bool PopupPlace::isManaged() const {
@@ -102,7 +117,7 @@ bool PopupPlace::isManaged() const {
 void PopupPlace::follow() {
   if (way_ != Way::kGameFrame || detached_ || isEmpty(game_.frame())) return;
   const auto own = x11WindowOf(window_);
-  if (!own) return;
+  if (!own) return gtk_window_set_default_size(window_, wanted().width, wanted().height);
   moveTo(wanted());
   const auto workSpace = game_.window()->workSpace();
   if (workSpace && own->workSpace() && own->workSpace() != workSpace) {

@@ -16,7 +16,7 @@ class GameWindow;
 class PopupPlace {
  public:
   /// An empty frame, or one that is as large as what there is to cover, means over the game.
-  PopupPlace(GtkWindow* window, const Frame& frame, const GameWindow& game);
+  PopupPlace(GtkWindow* window, const Frame& frame, GameWindow& game);
 
   /// Before the window is shown, once it is realised.
   void prepare();
@@ -31,8 +31,9 @@ class PopupPlace {
   /// The game is back: stands before it again.
   void attach();
   bool isDetached() const { return detached_; }
-  /// Where nobody else hands it out.
+  /// Where nobody else hands it out. Once the window is on screen.
   void takeKeyboard();
+  bool isLastWay() const { return way_ != Way::kGameFrame; }
   bool coversGame() const { return coversGame_; }
   /// Takes the next way, to be shown anew; false when none is left.
   bool fallBack();
@@ -47,7 +48,7 @@ class PopupPlace {
   void goFullScreen();
 
   GtkWindow* window_;
-  const GameWindow& game_;
+  GameWindow& game_;
   Frame frame_;
   bool coversGame_;
   bool detached_ = false;

@@ -54,6 +54,14 @@ void pressPad(Host& host, const Arguments& arguments) {
   host.pressPad(arguments.text("press"), arguments.text("pressName"), arguments.text("leaveName"));
 }
 
+void resizeGame(Host& host, const Arguments& arguments) {
+  host.game().setSize(arguments.frame("size"));
+}
+
+void noteKeyboardOfGame(Host& host, const Arguments& arguments) {
+  host.game().setKeyboard(arguments.flag("key"));
+}
+
 void answerPing(const Host& host, const Arguments&) {
   host.events()({{"type", "pong"}});
 }
@@ -75,6 +83,8 @@ void addWindowCommands(CommandTable& table) {
   table["window.background"] = setWindowBackground;
   table["window.show"] = showWindow;
   table["window.close"] = closeWindow;
+  table["game.size"] = resizeGame;
+  table["game.key"] = noteKeyboardOfGame;
   table["snapshot"] = takeSnapshot;
   table["sync"] = sync;
   table["ping"] = answerPing;

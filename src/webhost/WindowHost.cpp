@@ -25,7 +25,7 @@ GtkWindow* newDialog() {
 
 }  // namespace
 
-WindowHost::WindowHost(Id id, GtkWidget* root, const Frame& frame, const GameWindow& game,
+WindowHost::WindowHost(Id id, GtkWidget* root, const Frame& frame, GameWindow& game,
                        EventSink events, std::function<void()> painted)
     : id_(id),
       game_(game),
@@ -122,7 +122,8 @@ void WindowHost::gameRestored() {
 
 bool WindowHost::mayHaveKeyboard() const {
   // Other programs may keep it, and so may a game that the player has put away.
-  return !game_.window() || game_.isActive();
+  // Where nobody tells, a popup without it is let be once it has the whole screen.
+  return game_.hasKeyboard().value_or(!place_.isLastWay());
 }
 
 ShowWatch::State WindowHost::progressOfShowing() const {
@@ -193,7 +194,10 @@ void WindowHost::onLayout(GdkSurface*, int width, int height, gpointer self) {
 
 void WindowHost::onAfterPaint(GdkFrameClock*, gpointer self) {
   auto* host = static_cast<WindowHost*>(self);
-  host->isPainted_ = true;
+  const bool isFirst = !std::exchange(host->isPainted_, true);
+  if (isFirst && gtk_window_is_active(host->window_) == FALSE && host->mayHaveKeyboard()) {
+    host->place_.takeKeyboard();
+  }
   host->showWatch_.notice();
   host->painted_();
   host->finishWaiting();

@@ -22,7 +22,7 @@ class GameWindow;
 class WindowHost {
  public:
   /// `painted` is called after each time the window was arranged and painted.
-  WindowHost(Id id, GtkWidget* root, const Frame& frame, const GameWindow& game, EventSink events,
+  WindowHost(Id id, GtkWidget* root, const Frame& frame, GameWindow& game, EventSink events,
              std::function<void()> painted);
   ~WindowHost();
   WindowHost(const WindowHost&) = delete;
@@ -64,7 +64,7 @@ class WindowHost {
   void askForKeyboard();
 
   Id id_;
-  const GameWindow& game_;
+  GameWindow& game_;
   EventSink events_;
   std::function<void()> painted_;
   GtkWindow* window_;

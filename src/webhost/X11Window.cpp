@@ -1,5 +1,6 @@
 #include "webhost/X11Window.h"
 
+#include <algorithm>
 #include <memory>
 
 #include <X11/Xatom.h>
@@ -141,10 +142,10 @@ void X11Window::setDialog() const {
                   PropModeReplace, reinterpret_cast<const unsigned char*>(&dialog), 1);
 }
 
-void X11Window::leaveUnmanaged() const {
+void X11Window::setUnmanaged(bool unmanaged) const {
   const X11ErrorTrap trap(display_);
   XSetWindowAttributes wishes{};
-  wishes.override_redirect = True;
+  wishes.override_redirect = unmanaged ? True : False;
   XChangeWindowAttributes(connectionOf(display_), id_, CWOverrideRedirect, &wishes);
 }
 

@@ -52,8 +52,8 @@ class X11Window {
   void endTransience() const;
   /// Dialogs are let stand over other windows at their own size.
   void setDialog() const;
-  /// From the next time it is shown no window manager has a say in it.
-  void leaveUnmanaged() const;
+  /// Whether no window manager has a say in it, from the next time it is shown.
+  void setUnmanaged(bool unmanaged) const;
   void askForWorkSpace(unsigned long number) const;
   void askToBeActive() const;
   void takeKeyboard() const;

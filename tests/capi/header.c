@@ -36,6 +36,7 @@ size_t header_functions_in_c(void) {
       (function)zovkpopup_game_pad_did_press,
       (function)zovkpopup_game_window_did_become_key,
       (function)zovkpopup_game_window_did_resign_key,
+      (function)zovkpopup_game_window_did_resize,
       (function)zovkpopup_shut_down,
       (function)zovkpopup_start,
       (function)zovkpopup_set_channel_id,

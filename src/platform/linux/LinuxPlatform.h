@@ -33,6 +33,9 @@ class LinuxPlatform final : public HostedPlatform {
                        const std::string& leaveName) override {
     userInterface_.gamePadDidPress(press, pressName, leaveName);
   }
+  void gameWindowDidResize(int width, int height) override {
+    userInterface_.gameWindowDidResize(width, height);
+  }
   void shutDown() override;
 
  private:

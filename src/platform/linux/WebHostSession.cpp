@@ -143,6 +143,22 @@ void WebHostSession::sizeKnown(const Size& size) {
   if (!isShutDown() && size.width > 0 && size.height > 0) device_.setWindowSize(size);
 }
 
+bool WebHostSession::displayTellsOfGame() const {
+  return hello_.at("nativeWindow").to_number<std::uint64_t>() != 0;
+}
+
+void WebHostSession::gameHasKeyboard(bool has) {
+  if (!isShutDown() && !displayTellsOfGame()) send({{"type", "game.key"}, {"key", has}});
+}
+
+void WebHostSession::gameHasSize(const Size& size) {
+  if (isShutDown() || displayTellsOfGame() || size.width <= 0 || size.height <= 0) return;
+  const boost::json::array frame{0, 0, size.width, size.height};
+  hello_["gameSize"] = frame;
+  objects_.screen = {0, 0, size.width, size.height};
+  send({{"type", "game.size"}, {"size", frame}});
+}
+
 void WebHostSession::later(Task task) {
   if (isShutDown() || isForeignProcess()) return;
   queue_->async([weak = weak_from_this(), task = std::move(task)] {

@@ -55,6 +55,9 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
   /// A window did not come up on that display system, "x11" or "wayland", whatever the helper did.
   /// Only from the pump.
   void windowIsStuck(const std::string& display);
+  /// What the game tells of its own window, where the display does not.
+  void gameHasKeyboard(bool has);
+  void gameHasSize(const Size& size);
   /// How large the popup is, or is about to be; an empty size tells nothing.
   void sizeKnown(const Size& size);
   /// Runs `task` from the pump, unless all is shut down by then.
@@ -78,6 +81,7 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
 
  private:
   bool isForeignProcess() const;
+  bool displayTellsOfGame() const;
   void launch();
   WebHostLink::Events linkEvents();
   void dropLink();

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/linux/Container.h"
+#include "platform/linux/GameWindowName.h"
 #include "platform/linux/WebHostLayout.h"
 #include "platform/linux/WebHostWebView.h"
 #include "platform/linux/WebHostWindow.h"
@@ -15,15 +16,18 @@ namespace {
 constexpr bool kDeveloperTools = ZOVKPOPUP_DEVELOPER_TOOLS != 0;
 
 WebHostMessage helloOf(const PlatformSettings& settings, const LinuxDevice& device) {
-  return {{"type", "hello"},
-          {"version", kWebHostProtocolVersion},
-          {"application", applicationId(settings)},
-          {"dataDirectory", device.homeDirectory()},
-          {"nativeWindow", settings.nativeWindow},
-          {"developerTools", kDeveloperTools},
-          {"pageMemory", settings.pageMemory},
-          {"drawing", settings.drawing.c_str()},
-          {"drawingFailed", false}};
+  const GameWindowName window = gameWindowName(settings);
+  WebHostMessage hello{{"type", "hello"},
+                       {"version", kWebHostProtocolVersion},
+                       {"application", applicationId(settings)},
+                       {"dataDirectory", device.homeDirectory()},
+                       {"nativeWindow", window.x11},
+                       {"developerTools", kDeveloperTools},
+                       {"pageMemory", settings.pageMemory},
+                       {"drawing", settings.drawing.c_str()},
+                       {"drawingFailed", false}};
+  if (!window.wayland.empty()) hello["waylandWindow"] = window.wayland;
+  return hello;
 }
 
 /// The scheme of an address, in lower case; empty when it has none.
@@ -70,11 +74,17 @@ WebHostUserInterface::~WebHostUserInterface() {
 
 void WebHostUserInterface::gameWindowDidBecomeKey() {
   session_->objects().keyWindow = 0;
+  session_->gameHasKeyboard(true);
 }
 
 void WebHostUserInterface::gameWindowDidResignKey() {
   WebHostObjects& objects = session_->objects();
   if (objects.activeWindow != 0) objects.keyWindow = objects.activeWindow;
+  session_->gameHasKeyboard(false);
+}
+
+void WebHostUserInterface::gameWindowDidResize(int width, int height) {
+  session_->gameHasSize({static_cast<double>(width), static_cast<double>(height)});
 }
 
 void WebHostUserInterface::gamePadDidPress(ZOVKPopupGamePad press, const std::string& pressName,

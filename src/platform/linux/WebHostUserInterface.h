@@ -34,6 +34,7 @@ class WebHostUserInterface final : public UserInterface, public WebHostInspector
   void gameWindowDidResignKey();
   void gamePadDidPress(ZOVKPopupGamePad press, const std::string& pressName,
                        const std::string& leaveName);
+  void gameWindowDidResize(int width, int height);
   /// Ends the helper and takes it off the system's table, within two seconds. Repeatable; nothing
   /// is called back afterwards.
   void shutDown();

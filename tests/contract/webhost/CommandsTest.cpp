@@ -21,6 +21,46 @@ TEST_F(WebHostCommands, TheGreetingComesFirstAndNamesTheGame) {
       R"("drawing":"plain","drawingFailed":false})");
 }
 
+TEST_F(WebHostCommands, TheGreetingNamesTheGamesWindowAsItsTextSays) {
+  const auto greetingFor = [this](const std::string& text) {
+    settings_.gameWindow = text;
+    start();
+    return hosts_.last().messages().front();
+  };
+  EXPECT_EQ(greetingFor("x11:0x1f").at("nativeWindow"), 31U);
+  EXPECT_EQ(greetingFor("x11:12").at("nativeWindow"), 12U);
+  const WebHostMessage wayland = greetingFor("wayland:a b");
+  EXPECT_EQ(wayland.at("nativeWindow"), 0U);
+  EXPECT_EQ(wayland.at("waylandWindow"), "a b");
+  EXPECT_THAT(takeLines(), IsEmpty());
+  for (const std::string text : {"x11:", "x11:0", "x11:7b", "wayland:", "mir:1", "7"}) {
+    const WebHostMessage other = greetingFor(text);
+    EXPECT_EQ(other.at("nativeWindow"), 7U) << text;
+    EXPECT_FALSE(other.contains("waylandWindow")) << text;
+    EXPECT_THAT(takeLines(), ElementsAre(HasSubstr("neither x11:NUMBER nor wayland:HANDLE")));
+  }
+}
+
+TEST_F(WebHostCommands, WhatOnlyTheGameCanTellOfItsWindowReachesTheHelper) {
+  settings_.nativeWindow = 0;
+  startReady();
+  client_->gameWindowDidResize(640, 400);
+  client_->gameWindowDidResize(0, 400);
+  client_->gameWindowDidBecomeKey();
+  client_->gameWindowDidResignKey();
+  EXPECT_THAT(commands(), ElementsAre(R"({"type":"game.size","size":[0,0,6.4E2,4E2]})",
+                                      R"({"type":"game.key","key":true})",
+                                      R"({"type":"game.key","key":false})"));
+  EXPECT_EQ(client_->mainScreenBounds(), (Rect{0, 0, 640, 400}));
+}
+
+TEST_F(WebHostCommands, WhatTheDisplayTellsOfTheGamesWindowTheGameNeedNot) {
+  startReady();
+  client_->gameWindowDidResize(640, 400);
+  client_->gameWindowDidBecomeKey();
+  EXPECT_THAT(commands(), IsEmpty());
+}
+
 TEST_F(WebHostCommands, AWindowIsMadeShownAndClosed) {
   startReady();
   auto window = client_->makeWindow({10, 20, 300.5, 400});
