@@ -171,7 +171,7 @@ def check(document, said):
 
 def check_site(site):
     """Whether the files are a service: the pages that the document names are there, and theirs."""
-    for popup in json.loads((site / "popup/get_info").read_text())["popups"]:
+    for popup in json.loads((site / "current/popup/get_info").read_text())["popups"]:
         page = site / urllib.parse.urlsplit(popup["uri"]).path.lstrip("/")
         if hashlib.md5(page.read_bytes()).hexdigest() != popup["sig"]:
             sys.exit(f"{page} is not the page of the document")
