@@ -134,7 +134,7 @@ std::string Host::padTextOf(const WindowHost& window, const char* name, const ch
   for (const auto& [id, layout] : layouts_) {
     GtkWidget* const root = layout->root();
     const bool inside = root != nullptr && gtk_widget_is_ancestor(root, window.widget());
-    const std::string text = inside ? layout->text(name) : "";
+    std::string text = inside ? layout->text(name) : "";
     if (!text.empty()) return text;
   }
   return usual;

@@ -60,8 +60,9 @@ bool isSwayRunning() {
 }
 
 void askSwayForKeyboard() {
-  if (!isSwayRunning()) return;
-  static const Connection connection(std::getenv(kSocketVariable));
+  const char* const path = std::getenv(kSocketVariable);
+  if (path == nullptr) return;
+  static const Connection connection(path);
   connection.send(messageOf("[pid=" + std::to_string(::getpid()) + "] focus"));
 }
 

@@ -40,9 +40,11 @@ GObjectPtr<GdkTexture> textureOf(const std::string& path) {
 /// A picture that is so many times finer than the screen's lengths, at its own size: a view that is
 /// asked for that size would take it for the least.
 GObjectPtr<GdkPaintable> sized(GdkTexture* texture, int scale) {
+  const auto width = static_cast<float>(gdk_texture_get_width(texture));
+  const auto height = static_cast<float>(gdk_texture_get_height(texture));
+  const auto finer = static_cast<float>(scale);
   graphene_rect_t place;
-  graphene_rect_init(&place, 0, 0, static_cast<float>(gdk_texture_get_width(texture) / scale),
-                     static_cast<float>(gdk_texture_get_height(texture) / scale));
+  graphene_rect_init(&place, 0, 0, width / finer, height / finer);
   GtkSnapshot* picture = gtk_snapshot_new();
   gtk_snapshot_append_texture(picture, texture, &place);
   return GObjectPtr<GdkPaintable>::adopt(gtk_snapshot_free_to_paintable(picture, &place.size));
