@@ -141,12 +141,16 @@ std::string shortText(std::string_view text, std::size_t longest) {
   return part.size() == text.size() ? std::string(text) : std::string(part) + std::string(kMore);
 }
 
-std::optional<boost::json::value> jsonValue(std::string_view text) {
+boost::json::parse_options messageOptions() {
   boost::json::parse_options options;
   options.max_depth = kDeepestMessage;
+  return options;
+}
+
+std::optional<boost::json::value> jsonValue(std::string_view text) {
   boost::json::error_code error;
-  boost::json::value value =
-      boost::json::parse(boost::json::string_view(text.data(), text.size()), error, {}, options);
+  boost::json::value value = boost::json::parse(boost::json::string_view(text.data(), text.size()),
+                                                error, {}, messageOptions());
   if (error) return std::nullopt;
   return value;
 }

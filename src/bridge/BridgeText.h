@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include <boost/json/parse_options.hpp>
 #include <boost/json/value.hpp>
 
 namespace zovk {
@@ -24,6 +25,9 @@ std::optional<std::string> shortJsonText(const boost::json::value& value, std::s
 
 /// The text, or what of it fits into `longest` bytes, with " [...]" behind it.
 std::string shortText(std::string_view text, std::size_t longest);
+
+/// How messages are parsed.
+boost::json::parse_options messageOptions();
 
 /// The value of a JSON text, of whatever kind; absent when it does not parse.
 std::optional<boost::json::value> jsonValue(std::string_view text);

@@ -1,6 +1,5 @@
 #include "bridge/ReceivedQueue.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -9,19 +8,10 @@
 #include "bridge/BridgeText.h"
 
 namespace zovk {
-namespace {
-
-boost::json::parse_options optionsOfMessages() {
-  boost::json::parse_options options;
-  options.max_depth = kDeepestMessage;
-  return options;
-}
-
-}  // namespace
 
 // What all messages share is freed at one stroke, however many values there are.
 ReceivedQueue::ReceivedQueue(boost::json::string text)
-    : text_(std::move(text)), parser_(boost::json::storage_ptr(), optionsOfMessages()) {
+    : text_(std::move(text)), parser_(boost::json::storage_ptr(), messageOptions()) {
   parser_.reset(boost::json::make_shared_resource<boost::json::monotonic_resource>());
 }
 

@@ -6,20 +6,12 @@
 #include <random>
 #include <unordered_map>
 
+#include "storage/CommaList.h"
+
 namespace zovk {
 namespace {
 
 using Names = std::unordered_set<std::string_view>;
-
-Names itemsBetweenCommas(std::string_view text) {
-  Names items;
-  while (true) {
-    const std::size_t end = text.find(',');
-    items.insert(text.substr(0, end));
-    if (end == std::string_view::npos) return items;
-    text.remove_prefix(end + 1);
-  }
-}
 
 // A hash of a window of bytes that costs the same to move on by one byte, however wide it is. The
 // base is chosen at random, so that nobody can make names that collide.

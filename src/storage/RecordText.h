@@ -22,7 +22,7 @@ class RecordText {
 
  private:
   const std::string text_;
-  std::unordered_set<std::string_view> keys_;
+  const std::unordered_set<std::string_view> keys_;
   std::size_t longestKey_ = 0;
 };
 

@@ -97,9 +97,8 @@ void Host::closeWindow(Id id) {
 }
 
 void Host::passKeyboardOn() const {
-  const auto front = std::find_if(windows_.rbegin(), windows_.rend(),
-                                  [](const auto& entry) { return entry.second->isShown(); });
-  front == windows_.rend() ? game_.activate() : front->second->show();
+  if (WindowHost* const front = shownInFront()) return front->show();
+  game_.activate();
 }
 
 void Host::pressPad(const std::string& press, const std::string& pressName,

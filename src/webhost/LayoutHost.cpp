@@ -6,7 +6,6 @@
 #include "webhost/ActionScope.h"
 #include "webhost/BundleStyle.h"
 #include "webhost/ContainerView.h"
-#include "webhost/LayoutTexts.h"
 
 namespace zovk {
 namespace {
@@ -47,7 +46,7 @@ bool staysInside(GtkConstraint* constraint) {
 
 LayoutHost::LayoutHost(const std::string& bundle, const std::string& name,
                        std::function<void(const std::string&)> perform)
-    : bundle_(bundle) {
+    : texts_(bundle) {
   g_type_class_unref(g_type_class_ref(containerViewType()));  // makes the names known
   loadStyles(bundle);
   const auto scope = newActionScope(std::move(perform));
@@ -61,8 +60,7 @@ LayoutHost::LayoutHost(const std::string& bundle, const std::string& name,
   builder_ = std::move(builder);
   findRoot();
   addLooseConstraints();
-  const LayoutTexts texts(bundle);
-  for (const std::string& outlet : outletNames()) texts.apply(outlet, this->outlet(outlet));
+  for (const std::string& outlet : outletNames()) texts_.apply(outlet, this->outlet(outlet));
 }
 
 LayoutHost::~LayoutHost() {
@@ -79,7 +77,7 @@ GtkWidget* LayoutHost::outlet(const std::string& name) const {
 }
 
 std::string LayoutHost::text(const std::string& name) const {
-  return LayoutTexts(bundle_).find(name);
+  return texts_.find(name);
 }
 
 std::vector<std::string> LayoutHost::outletNames() const {

@@ -7,6 +7,7 @@
 #include <gtk/gtk.h>
 
 #include "webhost/GObjectPtr.h"
+#include "webhost/LayoutTexts.h"
 
 namespace zovk {
 
@@ -34,7 +35,7 @@ class LayoutHost {
   void findRoot();
   void addLooseConstraints();
 
-  std::string bundle_;
+  LayoutTexts texts_;
   GObjectPtr<GtkBuilder> builder_;
   GObjectPtr<GtkWidget> root_;
   std::string error_;

@@ -11,14 +11,13 @@
 namespace zovk {
 namespace {
 
-bool covers(const Frame& frame, GameWindow& game) {
-  const Frame all = coveredFrame(game);
-  const bool empty = frame.width <= 0 || frame.height <= 0;
-  return empty || (frame.width >= all.width && frame.height >= all.height);
-}
-
 bool isEmpty(const Frame& frame) {
   return frame.width <= 0 || frame.height <= 0;
+}
+
+bool covers(const Frame& frame, GameWindow& game) {
+  const Frame all = coveredFrame(game);
+  return isEmpty(frame) || (frame.width >= all.width && frame.height >= all.height);
 }
 
 /// The session of handhelds puts a managed window in the game's place; one that is not managed is
