@@ -5,45 +5,13 @@
 #include <fmt/format.h>
 
 #include "zovkpopup/Commands.h"
-#include "zovkpopup/DocumentEngine.h"
+#include "zovkpopup/DocumentCheck.h"
 #include "zovkpopup/JsonText.h"
 #include "zovkpopup/OpenDocument.h"
-#include "zovkpopup/PopupCheck.h"
-#include "zovkpopup/ShapeCheck.h"
 #include "zovkpopup/ToolError.h"
 
 namespace zovk::tool {
 namespace {
-
-// The records are those of the entries that the engine does not pass over.
-void checkRecords(const boost::json::value& document, DocumentEngine& engine,
-                  const OpenDocument& opened, Problems& problems) {
-  PopupCheck check(engine, opened.pages, opened.now, problems);
-  const boost::json::array& entries = document.at("popups").as_array();
-  std::size_t record = 0;
-  for (std::size_t i = 0; i < entries.size(); ++i) {
-    const auto* const entry = entries[i].if_object();
-    if (entry != nullptr && !entry->empty()) check.check(*engine.popups()[record++], i);
-  }
-}
-
-Problems problemsOf(const OpenDocument& opened) {
-  Problems problems;
-  DocumentEngine engine(opened.now);
-  const auto rejection = engine.load(opened.text, opened.configType, opened.pages);
-  const JsonText json = parseJson(opened.text);
-  if (!json.error.empty()) {
-    problems.add({Severity::kError, "", "is no JSON: " + json.error, json.line, json.column});
-    return problems;
-  }
-  checkShape(json.value, opened.configType, problems);
-  if (!rejection) {
-    checkRecords(json.value, engine, opened, problems);
-  } else if (problems.count(Severity::kError) == 0) {
-    problems.error("", "is rejected by the engine: " + *rejection);
-  }
-  return problems;
-}
 
 const char* word(Severity severity) {
   return severity == Severity::kError ? "error" : "warning";
@@ -92,7 +60,7 @@ void printForScripts(const std::string& file, const Problems& problems, bool goo
 
 int runCheck(const CheckOptions& options) {
   const std::string& file = options.document.file;
-  const Problems problems = problemsOf(openDocument(options.document));
+  const Problems problems = problemsIn(openDocument(options.document));
   const bool good =
       options.strict ? problems.list().empty() : problems.count(Severity::kError) == 0;
   if (options.document.json) {
