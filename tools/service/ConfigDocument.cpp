@@ -37,21 +37,34 @@ void addMissing(boost::json::object& entry, std::string_view name, const auto& v
 std::string ConfigDocument::text(const std::string& fileName) const {
   auto file = folder_.read(fileName);
   if (!file) throw FolderError(fileName + ": not in the folder");
-  replaceAll(file->bytes, "{{base}}", base_);
-  boost::json::object document = objectOf(file->bytes, fileName);
+  return completed(std::move(file->bytes), fileName, pages());
+}
+
+ConfigDocument::PageSource ConfigDocument::pages() const {
+  return [this](const std::string& name) -> std::optional<std::string> {
+    auto file = readPage(folder_, name);
+    if (!file) return std::nullopt;
+    return std::move(file->bytes);
+  };
+}
+
+std::string ConfigDocument::completed(std::string text, const std::string& what,
+                                      const PageSource& pages) const {
+  replaceAll(text, "{{base}}", base_);
+  boost::json::object document = objectOf(text, what);
   auto* popups = document.if_contains("popups");
   if (popups != nullptr && popups->is_array()) {
     for (boost::json::value& entry : popups->get_array()) {
-      if (entry.is_object()) complete(entry.get_object());
+      if (entry.is_object()) complete(entry.get_object(), pages);
     }
   }
   return boost::json::serialize(document);
 }
 
-void ConfigDocument::complete(boost::json::object& entry) const {
+void ConfigDocument::complete(boost::json::object& entry, const PageSource& pages) const {
   if (const auto* page = entry.if_contains("page")) {
     if (!page->is_string()) throw FolderError("\"page\" of a popup is not a text");
-    completeFromPage(entry, std::string(page->get_string()));
+    completeFromPage(entry, std::string(page->get_string()), pages);
   }
   const auto* uri = entry.if_contains("uri");
   if (uri != nullptr && uri->is_string() && !isPageFile(entry)) {
@@ -59,13 +72,14 @@ void ConfigDocument::complete(boost::json::object& entry) const {
   }
 }
 
-void ConfigDocument::completeFromPage(boost::json::object& entry, const std::string& page) const {
-  const auto file = readPage(folder_, page);
-  if (!file) throw FolderError("no page file pages/" + page);
+void ConfigDocument::completeFromPage(boost::json::object& entry, const std::string& page,
+                                      const PageSource& pages) const {
+  const auto bytes = pages(page);
+  if (!bytes) throw FolderError("no page file pages/" + page);
   entry.stable_erase("page");
   addMissing(entry, "content_type", 1);
   addMissing(entry, "uri", base_ + "/pages/" + boost::urls::encode(page, boost::urls::pchars));
-  if (isPageFile(entry)) addMissing(entry, "sig", md5Hex(file->bytes));
+  if (isPageFile(entry)) addMissing(entry, "sig", md5Hex(*bytes));
 }
 
 }  // namespace zovk::service

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include <boost/json/object.hpp>
 
@@ -16,12 +19,21 @@ class ConfigDocument {
   ConfigDocument(const Folder& folder, std::string base)
       : folder_(folder), base_(std::move(base)) {}
 
+  /// The bytes of a page file by its name; absent when there is none.
+  using PageSource = std::function<std::optional<std::string>(const std::string& name)>;
+
   /// Throws FolderError when the file is not there or cannot be completed.
   std::string text(const std::string& fileName) const;
+  /// The same for a text that is in no file yet; `what` names it in the error.
+  std::string completed(std::string text, const std::string& what, const PageSource& pages) const;
+  /// The pages of the folder.
+  PageSource pages() const;
+  const std::string& base() const { return base_; }
 
  private:
-  void complete(boost::json::object& entry) const;
-  void completeFromPage(boost::json::object& entry, const std::string& page) const;
+  void complete(boost::json::object& entry, const PageSource& pages) const;
+  void completeFromPage(boost::json::object& entry, const std::string& page,
+                        const PageSource& pages) const;
 
   const Folder& folder_;
   std::string base_;

@@ -8,6 +8,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "service/Body.h"
 #include "service/Checks.h"
 #include "service/Connections.h"
 #include "service/FaultyDelivery.h"
@@ -18,6 +19,8 @@ namespace zovk::service {
 namespace {
 
 constexpr std::size_t kLargestBody = 1 << 20;
+// The console sends whole pages.
+constexpr std::size_t kLargestOfAll = 8 << 20;
 // A connection has a thread to itself for as long as it is open.
 constexpr std::size_t kThreads = 128;
 constexpr int kWaitingConnections = 128;
@@ -28,26 +31,6 @@ constexpr const char* kStopPath = "/_control/stop";
 
 Answer onlyFromThisMachine() {
   return problem(403, "only from this machine");
-}
-
-// The body; absent, with the answer's status set, when it is too long or cannot be read.
-std::optional<std::string> readBody(const httplib::Request& request, httplib::Response& response,
-                                    const httplib::ContentReader& reader) {
-  if (request.is_multipart_form_data()) {
-    response.status = 415;
-    return std::nullopt;
-  }
-  std::string body;
-  const bool announced =
-      request.has_header("Content-Length") || request.has_header("Transfer-Encoding");
-  if (!announced) return body;
-  const bool whole = reader([&body](const char* bytes, std::size_t length) {
-    body.append(bytes, length);
-    return body.size() <= kLargestBody;
-  });
-  if (whole) return body;
-  if (response.status < 400) response.status = body.size() > kLargestBody ? 413 : 400;
-  return std::nullopt;
 }
 
 std::string rawQuery(const std::string& target) {
@@ -67,12 +50,13 @@ std::unique_ptr<httplib::Server> makeHttpServer(const Certificate* certificate) 
 
 }  // namespace
 
-Server::Server(const Options& options, ReportSink reportSink)
+Server::Server(const Options& options, ReportSink reportSink, RefusalSink refusalSink)
     : folder_(options.folder),
       keys_(folder_, options.games),
       signatures_(keys_, options.showKeys),
       reports_(options.reports),
       reportSink_(std::move(reportSink)),
+      refusalSink_(std::move(refusalSink)),
       certificate_(options.tls ? std::make_unique<Certificate>(options.listen) : nullptr),
       http_(makeHttpServer(certificate_.get())),
       port_(bind(options)),
@@ -87,6 +71,10 @@ Server::Server(const Options& options, ReportSink reportSink)
 }
 
 Server::~Server() {
+  stop();
+}
+
+void Server::stop() {
   stop_.raise();
   http_->stop();
   stopReading(port_);
@@ -114,7 +102,7 @@ int Server::bind(const Options& options) {
 
 void Server::setLimits(bool verbose) {
   http_->new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
-  http_->set_payload_max_length(kLargestBody);
+  http_->set_payload_max_length(kLargestOfAll);
   http_->set_read_timeout(kTransferSeconds);
   http_->set_write_timeout(kTransferSeconds);
   http_->set_keep_alive_timeout(kIdleSeconds);
@@ -126,7 +114,14 @@ void Server::setLimits(bool verbose) {
   });
 }
 
+void Server::addAnswerToTheRest() {
+  const Endpoint nothingHere = [](const Call&) { return problem(404, "nothing here"); };
+  get(".*", nothingHere);
+  post(".*", nothingHere);
+}
+
 void Server::start() {
+  addAnswerToTheRest();
   running_ = std::async(std::launch::async, [this] { http_->listen_after_bind(); });
   const auto ended = [this] {
     return running_.wait_for(std::chrono::milliseconds(1)) == std::future_status::ready;
@@ -163,9 +158,6 @@ void Server::addControlEndpoints() {
     if (!isLoopback(call.request.remote_addr)) return onlyFromThisMachine();
     return jsonAnswer(boost::json::object{{"code", 0}});
   });
-  const Endpoint nothingHere = [](const Call&) { return problem(404, "nothing here"); };
-  get(".*", nothingHere);
-  post(".*", nothingHere);
 }
 
 void Server::addErrorAnswers() {
@@ -186,7 +178,7 @@ void Server::get(const std::string& pattern, const Endpoint& endpoint) {
 void Server::post(const std::string& pattern, const Endpoint& endpoint) {
   http_->Post(pattern, [this, endpoint](const httplib::Request& request, httplib::Response& answer,
                                         const httplib::ContentReader& reader) {
-    if (const auto body = readBody(request, answer, reader)) {
+    if (const auto body = readBody(request, answer, reader, kLargestBody)) {
       reply({request, *body}, endpoint, answer);
     }
   });
@@ -195,7 +187,10 @@ void Server::post(const std::string& pattern, const Endpoint& endpoint) {
 Server::Endpoint Server::withSignature(const SignedEndpoint& endpoint) const {
   return [this, endpoint](const Call& call) {
     auto checked = signatures_.check(call.request.path, rawQuery(call.request.target), call.body);
-    if (auto* const refusal = std::get_if<Answer>(&checked)) return std::move(*refusal);
+    if (auto* const refusal = std::get_if<Answer>(&checked)) {
+      refusalSink_(call.request.path, *refusal);
+      return std::move(*refusal);
+    }
     return endpoint(call, std::get<Caller>(checked));
   };
 }

@@ -26,17 +26,29 @@ class Server {
  public:
   /// Gets each report as one line of JSON, one call at a time.
   using ReportSink = std::function<void(const std::string& line)>;
+  /// Gets each answer to a request whose signature is refused; many calls at a time.
+  using RefusalSink = std::function<void(const std::string& path, const Answer& answer)>;
 
-  Server(const Options& options, ReportSink reportSink);
+  Server(const Options& options, ReportSink reportSink, RefusalSink refusalSink);
   ~Server();
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;
 
   /// Returns once requests are answered.
   void start();
+  /// Ends every answer that is under way, and waits for that.
+  void stop();
   /// Where it listens.
   const std::string& address() const { return address_; }
+  int port() const { return port_; }
   bool knowsGames() const { return !keys_.empty(); }
+
+  /// For endpoints of others, which are added before `start`.
+  httplib::Server& http() { return *http_; }
+  const Folder& folder() const { return folder_; }
+  const ConfigDocument& config() const { return *config_; }
+  FaultBook& faults() { return faults_; }
+  StopSignal& stopSignal() { return stop_; }
 
  private:
   struct Call {
@@ -51,6 +63,7 @@ class Server {
   void addServiceEndpoints();
   void addControlEndpoints();
   void addErrorAnswers();
+  void addAnswerToTheRest();
 
   void get(const std::string& pattern, const Endpoint& endpoint);
   void post(const std::string& pattern, const Endpoint& endpoint);
@@ -68,6 +81,7 @@ class Server {
   Reports reports_;
   FaultBook faults_;
   ReportSink reportSink_;
+  RefusalSink refusalSink_;
   Mutex reportMutex_;
   StopSignal stop_;
   std::unique_ptr<Certificate> certificate_;

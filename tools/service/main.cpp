@@ -7,6 +7,7 @@
 #include "service/Loopback.h"
 #include "service/Options.h"
 #include "service/Server.h"
+#include "service/console/Console.h"
 
 namespace {
 
@@ -36,15 +37,31 @@ void warnOfExposure(const std::string& address) {
 int serve(const zovk::service::Options& options) {
   const sigset_t ending = blockEndingSignals();
   warnOfExposure(options.listen);
-  zovk::service::Server server(options, printLine);
+  // These outlive the server, whose threads write into them.
+  zovk::service::ReportFeed feed;
+  zovk::service::Refusals refusals;
+  zovk::service::Server server(
+      options,
+      [&](const std::string& line) {
+        printLine(line);
+        feed.publish(line);
+      },
+      [&](const std::string& path, const zovk::service::Answer& answer) {
+        refusals.add(path, answer);
+      });
+  const zovk::service::Console console(server, options, feed, refusals);
   if (!server.knowsGames()) {
     std::fprintf(stderr, "warning: no games are known (games.json, --game): all are refused\n");
   }
   server.start();
+  // Standard output is for programs, and this is for a person.
+  std::fprintf(stderr, "console at %s\n", console.address().c_str());
   printLine("listening on " + server.address());
   int signal = 0;
   while (sigwait(&ending, &signal) != 0) {
   }
+  feed.close();
+  server.stop();
   return 0;
 }
 

@@ -8,11 +8,16 @@ namespace {
 
 using ServiceLife = ServiceFixture;
 
+// A good start says one thing more than that it listens: where the console is.
+bool onlyTheConsole(const std::string& errors) {
+  return errors.starts_with("console at http") && errors.find('\n') == errors.size() - 1;
+}
+
 TEST_F(ServiceLife, ListensOnLoopbackOnAPortOfTheKernelsChoice) {
   start();
   EXPECT_TRUE(base().starts_with("http://127.0.0.1:"));
   EXPECT_GT(port(), 0);
-  EXPECT_EQ(errors(), "");
+  EXPECT_TRUE(onlyTheConsole(errors())) << errors();
 }
 
 TEST_F(ServiceLife, EndsCleanlyOnASignal) {
@@ -56,7 +61,7 @@ TEST_F(ServiceLife, SaysLoudlyWhenOthersMayReachIt) {
 TEST_F(ServiceLife, AnotherLoopbackAddressIsNothingToWarnOf) {
   start({"--listen", "127.0.0.2"});
   EXPECT_TRUE(base().starts_with("http://127.0.0.2:"));
-  EXPECT_EQ(errors(), "");
+  EXPECT_TRUE(onlyTheConsole(errors())) << errors();
   EXPECT_EQ(getConfig()->status, 200);
 }
 
