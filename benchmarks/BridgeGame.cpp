@@ -9,7 +9,8 @@
 #include <poll.h>
 
 #include "Statistics.h"
-#include "host/ZOVKPopupHost.h"
+#include "zovkpopup/Bridge.h"
+#include "zovkpopup/Host.h"
 
 namespace zovk {
 namespace {

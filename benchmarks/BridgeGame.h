@@ -4,8 +4,8 @@
 #include <functional>
 #include <memory>
 
-#include "host/ZOVKPopupWebWindow.h"
 #include "support/LocalBundle.h"
+#include "zovkpopup/WebWindow.h"
 
 namespace zovk {
 

@@ -6,9 +6,9 @@
 
 #include "engine/ZOVKPopupManager.h"
 #include "host/LoggerSetUp.h"
-#include "platform/CurrentPlatform.h"
 #include "storage/ZOVKPopupFileManager.h"
 #include "support/Md5.h"
+#include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {
 

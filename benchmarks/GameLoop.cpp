@@ -5,7 +5,7 @@
 
 #include <SDL_syswm.h>
 
-#include "host/ZOVKPopupHost.h"
+#include "zovkpopup/Host.h"
 
 namespace zovk {
 namespace {

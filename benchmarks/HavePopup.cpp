@@ -8,11 +8,11 @@
 
 #include "Definitions.h"
 #include "engine/ZOVKPopupManager.h"
-#include "platform/CurrentPlatform.h"
 #include "platform/linux/PosixFileSystem.h"
 #include "platform/linux/SystemClock.h"
 #include "storage/ZOVKPopupFileManager.h"
 #include "support/Md5.h"
+#include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {
 namespace {

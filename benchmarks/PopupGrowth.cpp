@@ -9,10 +9,10 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include "engine/ZOVKPopup.h"
-#include "host/ZOVKPopupHost.h"
 #include "support/LocalBundle.h"
 #include "support/ProcessFacts.h"
+#include "zovkpopup/Host.h"
+#include "zovkpopup/ZOVKPopup.h"
 
 namespace zovk {
 namespace {

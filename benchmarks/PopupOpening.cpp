@@ -10,9 +10,9 @@
 #include <unistd.h>
 
 #include "GameLoop.h"
-#include "engine/ZOVKPopup.h"
-#include "host/ZOVKPopupHost.h"
 #include "support/LocalBundle.h"
+#include "zovkpopup/Host.h"
+#include "zovkpopup/ZOVKPopup.h"
 
 namespace zovk {
 namespace {

@@ -7,12 +7,12 @@
 #include <string>
 
 #include "GameLoop.h"
-#include "engine/ZOVKPopup.h"
-#include "host/ZOVKPopupHost.h"
-#include "platform/HostedPlatform.h"
 #include "platform/linux/WebHostInspector.h"
 #include "support/LocalBundle.h"
 #include "support/VirtualScreen.h"
+#include "zovkpopup/Host.h"
+#include "zovkpopup/ZOVKPopup.h"
+#include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {
 namespace {

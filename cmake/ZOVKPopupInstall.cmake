@@ -17,9 +17,8 @@ set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/ZOVKPopup)
 
 install(TARGETS zovkpopup EXPORT ZOVKPopupTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
-  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zovkpopup ${CMAKE_INSTALL_INCLUDEDIR}
-  FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zovkpopup COMPONENT development
-  FILE_SET c_header DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 if(TARGET zovkpopup-webhost)
   install(TARGETS zovkpopup-webhost DESTINATION ${runtime_directory} COMPONENT runtime)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/resources/ZOVKPopupResource.bundle
@@ -65,6 +64,15 @@ endif()
 if(TARGET zovkpopup-service)
   install(TARGETS zovkpopup-service COMPONENT development)
 endif()
+
+# Debian wants each package to say under what licence it is.
+foreach(package IN ITEMS runtime:libzovkpopup${PROJECT_VERSION_MAJOR} development:libzovkpopup-dev)
+  string(REPLACE ":" ";" package ${package})
+  list(GET package 0 component)
+  list(GET package 1 name)
+  install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${name} RENAME copyright
+    COMPONENT ${component})
+endforeach()
 
 if(PROJECT_IS_TOP_LEVEL)
   include(ZOVKPopupPackages)

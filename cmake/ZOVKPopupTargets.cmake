@@ -16,7 +16,7 @@ target_compile_options(zovkpopup_options INTERFACE
   $<$<BOOL:${ZOVKPOPUP_WERROR}>:-Werror>
   $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>
   $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>)
-target_include_directories(zovkpopup_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_include_directories(zovkpopup_options INTERFACE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
 if(ZOVKPOPUP_SANITIZE)
   target_compile_options(zovkpopup_options INTERFACE
     -fsanitize=${ZOVKPOPUP_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

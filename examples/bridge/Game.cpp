@@ -5,7 +5,7 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "host/ZOVKPopupHost.h"
+#include <zovkpopup/Host.h>
 
 namespace harbour {
 namespace {

@@ -5,9 +5,10 @@
 #include <string>
 
 #include <boost/json/object.hpp>
+#include <zovkpopup/Bridge.h>
+#include <zovkpopup/WebWindow.h>
 
 #include "Purse.h"
-#include "host/ZOVKPopupWebWindow.h"
 
 namespace harbour {
 

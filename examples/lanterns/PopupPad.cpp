@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "host/ZOVKPopupHost.h"
+#include <zovkpopup/Host.h>
 
 namespace lanterns {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
-#include "engine/ZOVKPopup.h"
-#include "host/ZOVKPopupHost.h"
+#include <zovkpopup/Host.h>
+#include <zovkpopup/ZOVKPopup.h>
 
 namespace lanterns {
 namespace {

@@ -4,9 +4,9 @@
 #include <cctype>
 
 #include "bridge/BridgeText.h"
-#include "bridge/ZOVKPopupWebViewJavascriptBridgeBase.h"
 #include "logging/ZPLogger.h"
 #include "network/UrlText.h"
+#include "zovkpopup/BridgeBase.h"
 
 namespace zovk {
 namespace {

@@ -4,8 +4,9 @@
 
 #include "bridge/BridgeInbox.h"
 #include "bridge/BridgeText.h"
-#include "bridge/ZOVKPopupWebViewJavascriptBridgeBase.h"
 #include "logging/ZPLogger.h"
+#include "zovkpopup/BridgeBase.h"
+#include "zovkpopup/platform/Platform.h"
 
 namespace zovk {
 namespace {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "network/ZOVKPopupCommonTool.h"
+#include "zovkpopup/Result.h"
 
 namespace zovk {
 namespace {
@@ -13,16 +14,18 @@ std::string_view actionOf(const boost::json::object& message) {
                                                   : std::string_view();
 }
 
-std::optional<std::int32_t> popupCode(std::string_view action) {
-  if (action == "skip") return 0;
-  if (action == "commit") return 1;
-  if (action == "cancel") return 2;
+std::optional<ZOVKPopupResult> popupCode(std::string_view action) {
+  if (action == "skip") return ZOVKPopupResultSkip;
+  if (action == "commit") return ZOVKPopupResultCommit;
+  if (action == "cancel") return ZOVKPopupResultCancel;
   return std::nullopt;
 }
 
 // All three words are a commit: on this channel the choice itself travels in the message.
-std::optional<std::int32_t> openSdkCode(std::string_view action) {
-  if (action == "confirm" || action == "reject" || action == "cancel") return 1;
+std::optional<ZOVKPopupResult> openSdkCode(std::string_view action) {
+  if (action == "confirm" || action == "reject" || action == "cancel") {
+    return ZOVKPopupResultCommit;
+  }
   return std::nullopt;
 }
 

@@ -8,7 +8,7 @@
 
 #include <boost/json/value.hpp>
 
-#include "platform/WebView.h"
+#include "zovkpopup/platform/WebView.h"
 
 namespace zovk {
 

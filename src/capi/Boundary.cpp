@@ -8,9 +8,9 @@
 #include <unistd.h>
 
 #include "host/HostPlatform.h"
-#include "host/ZOVKPopupHost.h"
 #include "logging/ZPLogger.h"
-#include "platform/CurrentPlatform.h"
+#include "zovkpopup/Host.h"
+#include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {
 namespace {

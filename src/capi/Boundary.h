@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "capi/zovkpopup.h"
+#include "zovkpopup.h"
 
 namespace zovk {
 

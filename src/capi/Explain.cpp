@@ -1,9 +1,10 @@
+#include "zovkpopup/Explain.h"
+
 #include <memory>
 #include <utility>
 
 #include "capi/Boundary.h"
 #include "capi/SizedStruct.h"
-#include "engine/ZOVKPopupExplain.h"
 
 struct zovkpopup_explanation {
   zovk::ZOVKPopupExplanation content;

@@ -1,3 +1,5 @@
+#include "zovkpopup/Host.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
@@ -6,7 +8,6 @@
 
 #include "capi/Callback.h"
 #include "capi/SizedStruct.h"
-#include "host/ZOVKPopupHost.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 #include "capi/Callback.h"
-#include "engine/ZOVKPopup.h"
+#include "zovkpopup/ZOVKPopup.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ zovkpopup_status request(const char* function, zovkpopup_complete complete, void
       show(completeOf(callback));
     });
     if (status == ZOVKPOPUP_OK) return;
-    callback(-1, zovkpopup_error_message(status));
+    callback(ZOVKPOPUP_RESULT_ERROR, zovkpopup_error_message(status));
     throw zovk::Fault{status, {}, true};
   });
 }

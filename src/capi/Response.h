@@ -3,7 +3,7 @@
 #include <atomic>
 #include <utility>
 
-#include "bridge/ZOVKPopupWebViewJavascriptBridgeBase.h"
+#include "zovkpopup/BridgeBase.h"
 
 /// What stands behind a response's handle.
 struct zovkpopup_response {

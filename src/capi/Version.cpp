@@ -3,7 +3,7 @@
 #include <string_view>
 #include <utility>
 
-#include "capi/zovkpopup.h"
+#include "zovkpopup.h"
 
 namespace {
 

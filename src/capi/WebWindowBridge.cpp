@@ -3,6 +3,7 @@
 #include "capi/Json.h"
 #include "capi/Response.h"
 #include "capi/WebWindowHandle.h"
+#include "zovkpopup/Bridge.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "capi/Callback.h"
-#include "platform/WebView.h"
+#include "zovkpopup/platform/WebView.h"
 
 namespace zovk {
 

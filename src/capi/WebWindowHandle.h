@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "capi/WebWindowEvents.h"
-#include "host/ZOVKPopupHost.h"
-#include "host/ZOVKPopupWebWindow.h"
+#include "zovkpopup/Host.h"
+#include "zovkpopup/WebWindow.h"
 
 /// What stands behind a window's handle.
 struct zovkpopup_web_window {

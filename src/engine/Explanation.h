@@ -4,7 +4,7 @@
 #include <string>
 
 #include "engine/Selection.h"
-#include "engine/ZOVKPopupExplain.h"
+#include "zovkpopup/Explain.h"
 
 namespace zovk {
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "engine/ZOVKPopupLoginStateModel.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
 
 namespace zovk {
 

@@ -3,13 +3,10 @@
 
 #include "engine/ZOVKPopupManager.h"
 #include "presentation/ZOVKPopupViewController.h"
+#include "zovkpopup/Result.h"
 
 namespace zovk {
 namespace {
-
-constexpr std::int32_t kError = -1;
-constexpr std::int32_t kSkip = 0;
-constexpr std::int32_t kCommit = 1;
 
 CallbackPointer shared(const ZOVKPopupComplete& complete) {
   return complete ? std::make_shared<const ZOVKPopupComplete>(complete) : nullptr;
@@ -27,7 +24,7 @@ void ZOVKPopupManager::showPopup(const std::string& scene, std::uint64_t sceneTy
                                         : getValidPopupForScene(scene, *source);
   if (valid.empty()) {
     debug("No valid Popup for scene:%@ sceneType:%d", scene, sceneType);
-    if (callback != nullptr) (*callback)(kError, "No valid Popup now");
+    if (callback != nullptr) (*callback)(ZOVKPopupResultError, "No valid Popup now");
     return;
   }
   if (valid.front()->pop_freq == kPopFreqConditional) return showAfterCondition(valid, callback);
@@ -41,7 +38,7 @@ void ZOVKPopupManager::showAfterCondition(const PopupList& popups,
                                           const CallbackPointer& complete) {
   const auto chain = std::make_shared<const ZOVKPopupComplete>(
       [self = shared_from_this(), popups, complete](std::int32_t code, const std::string& msg) {
-        if (code != kCommit) {
+        if (code != ZOVKPopupResultCommit) {
           if (complete != nullptr) (*complete)(code, msg);
           return;
         }
@@ -152,11 +149,11 @@ void ZOVKPopupManager::doCallback(const CallbackPointer& complete, std::int32_t 
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::doCallback");
   if (complete == nullptr) return;
   debug("Do callback");
-  if (action != kError || !msg.empty()) return (*complete)(action, msg);
+  if (action != ZOVKPopupResultError || !msg.empty()) return (*complete)(action, msg);
   platform_->mainQueue.async([complete] {
     constexpr DebugLog later = managerLog("ZOVKPopupManager::doCallback");
     later("Do callback");
-    (*complete)(kSkip, "reatin complete");
+    (*complete)(ZOVKPopupResultSkip, "reatin complete");
   });
 }
 

@@ -1,12 +1,12 @@
 #include "engine/ZOVKPopupManager.h"
 #include "network/JsonNumbers.h"
 #include "storage/ZOVKPopupFileManager.h"
+#include "zovkpopup/Result.h"
 
 namespace zovk {
 namespace {
 
 constexpr const char* kPolicyTimeKey = "zovk_policy_publish_time";
-constexpr std::int32_t kCancel = 2;
 
 }  // namespace
 
@@ -37,7 +37,7 @@ void ZOVKPopupManager::showPolicy(const ZOVKPopupComplete& complete) {
   debug("Start Policy, complete:%p", complete ? &complete : nullptr);
   if (!needToShowPolicy()) {
     debug("No need to show Policy");
-    if (complete) complete(-1, "");
+    if (complete) complete(ZOVKPopupResultError, "");
     return;
   }
   debug("Show Policy");
@@ -46,7 +46,7 @@ void ZOVKPopupManager::showPolicy(const ZOVKPopupComplete& complete) {
     constexpr DebugLog done = managerLog("ZOVKPopupManager::showPolicy");
     done("Show Policy done");
     const auto manager = self.lock();
-    if (code != kCancel && manager != nullptr) manager->savePolicyState();
+    if (code != ZOVKPopupResultCancel && manager != nullptr) manager->savePolicyState();
     if (complete) complete(code, msg);
   });
 }

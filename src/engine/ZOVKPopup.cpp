@@ -1,4 +1,4 @@
-#include "engine/ZOVKPopup.h"
+#include "zovkpopup/ZOVKPopup.h"
 
 #include "engine/ZOVKPopupManager.h"
 #include "support/Version.h"
@@ -16,7 +16,7 @@ std::shared_ptr<ZOVKPopupManager> engine() {
 }
 
 void answerWithoutEngine(const ZOVKPopupComplete& complete) {
-  if (complete) complete(-1, "ZOVKPopup is not set up, or was shut down");
+  if (complete) complete(ZOVKPopupResultError, "ZOVKPopup is not set up, or was shut down");
 }
 
 }  // namespace

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "platform/CurrentPlatform.h"
 #include "support/Version.h"
+#include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {
 

@@ -13,14 +13,14 @@
 #include <boost/json/object.hpp>
 
 #include "engine/LoginStateRecord.h"
-#include "engine/ZOVKPopup.h"
-#include "engine/ZOVKPopupExplain.h"
-#include "engine/ZOVKPopupHooks.h"
 #include "engine/ZOVKPopupModel.h"
 #include "logging/ZPLogger.h"
-#include "platform/Platform.h"
 #include "support/SharedInstance.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/Explain.h"
+#include "zovkpopup/Hooks.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/ZOVKPopup.h"
+#include "zovkpopup/platform/Platform.h"
 
 namespace zovk {
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/Platform.h"
+#include "zovkpopup/platform/Platform.h"
 
 namespace zovk {
 

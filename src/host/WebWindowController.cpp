@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "zovkpopup/Bridge.h"
+
 namespace zovk {
 
 WebWindowController::WebWindowController(std::shared_ptr<WebView> page,

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "host/ZOVKPopupWebWindow.h"
-#include "platform/Window.h"
+#include "zovkpopup/WebWindow.h"
+#include "zovkpopup/platform/Window.h"
 
 namespace zovk {
 

@@ -7,8 +7,8 @@
 #include <fmt/format.h>
 
 #include "logging/LogPause.h"
-#include "support/ThreadSafety.h"
 #include "support/Utf8.h"
+#include "zovkpopup/ThreadSafety.h"
 
 namespace zovk {
 namespace {

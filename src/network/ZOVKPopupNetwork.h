@@ -7,8 +7,8 @@
 #include <string>
 
 #include "network/ZOVKPopupUrlParams.h"
-#include "platform/UrlSession.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/UrlSession.h"
 
 namespace zovk {
 

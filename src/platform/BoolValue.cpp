@@ -1,6 +1,6 @@
 #include <cctype>
 
-#include "platform/Bundles.h"
+#include "zovkpopup/platform/Bundles.h"
 
 namespace zovk {
 namespace {

@@ -1,8 +1,8 @@
-#include "platform/CurrentPlatform.h"
+#include "zovkpopup/platform/CurrentPlatform.h"
 
 #include <utility>
 
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
 
 namespace zovk {
 namespace {

@@ -4,12 +4,11 @@
 #include "presentation/ActionScope.h"
 #include "presentation/ZOVKPopupViewController.h"
 #include "support/JsonRead.h"
+#include "zovkpopup/Result.h"
 
 namespace zovk {
 namespace {
 
-constexpr std::int32_t kSkip = 0;
-constexpr std::int32_t kCommit = 1;
 constexpr std::array<const char*, 4> kActionNames = {"error", "skip", "commit", "cancel"};
 
 boost::json::object resultRecordOf(std::int32_t action, const boost::json::value& message) {
@@ -33,9 +32,9 @@ void ZOVKPopupViewController::handleCallbackMessage(std::int32_t action,
   const ActionScope scope(*this);
   if (tornDown_) return;
   const boost::json::object record = resultRecordOf(action, callbackMessage);
-  if (action == kCommit) return commit(record);
+  if (action == ZOVKPopupResultCommit) return commit(record);
   const std::string text = ZOVKPopupCommonTool::dictionaryToJsonString(record);
-  if (action == kSkip) return skip(text);
+  if (action == ZOVKPopupResultSkip) return skip(text);
   debug("the user operation is: %d ,msg: %@", action, text);
   // A cancel is told at once, even with popups still waiting: they are shown all the same.
   callComplete(action, text);
@@ -43,7 +42,7 @@ void ZOVKPopupViewController::handleCallbackMessage(std::int32_t action,
 }
 
 void ZOVKPopupViewController::skip(const std::string& resultText) {
-  if (popupArr_.empty()) callComplete(kSkip, resultText);
+  if (popupArr_.empty()) callComplete(ZOVKPopupResultSkip, resultText);
   finishShow();
 }
 
@@ -54,12 +53,12 @@ void ZOVKPopupViewController::commit(const boost::json::object& resultRecord) {
   if (reportUrl.empty()) {
     // The popup stays on screen: a commit that cannot be reported is not a finished popup.
     debug("The currentModel report_url is illegal: %@, report ending", reportUrl);
-    return callComplete(-1, "");
+    return callComplete(ZOVKPopupResultError, "");
   }
   startReportData(resultRecord);
   ZPLogger::writeDirectly("the num of popupCache is " + std::to_string(popupArr_.size()));
   if (popupArr_.empty()) {
-    callComplete(kCommit, ZOVKPopupCommonTool::dictionaryToJsonString(resultRecord));
+    callComplete(ZOVKPopupResultCommit, ZOVKPopupCommonTool::dictionaryToJsonString(resultRecord));
   }
   finishShow();
 }
@@ -87,11 +86,12 @@ void ZOVKPopupViewController::handleWebViewJsMessage(
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::handleWebViewJsMessage");
   debug("Handle webview js message, action:%d message:%@", action,
         [&] { return messageText(jsMessage); });
-  if (jsMessage && jsMessage->is_object()) return handleCallbackMessage(kCommit, nullptr);
+  if (jsMessage && jsMessage->is_object())
+    return handleCallbackMessage(ZOVKPopupResultCommit, nullptr);
   if (jsMessage && jsMessage->is_string()) {
     boost::json::error_code error;
     const auto parsed = readJson(jsMessage->get_string(), error);
-    if (!error && parsed.is_object()) return handleCallbackMessage(kCommit, parsed);
+    if (!error && parsed.is_object()) return handleCallbackMessage(ZOVKPopupResultCommit, parsed);
   }
   logError("Param jsMessage illegal");
 }

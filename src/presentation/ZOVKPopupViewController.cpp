@@ -47,7 +47,7 @@ void ZOVKPopupViewController::showNextPopup() {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::showPopup");
   const ActionScope scope(*this);
   PopupPointer next = getPopupModel();
-  if (next == nullptr) return callComplete(0, "");
+  if (next == nullptr) return callComplete(ZOVKPopupResultSkip, "");
   debug("Start show %@", next->scene);
   setCurrentModel(next);
   pageHangs_ = false;  // the next page gets a process that answers
@@ -127,7 +127,7 @@ void ZOVKPopupViewController::callComplete(std::int32_t code, const std::string&
 void ZOVKPopupViewController::interfaceDidFail(const std::string& reason) {
   const ActionScope scope(*this);
   popupArr_.clear();
-  callComplete(-1, reason);
+  callComplete(ZOVKPopupResultError, reason);
 }
 
 void ZOVKPopupViewController::tearDown() {

@@ -15,9 +15,10 @@
 #include "engine/ZOVKPopupModel.h"
 #include "logging/ZPLogger.h"
 #include "network/ZOVKPopupNetwork.h"
-#include "platform/Platform.h"
 #include "presentation/PlayerRequest.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/Result.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/Platform.h"
 
 namespace zovk {
 
@@ -62,9 +63,9 @@ class ZOVKPopupViewController : public ViewController,
                               const std::optional<boost::json::value>& jsMessage);
   void startReportData(const boost::json::object& resultRecord);
   void rejectButtonDidClicked() { handleCallbackMessage(2, ""); }
-  void confirmButtonDidClicked() { handleCallbackMessage(0, ""); }
+  void confirmButtonDidClicked() { handleCallbackMessage(ZOVKPopupResultSkip, ""); }
   void returnButtonClicked() { handleCallbackMessage(2, ""); }
-  void crossButtonClicked() { handleCallbackMessage(0, ""); }
+  void crossButtonClicked() { handleCallbackMessage(ZOVKPopupResultSkip, ""); }
   void refreshButtonClicked();
 
   // ViewController

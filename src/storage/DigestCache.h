@@ -4,10 +4,10 @@
 #include <string>
 #include <unordered_map>
 
-#include "platform/Clock.h"
-#include "platform/FileSystem.h"
 #include "storage/FileGlance.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/Clock.h"
+#include "zovkpopup/platform/FileSystem.h"
 
 namespace zovk {
 

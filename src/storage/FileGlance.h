@@ -4,7 +4,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "platform/FileSystem.h"
+#include "zovkpopup/platform/FileSystem.h"
 
 namespace zovk {
 

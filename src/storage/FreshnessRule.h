@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Clock.h"
-#include "platform/FileSystem.h"
+#include "zovkpopup/platform/Clock.h"
+#include "zovkpopup/platform/FileSystem.h"
 
 namespace zovk {
 

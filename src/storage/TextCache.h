@@ -3,11 +3,11 @@
 #include <memory>
 #include <string>
 
-#include "platform/Clock.h"
-#include "platform/FileSystem.h"
 #include "storage/FileGlance.h"
 #include "storage/RecordText.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/Clock.h"
+#include "zovkpopup/platform/FileSystem.h"
 
 namespace zovk {
 

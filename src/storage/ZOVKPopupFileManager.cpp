@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <utility>
 
-#include "platform/CurrentPlatform.h"
 #include "storage/StorageLog.h"
 #include "support/Utf8.h"
+#include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {
 namespace {

@@ -8,11 +8,11 @@
 #include <boost/json/object.hpp>
 
 #include "logging/ZPLogger.h"
-#include "platform/Platform.h"
 #include "storage/DigestCache.h"
 #include "storage/TextCache.h"
 #include "support/SharedInstance.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/Platform.h"
 
 namespace zovk {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
 
 namespace zovk {
 

@@ -14,8 +14,8 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 
-#include "capi/zovkpopup.h"
 #include "support/LocalBundle.h"
+#include "zovkpopup.h"
 
 namespace zovk {
 

@@ -1,7 +1,7 @@
 // Read as C99, with every warning an error: what a game in C sees of the header.
 #include "capi/header.h"
 
-#include "capi/zovkpopup.h"
+#include "zovkpopup.h"
 
 #define HEADER_COUNT(array) (sizeof(array) / sizeof((array)[0]))
 

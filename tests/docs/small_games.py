@@ -46,8 +46,8 @@ GLIB_HOST = """#include <glib-unix.h>
 #include <iostream>
 #include <string>
 
-#include "engine/ZOVKPopup.h"
-#include "host/ZOVKPopupHost.h"
+#include "zovkpopup/ZOVKPopup.h"
+#include "zovkpopup/Host.h"
 
 int main() {
   GMainLoop* loop = g_main_loop_new(nullptr, FALSE);

@@ -50,13 +50,13 @@ class Snippets(unittest.TestCase):
         found = pieces("cpp")
         self.assertGreater(len(found), 7)
         self.compile(os.environ.get("CXX", "c++"), whole(found), "-std=c++20", "-xc++",
-                     f"-I{ROOT}/src", f"-I{ROOT}/tests/docs", *flags_of("sdl2", "glib-2.0"))
+                     f"-I{ROOT}/include", f"-I{ROOT}/tests/docs", *flags_of("sdl2", "glib-2.0"))
 
     def test_c_compiles(self):
         found = pieces("c")
         self.assertEqual(len(found), 1)
         self.compile(os.environ.get("CC", "cc"), found[0].text, "-std=c99", "-xc",
-                     f"-I{ROOT}/src/capi")
+                     f"-I{ROOT}/include")
 
 
 if __name__ == "__main__":

@@ -9,9 +9,9 @@
 #include <SDL.h>
 #include <glib-unix.h>
 
-#include "engine/ZOVKPopup.h"
-#include "host/ZOVKPopupHost.h"
-#include "platform/HostedPlatform.h"
+#include "zovkpopup/Host.h"
+#include "zovkpopup/ZOVKPopup.h"
+#include "zovkpopup/platform/HostedPlatform.h"
 
 struct Game {
   void pauseSound();

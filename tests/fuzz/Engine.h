@@ -4,9 +4,9 @@
 
 #include "engine/ZOVKPopupManager.h"
 #include "fuzz/Fuzz.h"
-#include "platform/CurrentPlatform.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "storage/ZOVKPopupFileManager.h"
+#include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {
 

@@ -10,10 +10,10 @@
 
 #include <sys/socket.h>
 
-#include "bridge/ZOVKPopupWKWebViewJavascriptBridge.h"
 #include "fuzz/Fuzz.h"
 #include "platform/linux/WebHostUserInterface.h"
 #include "platform/memory/MemoryPlatform.h"
+#include "zovkpopup/Bridge.h"
 
 namespace zovk {
 namespace {

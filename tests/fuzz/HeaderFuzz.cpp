@@ -14,7 +14,7 @@
 #include "fuzz/Fuzz.h"
 #include "platform/linux/CurlUrlSession.h"
 #include "platform/linux/UniqueFd.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
 
 namespace zovk {
 namespace {

@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <map>
 
-#include "engine/ZOVKPopup.h"
 #include "fuzz/Engine.h"
 #include "network/ZOVKPopupCommonTool.h"
 #include "support/Md5.h"
+#include "zovkpopup/ZOVKPopup.h"
 
 namespace zovk {
 namespace {

@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "bridge/ZOVKPopupWebViewJavascriptBridgeBase.h"
 #include "fuzz/Fuzz.h"
 #include "platform/memory/MemoryPlatform.h"
+#include "zovkpopup/BridgeBase.h"
 
 namespace zovk {
 namespace {

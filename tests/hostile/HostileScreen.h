@@ -6,9 +6,9 @@
 #include <memory>
 #include <string>
 
-#include "platform/HostedPlatform.h"
 #include "platform/linux/WebHostInspector.h"
 #include "support/HostFixture.h"
+#include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {
 

@@ -10,9 +10,8 @@
 #include <dlfcn.h>
 #include <poll.h>
 #include <unistd.h>
-
-#include "engine/ZOVKPopup.h"
-#include "host/ZOVKPopupHost.h"
+#include <zovkpopup/Host.h>
+#include <zovkpopup/ZOVKPopup.h>
 
 namespace fs = std::filesystem;
 

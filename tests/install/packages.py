@@ -54,6 +54,10 @@ def check_files(prefix):
             expect("RPATH" not in read and "RUNPATH" not in read, f"{path} has an rpath")
             expect(".symtab" not in read and ".debug_" not in read, f"{path} is not stripped")
     expect(programs == 4, f"there are {programs} programs and libraries")
+    licence = (HERE.parents[1] / "LICENSE").read_text(encoding="utf-8")
+    for name in NAMES:
+        said = (prefix / "share/doc" / name / "copyright").read_text(encoding="utf-8")
+        expect(said == licence, f"{name} does not say what LICENSE says")
 
 
 def is_program(path):

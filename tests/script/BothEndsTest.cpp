@@ -6,10 +6,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "bridge/ZOVKPopupWKWebViewJavascriptBridge.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "platform/memory/MemoryWebView.h"
 #include "script/ScriptEngine.h"
+#include "zovkpopup/Bridge.h"
 
 namespace zovk {
 namespace {

@@ -5,9 +5,9 @@
 #include <boost/json/value.hpp>
 #include <gtest/gtest.h>
 
-#include "bridge/ZOVKPopupWebViewJavascriptBridgeBase.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "script/ScriptEngine.h"
+#include "zovkpopup/BridgeBase.h"
 
 namespace zovk {
 namespace {

@@ -11,10 +11,10 @@
 
 #include "engine/ZOVKPopupManager.h"
 #include "host/LoggerSetUp.h"
-#include "platform/CurrentPlatform.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "storage/ZOVKPopupFileManager.h"
 #include "support/Md5.h"
+#include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {
 

@@ -11,10 +11,10 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 
-#include "engine/ZOVKPopup.h"
-#include "host/ZOVKPopupHost.h"
-#include "platform/HostedPlatform.h"
 #include "support/LocalBundle.h"
+#include "zovkpopup/Host.h"
+#include "zovkpopup/ZOVKPopup.h"
+#include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {
 

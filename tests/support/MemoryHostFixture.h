@@ -8,14 +8,14 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/ZOVKPopup.h"
 #include "engine/ZOVKPopupManager.h"
-#include "host/ZOVKPopupHost.h"
-#include "platform/CurrentPlatform.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "storage/ZOVKPopupFileManager.h"
 #include "support/LogMessages.h"
 #include "support/Md5.h"
+#include "zovkpopup/Host.h"
+#include "zovkpopup/ZOVKPopup.h"
+#include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {
 

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/HostedPlatform.h"
 #include "platform/linux/WebHostInspector.h"
 #include "support/HostFixture.h"
 #include "support/VirtualScreen.h"
+#include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {
 

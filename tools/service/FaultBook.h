@@ -8,7 +8,7 @@
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
 
 namespace zovk::service {
 

@@ -7,7 +7,7 @@
 
 #include "service/Database.h"
 #include "service/SignatureCheck.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
 
 namespace zovk::service {
 

@@ -2,9 +2,9 @@
 
 #include "engine/ZOVKPopupManager.h"
 #include "host/LoggerSetUp.h"
-#include "platform/CurrentPlatform.h"
 #include "storage/ZOVKPopupFileManager.h"
 #include "zovkpopup/TextFile.h"
+#include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk::tool {
 

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "engine/Selection.h"
-#include "engine/ZOVKPopupExplain.h"
 #include "platform/memory/MemoryPlatform.h"
+#include "zovkpopup/Explain.h"
 #include "zovkpopup/PageFolder.h"
 
 namespace zovk::tool {

@@ -8,11 +8,11 @@
 #include <poll.h>
 #include <sys/signalfd.h>
 
-#include "engine/ZOVKPopup.h"
-#include "host/ZOVKPopupHost.h"
 #include "platform/linux/WebHostInspector.h"
+#include "zovkpopup/Host.h"
 #include "zovkpopup/PreviewScreen.h"
 #include "zovkpopup/ToolError.h"
+#include "zovkpopup/ZOVKPopup.h"
 
 namespace zovk::tool {
 namespace {

@@ -11,9 +11,9 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/HostedPlatform.h"
 #include "platform/linux/UniqueFd.h"
 #include "zovkpopup/PreviewBundle.h"
+#include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk::tool {
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/HostedPlatform.h"
+#include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk::tool {
 

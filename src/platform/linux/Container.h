@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/HostedPlatform.h"
+#include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {
 

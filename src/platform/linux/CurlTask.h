@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/UrlSession.h"
 #include "platform/linux/ResponseSink.h"
+#include "zovkpopup/platform/UrlSession.h"
 
 namespace zovk {
 

@@ -8,10 +8,10 @@
 #include <string>
 #include <string_view>
 
-#include "platform/UrlSession.h"
 #include "platform/linux/CurlHandles.h"
 #include "platform/linux/CurlSessionSettings.h"
 #include "platform/linux/ResponseSink.h"
+#include "zovkpopup/platform/UrlSession.h"
 
 namespace zovk {
 

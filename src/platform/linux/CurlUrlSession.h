@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "platform/UrlSession.h"
 #include "platform/linux/CurlSessionSettings.h"
+#include "zovkpopup/platform/UrlSession.h"
 
 namespace zovk {
 

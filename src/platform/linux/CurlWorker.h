@@ -14,7 +14,7 @@
 #include "platform/linux/CurlTask.h"
 #include "platform/linux/CurlTransfer.h"
 #include "platform/linux/UniqueFd.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
 
 namespace zovk {
 

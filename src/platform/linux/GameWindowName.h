@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/HostedPlatform.h"
+#include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {
 

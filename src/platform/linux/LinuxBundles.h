@@ -5,8 +5,8 @@
 #include <mutex>
 #include <string>
 
-#include "platform/Bundles.h"
-#include "platform/FileSystem.h"
+#include "zovkpopup/platform/Bundles.h"
+#include "zovkpopup/platform/FileSystem.h"
 
 namespace zovk {
 

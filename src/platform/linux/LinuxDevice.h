@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/Device.h"
-#include "platform/Geometry.h"
+#include "zovkpopup/platform/Device.h"
+#include "zovkpopup/platform/Geometry.h"
 
 namespace zovk {
 

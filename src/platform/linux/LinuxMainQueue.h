@@ -4,10 +4,10 @@
 #include <deque>
 #include <thread>
 
-#include "platform/MainQueue.h"
 #include "platform/linux/PollSet.h"
 #include "platform/linux/UniqueFd.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/MainQueue.h"
 
 namespace zovk {
 

@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "platform/HostedPlatform.h"
 #include "platform/linux/CurlUrlSession.h"
 #include "platform/linux/LinuxBundles.h"
 #include "platform/linux/LinuxDevice.h"
@@ -13,6 +12,7 @@
 #include "platform/linux/StandardErrorLog.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/WebHostUserInterface.h"
+#include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {
 

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "platform/Timers.h"
 #include "platform/linux/LinuxMainQueue.h"
+#include "zovkpopup/platform/Timers.h"
 
 namespace zovk {
 

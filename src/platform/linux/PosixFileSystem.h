@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileSystem.h"
+#include "zovkpopup/platform/FileSystem.h"
 
 namespace zovk {
 

@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "platform/UrlSession.h"
 #include "platform/linux/DownloadCache.h"
 #include "platform/linux/TemporaryDirectory.h"
 #include "platform/linux/UniqueFd.h"
+#include "zovkpopup/platform/UrlSession.h"
 
 namespace zovk {
 

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/SettingsStore.h"
 #include "platform/linux/SqliteFile.h"
 #include "support/LineLimit.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/SettingsStore.h"
 
 namespace zovk {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Platform.h"
+#include "zovkpopup/platform/Platform.h"
 
 namespace zovk {
 

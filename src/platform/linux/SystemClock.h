@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Clock.h"
+#include "zovkpopup/platform/Clock.h"
 
 namespace zovk {
 

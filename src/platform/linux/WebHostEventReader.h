@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Geometry.h"
 #include "platform/linux/WebHostJournal.h"
+#include "zovkpopup/platform/Geometry.h"
 
 namespace zovk {
 

@@ -7,8 +7,8 @@
 
 #include <sys/types.h>
 
-#include "platform/Geometry.h"
-#include "platform/Window.h"
+#include "zovkpopup/platform/Geometry.h"
+#include "zovkpopup/platform/Window.h"
 
 namespace zovk {
 

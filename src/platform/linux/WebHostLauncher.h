@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "platform/HostedPlatform.h"
 #include "platform/linux/UniqueFd.h"
 #include "platform/linux/WebHostProcess.h"
+#include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {
 

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/View.h"
 #include "platform/linux/WebHostSession.h"
+#include "zovkpopup/platform/View.h"
 
 namespace zovk {
 

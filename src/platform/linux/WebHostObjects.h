@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/Geometry.h"
-#include "platform/View.h"
 #include "platform/linux/WebHostInspector.h"
 #include "platform/linux/WebHostJournal.h"
+#include "zovkpopup/platform/Geometry.h"
+#include "zovkpopup/platform/View.h"
 
 namespace zovk {
 

@@ -4,13 +4,13 @@
 #include <memory>
 #include <string>
 
-#include "platform/HostedPlatform.h"
-#include "platform/UserInterface.h"
 #include "platform/linux/LinuxDevice.h"
 #include "platform/linux/LinuxMainQueue.h"
 #include "platform/linux/WebHostInspector.h"
 #include "platform/linux/WebHostLauncher.h"
 #include "platform/linux/WebHostSession.h"
+#include "zovkpopup/platform/HostedPlatform.h"
+#include "zovkpopup/platform/UserInterface.h"
 
 namespace zovk {
 

@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "platform/View.h"
-#include "platform/WebView.h"
 #include "platform/linux/WebHostSession.h"
+#include "zovkpopup/platform/View.h"
+#include "zovkpopup/platform/WebView.h"
 
 namespace zovk {
 

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "platform/WebView.h"
 #include "platform/linux/WebHostView.h"
+#include "zovkpopup/platform/WebView.h"
 
 namespace zovk {
 

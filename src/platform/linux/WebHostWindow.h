@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/Window.h"
 #include "platform/linux/WebHostView.h"
+#include "zovkpopup/platform/Window.h"
 
 namespace zovk {
 

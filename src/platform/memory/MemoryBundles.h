@@ -6,8 +6,8 @@
 
 #include <boost/json/object.hpp>
 
-#include "platform/Bundles.h"
 #include "platform/memory/MemoryFileSystem.h"
+#include "zovkpopup/platform/Bundles.h"
 
 namespace zovk {
 

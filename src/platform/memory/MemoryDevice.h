@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "platform/Device.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/Device.h"
 
 namespace zovk {
 

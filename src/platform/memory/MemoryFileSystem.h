@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/FileSystem.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/FileSystem.h"
 
 namespace zovk {
 

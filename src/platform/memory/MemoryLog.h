@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "logging/ZPLogger.h"
-#include "platform/Platform.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/Platform.h"
 
 namespace zovk {
 

@@ -2,8 +2,6 @@
 
 #include <memory>
 
-#include "platform/HostedPlatform.h"
-#include "platform/Platform.h"
 #include "platform/memory/MemoryBundles.h"
 #include "platform/memory/MemoryDevice.h"
 #include "platform/memory/MemoryFileSystem.h"
@@ -12,6 +10,8 @@
 #include "platform/memory/MemorySettings.h"
 #include "platform/memory/MemoryUrlSession.h"
 #include "platform/memory/MemoryUserInterface.h"
+#include "zovkpopup/platform/HostedPlatform.h"
+#include "zovkpopup/platform/Platform.h"
 
 namespace zovk {
 

@@ -10,10 +10,10 @@
 #include <thread>
 #include <vector>
 
-#include "platform/Clock.h"
-#include "platform/MainQueue.h"
-#include "platform/Timers.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/Clock.h"
+#include "zovkpopup/platform/MainQueue.h"
+#include "zovkpopup/platform/Timers.h"
 
 namespace zovk {
 

@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "platform/SettingsStore.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/SettingsStore.h"
 
 namespace zovk {
 

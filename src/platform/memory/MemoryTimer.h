@@ -6,7 +6,7 @@
 #include <memory>
 #include <utility>
 
-#include "platform/Timers.h"
+#include "zovkpopup/platform/Timers.h"
 
 namespace zovk {
 

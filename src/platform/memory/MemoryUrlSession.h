@@ -9,8 +9,8 @@
 #include <thread>
 #include <vector>
 
-#include "platform/UrlSession.h"
 #include "platform/memory/MemoryFileSystem.h"
+#include "zovkpopup/platform/UrlSession.h"
 
 namespace zovk {
 

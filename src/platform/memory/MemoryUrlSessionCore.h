@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/memory/MemoryUrlSession.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
 
 namespace zovk {
 

@@ -9,12 +9,12 @@
 #include <utility>
 #include <vector>
 
-#include "platform/GamePad.h"
-#include "platform/UserInterface.h"
 #include "platform/memory/MemoryLayout.h"
 #include "platform/memory/MemoryScheduler.h"
 #include "platform/memory/MemoryWebView.h"
 #include "platform/memory/MemoryWindow.h"
+#include "zovkpopup/platform/GamePad.h"
+#include "zovkpopup/platform/UserInterface.h"
 
 namespace zovk {
 

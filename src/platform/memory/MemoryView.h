@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/View.h"
-#include "platform/WebView.h"
+#include "zovkpopup/platform/View.h"
+#include "zovkpopup/platform/WebView.h"
 
 namespace zovk {
 

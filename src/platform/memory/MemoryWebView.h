@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/WebView.h"
 #include "platform/memory/MemoryScheduler.h"
 #include "platform/memory/MemoryView.h"
+#include "zovkpopup/platform/WebView.h"
 
 namespace zovk {
 

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "platform/Window.h"
 #include "platform/memory/MemoryScheduler.h"
 #include "platform/memory/MemoryView.h"
+#include "zovkpopup/platform/Window.h"
 
 namespace zovk {
 

@@ -1,4 +1,4 @@
-#include "platform/HostedPlatform.h"
+#include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/UrlSession.h"
+#include "zovkpopup/platform/UrlSession.h"
 
 namespace zovk {
 

@@ -7,8 +7,9 @@
 #include <gmock/gmock.h>
 
 #include "e2e/navigation/PageServer.h"
-#include "host/ZOVKPopupWebWindow.h"
 #include "support/ScreenFixture.h"
+#include "zovkpopup/Bridge.h"
+#include "zovkpopup/WebWindow.h"
 
 namespace zovk {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/WebView.h"
+#include "zovkpopup/platform/WebView.h"
 
 namespace zovk {
 

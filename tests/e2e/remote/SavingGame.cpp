@@ -4,8 +4,8 @@
 
 #include "e2e/remote/SavedDocument.h"
 #include "engine/ZOVKPopupManager.h"
-#include "host/ZOVKPopupHost.h"
 #include "storage/ZOVKPopupFileManager.h"
+#include "zovkpopup/Host.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 
 #include <boost/json/serialize.hpp>
 #include <poll.h>
-
-#include "host/ZOVKPopupHost.h"
-#include "host/ZOVKPopupWebWindow.h"
+#include <zovkpopup/Bridge.h>
+#include <zovkpopup/Host.h>
+#include <zovkpopup/WebWindow.h>
 
 using Bridge = zovk::ZOVKPopupWKWebViewJavascriptBridge;
 using Value = std::optional<boost::json::value>;

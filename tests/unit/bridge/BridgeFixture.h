@@ -11,9 +11,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "bridge/ZOVKPopupWebViewJavascriptBridgeBase.h"
 #include "bridge/ZOVKPopupWebViewJavascriptBridge_js.h"
 #include "platform/memory/MemoryPlatform.h"
+#include "zovkpopup/BridgeBase.h"
 
 namespace zovk {
 

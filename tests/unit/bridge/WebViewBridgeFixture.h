@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "bridge/ZOVKPopupWKWebViewJavascriptBridge.h"
 #include "platform/memory/MemoryWebView.h"
 #include "unit/bridge/BridgeFixture.h"
+#include "zovkpopup/Bridge.h"
 
 namespace zovk {
 

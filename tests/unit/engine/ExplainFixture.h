@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "engine/ZOVKPopupExplain.h"
 #include "support/EngineFixture.h"
+#include "zovkpopup/Explain.h"
 
 namespace zovk {
 

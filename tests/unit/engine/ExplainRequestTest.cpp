@@ -1,6 +1,6 @@
 #include "ExplainFixture.h"
-#include "engine/ZOVKPopup.h"
-#include "platform/CurrentPlatform.h"
+#include "zovkpopup/ZOVKPopup.h"
+#include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {
 namespace {

@@ -1,5 +1,5 @@
-#include "engine/ZOVKPopup.h"
 #include "support/EngineFixture.h"
+#include "zovkpopup/ZOVKPopup.h"
 
 namespace zovk {
 namespace {

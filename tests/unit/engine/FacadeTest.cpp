@@ -1,6 +1,6 @@
-#include "engine/ZOVKPopup.h"
 #include "support/EngineFixture.h"
 #include "support/LogMessages.h"
+#include "zovkpopup/ZOVKPopup.h"
 
 namespace zovk {
 namespace {

@@ -1,7 +1,8 @@
 #include <thread>
 
-#include "host/ZOVKPopupWebWindow.h"
 #include "support/MemoryHostFixture.h"
+#include "zovkpopup/Bridge.h"
+#include "zovkpopup/WebWindow.h"
 
 namespace zovk {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/CurrentPlatform.h"
 #include "platform/memory/MemoryPlatform.h"
+#include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {
 namespace {

@@ -1,7 +1,7 @@
 #include <boost/json/parse.hpp>
 #include <gtest/gtest.h>
 
-#include "platform/Bundles.h"
+#include "zovkpopup/platform/Bundles.h"
 
 namespace zovk {
 namespace {

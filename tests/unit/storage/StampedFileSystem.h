@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Clock.h"
-#include "platform/FileSystem.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/Clock.h"
+#include "zovkpopup/platform/FileSystem.h"
 
 namespace zovk {
 

@@ -3,10 +3,11 @@
 #include <functional>
 #include <memory>
 
-#include "platform/Platform.h"
-#include "support/Export.h"
+#include <zovkpopup/Export.h>
 
 namespace zovk {
+
+class Platform;
 
 /// The platform on which the process-wide shared objects are made. When none has been set, the
 /// default is asked for one first; null when that has none to give, or after it was taken back.

@@ -1,4 +1,4 @@
-#include "host/ZOVKPopupHost.h"
+#include "zovkpopup/Host.h"
 
 #include <thread>
 #include <utility>
@@ -6,10 +6,10 @@
 #include "engine/ZOVKPopupManager.h"
 #include "host/HostPlatform.h"
 #include "host/LoggerSetUp.h"
-#include "platform/CurrentPlatform.h"
-#include "platform/HostedPlatform.h"
 #include "storage/ZOVKPopupFileManager.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
+#include "zovkpopup/platform/CurrentPlatform.h"
+#include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {
 namespace {

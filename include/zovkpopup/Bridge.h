@@ -6,11 +6,10 @@
 #include <string>
 
 #include <boost/json/value.hpp>
-
-#include "bridge/ZOVKPopupWebViewJavascriptBridgeBase.h"
-#include "platform/CurrentPlatform.h"
-#include "platform/WebView.h"
-#include "support/Export.h"
+#include <zovkpopup/BridgeBase.h>
+#include <zovkpopup/Export.h>
+#include <zovkpopup/platform/CurrentPlatform.h>
+#include <zovkpopup/platform/WebView.h>
 
 namespace zovk {
 

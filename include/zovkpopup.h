@@ -76,9 +76,17 @@ typedef void (*zovkpopup_text_event)(const char* text, void* user);
 /// Takes one log line, without a line end. Called from any thread, also while other calls are under
 /// way; it must not call the library.
 typedef void (*zovkpopup_log)(const char* line, void* user);
-/// Hears how a request to show popups ended. `code` is -1 "error", 0 "skip", 1 "commit" or 2
-/// "cancel"; `message` is a JSON text {"action":…,"msg":…} with what the page said, or a plain
-/// text, or empty; never NULL. docs/integration.md has a table of all cases.
+/// How a request to show popups ended.
+enum {
+  ZOVKPOPUP_RESULT_ERROR = -1,  ///< Nothing was shown, or it could not be seen to its end.
+  ZOVKPOPUP_RESULT_SKIP = 0,    ///< The player closed the popup, or nothing was left to show.
+  ZOVKPOPUP_RESULT_COMMIT = 1,  ///< The player agreed.
+  ZOVKPOPUP_RESULT_CANCEL = 2   ///< The player refused.
+};
+
+/// Hears how a request to show popups ended. `code` is a `ZOVKPOPUP_RESULT_…`; `message` is a JSON
+/// text {"action":…,"msg":…} with what the page said, or a plain text, or empty; never NULL.
+/// docs/integration.md has a table of all cases.
 typedef void (*zovkpopup_complete)(int32_t code, const char* message, void* user);
 
 // ---- Host ----

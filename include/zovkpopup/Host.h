@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "engine/ZOVKPopupHooks.h"
-#include "platform/GamePad.h"
-#include "support/Export.h"
+#include <zovkpopup/Export.h>
+#include <zovkpopup/Hooks.h>
+#include <zovkpopup/platform/GamePad.h>
 
 namespace zovk {
 

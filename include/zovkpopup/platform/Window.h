@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/View.h"
+#include <zovkpopup/platform/View.h>
 
 namespace zovk {
 

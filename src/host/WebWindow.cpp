@@ -1,4 +1,4 @@
-#include "host/ZOVKPopupWebWindow.h"
+#include "zovkpopup/WebWindow.h"
 
 #include <algorithm>
 #include <cctype>
@@ -9,6 +9,8 @@
 #include "host/WebWindowController.h"
 #include "logging/ZPLogger.h"
 #include "network/UrlText.h"
+#include "zovkpopup/Bridge.h"
+#include "zovkpopup/platform/Window.h"
 
 namespace zovk {
 namespace {

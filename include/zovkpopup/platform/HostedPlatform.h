@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/GamePad.h"
-#include "platform/Platform.h"
+#include <zovkpopup/platform/GamePad.h>
+#include <zovkpopup/platform/Platform.h>
 
 namespace zovk {
 

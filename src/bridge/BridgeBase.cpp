@@ -1,4 +1,4 @@
-#include "bridge/ZOVKPopupWebViewJavascriptBridgeBase.h"
+#include "zovkpopup/BridgeBase.h"
 
 #include <utility>
 
@@ -6,6 +6,7 @@
 #include "bridge/BridgeText.h"
 #include "bridge/ZOVKPopupWebViewJavascriptBridge_js.h"
 #include "logging/ZPLogger.h"
+#include "zovkpopup/platform/Platform.h"
 
 namespace zovk {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "support/Export.h"
+#include <zovkpopup/Export.h>
 
 namespace zovk {
 

@@ -1,4 +1,4 @@
-#include "bridge/ZOVKPopupWKWebViewJavascriptBridge.h"
+#include "zovkpopup/Bridge.h"
 
 #include <utility>
 

@@ -13,15 +13,15 @@
 #include <boost/json/object.hpp>
 #include <boost/json/string.hpp>
 #include <boost/json/value.hpp>
-
-#include "platform/Platform.h"
-#include "support/Export.h"
-#include "support/ThreadSafety.h"
+#include <zovkpopup/Export.h>
+#include <zovkpopup/ThreadSafety.h>
 
 namespace zovk {
 
 struct BridgeInbox;
+class Platform;
 class ReceivedQueue;
+class WebViewDelegate;
 
 /// Runs scripts in the page for the bridge. Main thread only.
 class ZOVKPopupWebViewJavascriptBridgeBaseDelegate {

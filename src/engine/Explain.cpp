@@ -1,4 +1,4 @@
-#include "engine/ZOVKPopupExplain.h"
+#include "zovkpopup/Explain.h"
 
 #include "engine/ZOVKPopupManager.h"
 

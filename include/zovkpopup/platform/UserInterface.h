@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 
-#include "platform/Geometry.h"
-#include "platform/View.h"
-#include "platform/WebView.h"
-#include "platform/Window.h"
+#include <zovkpopup/platform/Geometry.h>
+#include <zovkpopup/platform/View.h>
+#include <zovkpopup/platform/WebView.h>
+#include <zovkpopup/platform/Window.h>
 
 namespace zovk {
 

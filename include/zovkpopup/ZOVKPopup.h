@@ -4,17 +4,18 @@
 #include <functional>
 #include <string>
 
-#include "support/Export.h"
+#include <zovkpopup/Export.h>
+#include <zovkpopup/Result.h>
 
 namespace zovk {
 
 /// The engine's version.
 extern ZOVKPOPUP_API const char* const ZOVKPopupCurrentVersionString;
 
-/// Hears how a request to show popups ended. `code` is -1 "error", 0 "skip", 1 "commit" or
-/// 2 "cancel"; `message` is a JSON text {"action":…,"msg":…} with what the page said, or a plain
-/// text, or empty. Called once at the most: not when a conditional popup commits with none behind
-/// it, nor when the host is shut down before. docs/integration.md has a table of all cases.
+/// Hears how a request to show popups ended. `code` is a `ZOVKPopupResult`, as a number; `message`
+/// is a JSON text {"action":…,"msg":…} with what the page said, or a plain text, or empty. Called
+/// once at the most: not when a conditional popup commits with none behind it, nor when the host
+/// is shut down before. docs/integration.md has a table of all cases.
 using ZOVKPopupComplete = std::function<void(std::int32_t code, const std::string& message)>;
 
 /// The five calls with which a game drives its popups. Main thread only. Texts are UTF-8; an empty

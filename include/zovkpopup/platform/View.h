@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/Geometry.h"
+#include <zovkpopup/platform/Geometry.h>
 
 namespace zovk {
 

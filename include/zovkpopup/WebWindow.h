@@ -4,15 +4,16 @@
 #include <memory>
 #include <string>
 
-#include "bridge/ZOVKPopupWKWebViewJavascriptBridge.h"
-#include "platform/Geometry.h"
-#include "platform/WebView.h"
-#include "platform/Window.h"
-#include "support/Export.h"
+#include <zovkpopup/Export.h>
+#include <zovkpopup/platform/Geometry.h>
+#include <zovkpopup/platform/WebView.h>
 
 namespace zovk {
 
+class Platform;
 class WebWindowController;
+class Window;
+class ZOVKPopupWKWebViewJavascriptBridge;
 
 /// What a web window shows, and who hears of it. Exactly one of `address` and `pageFile` is given.
 struct ZOVKPopupWebWindowSettings {
@@ -63,8 +64,9 @@ class ZOVKPOPUP_API ZOVKPopupWebWindow final {
 
   /// False after `close`, after a failure and after the host's shut down.
   bool isOpen() const;
-  /// The page's bridge, there as long as this object; in a closed window it reaches nobody. The
-  /// window is its delegate: one's own goes into the settings. Handlers are let go when it closes.
+  /// The page's bridge, of <zovkpopup/Bridge.h>. It is there as long as this object; in a closed
+  /// window it reaches nobody. The window is its delegate: a delegate of the game's own goes into
+  /// the settings. Handlers are let go when the window closes.
   ZOVKPopupWKWebViewJavascriptBridge& bridge() { return *bridge_; }
   /// Loads the page anew.
   void reload();

@@ -2,15 +2,15 @@
 
 #include <string_view>
 
-#include "platform/Bundles.h"
-#include "platform/Clock.h"
-#include "platform/Device.h"
-#include "platform/FileSystem.h"
-#include "platform/MainQueue.h"
-#include "platform/SettingsStore.h"
-#include "platform/Timers.h"
-#include "platform/UrlSession.h"
-#include "platform/UserInterface.h"
+#include <zovkpopup/platform/Bundles.h>
+#include <zovkpopup/platform/Clock.h>
+#include <zovkpopup/platform/Device.h>
+#include <zovkpopup/platform/FileSystem.h>
+#include <zovkpopup/platform/MainQueue.h>
+#include <zovkpopup/platform/SettingsStore.h>
+#include <zovkpopup/platform/Timers.h>
+#include <zovkpopup/platform/UrlSession.h>
+#include <zovkpopup/platform/UserInterface.h>
 
 namespace zovk {
 

@@ -7,8 +7,7 @@
 #include <string>
 
 #include <boost/json/value.hpp>
-
-#include "platform/View.h"
+#include <zovkpopup/platform/View.h>
 
 namespace zovk {
 

@@ -1,0 +1,5 @@
+#pragma once
+
+namespace game {
+inline constexpr bool kOwnEngine = true;
+}
