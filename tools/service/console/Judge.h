@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "engine/ZOVKPopupExplain.h"
 #include "service/ConfigDocument.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/Explain.h"
 #include "zovkpopup/Problems.h"
+#include "zovkpopup/ThreadSafety.h"
 
 namespace zovk::service {
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
 
 namespace zovk::service {
 

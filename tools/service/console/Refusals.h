@@ -8,7 +8,7 @@
 #include <boost/json/object.hpp>
 
 #include "service/Answer.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
 
 namespace zovk::service {
 

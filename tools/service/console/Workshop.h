@@ -14,7 +14,7 @@
 #include "service/console/Judge.h"
 #include "service/console/LiveDocument.h"
 #include "service/console/PopupStore.h"
-#include "support/ThreadSafety.h"
+#include "zovkpopup/ThreadSafety.h"
 
 namespace zovk::service {
 
