@@ -1,7 +1,6 @@
 #!/usr/bin/env python3
 """What players answered, faults, conditions, and what was refused."""
 import csv
-import hashlib
 import http.client
 import io
 import json
@@ -9,7 +8,8 @@ import sqlite3
 import time
 import unittest
 
-from console import GAME, KEY, Service, entry
+from console import KEY, Service, entry
+from player import answer, signed
 
 
 class Answers(unittest.TestCase):
@@ -18,14 +18,10 @@ class Answers(unittest.TestCase):
         self.addCleanup(self.service.stop)
 
     def signed(self, path, body, key=KEY):
-        query = f"game_id={GAME}&install_id=A&os=2&version=1.0.0"
-        sig = hashlib.md5(f"{path}?{query}{body}{key}".encode()).hexdigest()
-        return self.service.request("POST", f"{path}?{query}&sig={sig}", body.encode(), token=False)
+        return signed(self.service, path, body, key)
 
     def answer(self, pop_id, scene, text):
-        data = json.dumps({"action": "commit", "msg": text})
-        body = json.dumps({"pop_id": pop_id, "scene": scene, "data": data}, ensure_ascii=False)
-        self.assertEqual(self.signed("/report/shop", body)[0], 200)
+        answer(self.service, pop_id, scene, text)
 
     def totals(self, query=""):
         return self.service.get("answers" + query)

@@ -155,7 +155,8 @@ boost::json::object Workshop::overviewOf(const WorkedPopup& popup, const LiveDoc
                              {"changed", false}};
   const std::optional<std::string> page = pageOf(popup);
   if (page) result["page_size"] = page->size();
-  bool broken = hasErrors(problems);
+  // What is kept back on purpose hinders nobody.
+  bool broken = hasErrors(problems) && !popup.paused;
   std::string state = popup.paused ? "paused" : "draft";
   if (place && live.entries()[*place].is_object()) {
     const boost::json::object& entry = live.entries()[*place].get_object();

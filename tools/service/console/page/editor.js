@@ -227,7 +227,7 @@ export async function openEditor(place, popup, hooks) {
   form.addEventListener('submit', (event) => event.preventDefault());
   const head = el('div', {class: 'head'},
     el('button', {type: 'button', class: 'quiet back', onclick: hooks.close}, '← All popups'),
-    el('h2', {tabindex: '-1'}, popup.entry.scene || '(no scene)', el('small', {}, ` #${popup.entry.pop_id || '–'}`)),
+    el('h1', {tabindex: '-1'}, popup.entry.scene || '(no scene)', el('small', {}, ` #${popup.entry.pop_id || '–'}`)),
     el('span', {class: 'chip ' + popup.state}, popup.state));
   place.replaceChildren(el('section', {class: 'editor', 'data-id': popup.id, 'aria-label': 'The chosen popup'},
     head, actionsOf(popup, hooks, problems, save),

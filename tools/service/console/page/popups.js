@@ -154,7 +154,7 @@ async function choose(id) {
   chosen = id;
   closeEditor();
   await refresh();
-  const heading = place.querySelector('.editor h2');
+  const heading = place.querySelector('.editor h1');
   if (heading) heading.focus();
 }
 
