@@ -100,6 +100,36 @@ class Popups(unittest.TestCase):
         self.publish(popup)
         self.assertEqual(self.states(), {1: "live", 2: "live"})
 
+    def assert_taken_back(self):
+        """Games reject an empty list and keep what they have, so the popup is there, and past."""
+        (last,) = self.service.config()["popups"]
+        self.assertLessEqual(last["expire_time"], time.time())
+
+    def test_pausing_the_last_one_takes_it_from_games_too(self):
+        self.start(entry(1, "lobby"))
+        popup = self.service.popup(1)["id"]
+        self.service.post(f"popups/{popup}/pause", who="Ada")
+        self.assert_taken_back()
+        self.assertEqual(self.states(), {1: "paused"})
+        self.publish(self.make(2, "shop"))
+        self.assertEqual(self.live(), [2])
+        self.publish(popup)
+        self.assertEqual(self.live(), [2, 1])
+        self.assertNotIn("expire_time", self.service.config()["popups"][1])
+
+    def test_rolling_back_to_nothing_takes_the_popup_from_games_too(self):
+        self.start()
+        nothing = self.service.get("popups")["releases"][0]["id"]
+        popup = self.make(1, "lobby")
+        self.publish(popup)
+        self.service.post("rollback", release=nothing)
+        self.assert_taken_back()
+        self.assertEqual(self.states(), {1: "paused"})
+        self.service.post(f"popups/{popup}/delete")
+        self.assertEqual(self.states(), {})
+        self.publish(self.make(2, "shop"))
+        self.assertEqual(self.live(), [2])
+
     def test_ending_gives_it_an_end_that_is_past(self):
         self.start(entry(1, "lobby"))
         self.service.post(f"popups/{self.service.popup(1)['id']}/end", who="Ada")

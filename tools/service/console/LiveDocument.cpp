@@ -153,7 +153,8 @@ LiveDocument LiveFolder::takeIn(LiveDocument live, const std::optional<Release>&
     }
     live.popups.push_back(popup);
   }
-  Release release{0, std::time(nullptr), kByHand, "changed by hand", live.text, live.popups, {}};
+  const char* const what = latest ? "changed by hand" : "taken in";
+  Release release{0, std::time(nullptr), kByHand, what, live.text, live.popups, {}};
   release.pages =
       keepPages(live.entries(), store_, [&](const std::string& name) -> std::optional<std::string> {
         std::string bytes = bytesOf(folder_, name);
@@ -161,8 +162,7 @@ LiveDocument LiveFolder::takeIn(LiveDocument live, const std::optional<Release>&
         return bytes;
       });
   store_.markLive(store_.add(release));
-  store_.addHistory(kByHand, latest ? "changed by hand" : "taken in", 0,
-                    std::to_string(live.popups.size()) + " popups");
+  store_.addHistory(kByHand, what, 0, std::to_string(live.popups.size()) + " popups");
   transaction.commit();
   return live;
 }

@@ -173,7 +173,7 @@ boost::json::object Workshop::overviewOf(const WorkedPopup& popup, const LiveDoc
 
 boost::json::object Workshop::overview() {
   const LockGuard lock(mutex_);
-  const LiveDocument live = live_.read();
+  const LiveDocument live = shown();
   auto popups = store_.popups();
   sortByPriority(popups);
   boost::json::array list;
@@ -249,7 +249,7 @@ std::int64_t Workshop::duplicate(const std::string& who, std::int64_t id) {
 void Workshop::remove(const std::string& who, std::int64_t id) {
   const LockGuard lock(mutex_);
   const WorkedPopup popup = known(id);
-  if (live_.read().placeOf(id)) throw ConsoleError(409, "it is live: pause it first");
+  if (shown().placeOf(id)) throw ConsoleError(409, "it is live: pause it first");
   Transaction transaction(store_.database());
   store_.remove(id);
   store_.addHistory(who, "deleted", id, titleOf(popup.entry));
@@ -278,8 +278,21 @@ void Workshop::move(const std::string& who, std::int64_t id, std::int64_t before
   transaction.commit();
 }
 
-LiveDocument Workshop::workable() {
+// What games see of the live document: without what only stands there to take itself back.
+LiveDocument Workshop::shown() {
   LiveDocument live = live_.read();
+  for (std::size_t place = live.popups.size(); place-- > 0;) {
+    const auto popup = store_.popup(live.popups[place]);
+    if (popup && !popup->paused) continue;
+    const auto offset = static_cast<std::ptrdiff_t>(place);
+    live.entries().erase(live.entries().begin() + offset);
+    live.popups.erase(live.popups.begin() + offset);
+  }
+  return live;
+}
+
+LiveDocument Workshop::workable() {
+  LiveDocument live = shown();
   if (!live.problem.empty()) {
     throw ConsoleError(409, live.problem + ". Mend the file, or roll back");
   }
@@ -293,6 +306,22 @@ void Workshop::refuseProblems(const LiveDocument& next, const ConfigDocument::Pa
   for (const std::int64_t popup : next.popups) popups.push_back(popup);
   throw ConsoleError(409, "this cannot be published",
                      {{"problems", listOf(problems)}, {"popups", std::move(popups)}});
+}
+
+// Games reject an empty list, and would go on with what they have. So what was live stays in the
+// list, and is past. Returns the popups that this takes back.
+std::vector<std::int64_t> Workshop::keepFromBeingEmpty(LiveDocument& next) {
+  if (!next.entries().empty()) return {};
+  const LiveDocument live = live_.read();
+  const std::time_t now = std::time(nullptr);
+  for (std::size_t place = 0; place < live.popups.size(); ++place) {
+    if (!live.entries()[place].is_object()) continue;
+    boost::json::object entry = live.entries()[place].get_object();
+    if (std::string_view(stateAt(now, entry)) != "ended") entry["expire_time"] = now;
+    next.entries().emplace_back(std::move(entry));
+    next.popups.push_back(live.popups[place]);
+  }
+  return next.popups;
 }
 
 // The store has it before the folder does: a crash in between is made good at the next reading.
@@ -347,6 +376,7 @@ void Workshop::pause(const std::string& who, std::int64_t id) {
   next.entries().erase(next.entries().begin() + static_cast<std::ptrdiff_t>(*place));
   next.popups.erase(next.popups.begin() + static_cast<std::ptrdiff_t>(*place));
   popup.paused = true;
+  keepFromBeingEmpty(next);
   release(who, "paused", next, config_.pages(), {popup});
 }
 
@@ -362,6 +392,19 @@ void Workshop::end(const std::string& who, std::int64_t id) {
   release(who, "ended", next, config_.pages(), {popup});
 }
 
+// A popup of an old release may be deleted by now, or paused: it is there again.
+void Workshop::bringBack(LiveDocument& next) {
+  for (std::size_t i = 0; i < next.popups.size() && i < next.entries().size(); ++i) {
+    auto popup = store_.popup(next.popups[i]);
+    if (!popup && next.entries()[i].is_object()) {
+      next.popups[i] = store_.add(WorkedPopup{0, 0, next.entries()[i].get_object(), "", false});
+    } else if (popup && popup->paused) {
+      popup->paused = false;
+      store_.save(*popup);
+    }
+  }
+}
+
 void Workshop::rollBack(const std::string& who, std::int64_t id) {
   const LockGuard lock(mutex_);
   live_.read();
@@ -369,20 +412,22 @@ void Workshop::rollBack(const std::string& who, std::int64_t id) {
   if (!old) throw ConsoleError(404, "there is no such release");
   {
     Transaction transaction(store_.database());
-    const boost::json::object document = objectOf(old->document, "the release");
-    const auto& entries = document.at("popups").as_array();
-    for (std::size_t i = 0; i < old->popups.size() && i < entries.size(); ++i) {
-      auto popup = store_.popup(old->popups[i]);
-      if (!popup && entries[i].is_object()) {
-        old->popups[i] = store_.add(WorkedPopup{0, 0, entries[i].get_object(), "", false});
-      } else if (popup && popup->paused) {
-        popup->paused = false;
+    LiveDocument next;
+    next.document = objectOf(old->document, "the release");
+    next.popups = old->popups;
+    bringBack(next);
+    for (const std::int64_t taken : keepFromBeingEmpty(next)) {
+      if (auto popup = store_.popup(taken)) {
+        popup->paused = true;
         store_.save(*popup);
       }
+      old->document = tool::prettyJson(next.document);
     }
+    old->popups = next.popups;
     old->what = "rolled back to release " + std::to_string(id);
     old->who = who;
     old->time = std::time(nullptr);
+    if (old->pages.empty()) old->pages = keepPages(next.entries(), store_, config_.pages());
     old->id = store_.add(*old);
     store_.addHistory(who, "rolled back", 0, "to release " + std::to_string(id));
     transaction.commit();

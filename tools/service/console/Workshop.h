@@ -62,7 +62,10 @@ class Workshop {
                                         const ConfigDocument::PageSource& pages);
   boost::json::object overviewOf(const WorkedPopup& popup, const LiveDocument& live)
       ZOVK_REQUIRES(mutex_);
+  LiveDocument shown() ZOVK_REQUIRES(mutex_);
   LiveDocument workable() ZOVK_REQUIRES(mutex_);
+  std::vector<std::int64_t> keepFromBeingEmpty(LiveDocument& next) ZOVK_REQUIRES(mutex_);
+  void bringBack(LiveDocument& next) ZOVK_REQUIRES(mutex_);
   void refuseProblems(const LiveDocument& next, const ConfigDocument::PageSource& pages);
   void release(const std::string& who, const std::string& what, const LiveDocument& next,
                const ConfigDocument::PageSource& pages, const std::vector<WorkedPopup>& changed)
