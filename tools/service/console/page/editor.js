@@ -57,7 +57,7 @@ function makePreview() {
   return {
     show,
     element: el('section', {class: 'preview', 'aria-label': 'Preview'},
-      el('div', {class: 'head'}, el('h3', {}, 'Preview'), size), box, answer),
+      el('div', {class: 'head'}, el('h2', {}, 'Preview'), size), box, answer),
   };
 }
 
@@ -115,7 +115,7 @@ function showProblems(place, heading, problems) {
     place.replaceChildren();
     return;
   }
-  place.replaceChildren(el('h3', {}, heading), el('ul', {}, problems.map((problem) => {
+  place.replaceChildren(el('h2', {}, heading), el('ul', {}, problems.map((problem) => {
     const name = problem.path.split('/').pop();
     if (problem.severity === 'error' && form.elements[name]) {
       form.elements[name].setAttribute('aria-invalid', 'true');
