@@ -22,6 +22,7 @@ Greeting readGreeting(const Arguments& arguments) {
   greeting.pageMemory = arguments.wholeNumber("pageMemory");
   if (arguments.has("waylandWindow")) greeting.waylandWindow = arguments.text("waylandWindow");
   if (arguments.has("gameSize")) greeting.gameSize = arguments.frame("gameSize");
+  if (arguments.has("pageConsole")) greeting.pageConsole = arguments.flag("pageConsole");
   if (arguments.has("display")) greeting.display = arguments.text("display");
   greeting.drawing.asked = askedDrawing(arguments.text("drawing"));
   greeting.drawing.failedBefore = arguments.flag("drawingFailed");

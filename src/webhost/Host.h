@@ -32,6 +32,7 @@ struct Greeting {
   Frame gameSize{};             ///< In logical pixels; empty when the game did not tell.
   std::string display{};        ///< The display system to use, "x11" or "wayland"; empty for any.
   DrawingWish drawing{};
+  bool pageConsole = false;  ///< Pages' console lines go to standard output.
 };
 
 /// Everything that the game has made in this process, by number.

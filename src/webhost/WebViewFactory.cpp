@@ -44,6 +44,7 @@ GObjectPtr<WebKitSettings> newSettings(const PageTerms& terms, bool opaque) {
   auto settings = GObjectPtr<WebKitSettings>::adopt(webkit_settings_new());
   WebKitSettings* raw = settings.get();
   webkit_settings_set_enable_developer_extras(raw, terms.developerTools);
+  webkit_settings_set_enable_write_console_messages_to_stdout(raw, terms.console);
   webkit_settings_set_enable_fullscreen(raw, FALSE);  // it would take over the popup's window
   webkit_settings_set_enable_media_stream(raw, FALSE);
   preparePages(raw, terms.drawing, opaque);

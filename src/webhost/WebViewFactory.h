@@ -26,6 +26,7 @@ struct PageTerms {
   bool developerTools = false;
   std::int64_t memory = 0;  ///< In megabytes.
   Drawing drawing = Drawing::kSoftware;
+  bool console = false;  ///< What pages tell their console goes to standard output.
 };
 
 /// Makes web views that share one store of cookies and caches. Making the first one takes long, so

@@ -35,6 +35,8 @@ TEST(CommandLine, MistakesAreUsageErrorsAndGoToStandardError) {
       {"preview", "a", "--kind", "unknown"},
       {"preview", "a", "--theme", "pink"},
       {"preview", "a", "--scale", "9"},
+      {"preview", "a", "--watch", "--json"},
+      {"preview", "a", "--screenshot", "b", "--matrix", "c"},
       {"completion"},
       {"completion", "fish"}};
   for (const auto& arguments : mistakes) {

@@ -106,9 +106,8 @@ void addPreview(CommandLine& line) {
       "preview", "Shows a page as a popup and prints what the game would be told");
   PreviewOptions& options = line.preview;
   command->add_option("target", options.target, "A page file, or an address with ://")->required();
-  command->add_option("--kind", options.kind, "Which buttons come with the page")
-      ->check(CLI::IsMember({"ordinary", "game", "policy", "permission"}))
-      ->capture_default_str();
+  command->add_option("--kind", options.kind, "Which buttons come with the page; default: ordinary")
+      ->check(CLI::IsMember({"ordinary", "game", "policy", "permission"}));
   command->add_option("--size", options.size,
                       "WIDTHxHEIGHT of the popup; default: the whole screen");
   command->add_option("--theme", options.theme, "Default: as the desktop has it")
@@ -117,6 +116,12 @@ void addPreview(CommandLine& line) {
       ->check(CLI::Range(1, 4));
   command->add_option("--screenshot", options.screenshot,
                       "Writes a PNG of the popup once its page has loaded, and ends");
+  command->add_option(
+      "--matrix", options.matrix,
+      "Writes an HTML sheet with pictures in all sizes, themes and kinds, but for what is given");
+  command->add_flag(
+      "--watch", options.watch,
+      "Loads the page again when it is saved; keys: t theme, s size, k kind, r reload, q quit");
   command->add_flag("--json", options.json, "JSON for scripts");
   command->callback([&line] { line.run = [&line] { return runPreview(line.preview); }; });
 }

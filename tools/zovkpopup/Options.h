@@ -49,11 +49,13 @@ struct NewOptions {
 
 struct PreviewOptions {
   std::string target;  ///< A page file or an address.
-  std::string kind = "ordinary";
-  std::string size;  ///< WIDTHxHEIGHT; empty for the whole screen.
+  std::string kind;    ///< Empty: ordinary, or with a matrix all.
+  std::string size;    ///< WIDTHxHEIGHT; empty for the whole screen.
   std::string theme;
   int scale = 0;  ///< 0: as the desktop has it.
   std::string screenshot;
+  std::string matrix;  ///< The sheet to write.
+  bool watch = false;
   bool json = false;
 };
 

@@ -11,9 +11,11 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/linux/UniqueFd.h"
+#include "zovkpopup/HelperOutput.h"
+#include "zovkpopup/PageConsole.h"
 #include "zovkpopup/PreviewBundle.h"
-#include "zovkpopup/platform/HostedPlatform.h"
+#include "zovkpopup/PreviewScreen.h"
+#include "zovkpopup/StopSignals.h"
 
 namespace zovk::tool {
 
@@ -23,39 +25,69 @@ struct PreviewAnswer {
   std::string message;
 };
 
-/// Shows the popup of a bundle with the real library and its helper. Main thread only; one in a
-/// process. Ends early, without an answer or a picture, when the program is asked to end (SIGINT,
-/// SIGTERM, SIGHUP).
+/// What was said about the page so far. Only the first thousand of each are kept.
+struct PreviewFindings {
+  std::vector<ConsoleMessage> console;
+  std::vector<std::string> remarks;  ///< On what it posted.
+};
+
+/// Shows the popup of a bundle with the real library and its helper, and says on standard error
+/// what the page's console says and which posts are passed over. Main thread only; one at a time.
+/// Ends early when the program is asked to end.
 class Preview {
  public:
-  /// Without a size, on the whole screen. Throws ToolError when the library cannot be set up.
-  Preview(const PreviewBundle& bundle, const std::optional<Size>& size);
+  /// Without a size, on the whole screen. Throws ToolError when nothing can be shown: without a
+  /// display, in a size that does not fit, or for an address that the server refuses.
+  Preview(const PreviewBundle& bundle, const std::optional<Size>& size, const StopSignals& signals);
   ~Preview();
   Preview(const Preview&) = delete;
   Preview& operator=(const Preview&) = delete;
 
+  /// Waits for the page's answer. Throws ToolError when the page does not load, and when nothing
+  /// can be shown.
   std::optional<PreviewAnswer> awaitAnswer();
-  /// Writes a picture once the page has loaded. Throws ToolError when it cannot.
+  /// Writes a picture once the page has loaded; false when it ended before. Throws ToolError when
+  /// it cannot.
   bool takePicture(const std::string& file);
-  /// The engine's error lines so far.
-  std::string errors() const;
+  /// Lets everything run until something happens, at `descriptor` too, or it is over. A page that
+  /// does not load is only said.
+  void run(int descriptor);
+  /// Loads the page again.
+  void reload();
+
+  bool isStopped() const { return stopped_; }
+  const std::optional<PreviewAnswer>& answer() const { return answer_; }
+  const PreviewFindings& findings() const { return findings_; }
+  void say(const std::string& line) const { output_.say(line); }
 
  private:
   enum class Page { kLoading, kLoaded, kFailed };
 
-  void turn(int milliseconds = -1);
+  void setUp(const PreviewBundle& bundle, const std::optional<Size>& size);
+  void refuseSizeBeyondScreen(const Size& size);
+  void refuseBadStatus(const std::string& address);
+  void turn(int milliseconds = -1, int descriptor = -1);
   /// Until there is enough of it, or it is over.
   void turnFor(std::chrono::milliseconds time, const std::function<bool()>& enough);
   void hear(std::string_view line);
+  void hearPost(const std::string& handler, const std::optional<boost::json::value>& body);
+  void readConsole(std::string_view line);
+  void failIfNothingIsShown() const;
+  std::string failure() const;
   bool isOver() const { return stopped_ || answer_.has_value(); }
 
-  UniqueFd signals_;
+  const StopSignals& signals_;
+  const std::string target_;
+  const PageConsole console_;
+  HelperOutput output_;
   std::atomic<Page> page_ = Page::kLoading;
-  std::shared_ptr<HostedPlatform> platform_;  ///< The real one, whatever its screen's size.
+  std::shared_ptr<HostedPlatform> platform_;    ///< The real one.
+  std::shared_ptr<PreviewPlatform> previewed_;  ///< What the library sees of it.
   std::optional<PreviewAnswer> answer_;
+  PreviewFindings findings_;
   bool stopped_ = false;
   mutable std::mutex mutex_;
-  std::vector<std::string> errors_;
+  std::string failure_;  ///< Why the page did not load.
 };
 
 }  // namespace zovk::tool

@@ -44,6 +44,27 @@ ZOVKPopupModel popupFor(const PreviewOptions& options, const std::string& page) 
   return popup;
 }
 
+// A page in UTF-16 is told by its first two bytes.
+bool isBinary(const std::string& page) {
+  const bool isWide = page.starts_with("\xff\xfe") || page.starts_with("\xfe\xff");
+  return !isWide && page.find('\0') != std::string::npos;
+}
+
+std::string readPage(const std::string& file) {
+  const std::string page = readFile(file);
+  if (page.find_first_not_of(" \t\r\n") == std::string::npos) {
+    throw ToolError(file + ": is empty, and no page");
+  }
+  if (isBinary(page)) throw ToolError(file + ": is no page, but holds bytes that are no text");
+  const JsonText json = parseJson(page);
+  if (json.error.empty() && (json.value.is_object() || json.value.is_array())) {
+    throw ToolError(file +
+                    ": is JSON, no page; \"zovkpopup check\" is for documents, and a page "
+                    "file is named for a preview");
+  }
+  return page;
+}
+
 // A commit needs somebody to be reported to; on this port of the own machine nobody listens.
 constexpr const char* kNobody = "http://127.0.0.1:9/report";
 
@@ -72,14 +93,30 @@ fs::path PreviewBundle::helper() const {
   return libraryFolder() / "zovkpopup-webhost";
 }
 
+std::string PreviewBundle::pageAddress() const {
+  return file_.empty() ? target_ : "file://" + (bundle() / file_).string();
+}
+
+std::string PreviewBundle::pageName() const {
+  return file_.empty() ? target_ : fs::path(target_).filename().string();
+}
+
+void PreviewBundle::update() const {
+  if (!file_.empty()) writeFile(bundle() / file_, readPage(target_));
+}
+
 PreviewBundle::PreviewBundle(const PreviewOptions& options) {
-  const std::string page = isAddress(options.target) ? "" : readFile(options.target);
+  const std::string page = isAddress(options.target) ? "" : readPage(options.target);
   const ZOVKPopupModel popup = popupFor(options, page);
   scene_ = popup.scene;
+  target_ = options.target;
   fs::create_directory(resources());
   fs::create_directory(home());
   fs::copy(installedBundle(), bundle(), fs::copy_options::recursive);
-  if (popup.isPageFile()) writeFile(bundle() / popup.getPopupFileName(), page);
+  if (popup.isPageFile()) {
+    file_ = popup.getPopupFileName();
+    writeFile(bundle() / file_, page);
+  }
   writeFile(bundle() / "ZOVKPopupLocal.config", documentWith(popup));
   // The engine tells that a page has loaded in its debug lines only.
   writeFile(resources() / "Info.json", R"({"ZOVK_DEBUG": true})");

@@ -25,7 +25,8 @@ class OwnFolder {
 /// document, and a home directory.
 class PreviewBundle {
  public:
-  /// Throws ToolError when the page cannot be read, or the library's bundle is not installed.
+  /// Throws ToolError when the page cannot be read or is none, or the library's bundle is not
+  /// installed.
   explicit PreviewBundle(const PreviewOptions& options);
 
   std::filesystem::path resources() const { return folder_.path() / "resources"; }
@@ -34,12 +35,22 @@ class PreviewBundle {
   std::filesystem::path helper() const;
   /// The scene of the popup.
   const std::string& scene() const { return scene_; }
+  /// The page file, or the address, that was asked for.
+  const std::string& target() const { return target_; }
+  /// Where the popup's page is loaded from.
+  std::string pageAddress() const;
+  /// What to call the page to people.
+  std::string pageName() const;
+  /// Takes the page file in as it is now. Throws ToolError like the constructor.
+  void update() const;
 
  private:
   std::filesystem::path bundle() const { return resources() / "ZOVKPopupResource.bundle"; }
 
   OwnFolder folder_;
   std::string scene_;
+  std::string target_;
+  std::string file_;  ///< Of the page, in the bundle; empty for an address.
 };
 
 }  // namespace zovk::tool

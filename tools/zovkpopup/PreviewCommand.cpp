@@ -1,74 +1,45 @@
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 
-#include <boost/json/object.hpp>
-
 #include "zovkpopup/Commands.h"
-#include "zovkpopup/JsonText.h"
 #include "zovkpopup/Preview.h"
-#include "zovkpopup/PreviewScreen.h"
+#include "zovkpopup/PreviewAnswerText.h"
+#include "zovkpopup/PreviewLook.h"
+#include "zovkpopup/PreviewMatrix.h"
 #include "zovkpopup/ToolError.h"
+#include "zovkpopup/WatchedPreview.h"
 
 namespace zovk::tool {
 namespace {
 
-// The helper inherits the environment and dresses by it.
-void setLook(const PreviewOptions& options) {
-  const auto set = [](const char* name, const std::string& value) {
-    ::setenv(name, value.c_str(), 1);
-  };
-  if (options.theme == "light") set("GTK_THEME", "Default");
-  if (options.theme == "dark") set("GTK_THEME", "Default-dark");
-  if (options.theme == "high-contrast") set("GTK_THEME", "Default-hc");
-  if (options.scale > 0) set("GDK_SCALE", std::to_string(options.scale));
-}
-
-const char* nameOf(std::int32_t code) {
-  switch (code) {
-    case 0:
-      return "skip";
-    case 1:
-      return "commit";
-    case 2:
-      return "cancel";
-    default:
-      return "error";
-  }
-}
-
-int endedEarly(const char* what) {
-  std::fprintf(stderr, "zovkpopup: ended before %s\n", what);
+int endedEarly(const Preview& preview, const char* what) {
+  preview.say(std::string("zovkpopup: ended before ") + what);
   return kProblems;
-}
-
-int printAnswer(const PreviewAnswer& answer, bool json) {
-  if (json) {
-    const boost::json::object result{
-        {"code", answer.code}, {"answer", nameOf(answer.code)}, {"message", answer.message}};
-    std::fputs(prettyJson(result).c_str(), stdout);
-  } else {
-    std::printf("%d %s %s\n", answer.code, nameOf(answer.code), answer.message.c_str());
-  }
-  return answer.code >= 0 ? kSuccess : kProblems;
 }
 
 int showAndAnswer(Preview& preview, bool json) {
   const auto answer = preview.awaitAnswer();
-  if (!answer) return endedEarly("the page answered");
-  if (answer->code < 0) std::fputs(preview.errors().c_str(), stderr);
-  return printAnswer(*answer, json);
+  if (!answer) return endedEarly(preview, "the page answered");
+  return json ? printAnswerAsJson(*answer, preview.findings()) : printAnswer(*answer);
 }
 
 }  // namespace
 
 int runPreview(const PreviewOptions& options) {
+  const int wishes = int{!options.screenshot.empty()} + int{!options.matrix.empty()} +
+                     int{options.watch} + int{options.json};
+  if (wishes > 1) {
+    throw ToolError("--screenshot, --matrix, --watch and --json do not go together");
+  }
+  const StopSignals signals;
+  if (options.watch) return watchPreview(options, signals);
+  if (!options.matrix.empty()) return writeMatrix(options, signals);
   setLook(options);
   const PreviewBundle bundle(options);
-  Preview preview(bundle, sizeOf(options.size));
+  Preview preview(bundle, sizeOf(options.size), signals);
   if (options.screenshot.empty()) return showAndAnswer(preview, options.json);
   const std::string picture = std::filesystem::absolute(options.screenshot).string();
-  if (!preview.takePicture(picture)) return endedEarly("the picture was taken");
+  if (!preview.takePicture(picture)) return endedEarly(preview, "the picture was taken");
   std::puts(options.screenshot.c_str());
   return kSuccess;
 }

@@ -8,21 +8,52 @@
 namespace zovk::tool {
 namespace {
 
-/// The real user interface on a screen of a given size.
-class SizedUserInterface final : public UserInterface {
+/// Tells what a page posts before the one that it is meant for hears it.
+class OverheardHandler final : public ScriptMessageHandler {
  public:
-  SizedUserInterface(UserInterface& real, const Size& size) : real_(real), size_(size) {}
+  OverheardHandler(std::shared_ptr<ScriptMessageHandler> real, PreviewWishes::Posted posted)
+      : real_(std::move(real)), posted_(std::move(posted)) {}
 
-  Rect mainScreenBounds() const override { return {0, 0, size_.width, size_.height}; }
-  std::shared_ptr<Window> makeWindow(const Rect& /*frame*/) override {
-    return real_.makeWindow(mainScreenBounds());
+  void didReceiveScriptMessage(const std::string& name,
+                               const std::optional<boost::json::value>& body) override {
+    posted_(name, body);
+    real_->didReceiveScriptMessage(name, body);
+  }
+
+ private:
+  const std::shared_ptr<ScriptMessageHandler> real_;
+  const PreviewWishes::Posted posted_;
+};
+
+/// The real user interface, perhaps on a screen of another size.
+class PreviewUserInterface final : public UserInterface {
+ public:
+  PreviewUserInterface(UserInterface& real, PreviewWishes wishes)
+      : real_(real), wishes_(std::move(wishes)) {}
+
+  void reloadPage() const {
+    if (const auto page = page_.lock()) page->reload();
+  }
+
+  Rect mainScreenBounds() const override {
+    if (!wishes_.size) return real_.mainScreenBounds();
+    return {0, 0, wishes_.size->width, wishes_.size->height};
+  }
+  std::shared_ptr<Window> makeWindow(const Rect& frame) override {
+    return real_.makeWindow(wishes_.size ? mainScreenBounds() : frame);
   }
   std::shared_ptr<Layout> loadLayout(const std::string& bundlePath, const std::string& name,
                                      std::weak_ptr<LayoutOwner> owner) override {
     return real_.loadLayout(bundlePath, name, std::move(owner));
   }
   std::shared_ptr<WebView> makeWebView(const WebViewConfiguration& configuration) override {
-    return real_.makeWebView(configuration);
+    WebViewConfiguration overheard = configuration;
+    for (auto& [name, handler] : overheard.scriptMessageHandlers) {
+      handler = std::make_shared<OverheardHandler>(std::move(handler), wishes_.posted);
+    }
+    auto page = real_.makeWebView(overheard);
+    page_ = page;
+    return page;
   }
   bool canOpenUrl(const std::string& url) const override { return real_.canOpenUrl(url); }
   void openUrl(const std::string& url, std::function<void(bool opened)> completion) override {
@@ -31,13 +62,17 @@ class SizedUserInterface final : public UserInterface {
 
  private:
   UserInterface& real_;
-  const Size size_;
+  const PreviewWishes wishes_;
+  std::weak_ptr<WebView> page_;
 };
 
-class SizedPlatform final : public HostedPlatform {
+class RealPreviewPlatform final : public PreviewPlatform {
  public:
-  SizedPlatform(std::shared_ptr<HostedPlatform> real, const Size& size)
-      : real_(std::move(real)), userInterface_(real_->interfaces().userInterface, size) {}
+  RealPreviewPlatform(std::shared_ptr<HostedPlatform> real, PreviewWishes wishes)
+      : real_(std::move(real)),
+        userInterface_(real_->interfaces().userInterface, std::move(wishes)) {}
+
+  void reloadPage() override { userInterface_.reloadPage(); }
 
   Platform& interfaces() override { return interfaces_; }
   std::shared_ptr<PlatformLog> sharedLog() const override { return real_->sharedLog(); }
@@ -54,7 +89,7 @@ class SizedPlatform final : public HostedPlatform {
   }
 
   const std::shared_ptr<HostedPlatform> real_;
-  SizedUserInterface userInterface_;
+  PreviewUserInterface userInterface_;
   Platform interfaces_ = replaced(real_->interfaces(), userInterface_);
 };
 
@@ -72,9 +107,9 @@ std::optional<Size> sizeOf(const std::string& text) {
   throw ToolError("--size " + text + ": is no size; write such as 1280x720");
 }
 
-std::shared_ptr<HostedPlatform> withScreenSize(std::shared_ptr<HostedPlatform> platform,
-                                               const Size& size) {
-  return std::make_shared<SizedPlatform>(std::move(platform), size);
+std::shared_ptr<PreviewPlatform> previewPlatform(std::shared_ptr<HostedPlatform> real,
+                                                 PreviewWishes wishes) {
+  return std::make_shared<RealPreviewPlatform>(std::move(real), std::move(wishes));
 }
 
 }  // namespace zovk::tool

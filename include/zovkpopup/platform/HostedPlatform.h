@@ -36,6 +36,9 @@ struct PlatformSettings {
   std::string drawing;
   /// The game's window as text, "x11:NUMBER" or "wayland:HANDLE"; counts more than `nativeWindow`.
   std::string gameWindow{};
+  /// Whether the helper program writes to its standard output, which is the host's, what pages tell
+  /// their console: for tools.
+  bool pageConsole = false;
 };
 
 /// A platform that a host drives. Made, pumped and shut down on one thread, the main thread.

@@ -27,6 +27,7 @@ WebHostMessage helloOf(const PlatformSettings& settings, const LinuxDevice& devi
                        {"drawing", settings.drawing.c_str()},
                        {"drawingFailed", false}};
   if (!window.wayland.empty()) hello["waylandWindow"] = window.wayland;
+  if (settings.pageConsole) hello["pageConsole"] = true;
   return hello;
 }
 

@@ -21,6 +21,12 @@ TEST_F(WebHostCommands, TheGreetingComesFirstAndNamesTheGame) {
       R"("drawing":"plain","drawingFailed":false})");
 }
 
+TEST_F(WebHostCommands, TheGreetingAsksForThePagesConsoleWhenAToolWantsIt) {
+  settings_.pageConsole = true;
+  start();
+  EXPECT_EQ(hosts_.last().messages().front().at("pageConsole"), true);
+}
+
 TEST_F(WebHostCommands, TheGreetingNamesTheGamesWindowAsItsTextSays) {
   const auto greetingFor = [this](const std::string& text) {
     settings_.gameWindow = text;

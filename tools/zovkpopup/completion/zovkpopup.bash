@@ -22,7 +22,7 @@ _zovkpopup() {
     --theme) _zovkpopup_words "light dark high-contrast"; return ;;
     --scale) _zovkpopup_words "1 2 3 4"; return ;;
     --pages | --folder | --lasting | --record) _zovkpopup_files -d; return ;;
-    --screenshot) _zovkpopup_files -f; return ;;
+    --screenshot | --matrix) _zovkpopup_files -f; return ;;
     --at | --to | --base | --scene | --scene-type | --channel | --size) return ;;
   esac
   case $word in
@@ -33,7 +33,7 @@ _zovkpopup() {
         explain) _zovkpopup_words "$document --scene --scene-type --channel" ;;
         publish) _zovkpopup_words "--to --pages --base --lasting --record --strict --rollback --help" ;;
         new) _zovkpopup_words "--folder --force --help" ;;
-        preview) _zovkpopup_words "--kind --size --theme --scale --screenshot --json --help" ;;
+        preview) _zovkpopup_words "--kind --size --theme --scale --screenshot --matrix --watch --json --help" ;;
         *) _zovkpopup_words "--help" ;;
       esac
       return ;;

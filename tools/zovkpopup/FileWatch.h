@@ -1,0 +1,26 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "platform/linux/UniqueFd.h"
+
+namespace zovk::tool {
+
+/// Notices that a file was written or replaced, as editors do when they save.
+class FileWatch {
+ public:
+  /// Throws ToolError when the file's folder cannot be watched.
+  explicit FileWatch(const std::filesystem::path& file);
+
+  /// Readable when something happened in the folder.
+  int descriptor() const { return notifier_.get(); }
+  /// Whether it happened to the file, since the last call.
+  bool changed();
+
+ private:
+  std::string name_;
+  UniqueFd notifier_;
+};
+
+}  // namespace zovk::tool
