@@ -15,7 +15,7 @@
 namespace zovk::tool {
 namespace {
 
-constexpr std::chrono::seconds kLoadingTakesAtMost{30};
+constexpr std::chrono::seconds kLoadingTakesAtMost{60};
 // Pages like to come in with an animation.
 constexpr std::chrono::milliseconds kAnimationsTake{600};
 constexpr std::size_t kMostFindings = 1000;
