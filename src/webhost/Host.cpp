@@ -28,9 +28,8 @@ Host::Host(const Greeting& greeting, EventSink events, Drawing drawing)
       drawing_(drawing),
       game_(greeting.nativeWindow, greeting.waylandWindow, greeting.gameSize, events_,
             gameListener()),
-      webViewFactory_(
-          {greeting.dataDirectory + "/webhost", developerTools_, greeting.pageMemory, drawing,
-           greeting.pageConsole}),
+      webViewFactory_({greeting.dataDirectory + "/webhost", developerTools_, greeting.pageMemory,
+                       drawing, greeting.pageConsole}),
       views_([this](Id id, GtkWidget* widget) { onViewDropped(id, widget); }),
       toldScreen_(coveredFrame(game_)) {
   g_signal_connect(gdk_display_get_monitors(gdk_display_get_default()), "items-changed",
