@@ -42,16 +42,16 @@ TEST_F(CheckContent, ADigestDoesNotMixItsCase) {
 TEST_F(CheckContent, APageFileHasItsOwnDigest) {
   const boost::json::object entry = pageFile("a");
   EXPECT_THAT(problemsOf(entry), IsEmpty());
-  write("a.html", "changed");
-  EXPECT_THAT(problemsOf(entry),
-              ElementsAre("error /popups/0/sig is \"" + md5Hex("page of a") +
-                          "\", but the MD5 of " + path("a.html") + " is " + md5Hex("changed")));
+  write("a.html", pageText("changed"));
+  EXPECT_THAT(problemsOf(entry), ElementsAre("error /popups/0/sig is \"" + md5Hex(pageText("a")) +
+                                             "\", but the MD5 of " + path("a.html") + " is " +
+                                             md5Hex(pageText("changed"))));
 }
 
 TEST_F(CheckContent, APageFileWithoutADigestIsToldItsOwn) {
   EXPECT_THAT(problemsOf(without(pageFile("a"), "sig")),
               ElementsAre("error /popups/0/sig is missing, but the MD5 of " + path("a.html") +
-                          " is " + md5Hex("page of a")));
+                          " is " + md5Hex(pageText("a"))));
 }
 
 TEST_F(CheckContent, APageFileIsThere) {
@@ -59,7 +59,7 @@ TEST_F(CheckContent, APageFileIsThere) {
   std::filesystem::remove(path("a.html"));
   EXPECT_THAT(problemsOf(entry),
               ElementsAre("error /popups/0/sig There is no page file " +
-                          path("ZOVKPopup_1_1_1_" + md5Hex("page of a") + ".html") + " or " +
+                          path("ZOVKPopup_1_1_1_" + md5Hex(pageText("a")) + ".html") + " or " +
                           path("a.html") + "; is it elsewhere (--pages)?"));
 }
 
@@ -80,8 +80,8 @@ TEST_F(CheckContent, AnAddressCannotLeadOutOfTheFolder) {
 
 TEST_F(CheckContent, ARemotePageHasAnAddressAndALocalOneNeedsNone) {
   const boost::json::object remote = without(pageFile("a"), "uri");
-  const std::string own = "ZOVKPopup_1_1_1_" + md5Hex("page of a") + ".html";
-  write(own, "page of a");
+  const std::string own = "ZOVKPopup_1_1_1_" + md5Hex(pageText("a")) + ".html";
+  write(own, pageText("a"));
   EXPECT_THAT(problemsOf(remote),
               ElementsAre("error /popups/0/uri is missing, so that the page is never downloaded"));
   EXPECT_THAT(problems(check(document({remote}), {"--as", "local"})), IsEmpty());

@@ -42,7 +42,8 @@ TEST_F(CheckDocument, ThatIsNoJsonIsToldWithLineAndColumn) {
   }
   const ProgramRun run = runTool({"check", write("bad.json", "{\n  \"a\": tru}")});
   EXPECT_EQ(run.out, path("bad.json") + ":2:8: error: is no JSON: syntax error\n" +
-                         path("bad.json") + ": 1 error, 0 warnings\n");
+                         "    \"a\": tru}\n         ^\n" + path("bad.json") +
+                         ": 1 error, 0 warnings\n");
 }
 
 TEST_F(CheckDocument, MayBeginWithAByteOrderMarkWhichIsNoColumn) {
@@ -57,7 +58,8 @@ TEST_F(CheckDocument, MayLieAsDeepAsTheEngineReads) {
   };
   EXPECT_THAT(problemsOfText(nested(512)),
               ElementsAre("error  the document is an array, no object"));
-  EXPECT_THAT(problemsOfText(nested(513)), ElementsAre("error  is no JSON: too deep"));
+  EXPECT_THAT(problemsOfText(nested(513)),
+              ElementsAre(::testing::StartsWith("error  is no JSON: too deep")));
 }
 
 TEST_F(CheckDocument, MustBeAnObjectWithAListOfPopups) {

@@ -19,6 +19,13 @@ TEST(CommandLine, HelpNamesEveryCommand) {
   }
 }
 
+TEST(CommandLine, AMisspeltCommandNamesTheNearest) {
+  const ProgramRun run = runTool({"chekc", "popups.json"});
+  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.err, "zovkpopup: chekc: is no command; is check meant?\n");
+  EXPECT_EQ(runTool({"something"}).err, "zovkpopup: something: is no command\n");
+}
+
 TEST(CommandLine, MistakesAreUsageErrorsAndGoToStandardError) {
   const std::vector<std::vector<std::string>> mistakes = {
       {},

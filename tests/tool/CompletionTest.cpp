@@ -52,7 +52,7 @@ TEST_F(BashCompletion, OffersEveryOptionThatACommandHas) {
 }
 
 TEST_F(BashCompletion, OffersTheValuesOfAnOption) {
-  EXPECT_EQ(complete({"check", "x", "--as", ""}), (Words{"remote", "local"}));
+  EXPECT_EQ(complete({"check", "x", "--as", ""}), (Words{"remote", "site", "local", "bundle"}));
   EXPECT_EQ(complete({"preview", "x", "--kind", "p"}), (Words{"policy", "permission"}));
   EXPECT_EQ(complete({"preview", "x", "--theme", "d"}), Words{"dark"});
   EXPECT_EQ(complete({"completion", ""}), Words{"bash"});

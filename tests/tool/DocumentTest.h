@@ -27,10 +27,17 @@ class DocumentTest : public ToolTest {
             {"sig", md5Hex(uri)},  {"pop_freq", 2},
             {"publish_time", 100}, {"report_url", "https://popups.example/report"}};
   }
+  /// A page without any problem.
+  static std::string pageText(const std::string& scene) {
+    return "<!doctype html><meta charset=\"utf-8\"><meta name=\"viewport\" content=\"x\">"
+           "<title>" +
+           scene + "</title><style>body { background: #000 }</style>" +
+           "<script>window.webkit.messageHandlers.ZOVKPopup.postMessage('')</script>";
+  }
   /// The same with a page file, which is written as NAME.html.
   boost::json::object pageFile(const std::string& scene, int popId = 1) const {
     boost::json::object entry = webPage(scene, popId);
-    const std::string page = "page of " + scene;
+    const std::string page = pageText(scene);
     write(scene + ".html", page);
     entry["content_type"] = 1;
     entry["uri"] = "https://popups.example/pages/" + scene + ".html";

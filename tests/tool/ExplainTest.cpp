@@ -73,7 +73,7 @@ TEST_F(ExplainCommand, FindsPagesByEitherNameAndSaysWhereItLooked) {
   const boost::json::object entry = pageFile("a");
   const std::string file = document({entry});
   EXPECT_THAT(verdicts(file, {"--scene", "a"}), ElementsAre("passed 1"));
-  const std::string own = "ZOVKPopup_1_1_1_" + md5Hex("page of a") + ".html";
+  const std::string own = "ZOVKPopup_1_1_1_" + md5Hex(pageText("a")) + ".html";
   std::filesystem::create_directory(path("pages"));
   const auto elsewhere = explain(file, {"--scene", "a", "--pages", path("pages"), "--json"}).json();
   EXPECT_EQ(elsewhere.at("popups").at(0).at("verdict").as_string(), "file_missing");

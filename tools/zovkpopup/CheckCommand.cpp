@@ -14,6 +14,7 @@ namespace zovk::tool {
 namespace {
 
 const char* word(Severity severity) {
+  if (severity == Severity::kHint) return "hint";
   return severity == Severity::kError ? "error" : "warning";
 }
 
@@ -52,6 +53,7 @@ void printForScripts(const std::string& file, const Problems& problems, bool goo
                                    {"ok", good},
                                    {"errors", problems.count(Severity::kError)},
                                    {"warnings", problems.count(Severity::kWarning)},
+                                   {"hints", problems.count(Severity::kHint)},
                                    {"problems", std::move(list)}};
   std::fputs(prettyJson(result).c_str(), stdout);
 }
@@ -61,8 +63,8 @@ void printForScripts(const std::string& file, const Problems& problems, bool goo
 int runCheck(const CheckOptions& options) {
   const std::string& file = options.document.file;
   const Problems problems = problemsIn(openDocument(options.document));
-  const bool good =
-      options.strict ? problems.list().empty() : problems.count(Severity::kError) == 0;
+  const bool good = problems.count(Severity::kError) == 0 &&
+                    (!options.strict || problems.count(Severity::kWarning) == 0);
   if (options.document.json) {
     printForScripts(file, problems, good);
   } else {

@@ -1,11 +1,13 @@
 #include "zovkpopup/CommandLine.h"
 
+#include <algorithm>
 #include <functional>
 
 #include <CLI/CLI.hpp>
 
 #include "support/Version.h"
 #include "zovkpopup/Commands.h"
+#include "zovkpopup/Spelling.h"
 #include "zovkpopup/ToolError.h"
 
 namespace zovk::tool {
@@ -36,9 +38,12 @@ void addDocument(CLI::App* command, DocumentOptions& document) {
   command->add_option("--pages", document.pages,
                       "The folder with the page files; default: that of the document");
   command
-      ->add_option("--as", document.as,
-                   "Which document it is; default: local for ZOVKPopupLocal.config, else remote")
-      ->check(CLI::IsMember({"remote", "local"}));
+      ->add_option(
+          "--as", document.as,
+          "Which document it is: remote, or site for one that a service hands out, where a past "
+          "expire_time takes a popup back; local, or bundle for one in a game; default: "
+          "local for ZOVKPopupLocal.config, else remote")
+      ->check(CLI::IsMember({"remote", "site", "local", "bundle"}));
   command->add_option(
       "--at", document.at,
       "The time to judge at: seconds since 1970, or YYYY-MM-DD[THH:MM[:SS]] in UTC; "
@@ -135,6 +140,20 @@ void addCompletion(CommandLine& line) {
   bash->callback([&line] { line.run = runBashCompletion; });
 }
 
+/// " Is … meant?" for a word that is nearly a command.
+std::string meantCommand(CLI::App& app, int argc, const char* const* argv) {
+  if (argc < 2 || argv[1][0] == '-') return "";
+  std::vector<std::string> names;
+  for (const CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) {
+    names.push_back(command->get_name());
+  }
+  const std::vector<std::string_view> known(names.begin(), names.end());
+  if (std::find(known.begin(), known.end(), argv[1]) != known.end()) return "";
+  const std::string near(nearestWord(argv[1], known));
+  return std::string(argv[1]) + ": is no command" +
+         (near.empty() ? "" : "; is " + near + " meant?");
+}
+
 int reported(const char* message, int code) {
   std::fprintf(stderr, "zovkpopup: %s\n", message);
   return code;
@@ -151,6 +170,8 @@ int runCommandLine(int argc, const char* const* argv) {
     add(line);
   }
   try {
+    const std::string wrong = meantCommand(line.app, argc, argv);
+    if (!wrong.empty()) return reported(wrong.c_str(), kUsage);
     line.app.parse(argc, argv);
     return line.run();
   } catch (const CLI::ParseError& error) {

@@ -5,6 +5,7 @@
 
 #include "zovkpopup/DocumentEngine.h"
 #include "zovkpopup/JsonText.h"
+#include "zovkpopup/NoJson.h"
 #include "zovkpopup/PopupCheck.h"
 #include "zovkpopup/ShapeCheck.h"
 
@@ -14,7 +15,7 @@ namespace {
 // The records are those of the entries that the engine does not pass over.
 void checkRecords(const boost::json::value& document, DocumentEngine& engine,
                   const OpenDocument& opened, Problems& problems) {
-  PopupCheck check(engine, opened.pages, opened.now, problems);
+  PopupCheck check(engine, opened.pages, opened.now, opened.mayTakeBack, problems);
   const boost::json::array& entries = document.at("popups").as_array();
   std::size_t record = 0;
   for (std::size_t i = 0; i < entries.size(); ++i) {
@@ -31,7 +32,7 @@ Problems problemsIn(const OpenDocument& opened) {
   const auto rejection = engine.load(opened.text, opened.configType, opened.pages);
   const JsonText json = parseJson(opened.text);
   if (!json.error.empty()) {
-    problems.add({Severity::kError, "", "is no JSON: " + json.error, json.line, json.column});
+    problems.add({Severity::kError, "", whyNoJson(opened.text, json), json.line, json.column});
     return problems;
   }
   checkShape(json.value, opened.configType, problems);

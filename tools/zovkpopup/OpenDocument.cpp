@@ -11,7 +11,9 @@ namespace {
 
 std::uint64_t configTypeOf(const DocumentOptions& options) {
   const bool named = std::filesystem::path(options.file).filename() == "ZOVKPopupLocal.config";
-  return options.as == "local" || (options.as.empty() && named) ? kConfigLocal : kConfigRemote;
+  return options.as == "local" || options.as == "bundle" || (options.as.empty() && named)
+             ? kConfigLocal
+             : kConfigRemote;
 }
 
 std::filesystem::path pageFolderOf(const DocumentOptions& options) {
@@ -25,7 +27,7 @@ std::filesystem::path pageFolderOf(const DocumentOptions& options) {
 
 OpenDocument openDocument(const DocumentOptions& options) {
   return {readFile(options.file), configTypeOf(options), PageFolder(pageFolderOf(options)),
-          momentOf(options.at)};
+          momentOf(options.at), options.as == "site"};
 }
 
 }  // namespace zovk::tool

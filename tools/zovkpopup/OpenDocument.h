@@ -14,6 +14,7 @@ struct OpenDocument {
   std::uint64_t configType;
   PageFolder pages;
   double now;
+  bool mayTakeBack = false;  ///< A past `expire_time` takes a popup back.
 };
 
 /// Throws ToolError when there is no such document, or no such folder.

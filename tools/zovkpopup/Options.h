@@ -14,7 +14,7 @@ struct SigOptions {
 struct DocumentOptions {
   std::string file;
   std::string pages;  ///< Empty: beside the document.
-  std::string as;     ///< "remote", "local", or empty to go by the file's name.
+  std::string as;     ///< "remote", "site", "local", "bundle", or empty to go by the file's name.
   std::string at;     ///< Empty: now.
   bool json = false;
 };

@@ -7,6 +7,7 @@
 
 #include "bridge/ZOVKPopupWebviewMessageHandler.h"
 #include "network/ZOVKPopupCommonTool.h"
+#include "support/Utf8.h"
 #include "zovkpopup/Spelling.h"
 
 namespace zovk::tool {
@@ -28,7 +29,7 @@ bool isAnswer(const std::string& handler, const boost::json::value& body) {
 std::string shown(const boost::json::value& value) {
   constexpr std::size_t kLongest = 80;
   std::string text = boost::json::serialize(value);
-  if (text.size() > kLongest) text = text.substr(0, kLongest) + "…";
+  if (text.size() > kLongest) text = repairedUtf8(text.substr(0, kLongest)) + "…";
   return text;
 }
 

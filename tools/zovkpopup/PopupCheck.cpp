@@ -5,6 +5,9 @@
 #include <fmt/chrono.h>
 #include <fmt/format.h>
 
+#include "zovkpopup/PageCheck.h"
+#include "zovkpopup/TextFile.h"
+
 namespace zovk::tool {
 namespace {
 
@@ -28,10 +31,12 @@ std::int64_t number(std::uint64_t kind) {
 void PopupCheck::check(const ZOVKPopupModel& popup, std::size_t index) {
   index_ = index;
   checkContent(popup);
+  checkPage(popup);
   checkKinds(popup);
   checkAddresses(popup);
   checkCondition(popup);
   checkTimes(popup);
+  checkScene(popup);
   checkNames(popup);
 }
 
@@ -41,6 +46,16 @@ void PopupCheck::checkContent(const ZOVKPopupModel& popup) {
     error("sig", missingPageText(pages_, popup));
   } else if (judgement.verdict == Verdict::kDigestDiffers) {
     checkDigest(popup, judgement.digest);
+  }
+}
+
+// Once for each file, at the first popup that shows it.
+void PopupCheck::checkPage(const ZOVKPopupModel& popup) {
+  const auto file = popup.isPageFile() ? pages_.find(popup) : std::nullopt;
+  if (!file || !readPages_.insert(*file).second) return;
+  for (const PageProblem& problem : pageProblems(readFile(*file))) {
+    problems_.add({problem.severity, entryPath(index_),
+                   "the page " + file->filename().string() + " " + problem.message});
   }
 }
 
@@ -124,7 +139,23 @@ void PopupCheck::checkTimes(const ZOVKPopupModel& popup) {
                                        "is never valid",
                                        popup.expire_time, popup.valid_time));
   } else if (now_ >= popup.expire_time) {
-    warning("expire_time", "is past: " + dateText(popup.expire_time));
+    const std::string text = "is past: " + dateText(popup.expire_time);
+    if (mayTakeBack_) return problems_.hint(entryPath(index_, "expire_time"), text);
+    warning("expire_time", text);
+  }
+}
+
+void PopupCheck::checkScene(const ZOVKPopupModel& popup) {
+  const bool isPolicy = popup.scene == kPolicyScene || popup.scene == kPermissionScene;
+  if (static_cast<std::int64_t>(popup.scene_type) < 0) {
+    warning("scene_type",
+            fmt::format("is {}; games ask for types from 1", number(popup.scene_type)));
+  } else if (popup.scene_type == 0 && !isPolicy) {
+    warning("scene_type", "is 0, which is for the policy: games that ask by type never get it");
+  }
+  if (popup.scene.find_first_of(" \t\r\n") != std::string::npos) {
+    warning("scene",
+            "has blanks: \"" + popup.scene + "\"; games must ask for it with the same ones");
   }
 }
 

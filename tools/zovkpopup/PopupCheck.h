@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <map>
+#include <set>
 #include <string>
 
 #include "zovkpopup/DocumentEngine.h"
@@ -14,20 +15,24 @@ namespace zovk::tool {
 /// and whether it says what its author is likely to mean.
 class PopupCheck {
  public:
-  PopupCheck(DocumentEngine& engine, const PageFolder& pages, double now, Problems& problems)
-      : engine_(engine), pages_(pages), now_(now), problems_(problems) {}
+  /// `mayTakeBack` is for documents in which a past `expire_time` takes a popup back.
+  PopupCheck(DocumentEngine& engine, const PageFolder& pages, double now, bool mayTakeBack,
+             Problems& problems)
+      : engine_(engine), pages_(pages), now_(now), mayTakeBack_(mayTakeBack), problems_(problems) {}
 
   /// `index` is the entry's place in "popups".
   void check(const ZOVKPopupModel& popup, std::size_t index);
 
  private:
   void checkContent(const ZOVKPopupModel& popup);
+  void checkPage(const ZOVKPopupModel& popup);
   void checkDigest(const ZOVKPopupModel& popup, const std::string& digest);
   void checkKinds(const ZOVKPopupModel& popup);
   void checkAddresses(const ZOVKPopupModel& popup);
   void checkAddress(const char* key, const std::string& address, bool mayHaveFragment);
   void checkCondition(const ZOVKPopupModel& popup);
   void checkTimes(const ZOVKPopupModel& popup);
+  void checkScene(const ZOVKPopupModel& popup);
   void checkNames(const ZOVKPopupModel& popup);
 
   void error(const char* key, std::string message) {
@@ -40,9 +45,11 @@ class PopupCheck {
   DocumentEngine& engine_;
   const PageFolder& pages_;
   const double now_;
+  const bool mayTakeBack_;
   Problems& problems_;
   std::size_t index_ = 0;
-  std::map<std::string, std::size_t> scenes_;   ///< Where each was met first.
+  std::map<std::string, std::size_t> scenes_;  ///< Where each was met first.
+  std::set<std::filesystem::path> readPages_;
   std::map<std::int32_t, std::size_t> popIds_;  ///< The same.
 };
 

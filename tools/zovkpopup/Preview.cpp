@@ -6,6 +6,7 @@
 #include <poll.h>
 
 #include "platform/linux/WebHostInspector.h"
+#include "support/Utf8.h"
 #include "zovkpopup/Host.h"
 #include "zovkpopup/PassedPosts.h"
 #include "zovkpopup/TextFile.h"
@@ -197,7 +198,7 @@ void Preview::hearPost(const std::string& handler, const std::optional<boost::js
 }
 
 void Preview::readConsole(std::string_view line) {
-  const auto message = console_.read(line);
+  const auto message = console_.read(repairedUtf8(std::string(line)));
   if (!message) return say(std::string(line));
   say(message->line());
   if (findings_.console.size() < kMostFindings) findings_.console.push_back(*message);

@@ -9,8 +9,8 @@
 namespace zovk::tool {
 
 /// An error makes the engine reject the document, or never show the popup; a warning is legal but
-/// hardly meant.
-enum class Severity { kError, kWarning };
+/// hardly meant; a hint is good to know, and never counts as an error.
+enum class Severity { kError, kWarning, kHint };
 
 struct Problem {
   Severity severity = Severity::kError;
@@ -27,6 +27,9 @@ class Problems {
   }
   void warning(std::string path, std::string message) {
     list_.push_back({Severity::kWarning, std::move(path), std::move(message)});
+  }
+  void hint(std::string path, std::string message) {
+    list_.push_back({Severity::kHint, std::move(path), std::move(message)});
   }
   void add(Problem problem) { list_.push_back(std::move(problem)); }
 

@@ -17,7 +17,7 @@ _zovkpopup() {
     return
   fi
   case ${COMP_WORDS[COMP_CWORD - 1]} in
-    --as) _zovkpopup_words "remote local"; return ;;
+    --as) _zovkpopup_words "remote site local bundle"; return ;;
     --kind) _zovkpopup_words "ordinary game policy permission"; return ;;
     --theme) _zovkpopup_words "light dark high-contrast"; return ;;
     --scale) _zovkpopup_words "1 2 3 4"; return ;;

@@ -1,0 +1,146 @@
+#include "DocumentTest.h"
+
+namespace zovk {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+// What is wrong with a page file itself.
+class CheckPage : public DocumentTest {
+ protected:
+  std::vector<std::string> problemsOfPage(const std::string& page) const {
+    boost::json::object entry = pageFile("a");
+    write("a.html", page);
+    entry["sig"] = md5Hex(page);
+    return problemsOf(entry);
+  }
+  /// A good page with something more.
+  static std::string pageWith(const std::string& more) { return pageText("a") + more; }
+};
+
+TEST_F(CheckPage, AGoodPageHasNoProblem) {
+  EXPECT_THAT(problemsOfPage(pageWith("<p>x<a href=\"https://popups.example\">y</a>"
+                                      "<img src=\"data:image/png;base64,AAAA\">")),
+              IsEmpty());
+}
+
+TEST_F(CheckPage, WhatAPageLacksIsNamed) {
+  EXPECT_THAT(problemsOfPage("<p>nothing"),
+              ElementsAre(HasSubstr("does not say its encoding"), HasSubstr("has no <title>"),
+                          HasSubstr("has no viewport"), HasSubstr("posts nothing"),
+                          HasSubstr("has no background")));
+}
+
+TEST_F(CheckPage, WhatAPageCannotLoadIsNamed) {
+  EXPECT_THAT(problemsOfPage(pageWith("<img src=\"lamp.png\">")),
+              ElementsAre(HasSubstr("warning /popups/0 the page a.html <img src=\"lamp.png\"> is "
+                                    "another file")));
+  EXPECT_THAT(problemsOfPage(pageWith("<script src=\"https://popups.example/a.js\"></script>")),
+              ElementsAre(HasSubstr("is loaded from the net")));
+  EXPECT_THAT(problemsOfPage(pageWith("<link rel=\"stylesheet\" href=\"a.css\">")),
+              ElementsAre(HasSubstr("is another file")));
+  EXPECT_THAT(problemsOfPage(pageWith("<a href=\"rules.html\">x</a>")),
+              ElementsAre(HasSubstr("leads to a file, which does not open")));
+  EXPECT_THAT(problemsOfPage(pageWith("<style>@import 'a.css'</style>")),
+              ElementsAre(HasSubstr("@import")));
+}
+
+TEST_F(CheckPage, APageIsUtf8) {
+  EXPECT_THAT(problemsOfPage(pageWith("<p>gr\xfc\xdf")), ElementsAre(HasSubstr("is not UTF-8")));
+  EXPECT_THAT(problemsOfPage(std::string("\xff\xfe<\0", 4)), ElementsAre(HasSubstr("is UTF-16")));
+}
+
+TEST_F(CheckPage, ALargePageIsHintedAtThenWarnedOfThenRefused) {
+  const auto ofSize = [](std::size_t size) {
+    std::string page = pageWith("<!--");
+    page.resize(size - 3, 'x');
+    return page + "-->";
+  };
+  EXPECT_THAT(problemsOfPage(ofSize(200 * 1024)), IsEmpty());
+  EXPECT_THAT(problemsOfPage(ofSize(200 * 1024 + 1)), ElementsAre(HasSubstr("hint /popups/0")));
+  EXPECT_THAT(problemsOfPage(ofSize((8 << 20) + 1)), ElementsAre(HasSubstr("warning /popups/0")));
+  EXPECT_THAT(
+      problemsOfPage(ofSize((64 << 20) + 1)),
+      ElementsAre("error /popups/0 the page a.html is 64.0 MiB large; 64 MiB are the most"));
+}
+
+TEST_F(CheckPage, AHintIsNoErrorEvenIfWarningsAre) {
+  boost::json::object entry = pageFile("a");
+  std::string page = pageWith("<!--");
+  page.resize(300 * 1024, 'x');
+  page += "-->";
+  write("a.html", page);
+  entry["sig"] = md5Hex(page);
+  EXPECT_EQ(check(document({entry}), {"--strict"}).code, 0);
+}
+
+TEST_F(CheckPage, DeepPagesAreReadToTheEnd) {
+  std::string page = pageText("a");
+  for (int i = 0; i < 100000; ++i) page += "<b>";
+  EXPECT_GE(check(document({[&] {
+              boost::json::object entry = pageFile("a");
+              write("a.html", page);
+              entry["sig"] = md5Hex(page);
+              return entry;
+            }()}))
+                .code,
+            0);
+}
+
+// What only the people who make documents can tell.
+class CheckScene : public DocumentTest {};
+
+TEST_F(CheckScene, AnOrdinaryPopupHasATypeAboveZero) {
+  EXPECT_THAT(problemsOf(with(webPage("a"), "scene_type", 0)),
+              ElementsAre(HasSubstr("scene_type is 0, which is for the policy")));
+  EXPECT_THAT(problemsOf(with(webPage("a"), "scene_type", -1)),
+              ElementsAre(HasSubstr("scene_type is -1")));
+  EXPECT_THAT(problemsOf(with(webPage("a"), "scene_type", "1")),
+              ElementsAre(HasSubstr("is a text and counts as 1")));
+  EXPECT_THAT(problemsOf(with(webPage("ZOVKPolicy"), "scene_type", 0)), IsEmpty());
+}
+
+TEST_F(CheckScene, ASceneHasNoBlanks) {
+  EXPECT_THAT(problemsOf(with(webPage("a"), "scene", "a ")),
+              ElementsAre(HasSubstr("scene has blanks: \"a \"")));
+}
+
+TEST_F(CheckScene, ASiteMayTakeAPopupBack) {
+  const std::string file = document({with(webPage("a"), "expire_time", 999)});
+  EXPECT_EQ(check(file, {"--strict"}).code, 1);
+  const ProgramRun run = check(file, {"--strict", "--as", "site"});
+  EXPECT_EQ(run.code, 0);
+  EXPECT_THAT(problems(run), ElementsAre(HasSubstr("hint /popups/0/expire_time is past")));
+}
+
+// The usual reasons why a text is no JSON.
+class CheckNoJson : public DocumentTest {
+ protected:
+  std::string problemOf(const std::string& text) const {
+    return runTool({"check", write("bad.json", text)}).out;
+  }
+};
+
+TEST_F(CheckNoJson, TheLineIsShownWithTheCause) {
+  EXPECT_THAT(
+      problemOf("{\"popups\": [\n  {\"scene\": \"a\",},\n]}"),
+      HasSubstr("bad.json:2:17: error: is no JSON: syntax error. There is a comma after the "
+                "last one.\n    {\"scene\": \"a\",},\n                  ^\n"));
+  EXPECT_THAT(problemOf("{\n// why\n\"popups\": []}"), HasSubstr("JSON has no comments."));
+  EXPECT_THAT(problemOf("{'popups': []}"), HasSubstr("Texts stand in double quotes."));
+  EXPECT_THAT(problemOf("{\xe2\x80\x9cpopups\xe2\x80\x9d: []}"), HasSubstr("curly quotes"));
+  EXPECT_THAT(problemOf("<!doctype html>"), HasSubstr("It is an HTML file"));
+  EXPECT_THAT(problemOf(std::string("\xff\xfe{\0}\0", 6)), HasSubstr("It is UTF-16"));
+  EXPECT_THAT(problemOf(" \n"), HasSubstr("It is empty."));
+}
+
+TEST_F(CheckNoJson, ALongLineIsCut) {
+  const std::string out = problemOf("[" + std::string(5000, ' ') + "'" + std::string(5000, 'x'));
+  EXPECT_LT(out.size(), 500U);
+  EXPECT_THAT(out, HasSubstr("Texts stand in double quotes."));
+}
+
+}  // namespace
+}  // namespace zovk
