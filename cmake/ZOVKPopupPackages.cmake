@@ -29,7 +29,7 @@ set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libzovkpopup-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS libboost-json1.81-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS "libboost-json1.81-dev, libjs-chart.js")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "in-app popups for games - development files and tools
 Headers for C++ and C, CMake package and pkg-config file; the command-line
 tool for those who write pages and configuration documents; and the

@@ -56,12 +56,25 @@ class KnownEntries {
   boost::json::object before_;
 };
 
+const boost::json::object& filling() {
+  static const boost::json::object kFilling{{"scene", "nothing"}, {"scene_type", 1},
+                                            {"pop_type", 1},      {"content_type", 3},
+                                            {"pop_freq", 2},      {"expire_time", 1}};
+  return kFilling;
+}
+
 std::string bytesOf(const Folder& folder, const std::string& name) {
   const auto page = readPage(folder, name);
   return page ? page->bytes : "";
 }
 
 }  // namespace
+
+void LiveDocument::fillWhenEmpty() {
+  if (!entries().empty()) return;
+  entries().emplace_back(filling());
+  popups.push_back(kNoPopup);
+}
 
 std::optional<std::size_t> LiveDocument::placeOf(std::int64_t popup) const {
   const auto found = std::find(popups.begin(), popups.end(), popup);
@@ -143,7 +156,9 @@ LiveDocument LiveFolder::takeIn(LiveDocument live, const std::optional<Release>&
     const boost::json::object entry =
         value.is_object() ? value.get_object() : boost::json::object();
     std::int64_t popup = known.take(entry);
-    if (popup == 0) {
+    if (entry == filling()) {
+      popup = LiveDocument::kNoPopup;
+    } else if (popup == 0) {
       popup = store_.add(WorkedPopup{0, 0, entry, "", false});
     } else if (auto worked = store_.popup(popup); worked->entry == known.before()) {
       // Nothing waits to be published, so the workshop follows the file.

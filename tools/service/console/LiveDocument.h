@@ -19,9 +19,15 @@ namespace zovk::service {
 struct LiveDocument {
   std::string text;
   boost::json::object document;      ///< With an array "popups".
-  std::vector<std::int64_t> popups;  ///< The workshop's popup of each entry.
+  std::vector<std::int64_t> popups;  ///< The workshop's popup of each entry, or kNoPopup.
   std::string problem;               ///< Why the file cannot be worked with; else empty.
 
+  /// Whose the entry is that stands in an otherwise empty list.
+  static constexpr std::int64_t kNoPopup = 0;
+
+  /// Games reject an empty list and go on with the popups that they have: one entry that is past
+  /// and is nobody's makes it one that takes those back.
+  void fillWhenEmpty();
   boost::json::array& entries() { return document.at("popups").as_array(); }
   const boost::json::array& entries() const { return document.at("popups").as_array(); }
   /// The place of a popup's entry; absent when it is not live.

@@ -278,12 +278,11 @@ void Workshop::move(const std::string& who, std::int64_t id, std::int64_t before
   transaction.commit();
 }
 
-// What games see of the live document: without what only stands there to take itself back.
+// The live document without what stands there only because the list may not be empty.
 LiveDocument Workshop::shown() {
   LiveDocument live = live_.read();
   for (std::size_t place = live.popups.size(); place-- > 0;) {
-    const auto popup = store_.popup(live.popups[place]);
-    if (popup && !popup->paused) continue;
+    if (live.popups[place] != LiveDocument::kNoPopup) continue;
     const auto offset = static_cast<std::ptrdiff_t>(place);
     live.entries().erase(live.entries().begin() + offset);
     live.popups.erase(live.popups.begin() + offset);
@@ -308,26 +307,11 @@ void Workshop::refuseProblems(const LiveDocument& next, const ConfigDocument::Pa
                      {{"problems", listOf(problems)}, {"popups", std::move(popups)}});
 }
 
-// Games reject an empty list, and would go on with what they have. So what was live stays in the
-// list, and is past. Returns the popups that this takes back.
-std::vector<std::int64_t> Workshop::keepFromBeingEmpty(LiveDocument& next) {
-  if (!next.entries().empty()) return {};
-  const LiveDocument live = live_.read();
-  const std::time_t now = std::time(nullptr);
-  for (std::size_t place = 0; place < live.popups.size(); ++place) {
-    if (!live.entries()[place].is_object()) continue;
-    boost::json::object entry = live.entries()[place].get_object();
-    if (std::string_view(stateAt(now, entry)) != "ended") entry["expire_time"] = now;
-    next.entries().emplace_back(std::move(entry));
-    next.popups.push_back(live.popups[place]);
-  }
-  return next.popups;
-}
-
 // The store has it before the folder does: a crash in between is made good at the next reading.
-void Workshop::release(const std::string& who, const std::string& what, const LiveDocument& next,
+void Workshop::release(const std::string& who, const std::string& what, LiveDocument next,
                        const ConfigDocument::PageSource& pages,
                        const std::vector<WorkedPopup>& changed) {
+  next.fillWhenEmpty();
   Release release{0, std::time(nullptr), who, what, tool::prettyJson(next.document), next.popups,
                   {}};
   {
@@ -376,7 +360,6 @@ void Workshop::pause(const std::string& who, std::int64_t id) {
   next.entries().erase(next.entries().begin() + static_cast<std::ptrdiff_t>(*place));
   next.popups.erase(next.popups.begin() + static_cast<std::ptrdiff_t>(*place));
   popup.paused = true;
-  keepFromBeingEmpty(next);
   release(who, "paused", next, config_.pages(), {popup});
 }
 
@@ -395,6 +378,7 @@ void Workshop::end(const std::string& who, std::int64_t id) {
 // A popup of an old release may be deleted by now, or paused: it is there again.
 void Workshop::bringBack(LiveDocument& next) {
   for (std::size_t i = 0; i < next.popups.size() && i < next.entries().size(); ++i) {
+    if (next.popups[i] == LiveDocument::kNoPopup) continue;
     auto popup = store_.popup(next.popups[i]);
     if (!popup && next.entries()[i].is_object()) {
       next.popups[i] = store_.add(WorkedPopup{0, 0, next.entries()[i].get_object(), "", false});
@@ -416,18 +400,14 @@ void Workshop::rollBack(const std::string& who, std::int64_t id) {
     next.document = objectOf(old->document, "the release");
     next.popups = old->popups;
     bringBack(next);
-    for (const std::int64_t taken : keepFromBeingEmpty(next)) {
-      if (auto popup = store_.popup(taken)) {
-        popup->paused = true;
-        store_.save(*popup);
-      }
+    if (next.entries().empty()) {
+      next.fillWhenEmpty();
       old->document = tool::prettyJson(next.document);
     }
     old->popups = next.popups;
     old->what = "rolled back to release " + std::to_string(id);
     old->who = who;
     old->time = std::time(nullptr);
-    if (old->pages.empty()) old->pages = keepPages(next.entries(), store_, config_.pages());
     old->id = store_.add(*old);
     store_.addHistory(who, "rolled back", 0, "to release " + std::to_string(id));
     transaction.commit();
@@ -442,7 +422,8 @@ boost::json::array Workshop::history() {
 
 ZOVKPopupExplanation Workshop::explain(const PlayerQuestion& question) {
   const LockGuard lock(mutex_);
-  const LiveDocument live = workable();
+  const LiveDocument live = live_.read();
+  if (!live.problem.empty()) throw ConsoleError(409, live.problem);
   return judge_.explain(boost::json::serialize(live.document), config_.pages(), question);
 }
 

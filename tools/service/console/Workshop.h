@@ -64,10 +64,9 @@ class Workshop {
       ZOVK_REQUIRES(mutex_);
   LiveDocument shown() ZOVK_REQUIRES(mutex_);
   LiveDocument workable() ZOVK_REQUIRES(mutex_);
-  std::vector<std::int64_t> keepFromBeingEmpty(LiveDocument& next) ZOVK_REQUIRES(mutex_);
   void bringBack(LiveDocument& next) ZOVK_REQUIRES(mutex_);
   void refuseProblems(const LiveDocument& next, const ConfigDocument::PageSource& pages);
-  void release(const std::string& who, const std::string& what, const LiveDocument& next,
+  void release(const std::string& who, const std::string& what, LiveDocument next,
                const ConfigDocument::PageSource& pages, const std::vector<WorkedPopup>& changed)
       ZOVK_REQUIRES(mutex_);
 

@@ -115,7 +115,9 @@ function showProblems(place, heading, problems) {
     place.replaceChildren();
     return;
   }
-  place.replaceChildren(el('h2', {}, heading), el('ul', {}, problems.map((problem) => {
+  const order = problems.slice().sort((left, right) =>
+    (right.severity === 'error') - (left.severity === 'error'));
+  place.replaceChildren(el('h2', {}, heading), el('ul', {}, order.map((problem) => {
     const name = problem.path.split('/').pop();
     if (problem.severity === 'error' && form.elements[name]) {
       form.elements[name].setAttribute('aria-invalid', 'true');
