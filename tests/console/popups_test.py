@@ -86,6 +86,13 @@ class Popups(unittest.TestCase):
         self.assertEqual(self.live(), [1])
         self.assertEqual(self.states()[7], "broken")
 
+    def test_the_services_own_address_is_nothing_to_warn_of_but_others_are(self):
+        self.start(entry(1, "lobby"), entry(2, "shop", report_url="http://other.example/report"))
+        self.assertEqual(self.service.popup(1)["problems"], [])
+        (warning,) = self.service.popup(2)["problems"]
+        self.assertEqual(warning["path"], "/report_url")
+        self.assertIn("is not https", warning["message"])
+
     def test_a_document_that_games_would_reject_cannot_be_published(self):
         self.start(entry(1, "lobby"))
         made = self.make(7, "shop", priority={})

