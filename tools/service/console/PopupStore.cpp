@@ -173,7 +173,7 @@ bool PopupStore::isLive(std::int64_t release) const {
 boost::json::array PopupStore::releases() const {
   Statement rows(database_,
                  "SELECT id, time, who, what, (SELECT COUNT(*) FROM release_popups"
-                 " WHERE release = releases.id) FROM releases ORDER BY id DESC");
+                 " WHERE release = releases.id AND popup != 0) FROM releases ORDER BY id DESC");
   boost::json::array result;
   while (rows.step()) {
     result.push_back(boost::json::object{{"id", rows.number(0)},

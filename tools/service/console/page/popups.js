@@ -118,7 +118,7 @@ function releaseList() {
   if (releases.length === 0) return el('p', {class: 'hint'}, 'Nothing has been published yet.');
   return el('ol', {class: 'releases'}, releases.slice(0, 12).map((release, index) => el('li', {},
     el('span', {}, el('b', {}, `${release.id}: ${release.what}`), ` by ${release.who}`,
-      el('small', {}, ` ${dateText(release.time)} · ${release.popups} popups`)),
+      el('small', {}, ` ${dateText(release.time)} · ${release.popups} ${release.popups === 1 ? 'popup' : 'popups'}`)),
     index === 0 ? el('span', {class: 'chip live'}, 'Live now')
       : el('button', {
         type: 'button', class: 'quiet', 'aria-label': `Roll back to release ${release.id}`,
