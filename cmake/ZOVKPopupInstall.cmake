@@ -45,6 +45,11 @@ configure_file(${CMAKE_CURRENT_LIST_DIR}/zovkpopup.pc.in ${PROJECT_BINARY_DIR}/z
 install(FILES ${PROJECT_BINARY_DIR}/zovkpopup.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
+install(FILES
+  ${PROJECT_SOURCE_DIR}/bindings/zovkpopup.py ${PROJECT_SOURCE_DIR}/bindings/zovkpopup.lua
+  ${PROJECT_SOURCE_DIR}/bindings/ZOVKPopup.cs
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/zovkpopup/bindings COMPONENT development)
+
 if(TARGET zovkpopup-tool)
   # The tool looks for the helper from where it stands, so it stands beside the helper's folder.
   install(TARGETS zovkpopup-tool

@@ -1,0 +1,558 @@
+"""ZOVKPopup for Python, by ctypes. Made from zovkpopup.h by bindings/generate.py.
+
+Texts are str and become UTF-8; in structs and callbacks they are bytes. Wrap functions that the
+library calls in the type of their callback, such as `@Complete`, and keep them as long as they may
+be called. One thread makes all calls. `check` turns a status that is no success into an Error.
+The environment variable ZOVKPOPUP_LIBRARY names another file than libzovkpopup.so.1."""
+import os
+from ctypes import (CDLL, CFUNCTYPE, POINTER, Structure, byref, c_bool, c_char_p, c_double, c_int,
+                    c_int32, c_int64, c_size_t, c_uint32, c_uint64, c_void_p, sizeof)
+from typing import Any, Optional
+
+_library = CDLL(os.environ.get("ZOVKPOPUP_LIBRARY", "libzovkpopup.so.1"))
+
+
+class Error(Exception):
+    """A call that failed; `status` says why."""
+
+    def __init__(self, status: int) -> None:
+        super().__init__(error_message(status))
+        self.status = status
+
+
+def check(status: int) -> None:
+    """Raises Error for a status that is no success."""
+    if status != OK:
+        raise Error(status)
+
+
+def _bytes(text: Optional[str]) -> Optional[bytes]:
+    return None if text is None else text.encode()
+
+
+def _text(value: Optional[bytes]) -> Optional[str]:
+    return None if value is None else value.decode()
+
+
+OK = 0
+ERROR_ARGUMENT = -1  # NULL where something has to be, or a value without sense.
+ERROR_SIZE = -2  # A struct's `size` is that of no version.
+ERROR_JSON = -3  # A text is no JSON.
+ERROR_STATE = -4  # Not set up, shut down, set up before, closed, or answered.
+ERROR_THREAD = -5  # The call belongs to the main thread.
+ERROR_MEMORY = -6  # There was not enough memory.
+ERROR_INTERNAL = -7  # Something else; the log says what.
+RESULT_ERROR = -1  # Nothing was shown, or it could not be seen to its end.
+RESULT_SKIP = 0  # The player closed the popup, or nothing was left to show.
+RESULT_COMMIT = 1  # The player agreed.
+RESULT_CANCEL = 2  # The player refused.
+GAME_PAD_UP = 0  # A direction moves the focus to what lies there.
+GAME_PAD_DOWN = 1
+GAME_PAD_LEFT = 2
+GAME_PAD_RIGHT = 3
+GAME_PAD_PRESS = 4  # Presses what has the focus.
+GAME_PAD_LEAVE = 5  # Does what the escape key does.
+FRAME_NEW_WINDOW = 0
+FRAME_MAIN = 1
+FRAME_SUB = 2
+
+# Lets the user data of a callback go.
+Destroy = CFUNCTYPE(None, c_void_p)
+# Tells that something has happened.
+Event = CFUNCTYPE(None, c_void_p)
+# Tells that something has happened, and why.
+TextEvent = CFUNCTYPE(None, c_char_p, c_void_p)
+# Takes one log line, without a line end. Called from any thread, also while other calls are under
+# way; it must not call the library.
+Log = CFUNCTYPE(None, c_char_p, c_void_p)
+# Hears how a request to show popups ended. `code` is a `ZOVKPOPUP_RESULT_…`; `message` is a JSON
+# text {"action":…,"msg":…} with what the page said, or a plain text, or empty; never NULL.
+# docs/integration.md has a table of all cases.
+Complete = CFUNCTYPE(None, c_int32, c_char_p, c_void_p)
+# Whether a page may navigate to an address, in one of the ZOVKPOPUP_FRAME_….
+AllowNavigation = CFUNCTYPE(c_bool, c_char_p, c_int32, c_void_p)
+# Hears the result of a script: exactly one of the two is not NULL.
+ScriptResult = CFUNCTYPE(None, c_char_p, c_char_p, c_void_p)
+# A handler that the page may call. `json` is NULL when the page gave no data. The handler owns
+# `response`, which is never NULL, and has to free it, answered or not.
+Handler = CFUNCTYPE(None, c_char_p, c_void_p, c_void_p)
+# Hears the page's answer; `json` is NULL when it is none.
+Answer = CFUNCTYPE(None, c_char_p, c_void_p)
+
+
+class Settings(Structure):
+    """What a game may say about itself. Every member but `size` has a default: zero."""
+    _fields_ = [
+        ("size", c_size_t),
+        ("application_id", c_char_p),
+        ("resource_directory", c_char_p),
+        ("data_directory", c_char_p),
+        ("helper_path", c_char_p),
+        ("native_window", c_uint64),  # The X11 window of the game, 0 when it has none.
+        ("certificate_authority", c_char_p),
+        ("log", Log),
+        ("log_user", c_void_p),
+        ("log_destroy", Destroy),
+        ("page_memory", c_uint64),
+        ("drawing", c_char_p),
+        ("game_window", c_char_p),
+    ]
+
+    def __init__(self, **members: Any) -> None:
+        super().__init__(size=sizeof(type(self)), **members)
+
+
+
+class Hooks(Structure):
+    """Around the time in which popups cover the game. Every member but `size` may be NULL."""
+    _fields_ = [
+        ("size", c_size_t),
+        ("popups_will_appear", Event),  # Before the first popup comes on screen.
+        ("popups_did_disappear", Event),  # After the last one is gone.
+        ("user", c_void_p),
+        ("destroy", Destroy),
+    ]
+
+    def __init__(self, **members: Any) -> None:
+        super().__init__(size=sizeof(type(self)), **members)
+
+
+
+class ExplainedPopup(Structure):
+    """What the selection thinks of one popup. The texts belong to the explanation."""
+    _fields_ = [
+        ("size", c_size_t),
+        ("scene", c_char_p),
+        ("page", c_char_p),  # Name of the page file, or the address of a web page.
+        ("verdict", c_char_p),
+        ("wanted", c_char_p),  # What that rule asks for.
+        ("found", c_char_p),  # What it was compared with.
+        ("sentence", c_char_p),  # The same in plain English.
+        ("rank", c_uint64),  # When it would be shown: 1 is first. 0 is not at all.
+        ("pop_id", c_int64),
+    ]
+
+    def __init__(self, **members: Any) -> None:
+        super().__init__(size=sizeof(type(self)), **members)
+
+
+
+class WebWindowSettings(Structure):
+    """What a web window shows, and who hears of it. Exactly one of `address` and `page_file` is
+    given; all else may be zero."""
+    _fields_ = [
+        ("size", c_size_t),
+        ("address", c_char_p),  # An http or https address.
+        ("page_file", c_char_p),
+        ("x", c_double),
+        ("y", c_double),
+        ("width", c_double),
+        ("height", c_double),
+        ("see_through", c_uint64),  # 1 lets the game be seen where the page is clear.
+        ("page_changed", Event),
+        ("failed", TextEvent),
+        ("allow_navigation", AllowNavigation),
+        ("load_started", Event),
+        ("load_finished", Event),
+        ("load_failed", TextEvent),  # Told the error. Close the window, or offer a reload.
+        ("page_process_ended", Event),  # The page is loaded again.
+        ("new_window_asked", TextEvent),  # Told the address. None is ever opened.
+        ("user", c_void_p),
+        ("destroy", Destroy),
+    ]
+
+    def __init__(self, **members: Any) -> None:
+        super().__init__(size=sizeof(type(self)), **members)
+
+
+_library.zovkpopup_version.argtypes = []
+_library.zovkpopup_version.restype = c_char_p
+
+
+def version() -> Optional[str]:
+    """The version of the library that runs; it may be a newer one than the header's. Any
+    thread."""
+    return _text(_library.zovkpopup_version())
+
+
+_library.zovkpopup_version_number.argtypes = []
+_library.zovkpopup_version_number.restype = c_uint32
+
+
+def version_number() -> int:
+    return _library.zovkpopup_version_number()
+
+
+_library.zovkpopup_error_message.argtypes = [c_int32]
+_library.zovkpopup_error_message.restype = c_char_p
+
+
+def error_message(status: int) -> Optional[str]:
+    """What a status means, in English; never NULL, and not to be freed. Any thread."""
+    return _text(_library.zovkpopup_error_message(status))
+
+
+_library.zovkpopup_set_up.argtypes = [POINTER(Settings)]
+_library.zovkpopup_set_up.restype = c_int32
+
+
+def set_up(settings: Optional[Settings]) -> int:
+    """Call it once before anything else, and again only after `zovkpopup_shut_down`. NULL is all
+    defaults. ZOVKPOPUP_ERROR_STATE when it was called before, or the popups are already in
+    use."""
+    return _library.zovkpopup_set_up(None if settings is None else byref(settings))
+
+
+_library.zovkpopup_pump.argtypes = [c_uint32]
+_library.zovkpopup_pump.restype = c_int32
+
+
+def pump(budget_microseconds: int) -> int:
+    """Runs what is due and returns; never waits. Call it once a frame. No task is begun after so
+    many microseconds, 2,000 say; what is left is run by the next call. Has no effect within a
+    callback."""
+    return _library.zovkpopup_pump(budget_microseconds)
+
+
+_library.zovkpopup_poll_descriptor.argtypes = []
+_library.zovkpopup_poll_descriptor.restype = c_int
+
+
+def poll_descriptor() -> int:
+    """A file descriptor that is readable when `zovkpopup_pump` has something to do, for games
+    with an event loop; -1 when not set up. The library owns it, until `zovkpopup_shut_down`."""
+    return _library.zovkpopup_poll_descriptor()
+
+
+_library.zovkpopup_set_hooks.argtypes = [POINTER(Hooks)]
+_library.zovkpopup_set_hooks.restype = c_int32
+
+
+def set_hooks(hooks: Optional[Hooks]) -> int:
+    """Sets the hooks in place of earlier ones. They stay until `zovkpopup_shut_down`."""
+    return _library.zovkpopup_set_hooks(None if hooks is None else byref(hooks))
+
+
+_library.zovkpopup_hold_popups.argtypes = []
+_library.zovkpopup_hold_popups.restype = c_int32
+
+
+def hold_popups() -> int:
+    """Holds popups back, for a cut-scene or a match: requests wait, what is on screen stays."""
+    return _library.zovkpopup_hold_popups()
+
+
+_library.zovkpopup_release_popups.argtypes = []
+_library.zovkpopup_release_popups.restype = c_int32
+
+
+def release_popups() -> int:
+    """Lets them go on, with what has waited first."""
+    return _library.zovkpopup_release_popups()
+
+
+_library.zovkpopup_game_window_did_become_key.argtypes = []
+_library.zovkpopup_game_window_did_become_key.restype = c_int32
+
+
+def game_window_did_become_key() -> int:
+    """Tells that the game's own window took the keyboard, or lost it. Not needed with
+    `native_window`."""
+    return _library.zovkpopup_game_window_did_become_key()
+
+
+_library.zovkpopup_game_window_did_resign_key.argtypes = []
+_library.zovkpopup_game_window_did_resign_key.restype = c_int32
+
+
+def game_window_did_resign_key() -> int:
+    return _library.zovkpopup_game_window_did_resign_key()
+
+
+_library.zovkpopup_game_pad_did_press.argtypes = [c_uint32, c_char_p, c_char_p]
+_library.zovkpopup_game_pad_did_press.restype = c_int32
+
+
+def game_pad_did_press(press: int, press_name: Optional[str], leave_name: Optional[str]) -> int:
+    """Hands a press of a game pad, one of `zovkpopup_game_pad`, to the popup or web window in
+    front; nothing happens when there is none. The game reads its pads; what is held is not
+    repeated. The names are what is written on the player's buttons that press and leave, "A" and
+    "B" where NULL: a line at the foot of the popup shows them. ZOVKPOPUP_ERROR_ARGUMENT for a
+    number that is none of the above."""
+    return _library.zovkpopup_game_pad_did_press(press, _bytes(press_name), _bytes(leave_name))
+
+
+_library.zovkpopup_game_window_did_resize.argtypes = [c_int32, c_int32]
+_library.zovkpopup_game_window_did_resize.restype = c_int32
+
+
+def game_window_did_resize(width: int, height: int) -> int:
+    """Tells how large the game's own window is, in logical pixels: on Wayland once after
+    `zovkpopup_set_up` and whenever it changes. On X11 it is seen without."""
+    return _library.zovkpopup_game_window_did_resize(width, height)
+
+
+_library.zovkpopup_shut_down.argtypes = []
+_library.zovkpopup_shut_down.restype = c_int32
+
+
+def shut_down() -> int:
+    """Ends everything within two seconds: an open popup closes, web windows close, and no
+    callback is called any more but `destroy`. May be called twice."""
+    return _library.zovkpopup_shut_down()
+
+
+_library.zovkpopup_start.argtypes = [c_char_p, c_char_p, c_char_p]
+_library.zovkpopup_start.restype = c_int32
+
+
+def start(base_url: Optional[str], game_id: Optional[str], game_key: Optional[str]) -> int:
+    """Starts the popups: once per process, later calls are ignored. `base_url` is the address of
+    the popup service, without a trailing slash. NULL counts as empty; without a service the
+    popups are those that were shipped with the game and those of an earlier answer."""
+    return _library.zovkpopup_start(_bytes(base_url), _bytes(game_id), _bytes(game_key))
+
+
+_library.zovkpopup_set_channel_id.argtypes = [c_int32, c_char_p, c_char_p, c_char_p]
+_library.zovkpopup_set_channel_id.restype = c_int32
+
+
+def set_channel_id(channel_id: int, open_id: Optional[str], token: Optional[str], jwt_token: Optional[str]) -> int:
+    """Tells who the player is; what is not known may be NULL. Any number of times."""
+    return _library.zovkpopup_set_channel_id(channel_id, _bytes(open_id), _bytes(token), _bytes(jwt_token))
+
+
+_library.zovkpopup_have_popup.argtypes = [c_uint64]
+_library.zovkpopup_have_popup.restype = c_bool
+
+
+def have_popup(scene_type: int) -> bool:
+    """Whether a popup for this scene type would be shown now; false after an error, too."""
+    return _library.zovkpopup_have_popup(scene_type)
+
+
+_library.zovkpopup_show_popup.argtypes = [c_char_p, c_uint64, Complete, c_void_p, Destroy]
+_library.zovkpopup_show_popup.restype = c_int32
+
+
+def show_popup(scene: Optional[str], scene_type: int, complete: Optional[Complete], user: Any, destroy: Optional[Destroy]) -> int:
+    """Shows the popup of a scene, or, when `scene` is NULL or empty, every valid popup of the
+    scene type, best first. Requests are shown one after another. `complete`, which may be NULL,
+    is called once at the most: at once, from within this call, when there is nothing to show and
+    when the call fails; not at all when a conditional popup commits with none behind it, and when
+    the host is shut down before. A request whose popup may not be shown after all, as its service
+    does not want it, or whose page commits without an address to report to, ends with 0 and
+    "reatin complete". Popups behind one that is cancelled are not shown."""
+    return _library.zovkpopup_show_popup(_bytes(scene), scene_type, Complete() if complete is None else complete, user, Destroy() if destroy is None else destroy)
+
+
+_library.zovkpopup_show_policy.argtypes = [Complete, c_void_p, Destroy]
+_library.zovkpopup_show_policy.restype = c_int32
+
+
+def show_policy(complete: Optional[Complete], user: Any, destroy: Optional[Destroy]) -> int:
+    """Shows the privacy policy if a newer one was published than the player last saw. Otherwise
+    `complete` is called at once with -1 and ""."""
+    return _library.zovkpopup_show_policy(Complete() if complete is None else complete, user, Destroy() if destroy is None else destroy)
+
+
+_library.zovkpopup_explain.argtypes = [c_char_p, c_uint64, POINTER(c_void_p)]
+_library.zovkpopup_explain.restype = c_int32
+
+
+def explain(scene: Optional[str], scene_type: int, explanation: Any) -> int:
+    """Tells what `zovkpopup_show_popup` would select now, and why, without showing anything. Any
+    thread, and so with all functions of an explanation."""
+    return _library.zovkpopup_explain(_bytes(scene), scene_type, explanation)
+
+
+_library.zovkpopup_explanation_sentence.argtypes = [c_void_p]
+_library.zovkpopup_explanation_sentence.restype = c_char_p
+
+
+def explanation_sentence(explanation: Any) -> Optional[str]:
+    """How the whole request would go. NULL for NULL."""
+    return _text(_library.zovkpopup_explanation_sentence(explanation))
+
+
+_library.zovkpopup_explanation_popup_count.argtypes = [c_void_p]
+_library.zovkpopup_explanation_popup_count.restype = c_size_t
+
+
+def explanation_popup_count(explanation: Any) -> int:
+    """How many popups were looked at. 0 for NULL."""
+    return _library.zovkpopup_explanation_popup_count(explanation)
+
+
+_library.zovkpopup_explanation_popup.argtypes = [c_void_p, c_size_t, POINTER(ExplainedPopup)]
+_library.zovkpopup_explanation_popup.restype = c_int32
+
+
+def explanation_popup(explanation: Any, index: int, popup: Optional[ExplainedPopup]) -> int:
+    """Fills `popup`, of which the caller has set the size, with the one at `index`, from 0, in
+    the order in which they are looked at."""
+    return _library.zovkpopup_explanation_popup(explanation, index, None if popup is None else byref(popup))
+
+
+_library.zovkpopup_explanation_free.argtypes = [c_void_p]
+_library.zovkpopup_explanation_free.restype = None
+
+
+def explanation_free(explanation: Any) -> None:
+    return _library.zovkpopup_explanation_free(explanation)
+
+
+_library.zovkpopup_web_window_open.argtypes = [POINTER(WebWindowSettings), POINTER(c_void_p)]
+_library.zovkpopup_web_window_open.restype = c_int32
+
+
+def web_window_open(settings: Optional[WebWindowSettings], window: Any) -> int:
+    """Opens a window and begins to load its page. `window` is set to NULL when that fails.
+    Handlers that are registered before the next pump miss nothing."""
+    return _library.zovkpopup_web_window_open(None if settings is None else byref(settings), window)
+
+
+_library.zovkpopup_web_window_close.argtypes = [c_void_p]
+_library.zovkpopup_web_window_close.restype = c_int32
+
+
+def web_window_close(window: Any) -> int:
+    """Closes the window and lets its callbacks and handlers go; none is called any more, but
+    those of scripts under way. The handle stays. May be called twice, and within any of its
+    callbacks."""
+    return _library.zovkpopup_web_window_close(window)
+
+
+_library.zovkpopup_web_window_free.argtypes = [c_void_p]
+_library.zovkpopup_web_window_free.restype = None
+
+
+def web_window_free(window: Any) -> None:
+    """Closes the window if need be, and frees the handle; also after the host was shut down, and
+    within any of its callbacks."""
+    return _library.zovkpopup_web_window_free(window)
+
+
+_library.zovkpopup_web_window_is_open.argtypes = [c_void_p]
+_library.zovkpopup_web_window_is_open.restype = c_bool
+
+
+def web_window_is_open(window: Any) -> bool:
+    """False after it was closed, after a failure, and after the host was shut down."""
+    return _library.zovkpopup_web_window_is_open(window)
+
+
+_library.zovkpopup_web_window_reload.argtypes = [c_void_p]
+_library.zovkpopup_web_window_reload.restype = c_int32
+
+
+def web_window_reload(window: Any) -> int:
+    """Loads the page anew."""
+    return _library.zovkpopup_web_window_reload(window)
+
+
+_library.zovkpopup_web_window_evaluate.argtypes = [c_void_p, c_char_p, ScriptResult, c_void_p, Destroy]
+_library.zovkpopup_web_window_evaluate.restype = c_int32
+
+
+def web_window_evaluate(window: Any, script: Optional[str], result: Optional[ScriptResult], user: Any, destroy: Optional[Destroy]) -> int:
+    """Runs a script in the page. `result`, which may be NULL, is called once unless the call
+    fails or the host is shut down before; with an error when the window closes before."""
+    return _library.zovkpopup_web_window_evaluate(window, _bytes(script), ScriptResult() if result is None else result, user, Destroy() if destroy is None else destroy)
+
+
+_library.zovkpopup_response_send.argtypes = [c_void_p, c_char_p]
+_library.zovkpopup_response_send.restype = c_int32
+
+
+def response_send(response: Any, json: Optional[str]) -> int:
+    """Answers the page, with NULL for nothing. Once; the second time is ZOVKPOPUP_ERROR_STATE.
+    After a ZOVKPOPUP_ERROR_JSON it may be answered still. The answer to a page that is gone goes
+    nowhere, which is no error, and a page that wants no answer gets none. Any thread, one at a
+    time."""
+    return _library.zovkpopup_response_send(response, _bytes(json))
+
+
+_library.zovkpopup_response_free.argtypes = [c_void_p]
+_library.zovkpopup_response_free.restype = None
+
+
+def response_free(response: Any) -> None:
+    """Any thread."""
+    return _library.zovkpopup_response_free(response)
+
+
+_library.zovkpopup_web_window_register_handler.argtypes = [c_void_p, c_char_p, Handler, c_void_p, Destroy]
+_library.zovkpopup_web_window_register_handler.restype = c_int32
+
+
+def web_window_register_handler(window: Any, name: Optional[str], handler: Optional[Handler], user: Any, destroy: Optional[Destroy]) -> int:
+    """Lets the page call `handler`, in place of any earlier one of that name."""
+    return _library.zovkpopup_web_window_register_handler(window, _bytes(name), Handler() if handler is None else handler, user, Destroy() if destroy is None else destroy)
+
+
+_library.zovkpopup_web_window_remove_handler.argtypes = [c_void_p, c_char_p]
+_library.zovkpopup_web_window_remove_handler.restype = c_int32
+
+
+def web_window_remove_handler(window: Any, name: Optional[str]) -> int:
+    return _library.zovkpopup_web_window_remove_handler(window, _bytes(name))
+
+
+_library.zovkpopup_web_window_call_handler.argtypes = [c_void_p, c_char_p, c_char_p, Answer, c_void_p, Destroy]
+_library.zovkpopup_web_window_call_handler.restype = c_int32
+
+
+def web_window_call_handler(window: Any, name: Optional[str], json: Optional[str], answer: Optional[Answer], user: Any, destroy: Optional[Destroy]) -> int:
+    """Calls a handler of the page. `json` may be NULL for no data, `answer` for no answer.
+    `answer` is called once at most, and kept until the page answers, is left, or the window
+    closes."""
+    return _library.zovkpopup_web_window_call_handler(window, _bytes(name), _bytes(json), Answer() if answer is None else answer, user, Destroy() if destroy is None else destroy)
+
+
+_library.zovkpopup_web_window_send.argtypes = [c_void_p, c_char_p, Answer, c_void_p, Destroy]
+_library.zovkpopup_web_window_send.restype = c_int32
+
+
+def web_window_send(window: Any, json: Optional[str], answer: Optional[Answer], user: Any, destroy: Optional[Destroy]) -> int:
+    """Sends data to no handler in particular; the page warns on its console that it has none for
+    it."""
+    return _library.zovkpopup_web_window_send(window, _bytes(json), Answer() if answer is None else answer, user, Destroy() if destroy is None else destroy)
+
+
+_library.zovkpopup_web_window_reset_bridge.argtypes = [c_void_p]
+_library.zovkpopup_web_window_reset_bridge.restype = c_int32
+
+
+def web_window_reset_bridge(window: Any) -> int:
+    """Forgets callbacks that wait for the page, and holds messages back until it asks for the
+    bridge: before a reload in which no message is to be lost."""
+    return _library.zovkpopup_web_window_reset_bridge(window)
+
+
+_library.zovkpopup_web_window_send_held.argtypes = [c_void_p]
+_library.zovkpopup_web_window_send_held.restype = c_int32
+
+
+def web_window_send_held(window: Any) -> int:
+    """Sends what was held back, without waiting for the page to ask."""
+    return _library.zovkpopup_web_window_send_held(window)
+
+
+_library.zovkpopup_web_window_disable_alert_box_safety_timeout.argtypes = [c_void_p]
+_library.zovkpopup_web_window_disable_alert_box_safety_timeout.restype = c_int32
+
+
+def web_window_disable_alert_box_safety_timeout(window: Any) -> int:
+    """Tells the page to handle messages at once. Only for pages that open no dialogs."""
+    return _library.zovkpopup_web_window_disable_alert_box_safety_timeout(window)
+
+
+_library.zovkpopup_log_bridges.argtypes = [c_int32]
+_library.zovkpopup_log_bridges.restype = c_int32
+
+
+def log_bridges(longest_message: int) -> int:
+    """Writes the traffic of all bridges to the log, from now on, each message up to so many
+    characters; a number below 0 stands for all of them. Any thread."""
+    return _library.zovkpopup_log_bridges(longest_message)
