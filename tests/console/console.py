@@ -15,6 +15,7 @@ PAGE = """<!doctype html>
 <meta charset="utf-8">
 <meta name="viewport" content="width=device-width">
 <title>Welcome</title>
+<body style="background: #fffaf3">
 <h1>Welcome to the lake</h1>
 <button onclick="window.webkit.messageHandlers.ZOVKPopup.postMessage(
     JSON.stringify({action: 'commit', msg: 'lantern'}))">Light one</button>

@@ -36,6 +36,7 @@ class Popups(unittest.TestCase):
         self.start(entry(1, "lobby"), entry(2, "shop", valid_time=now + 1000),
                    entry(3, "fair", expire_time=now - 10), entry(4, "gift", pop_freq=3))
         self.assertEqual(self.states(), {1: "live", 2: "scheduled", 3: "ended", 4: "broken"})
+        self.assertEqual([p["severity"] for p in self.service.popup(3)["problems"]], ["hint"])
         why = [p["message"] for p in self.service.popup(4)["live_problems"]]
         self.assertTrue(any("check_url" not in m and "conditional popup" in m for m in why), why)
 

@@ -49,7 +49,7 @@ struct Finished {
   }
   tool::OpenDocument in(const ScratchFolder& folder, double now) const {
     for (const auto& [name, bytes] : pages) tool::writeFile(folder.path() / name, bytes);
-    return {text, kConfigRemote, tool::PageFolder(folder.path()), now};
+    return {text, kConfigRemote, tool::PageFolder(folder.path()), now, true};
   }
 };
 

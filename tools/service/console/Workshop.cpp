@@ -20,11 +20,15 @@ boost::json::object documentWith(const boost::json::object& entry) {
   return {{"code", 0}, {"popups", boost::json::array{entry}}};
 }
 
+const char* wordOf(tool::Severity severity) {
+  if (severity == tool::Severity::kError) return "error";
+  return severity == tool::Severity::kWarning ? "warning" : "hint";
+}
+
 boost::json::array listOf(const std::vector<tool::Problem>& problems) {
   boost::json::array list;
   for (const tool::Problem& problem : problems) {
-    const bool error = problem.severity == tool::Severity::kError;
-    list.push_back(boost::json::object{{"severity", error ? "error" : "warning"},
+    list.push_back(boost::json::object{{"severity", wordOf(problem.severity)},
                                        {"path", problem.path},
                                        {"message", problem.message}});
   }
