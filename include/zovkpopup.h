@@ -91,6 +91,28 @@ typedef void (*zovkpopup_complete)(int32_t code, const char* message, void* user
 
 // ---- Host ----
 
+/// How one pixel lies in memory, byte by byte. What is written X is not looked at.
+typedef enum zovkpopup_pixels {
+  ZOVKPOPUP_PIXELS_BGRX = 0,  ///< Four bytes; SDL's ARGB8888 and XRGB8888.
+  ZOVKPOPUP_PIXELS_RGBX = 1,  ///< Four bytes; what GL reads as GL_RGBA.
+  ZOVKPOPUP_PIXELS_RGB = 2    ///< Three bytes.
+} zovkpopup_pixels;
+
+/// A frame of the game's, in memory of the game's.
+typedef struct zovkpopup_picture {
+  size_t size;         ///< Set by the library: members beyond it must not be written.
+  const void* pixels;  ///< Of the row at the top; NULL, as it comes, for no picture.
+  uint64_t width;      ///< In pixels; 16,384 at most.
+  uint64_t height;     ///< The same.
+  /// Bytes from one row to the one below it: 0 when rows follow one another without a gap, and less
+  /// than 0 when the row at the top comes last, as GL reads them.
+  int64_t stride;
+  uint64_t format;  ///< One of `zovkpopup_pixels`.
+} zovkpopup_picture;
+
+/// Fills in the frame that the player saw last. The pixels are copied as soon as it has returned.
+typedef void (*zovkpopup_backdrop)(zovkpopup_picture* picture, void* user);
+
 /// What a game may say about itself. Every member but `size` has a default: zero.
 typedef struct zovkpopup_settings {
   size_t size;
@@ -125,6 +147,13 @@ typedef struct zovkpopup_settings {
   /// The game's window as text: "x11:NUMBER", the same as `native_window`, or "wayland:HANDLE",
   /// what the compositor's `zxdg_exporter` gave for it. By default what `native_window` says.
   const char* game_window;
+  /// Gives the game's last frame, for the displays on which a popup hides the game: it then lies
+  /// beneath the page. Asked once when popups are about to cover the game and again after the popup
+  /// has got another size, on the main thread; it must not call the library. On other displays it
+  /// is never asked. Without it what is behind a page is plain and dark.
+  zovkpopup_backdrop backdrop;
+  void* backdrop_user;
+  zovkpopup_destroy backdrop_destroy;
 } zovkpopup_settings;
 
 /// Call it once before anything else, and again only after `zovkpopup_shut_down`. NULL is all

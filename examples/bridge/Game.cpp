@@ -4,6 +4,7 @@
 #include <iostream>
 #include <iterator>
 #include <stdexcept>
+#include <utility>
 
 #include <zovkpopup/Host.h>
 
@@ -24,12 +25,14 @@ std::string textOf(const std::string& file) {
 
 }  // namespace
 
-Host::Host(const Options& options, const std::string& gameWindow) {
+Host::Host(const Options& options, const std::string& gameWindow,
+           zovk::ZOVKPopupBackdrop lastFrame) {
   zovk::ZOVKPopupHostSettings settings;
   settings.applicationId = "com.example.lantern-shop";
   settings.resourceDirectory = options.resourceDirectory;
   settings.dataDirectory = options.dataDirectory;
   settings.gameWindow = gameWindow;
+  settings.backdrop = std::move(lastFrame);
   if (!zovk::ZOVKPopupHost::setUp(settings)) {
     throw std::runtime_error("the popups could not be set up");
   }
@@ -43,7 +46,7 @@ Game::Game(const Options& options)
     : window_(sdl::openWindow("Harbour Lights", options.window, !options.lookFile.empty())),
       windowName_(window_.get()),
       renderer_(sdl::openRenderer(window_.get())),
-      host_(options, windowName_.text()),
+      host_(options, windowName_.text(), [this] { return lastFrame(); }),
       shop_(options.resourceDirectory + "shop.html", options.player, purse_, tell),
       scene_(renderer_.get()),
       lookScript_(textOf(options.lookFile)) {
@@ -99,6 +102,14 @@ void Game::payCoin() {
   nextCoin_ += kCoinTime;
   purse_.add(1);
   tell("a coin: " + std::to_string(purse_.coins()));
+}
+
+// SDL keeps no frame that it has shown, so the same is painted once more.
+zovk::ZOVKPopupPicture Game::lastFrame() {
+  scene_.draw(purse_.lanterns());
+  if (!lastFrame_.read(renderer_.get())) return {};
+  return {
+      .pixels = lastFrame_.pixels(), .width = lastFrame_.width(), .height = lastFrame_.height()};
 }
 
 void Game::lookAtPage() {

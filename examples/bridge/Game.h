@@ -2,6 +2,9 @@
 
 #include <string>
 
+#include <zovkpopup/platform/GamePicture.h>
+
+#include "LastFrame.h"
 #include "Options.h"
 #include "Purse.h"
 #include "Scene.h"
@@ -14,7 +17,8 @@ namespace harbour {
 /// The popups' host for as long as the object lives.
 class Host {
  public:
-  Host(const Options& options, const std::string& gameWindow);
+  /// `lastFrame` gives what the player saw last, for where the shop would hide the harbour.
+  Host(const Options& options, const std::string& gameWindow, zovk::ZOVKPopupBackdrop lastFrame);
   ~Host();
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
@@ -33,10 +37,12 @@ class Game {
   void resize();
   void payCoin();
   void lookAtPage();
+  zovk::ZOVKPopupPicture lastFrame();
 
   sdl::WindowPointer window_;
   sdl::WindowName windowName_;
   sdl::RendererPointer renderer_;
+  sdl::LastFrame lastFrame_;
   Host host_;
   Purse purse_;
   Shop shop_;

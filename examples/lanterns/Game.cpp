@@ -18,7 +18,8 @@ Game::Game(const Options& options)
       renderer_(sdl::openRenderer(window_.get())),
       firefly_(renderer_.get()),
       popups_(
-          options, windowName_.text(), [this](const std::string& line) { tell(line); },
+          options, windowName_.text(), [this] { return lastFrame(); },
+          [this](const std::string& line) { tell(line); },
           [this](bool covered) { cover(covered); }),
       menu_(popups_.menu()),
       hud_(renderer_.get(), options.resourceDirectory + "DejaVuSans.ttf", menu_) {
@@ -117,10 +118,22 @@ void Game::tellButtons() const {
 void Game::draw() {
   hud_.setScore(std::to_string(kLanternsOfANight - litTonight_) +
                 " more lanterns to light tonight (mouse, arrow keys or game pad)");
+  paint();
+  SDL_RenderPresent(renderer_.get());
+}
+
+void Game::paint() const {
   scene_->draw();
   hud_.draw();
   firefly_.draw();
-  SDL_RenderPresent(renderer_.get());
+}
+
+// SDL keeps no frame that it has shown, so the same is painted once more.
+zovk::ZOVKPopupPicture Game::lastFrame() {
+  paint();
+  if (!lastFrame_.read(renderer_.get())) return {};
+  return {
+      .pixels = lastFrame_.pixels(), .width = lastFrame_.width(), .height = lastFrame_.height()};
 }
 
 void Game::tell(const std::string& line) {

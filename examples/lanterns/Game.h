@@ -8,6 +8,7 @@
 #include "Firefly.h"
 #include "FramePacer.h"
 #include "Hud.h"
+#include "LastFrame.h"
 #include "PopupPad.h"
 #include "Popups.h"
 #include "Scene.h"
@@ -32,6 +33,8 @@ class Game {
   void cover(bool covered);
   void resize();
   void draw();
+  void paint() const;
+  zovk::ZOVKPopupPicture lastFrame();
   void tell(const std::string& line);
   void tellButtons() const;
 
@@ -43,6 +46,7 @@ class Game {
   Sound sound_;
   Firefly firefly_;
   PopupPad popupPad_;
+  sdl::LastFrame lastFrame_;
   Popups popups_;
   std::vector<MenuItem> menu_;
   Hud hud_;

@@ -23,10 +23,13 @@ zovk::ZOVKPopupHostSettings settingsOf(const Options& options, const std::string
 
 }  // namespace
 
-Popups::Popups(const Options& options, const std::string& gameWindow, Listener listener,
+Popups::Popups(const Options& options, const std::string& gameWindow,
+               const std::function<zovk::ZOVKPopupPicture()>& lastFrame, Listener listener,
                std::function<void(bool)> covered)
     : listener_(std::move(listener)) {
-  if (!zovk::ZOVKPopupHost::setUp(settingsOf(options, gameWindow))) {
+  zovk::ZOVKPopupHostSettings settings = settingsOf(options, gameWindow);
+  settings.backdrop = lastFrame;
+  if (!zovk::ZOVKPopupHost::setUp(settings)) {
     throw std::runtime_error("the popups could not be set up");
   }
   zovk::ZOVKPopupHost::setHooks({.popupsWillAppear = [covered] { covered(true); },

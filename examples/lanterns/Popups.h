@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include <zovkpopup/platform/GamePicture.h>
+
 #include "MenuItem.h"
 #include "Options.h"
 
@@ -17,8 +19,10 @@ class Popups {
   using Listener = std::function<void(const std::string& line)>;
 
   /// `gameWindow` is what the display system calls the game's window, empty when it does not.
+  /// `lastFrame` gives what the player saw last, for where a popup hides the game.
   /// `covered` hears when popups are about to cover the game, and when the last is gone.
-  Popups(const Options& options, const std::string& gameWindow, Listener listener,
+  Popups(const Options& options, const std::string& gameWindow,
+         const std::function<zovk::ZOVKPopupPicture()>& lastFrame, Listener listener,
          std::function<void(bool)> covered);
   ~Popups();
   Popups(const Popups&) = delete;

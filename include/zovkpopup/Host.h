@@ -10,6 +10,7 @@
 #include <zovkpopup/Export.h>
 #include <zovkpopup/Hooks.h>
 #include <zovkpopup/platform/GamePad.h>
+#include <zovkpopup/platform/GamePicture.h>
 
 namespace zovk {
 
@@ -49,6 +50,12 @@ struct ZOVKPopupHostSettings {
   /// `nativeWindow`, or "wayland:HANDLE", what the compositor's `zxdg_exporter` gave for it. Popups
   /// then stand over that window. By default what `nativeWindow` says.
   std::string gameWindow{};
+  /// Gives the game's last frame, for the displays on which a popup hides the game: in kiosks,
+  /// where no compositor blends windows, and where the game's window has no name on Wayland. It
+  /// then lies beneath the page. Asked once when popups are about to cover the game and again after
+  /// the popup has got another size, on the main thread; it must not call the library, nor throw.
+  /// On other displays it is never asked. Without it what is behind a page is plain and dark.
+  ZOVKPopupBackdrop backdrop{};
 };
 
 /// Ties the popups to a game's loop. Every call belongs to one thread, the main thread: the one

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <string_view>
@@ -14,6 +15,23 @@ namespace {
 using zovk::guarded;
 using zovk::textOrEmpty;
 using zovk::ZOVKPopupHost;
+
+/// A number of a picture's; one that is too large stays so.
+int sideOf(std::uint64_t side) {
+  constexpr std::uint64_t kMost = std::numeric_limits<int>::max();
+  return static_cast<int>(std::min(side, kMost));
+}
+
+zovk::ZOVKPopupPicture pictureOf(const zovkpopup_picture& given) {
+  zovk::ZOVKPopupPicture picture;
+  picture.pixels = given.pixels;
+  picture.width = sideOf(given.width);
+  picture.height = sideOf(given.height);
+  picture.stride = static_cast<std::ptrdiff_t>(given.stride);
+  constexpr std::uint64_t kMost = std::numeric_limits<std::uint8_t>::max();
+  picture.format = static_cast<zovk::ZOVKPopupPixels>(std::min(given.format, kMost));
+  return picture;
+}
 
 zovk::ZOVKPopupHostSettings hostSettings(const zovkpopup_settings& given) {
   zovk::ZOVKPopupHostSettings settings;
@@ -31,6 +49,16 @@ zovk::ZOVKPopupHostSettings hostSettings(const zovkpopup_settings& given) {
   if (pageMemory != 0) settings.pageMemory = pageMemory;
   settings.drawing = textOrEmpty(given.drawing);
   settings.gameWindow = textOrEmpty(given.game_window);
+  const zovk::Callback<zovkpopup_picture*> backdrop(
+      given.backdrop, zovk::userData(given.backdrop_user, given.backdrop_destroy));
+  if (backdrop) {
+    settings.backdrop = [backdrop] {
+      zovkpopup_picture picture{};
+      picture.size = sizeof picture;
+      backdrop(&picture);
+      return pictureOf(picture);
+    };
+  }
   return settings;
 }
 

@@ -106,7 +106,7 @@ bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
   return setUp(makeDefaultPlatform(
       {settings.applicationId, settings.resourceDirectory, settings.dataDirectory,
        settings.helperPath, settings.nativeWindow, settings.certificateAuthority, settings.logSink,
-       settings.pageMemory, settings.drawing, settings.gameWindow}));
+       settings.pageMemory, settings.drawing, settings.gameWindow, settings.backdrop}));
 }
 
 bool ZOVKPopupHost::setUp(std::shared_ptr<HostedPlatform> platform) {

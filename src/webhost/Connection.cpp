@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstring>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -20,9 +21,28 @@ constexpr std::size_t kHighWater = std::size_t{4} * 1024 * 1024;
 /// Two of the longest frames; a game that leaves more than that unread is not listening.
 constexpr std::size_t kMaximumOutput = 2 * std::size_t{kMaximumFrameLength};
 constexpr int kDrainMilliseconds = 500;
+/// Files that wait for their frame; a game sends one at a time.
+constexpr std::size_t kMostFiles = 4;
 
 bool wouldBlock() {
   return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
+}
+
+using Files = std::deque<UniqueFd>;
+
+/// Those that came with what was read. What does not fit, the system has closed.
+void takeFiles(msghdr& message, Files& files) {
+  for (cmsghdr* part = CMSG_FIRSTHDR(&message); part != nullptr;
+       part = CMSG_NXTHDR(&message, part)) {
+    if (part->cmsg_level != SOL_SOCKET || part->cmsg_type != SCM_RIGHTS) continue;
+    const std::size_t count = (part->cmsg_len - CMSG_LEN(0)) / sizeof(int);
+    for (std::size_t i = 0; i < count; ++i) {
+      int file = -1;
+      std::memcpy(&file, CMSG_DATA(part) + i * sizeof file, sizeof file);
+      UniqueFd taken(file);
+      if (files.size() < kMostFiles) files.push_back(std::move(taken));
+    }
+  }
 }
 
 /// What pages can cause without end and games can do without. Everything else is an answer, or
@@ -108,11 +128,26 @@ gboolean Connection::onResumed(gpointer self) {
 
 void Connection::readSome() {
   std::array<char, 65536> bytes;
-  const ssize_t count = recv(descriptor_, bytes.data(), bytes.size(), MSG_DONTWAIT);
+  iovec part{bytes.data(), bytes.size()};
+  alignas(cmsghdr) std::array<char, CMSG_SPACE(kMostFiles * sizeof(int))> control{};
+  msghdr message{};
+  message.msg_iov = &part;
+  message.msg_iovlen = 1;
+  message.msg_control = control.data();
+  message.msg_controllen = control.size();
+  const ssize_t count = recvmsg(descriptor_, &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC);
+  if (count > 0) takeFiles(message, files_);
   if (count < 0 && wouldBlock()) return;
   if (count <= 0) return end();
   decoder_.feed({bytes.data(), static_cast<std::size_t>(count)});
   deliver();
+}
+
+UniqueFd Connection::takeFile() {
+  if (files_.empty()) return {};
+  UniqueFd file = std::move(files_.front());
+  files_.pop_front();
+  return file;
 }
 
 void Connection::deliver() {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "support/LineLimit.h"
+#include "support/UniqueFd.h"
 #include "webhost/GObjectPtr.h"
 #include "webprotocol/FrameCodec.h"
 
@@ -26,6 +27,8 @@ class Connection {
   void send(const WebHostMessage& message);
   /// How many bytes wait for the game to read.
   std::size_t waiting() const { return waiting_; }
+  /// The file that came with a frame, in the order in which they came; none when none waits.
+  UniqueFd takeFile();
   /// While paused nothing is received; what the game sends waits.
   void pause();
   void resume();
@@ -50,6 +53,7 @@ class Connection {
   std::function<void(const WebHostMessage&)> receiver_;
   std::function<void()> ended_;
   FrameDecoder decoder_;
+  std::deque<UniqueFd> files_;
   std::deque<std::string> output_;
   std::size_t written_ = 0;  // of the first frame
   std::size_t waiting_ = 0;  // bytes of all frames that are not written yet

@@ -7,6 +7,7 @@
 #include <gtk/gtk.h>
 
 #include "webhost/DesktopTheme.h"
+#include "webhost/ReceivedPicture.h"
 #include "webhost/Renderer.h"
 #include "webhost/UrlOpener.h"
 
@@ -76,6 +77,9 @@ Dispatcher::Dispatcher(EventSink events, Control control)
   addViewCommands(table_);
   addLayoutCommands(table_);
   addWebCommands(table_);
+  table_["backdrop"] = [this](Host& host, const Arguments& arguments) {
+    takeBackdrop(host, arguments);
+  };
 }
 
 void Dispatcher::receive(const WebHostMessage& message) {
@@ -112,8 +116,16 @@ void Dispatcher::start(const Greeting& greeting) {
   host_->webViewFactory().whenReady([this, choice] {
     host_->webViewFactory().prepareSpare();
     sendReady(events_, *host_, choice);
+    host_->askForBackdropAhead();
     control_.resume();
   });
+}
+
+void Dispatcher::takeBackdrop(Host& host, const Arguments& arguments) const {
+  const UniqueFd pixels = control_.takeFile ? control_.takeFile() : UniqueFd();
+  const auto width = arguments.wholeNumber("width");
+  const auto height = arguments.wholeNumber("height");
+  host.takeBackdrop(pictureIn(pixels.get(), width, height));
 }
 
 void Dispatcher::fail(const std::string& reason) {

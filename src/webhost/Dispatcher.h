@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include "support/UniqueFd.h"
 #include "webhost/Commands.h"
 #include "webhost/Events.h"
 #include "webhost/Host.h"
@@ -14,6 +15,7 @@ struct Control {
   std::function<void()> pause;
   std::function<void()> resume;
   std::function<void()> quit;
+  std::function<UniqueFd()> takeFile;  ///< What came with a command.
 };
 
 /// Carries out the game's commands. The first one must be the greeting; the others wait until the
@@ -28,6 +30,7 @@ class Dispatcher {
   void greet(const Arguments& arguments);
   void start(const Greeting& greeting);
   void fail(const std::string& reason);
+  void takeBackdrop(Host& host, const Arguments& arguments) const;
 
   EventSink events_;
   Control control_;

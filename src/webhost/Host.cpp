@@ -28,6 +28,7 @@ Host::Host(const Greeting& greeting, EventSink events, Drawing drawing)
       drawing_(drawing),
       game_(greeting.nativeWindow, greeting.waylandWindow, greeting.gameSize, events_,
             gameListener()),
+      backdrop_(events_),
       webViewFactory_({greeting.dataDirectory + "/webhost", developerTools_, greeting.pageMemory,
                        drawing, greeting.pageConsole}),
       views_([this](Id id, GtkWidget* widget) { onViewDropped(id, widget); }),
@@ -43,6 +44,15 @@ Host::~Host() {
 
 void Host::onMonitorsChanged(GListModel*, guint, guint, guint, gpointer self) {
   static_cast<Host*>(self)->tellScreen();
+}
+
+void Host::askForBackdropAhead() {
+  if (PopupPlace::willHide(game_)) backdrop_.ask();
+}
+
+void Host::takeBackdrop(GObjectPtr<GdkTexture> picture) {
+  backdrop_.take(std::move(picture));
+  forEachWindow(&WindowHost::updateGround);
 }
 
 boost::json::array Host::screen() const {
@@ -78,7 +88,7 @@ void Host::openWindow(Id id, Id rootView, const Frame& frame) {
     constraints_.settle();
     if (const WindowHost* host = window(id)) views_.reportFrames(id, host->widget(), events_);
   };
-  auto window = std::make_unique<WindowHost>(id, root, frame, game_, events_, painted);
+  auto window = std::make_unique<WindowHost>(id, root, frame, game_, backdrop_, events_, painted);
   watchPlayer(window->widget(),
               [this] { openLimit_.playerActed(std::chrono::steady_clock::now()); });
   windows_.emplace(id, std::move(window));
@@ -94,6 +104,12 @@ void Host::closeWindow(Id id) {
   closing->hide();
   if (wasShown) passKeyboardOn();
   views_.dropAllIn(closing->widget());
+  if (shownInFront() == nullptr) dropBackdrop();
+}
+
+void Host::dropBackdrop() {
+  backdrop_.drop();
+  forEachWindow(&WindowHost::updateGround);
 }
 
 void Host::passKeyboardOn() const {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "webhost/Backdrop.h"
 #include "webhost/ConstraintBook.h"
 #include "webhost/Drawing.h"
 #include "webhost/Events.h"
@@ -53,6 +54,9 @@ class Host {
   WebViewFactory& webViewFactory() { return webViewFactory_; }
   OpenLimit& openLimit() { return openLimit_; }
 
+  /// Tells the game that its last frame will be wanted, where that is known beforehand.
+  void askForBackdropAhead();
+  void takeBackdrop(GObjectPtr<GdkTexture> picture);
   void openWindow(Id id, Id rootView, const Frame& frame);
   void closeWindow(Id id);
   /// A press of a game pad's, for the youngest window that is shown: a direction, "press" or
@@ -77,6 +81,7 @@ class Host {
   static gboolean onIdle(gpointer self);
   void onViewDropped(Id id, GtkWidget* widget);
   void prepareSpareWhenIdle();
+  void dropBackdrop();
   void carryOut(const std::string& press, const PadQueue::Done& done) const;
   /// The youngest window that is shown; null when there is none.
   WindowHost* shownInFront() const;
@@ -92,6 +97,7 @@ class Host {
   bool developerTools_;
   Drawing drawing_;
   GameWindow game_;
+  Backdrop backdrop_;
   WebViewFactory webViewFactory_;
   OpenLimit openLimit_;
   ConstraintBook constraints_;

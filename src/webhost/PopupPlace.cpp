@@ -26,6 +26,20 @@ bool isHandheldSession() {
   return std::getenv("GAMESCOPE_WAYLAND_DISPLAY") != nullptr;
 }
 
+/// A window that stands before no other would push the game aside on sway.
+bool wouldPushGameAside(GameWindow& game) {
+  return isSwayRunning() && x11Display() == nullptr && !game.waylandParent().isKnown();
+}
+
+/// Wayland compositors draw nothing below full-screen windows, and sway not in X11 windows either.
+bool hidesBelowFullScreen() {
+  return x11Display() == nullptr || isSwayRunning();
+}
+
+bool isBlended() {
+  return gdk_display_is_composited(gdk_display_get_default()) == TRUE;
+}
+
 }  // namespace
 
 PopupPlace::PopupPlace(GtkWindow* window, const Frame& frame, GameWindow& game)
@@ -40,10 +54,7 @@ PopupPlace::PopupPlace(GtkWindow* window, const Frame& frame, GameWindow& game)
 
 PopupPlace::Way PopupPlace::firstWay() const {
   if (!coversGame_) return Way::kOwnFrame;
-  // A window that stands before no other would push the game aside on sway.
-  if (isSwayRunning() && x11Display() == nullptr && !game_.waylandParent().isKnown()) {
-    return Way::kFullScreen;
-  }
+  if (wouldPushGameAside(game_)) return Way::kFullScreen;
   // On Wayland a window of the screen's size is seen through where a full-screen one is not.
   const bool hasPlace = !isEmpty(game_.frame()) || x11Display() == nullptr;
   return hasPlace ? Way::kGameFrame : Way::kFullScreen;
@@ -144,6 +155,21 @@ void PopupPlace::attach() {
   detached_ = false;
   const auto own = x11WindowOf(window_);
   if (own && game_.window()) own->setTransientFor(game_.window()->id());
+}
+
+bool PopupPlace::isFullScreen() const {
+  GdkSurface* surface = gtk_native_get_surface(GTK_NATIVE(window_));
+  const bool given = GDK_IS_TOPLEVEL(surface) && (gdk_toplevel_get_state(GDK_TOPLEVEL(surface)) &
+                                                  GDK_TOPLEVEL_STATE_FULLSCREEN) != 0;
+  return given || way_ == Way::kFullScreen;
+}
+
+bool PopupPlace::hidesGame() const {
+  return !isBlended() || (hidesBelowFullScreen() && isFullScreen());
+}
+
+bool PopupPlace::willHide(GameWindow& game) {
+  return !isBlended() || wouldPushGameAside(game);
 }
 
 bool PopupPlace::fallBack() {

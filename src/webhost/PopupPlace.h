@@ -35,12 +35,17 @@ class PopupPlace {
   void takeKeyboard();
   bool isLastWay() const { return way_ != Way::kGameFrame; }
   bool coversGame() const { return coversGame_; }
+  /// Whether nothing can be seen through the window, as far as is known.
+  bool hidesGame() const;
+  /// The same, before there is any window.
+  static bool willHide(GameWindow& game);
   /// Takes the next way, to be shown anew; false when none is left.
   bool fallBack();
 
  private:
   enum class Way { kOwnFrame, kGameFrame, kFullScreen };
   Way firstWay() const;
+  bool isFullScreen() const;
   /// Whether a window manager, or the display itself, hands out places and the keyboard.
   bool isManaged() const;
   Frame wanted() const;

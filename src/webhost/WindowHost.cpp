@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "webhost/Backdrop.h"
 #include "webhost/DesktopTheme.h"
 #include "webhost/GameWindow.h"
 #include "webhost/TabOrder.h"
@@ -26,25 +27,26 @@ GtkWindow* newDialog() {
 }  // namespace
 
 WindowHost::WindowHost(Id id, GtkWidget* root, const Frame& frame, GameWindow& game,
-                       EventSink events, std::function<void()> painted)
+                       Backdrop& backdrop, EventSink events, std::function<void()> painted)
     : id_(id),
       game_(game),
+      backdrop_(backdrop),
       events_(std::move(events)),
       painted_(std::move(painted)),
       window_(newDialog()),
       progress_(root),
       padLine_(GTK_OVERLAY(progress_.widget())),
+      ground_(progress_.widget()),
       place_(window_, frame, game),
       escape_(window_),
       showWatch_({.look = [this] { return progressOfShowing(); },
                   .askForKeyboard = [this] { askForKeyboard(); },
                   .stuck = [this] { showAnotherWay(); }}) {
   gtk_window_set_decorated(window_, FALSE);
-  gtk_window_set_child(window_, progress_.widget());
+  gtk_window_set_child(window_, ground_.widget());
   keepTabSteps(window_);
   markHighContrast(window_);
-  // Where nothing blends windows, what is clear would show as black.
-  if (gdk_display_is_composited(gtk_widget_get_display(widget()))) setBackground({0, 0, 0, 0});
+  setBackground({0, 0, 0, 0});
 }
 
 WindowHost::~WindowHost() {
@@ -58,8 +60,9 @@ WindowHost::~WindowHost() {
 void WindowHost::connectSignals() {
   g_signal_connect(window_, "close-request", G_CALLBACK(onCloseRequest), this);
   g_signal_connect(window_, "notify::is-active", G_CALLBACK(onActiveChanged), this);
-  g_signal_connect(gtk_native_get_surface(GTK_NATIVE(window_)), "layout", G_CALLBACK(onLayout),
-                   this);
+  GdkSurface* surface = gtk_native_get_surface(GTK_NATIVE(window_));
+  g_signal_connect(surface, "layout", G_CALLBACK(onLayout), this);
+  g_signal_connect(surface, "notify::state", G_CALLBACK(onStateChanged), this);
   clock_ = GObjectPtr<GdkFrameClock>::retain(gtk_widget_get_frame_clock(widget()));
   g_signal_connect(clock_.get(), "after-paint", G_CALLBACK(onAfterPaint), this);
 }
@@ -85,6 +88,7 @@ void WindowHost::show() {
   isPainted_ = false;
   place_.prepare();
   shown_ = true;
+  updateGround();
   gtk_widget_set_visible(widget(), TRUE);
   place_.settle();
   showWatch_.begin();
@@ -100,6 +104,14 @@ void WindowHost::hide() {
   showWatch_.end();
   disconnectSignals();
   gtk_widget_set_visible(widget(), FALSE);
+}
+
+void WindowHost::updateGround() {
+  const bool hides = shown_ && place_.hidesGame();
+  ground_.setDark(hides);
+  const bool standsForGame = hides && place_.coversGame();
+  if (standsForGame) backdrop_.want();
+  ground_.setPicture(standsForGame ? backdrop_.picture() : nullptr);
 }
 
 void WindowHost::gameMoved() {
@@ -180,9 +192,17 @@ void WindowHost::onActiveChanged(GObject* window, GParamSpec*, gpointer self) {
   host->events_({{"type", "window.key"}, {"window", host->id_}, {"key", active}});
 }
 
+void WindowHost::onStateChanged(GObject*, GParamSpec*, gpointer self) {
+  static_cast<WindowHost*>(self)->updateGround();
+}
+
 void WindowHost::onLayout(GdkSurface*, int width, int height, gpointer self) {
   auto* host = static_cast<WindowHost*>(self);
   if (host->width_ == width && host->height_ == height) return;
+  const bool isAnother = host->width_ > 1 && host->height_ > 1;
+  if (isAnother && host->place_.hidesGame() && host->place_.coversGame()) {
+    host->backdrop_.wantAgain();
+  }
   host->width_ = width;
   host->height_ = height;
   host->events_({{"type", "window.size"},

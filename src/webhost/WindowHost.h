@@ -9,6 +9,7 @@
 #include "webhost/EscapeKey.h"
 #include "webhost/Events.h"
 #include "webhost/GObjectPtr.h"
+#include "webhost/Ground.h"
 #include "webhost/PadLine.h"
 #include "webhost/PopupPlace.h"
 #include "webhost/ProgressLine.h"
@@ -16,14 +17,15 @@
 
 namespace zovk {
 
+class Backdrop;
 class GameWindow;
 
 /// One popup window. It has no decorations and closes only when the game says so.
 class WindowHost {
  public:
   /// `painted` is called after each time the window was arranged and painted.
-  WindowHost(Id id, GtkWidget* root, const Frame& frame, GameWindow& game, EventSink events,
-             std::function<void()> painted);
+  WindowHost(Id id, GtkWidget* root, const Frame& frame, GameWindow& game, Backdrop& backdrop,
+             EventSink events, std::function<void()> painted);
   ~WindowHost();
   WindowHost(const WindowHost&) = delete;
   WindowHost& operator=(const WindowHost&) = delete;
@@ -37,6 +39,8 @@ class WindowHost {
   void gameMoved();
   void gameMinimised();
   void gameRestored();
+  /// What is seen through the window, or the game's frame that is shown instead, is another.
+  void updateGround();
   void setBackground(const GdkRGBA& color);
   ProgressLine& progress() { return progress_; }
   PadLine& padLine() { return padLine_; }
@@ -52,6 +56,7 @@ class WindowHost {
   };
   static gboolean onCloseRequest(GtkWindow* window, gpointer self);
   static void onActiveChanged(GObject* window, GParamSpec* property, gpointer self);
+  static void onStateChanged(GObject* surface, GParamSpec* property, gpointer self);
   static void onLayout(GdkSurface* surface, int width, int height, gpointer self);
   static void onAfterPaint(GdkFrameClock* clock, gpointer self);
   static gboolean onDeadline(gpointer waiting);
@@ -65,11 +70,13 @@ class WindowHost {
 
   Id id_;
   GameWindow& game_;
+  Backdrop& backdrop_;
   EventSink events_;
   std::function<void()> painted_;
   GtkWindow* window_;
   ProgressLine progress_;
   PadLine padLine_;
+  Ground ground_;
   PopupPlace place_;
   EscapeKey escape_;
   ShowWatch showWatch_;

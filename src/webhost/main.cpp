@@ -37,7 +37,7 @@ void run() {
   zovk::Dispatcher dispatcher(
       [&connection](const zovk::WebHostMessage& event) { connection.send(event); },
       zovk::Control{[&connection] { connection.pause(); }, [&connection] { connection.resume(); },
-                    quit});
+                    quit, [&connection] { return connection.takeFile(); }});
   receiver = &dispatcher;
   const zovk::ParentWatch parent(zovk::kWebHostDescriptor, quit);
   g_main_loop_run(loop.get());

@@ -50,6 +50,65 @@ TEST_F(CWindow, ShowsAPageAndTellsOfIt) {
   EXPECT_EQ(note_.destroyed, 1);
 }
 
+/// A game with a frame of one pixel, and what it saw of being asked for it.
+struct FrameGame {
+  Note asked;
+  std::uint32_t pixel = 0x00FF8000;
+  std::size_t size = 0;
+
+  static void give(zovkpopup_picture* picture, void* user) {
+    auto* const game = static_cast<FrameGame*>(user);
+    ++game->asked.calls;
+    game->size = picture->size;
+    EXPECT_EQ(picture->pixels, nullptr);
+    picture->pixels = &game->pixel;
+    picture->width = picture->height = 1;
+    picture->format = ZOVKPOPUP_PIXELS_BGRX;
+  }
+  static void destroy(void* user) { ++static_cast<FrameGame*>(user)->asked.destroyed; }
+};
+
+// The screen of the tests blends no windows.
+TEST_F(CWindow, IsGivenTheGamesFrameOnceWhereItWouldHideTheGame) {
+  FrameGame game;
+  writePage("");
+  zovkpopup_settings mine = settings();
+  mine.backdrop = FrameGame::give;
+  mine.backdrop_user = &game;
+  mine.backdrop_destroy = FrameGame::destroy;
+  ASSERT_EQ(zovkpopup_set_up(&mine), ZOVKPOPUP_OK);
+  auto page = pageSettings();
+  page.see_through = 1;
+  ASSERT_EQ(zovkpopup_web_window_open(&page, &window_), ZOVKPOPUP_OK) << allLines();
+  awaitText("finished");
+  pumpUntil([&] { return game.asked.calls > 0; }, "the game to be asked");
+  EXPECT_EQ(evaluate("1"), "1");  // the helper has taken the frame by then
+  EXPECT_EQ(game.asked.calls, 1);
+  EXPECT_EQ(game.size, sizeof(zovkpopup_picture));
+  EXPECT_FALSE(logged("backdrop")) << allLines();
+  zovkpopup_web_window_free(std::exchange(window_, nullptr));
+  EXPECT_EQ(game.asked.destroyed, 0);
+  zovkpopup_shut_down();
+  EXPECT_EQ(game.asked.destroyed, 1);
+}
+
+TEST_F(CWindow, OfAGameWhoseFrameIsTooLargeSaysSoAndGoesOn) {
+  writePage("");
+  zovkpopup_settings mine = settings();
+  mine.backdrop = [](zovkpopup_picture* picture, void*) {
+    picture->pixels = picture;
+    picture->width = UINT64_MAX;
+    picture->height = UINT64_MAX;
+    picture->stride = INT64_MIN;
+    picture->format = UINT64_MAX;
+  };
+  ASSERT_EQ(zovkpopup_set_up(&mine), ZOVKPOPUP_OK);
+  const auto page = pageSettings();
+  ASSERT_EQ(zovkpopup_web_window_open(&page, &window_), ZOVKPOPUP_OK) << allLines();
+  awaitText("finished");
+  pumpUntil([&] { return logged("The game's backdrop is left out"); }, "the line");
+}
+
 TEST_F(CWindow, NeedsSettingsThatMakeSense) {
   ASSERT_EQ(setUp(), ZOVKPOPUP_OK);
   EXPECT_EQ(zovkpopup_web_window_open(nullptr, &window_), ZOVKPOPUP_ERROR_ARGUMENT);

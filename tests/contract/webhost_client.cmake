@@ -1,6 +1,7 @@
 # The client of the helper program, with fakes for the helper. Included from this folder.
 zovkpopup_tests(zovkpopup_webhost_client_tests
   SOURCES
+    webhost/BackdropTest.cpp
     webhost/CommandsTest.cpp
     webhost/EventsTest.cpp
     webhost/PageProcessTest.cpp

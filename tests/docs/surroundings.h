@@ -20,6 +20,8 @@ struct Game {
   void playCutScene(const std::function<void()>& whenOver);
 };
 extern Game game;
+extern SDL_Renderer* renderer;
+void drawFrame();
 extern const std::string openId;
 extern const std::string token;
 extern const std::string jwtToken;

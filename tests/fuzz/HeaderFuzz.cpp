@@ -13,7 +13,7 @@
 
 #include "fuzz/Fuzz.h"
 #include "platform/linux/CurlUrlSession.h"
-#include "platform/linux/UniqueFd.h"
+#include "support/UniqueFd.h"
 #include "zovkpopup/ThreadSafety.h"
 
 namespace zovk {

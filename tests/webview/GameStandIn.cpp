@@ -231,6 +231,19 @@ std::vector<std::string> BareScreen::environment() const {
   return {"DISPLAY=" + name_, "XAUTHORITY", "WAYLAND_DISPLAY"};
 }
 
+BlendingManager::BlendingManager() : display_(open({})) {
+  Display* display = asDisplay(display_);
+  const Window owner =
+      XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1, 1, 0, 0, 0);
+  const Atom name = atom(display, "_NET_WM_CM_S0");
+  XSetSelectionOwner(display, name, owner, CurrentTime);
+  if (XGetSelectionOwner(display, name) != owner) throw std::runtime_error("not the compositor");
+}
+
+BlendingManager::~BlendingManager() {
+  XCloseDisplay(asDisplay(display_));
+}
+
 IdleManager::IdleManager(const BareScreen& screen) : display_(open(screen.name())) {
   Display* display = asDisplay(display_);
   const Window root = DefaultRootWindow(display);

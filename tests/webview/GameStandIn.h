@@ -63,6 +63,18 @@ class BareScreen {
   std::string name_;
 };
 
+/// Tells programs on the display of this process that windows are blended there, as on a desktop.
+class BlendingManager {
+ public:
+  BlendingManager();
+  ~BlendingManager();
+  BlendingManager(const BlendingManager&) = delete;
+  BlendingManager& operator=(const BlendingManager&) = delete;
+
+ private:
+  void* display_;
+};
+
 /// A window manager that never shows anything, as a screen on which popups do not come up.
 class IdleManager {
  public:

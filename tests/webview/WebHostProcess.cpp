@@ -4,6 +4,7 @@
 #include <array>
 #include <chrono>
 #include <cstdlib>
+#include <cstring>
 #include <stdexcept>
 #include <utility>
 
@@ -149,6 +150,26 @@ void WebHostProcess::spawn(const std::vector<std::string>& environment) {
 
 void WebHostProcess::send(const WebHostMessage& message) {
   sendBytes(encodeFrame(message).value());
+}
+
+void WebHostProcess::sendWithFiles(const WebHostMessage& message, const std::vector<int>& files) {
+  std::string frame = encodeFrame(message).value();
+  const std::size_t length = files.size() * sizeof(int);
+  std::vector<char> control(CMSG_SPACE(length));
+  iovec part{frame.data(), frame.size()};
+  msghdr sent{};
+  sent.msg_iov = &part;
+  sent.msg_iovlen = 1;
+  sent.msg_control = control.data();
+  sent.msg_controllen = control.size();
+  cmsghdr* const header = CMSG_FIRSTHDR(&sent);
+  header->cmsg_level = SOL_SOCKET;
+  header->cmsg_type = SCM_RIGHTS;
+  header->cmsg_len = CMSG_LEN(length);
+  std::memcpy(CMSG_DATA(header), files.data(), length);
+  if (sendmsg(socket_, &sent, MSG_NOSIGNAL) != static_cast<ssize_t>(frame.size())) {
+    throw std::runtime_error("the helper takes nothing more");
+  }
 }
 
 void WebHostProcess::sendBytes(std::string_view bytes) {

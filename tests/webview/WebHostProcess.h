@@ -44,6 +44,8 @@ class WebHostProcess {
   WebHostMessage greeting() const;
 
   void send(const WebHostMessage& message);
+  /// The files go with the message.
+  void sendWithFiles(const WebHostMessage& message, const std::vector<int>& files);
   void sendBytes(std::string_view bytes);
   /// The next event of the type whose members include `members`; it is taken out of the queue.
   WebHostMessage await(std::string_view type, const WebHostMessage& members = {});

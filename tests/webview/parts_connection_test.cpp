@@ -1,9 +1,11 @@
 // The helper's end of the socket, with a game that reads slowly or not at all.
 #include <array>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -33,6 +35,23 @@ class SlowGame : public testing::Test {
   void post(std::size_t bytes) {
     connection_->send({{"type", "web.message"}, {"body", std::string(bytes, 'x')}});
   }
+  /// With a part of a frame.
+  void sendFiles(const std::vector<int>& files) const {
+    char byte = 1;
+    iovec part{&byte, 1};
+    std::vector<char> control(CMSG_SPACE(files.size() * sizeof(int)));
+    msghdr sent{};
+    sent.msg_iov = &part;
+    sent.msg_iovlen = 1;
+    sent.msg_control = control.data();
+    sent.msg_controllen = control.size();
+    cmsghdr* const header = CMSG_FIRSTHDR(&sent);
+    header->cmsg_level = SOL_SOCKET;
+    header->cmsg_type = SCM_RIGHTS;
+    header->cmsg_len = CMSG_LEN(files.size() * sizeof(int));
+    std::memcpy(CMSG_DATA(header), files.data(), files.size() * sizeof(int));
+    ASSERT_EQ(sendmsg(game_, &sent, 0), 1);
+  }
   void sendOther(const char* type) { connection_->send({{"type", type}, {"more", 1}}); }
 
   /// The game reads all there is, as the helper's loop goes round.
@@ -60,6 +79,25 @@ class SlowGame : public testing::Test {
   FrameDecoder decoder_;
   std::unique_ptr<Connection> connection_;
 };
+
+TEST_F(SlowGame, SendsFourFilesAheadOfTheirFramesAtMost) {
+  std::array<int, 2> pipe{};
+  ASSERT_EQ(pipe2(pipe.data(), O_CLOEXEC), 0);
+  const std::vector<int> files(6, pipe[1]);
+  for (int i = 0; i < 2; ++i) sendFiles(files);
+  close(pipe[1]);
+  readAll();
+  int kept = 0;
+  while (const UniqueFd file = connection_->takeFile()) {
+    EXPECT_NE(fcntl(file.get(), F_GETFD) & FD_CLOEXEC, 0);
+    ++kept;
+  }
+  EXPECT_EQ(kept, 4);
+  // All others are closed: nobody can write any more.
+  char byte = 0;
+  EXPECT_EQ(read(pipe[0], &byte, 1), 0);
+  close(pipe[0]);
+}
 
 TEST_F(SlowGame, GetsEverythingInOrderOnceItReads) {
   std::vector<std::string> sent;

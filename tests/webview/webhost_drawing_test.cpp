@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "GameStandIn.h"
 #include "Picture.h"
 #include "PopupScreen.h"
 #include "support/ProcessFacts.h"
@@ -91,6 +92,7 @@ class SeeThrough : public testing::TestWithParam<const char*> {
     expectNearly(at(10, 50), kClear, "where the first page had a panel");
   }
 
+  BlendingManager blending_;
   WebHostProcess helper_{WebHostProcess::Start::kGreeted, drawnAs(GetParam())};
   PopupScreen screen_{helper_};
 

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/linux/UniqueFd.h"
+#include "support/UniqueFd.h"
 
 namespace zovk::tool {
 

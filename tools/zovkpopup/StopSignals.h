@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/UniqueFd.h"
+#include "support/UniqueFd.h"
 
 namespace zovk::tool {
 

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include <zovkpopup/platform/GamePad.h>
+#include <zovkpopup/platform/GamePicture.h>
 #include <zovkpopup/platform/Platform.h>
 
 namespace zovk {
@@ -36,6 +37,9 @@ struct PlatformSettings {
   std::string drawing;
   /// The game's window as text, "x11:NUMBER" or "wayland:HANDLE"; counts more than `nativeWindow`.
   std::string gameWindow{};
+  /// Asked for the game's last frame where nothing can be seen through popups; may be empty. On the
+  /// main thread, from a pump or a call that shows something; it must not call the library.
+  ZOVKPopupBackdrop backdrop{};
   /// Whether the helper program writes to its standard output, which is the host's, what pages tell
   /// their console: for tools.
   bool pageConsole = false;

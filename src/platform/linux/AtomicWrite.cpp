@@ -10,8 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/linux/UniqueFd.h"
 #include "platform/linux/WriteAll.h"
+#include "support/UniqueFd.h"
 
 namespace zovk {
 namespace {

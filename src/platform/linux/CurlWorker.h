@@ -13,7 +13,7 @@
 #include "platform/linux/CurlSessionSettings.h"
 #include "platform/linux/CurlTask.h"
 #include "platform/linux/CurlTransfer.h"
-#include "platform/linux/UniqueFd.h"
+#include "support/UniqueFd.h"
 #include "zovkpopup/ThreadSafety.h"
 
 namespace zovk {

@@ -5,7 +5,7 @@
 #include <thread>
 
 #include "platform/linux/PollSet.h"
-#include "platform/linux/UniqueFd.h"
+#include "support/UniqueFd.h"
 #include "zovkpopup/ThreadSafety.h"
 #include "zovkpopup/platform/MainQueue.h"
 

@@ -5,7 +5,7 @@
 #include <map>
 #include <memory>
 
-#include "platform/linux/UniqueFd.h"
+#include "support/UniqueFd.h"
 
 namespace zovk {
 

@@ -11,8 +11,8 @@
 
 #include "platform/linux/AtomicWrite.h"
 #include "platform/linux/PrivateFile.h"
-#include "platform/linux/UniqueFd.h"
 #include "platform/linux/WriteAll.h"
+#include "support/UniqueFd.h"
 
 namespace zovk {
 namespace {

@@ -5,7 +5,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "platform/linux/UniqueFd.h"
+#include "support/UniqueFd.h"
 
 namespace zovk {
 namespace {

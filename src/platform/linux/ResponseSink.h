@@ -8,7 +8,7 @@
 
 #include "platform/linux/DownloadCache.h"
 #include "platform/linux/TemporaryDirectory.h"
-#include "platform/linux/UniqueFd.h"
+#include "support/UniqueFd.h"
 #include "zovkpopup/platform/UrlSession.h"
 
 namespace zovk {

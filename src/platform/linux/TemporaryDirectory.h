@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/linux/UniqueFd.h"
+#include "support/UniqueFd.h"
 
 namespace zovk {
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstring>
 #include <utility>
 
 #include <sys/socket.h>
@@ -18,9 +19,10 @@ constexpr std::size_t kReadLength = 16384;
 WebHostConnection::WebHostConnection(UniqueFd socket, std::size_t maximumPendingBytes)
     : socket_(std::move(socket)), maximumPendingBytes_(maximumPendingBytes) {}
 
-bool WebHostConnection::send(const WebHostMessage& message) {
+bool WebHostConnection::send(const WebHostMessage& message, UniqueFd file) {
   const std::optional<std::string> frame = encodeFrame(message);
   if (!frame) return false;
+  if (file) files_.push_back({written_ + pending_.size() - sent_, std::move(file)});
   const std::size_t written = isPending() ? 0 : write(frame->data(), frame->size());
   keep(std::string_view(*frame).substr(written));
   return true;
@@ -49,12 +51,41 @@ WebHostConnection::Filled WebHostConnection::fill() {
 }
 
 std::size_t WebHostConnection::write(const char* bytes, std::size_t length) {
-  ssize_t written = 0;
-  do {
-    written = ::send(socket_.get(), bytes, length, MSG_DONTWAIT | MSG_NOSIGNAL);
-  } while (written < 0 && errno == EINTR);
+  const bool hasFile = !files_.empty() && files_.front().position == written_;
+  const std::size_t next = hasFile ? 1 : 0;
+  // No further than to the byte that another file goes with.
+  if (files_.size() > next) {
+    length =
+        static_cast<std::size_t>(std::min<std::uint64_t>(length, files_[next].position - written_));
+  }
+  const ssize_t count = writeOnce(bytes, length, hasFile ? files_.front().file.get() : -1);
   // A closed socket is noticed where it is read, after what the helper said last.
-  return written < 0 ? 0 : static_cast<std::size_t>(written);
+  if (count <= 0) return 0;
+  if (hasFile) files_.pop_front();
+  written_ += static_cast<std::uint64_t>(count);
+  return static_cast<std::size_t>(count);
+}
+
+ssize_t WebHostConnection::writeOnce(const char* bytes, std::size_t length, int file) const {
+  iovec part{const_cast<char*>(bytes), length};
+  alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof file)> control{};
+  msghdr message{};
+  message.msg_iov = &part;
+  message.msg_iovlen = 1;
+  if (file >= 0) {
+    message.msg_control = control.data();
+    message.msg_controllen = control.size();
+    cmsghdr* const header = CMSG_FIRSTHDR(&message);
+    header->cmsg_level = SOL_SOCKET;
+    header->cmsg_type = SCM_RIGHTS;
+    header->cmsg_len = CMSG_LEN(sizeof file);
+    std::memcpy(CMSG_DATA(header), &file, sizeof file);
+  }
+  ssize_t count = 0;
+  do {
+    count = ::sendmsg(socket_.get(), &message, MSG_DONTWAIT | MSG_NOSIGNAL);
+  } while (count < 0 && errno == EINTR);
+  return count;
 }
 
 void WebHostConnection::keep(std::string_view bytes) {
@@ -64,6 +95,7 @@ void WebHostConnection::keep(std::string_view bytes) {
   if (pending_.size() - sent_ <= maximumPendingBytes_) return;
   error_ = "too many commands wait";
   pending_ = {};
+  files_.clear();
   sent_ = 0;
   ::shutdown(socket_.get(), SHUT_RDWR);
 }

@@ -1,11 +1,15 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "platform/linux/UniqueFd.h"
+#include <sys/types.h>
+
+#include "support/UniqueFd.h"
 #include "webprotocol/FrameCodec.h"
 
 namespace zovk {
@@ -18,7 +22,8 @@ class WebHostConnection {
   int descriptor() const { return socket_.get(); }
   /// False when the message is too long for a frame. What the socket does not take now waits; when
   /// too much waits, the stream ends.
-  bool send(const WebHostMessage& message);
+  /// `file`, if there is one, goes with the message's first byte.
+  bool send(const WebHostMessage& message, UniqueFd file = {});
   /// Whether something waits for the socket to become writable.
   bool isPending() const { return sent_ < pending_.size(); }
   void flush();
@@ -35,11 +40,20 @@ class WebHostConnection {
  private:
   // The number of bytes that went out; 0 when the socket is full or closed.
   std::size_t write(const char* bytes, std::size_t length);
+  // One call of the system's.
+  ssize_t writeOnce(const char* bytes, std::size_t length, int file) const;
   void keep(std::string_view bytes);
 
   UniqueFd socket_;
   const std::size_t maximumPendingBytes_;
   FrameDecoder decoder_;
+  /// A file to go with the byte that has this number in the stream.
+  struct Attached {
+    std::uint64_t position;
+    UniqueFd file;
+  };
+  std::deque<Attached> files_;
+  std::uint64_t written_ = 0;  // bytes that went out so far
   std::string pending_;
   std::size_t sent_ = 0;
   std::string error_;

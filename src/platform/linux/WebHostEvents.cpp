@@ -91,6 +91,10 @@ Delivery windowStuck(WebHostEventReader& event, WebHostMessage&) {
   };
 }
 
+Delivery backdropWanted(WebHostEventReader&, WebHostMessage&) {
+  return [](WebHostSession& session) { session.backdropWanted(); };
+}
+
 Delivery layoutLoaded(WebHostEventReader& event, WebHostMessage&) {
   event.id("layout");
   event.flag("found");
@@ -248,7 +252,7 @@ Delivery logLine(WebHostEventReader& event, WebHostMessage&) {
   return [line = printable(event.text("line"))](WebHostSession&) { ZPLogger::writeDirectly(line); };
 }
 
-constexpr std::array<std::pair<std::string_view, Parser>, 28> kParsers{{
+constexpr std::array<std::pair<std::string_view, Parser>, 29> kParsers{{
     {"ready", ready},
     {"failed", failed},
     {"screen", screen},
@@ -256,6 +260,7 @@ constexpr std::array<std::pair<std::string_view, Parser>, 28> kParsers{{
     {"window.other", windowOther},
     {"window.size", windowSize},
     {"window.stuck", windowStuck},
+    {"backdrop.wanted", backdropWanted},
     {"layout.loaded", layoutLoaded},
     {"view.frame", viewFrame},
     {"action", action},

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/UniqueFd.h"
 #include "platform/linux/WebHostProcess.h"
+#include "support/UniqueFd.h"
 #include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {

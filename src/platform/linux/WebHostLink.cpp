@@ -83,9 +83,9 @@ void WebHostLink::watch(const std::shared_ptr<WebHostLink>& self,
   });
 }
 
-bool WebHostLink::send(const WebHostMessage& message) {
+bool WebHostLink::send(const WebHostMessage& message, UniqueFd file) {
   if (closed_) return true;
-  if (!connection_.send(message)) return false;
+  if (!connection_.send(message, std::move(file))) return false;
   if (connection_.isPending() && !writable_) awaitWritable();
   return true;
 }

@@ -32,7 +32,7 @@ class WebHostLink {
   WebHostLink& operator=(const WebHostLink&) = delete;
 
   /// False when the message is too long.
-  bool send(const WebHostMessage& message);
+  bool send(const WebHostMessage& message, UniqueFd file = {});
   /// The helper is ready: its time is not measured any longer.
   void stopTimeout();
   /// Closes the socket for both sides, even where a copy of it is open; nothing is said any more.

@@ -6,7 +6,7 @@
 
 #include <sys/types.h>
 
-#include "platform/linux/UniqueFd.h"
+#include "support/UniqueFd.h"
 
 namespace zovk {
 

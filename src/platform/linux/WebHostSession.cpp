@@ -12,7 +12,7 @@
 namespace zovk {
 
 WebHostSession::WebHostSession(LinuxMainQueue& queue, LinuxDevice& device, WebHostLauncher launcher,
-                               WebHostMessage hello)
+                               WebHostMessage hello, ZOVKPopupBackdrop backdrop)
     : queue_(&queue),
       device_(device),
       process_(::getpid()),
@@ -24,7 +24,8 @@ WebHostSession::WebHostSession(LinuxMainQueue& queue, LinuxDevice& device, WebHo
                      [this] {
                        send({{"type", "ping"}});
                      },
-                 .silent = [this] { helperIsLost("it does not answer"); }}) {}
+                 .silent = [this] { helperIsLost("it does not answer"); }}),
+      backdrop_(std::move(backdrop)) {}
 
 bool WebHostSession::isForeignProcess() const {
   return ::getpid() != process_;
@@ -108,6 +109,7 @@ void WebHostSession::forget(WebHostId object) {
 }
 
 void WebHostSession::windowShown(WebHostId window) {
+  if (objects_.shownWindows.empty()) sendBackdrop();
   std::erase(objects_.shownWindows, window);
   objects_.shownWindows.push_back(window);
   watchHelper();
@@ -130,6 +132,18 @@ void WebHostSession::windowIsStuck(const std::string& display) {
   hello_["display"] = display == "x11" ? "wayland" : "x11";
   if (!mayStartAgain_) hello_.erase("display");  // no other is left, and the next popup begins anew
   helperIsLost("a window does not come up on " + display);
+}
+
+void WebHostSession::backdropWanted() {
+  backdrop_.setWanted(true);
+  if (!objects_.shownWindows.empty()) sendBackdrop();
+}
+
+void WebHostSession::sendBackdrop() {
+  if (!link_ || isForeignProcess()) return;
+  auto answer = backdrop_.ask(launcher_.now());
+  // The game may have shut down meanwhile.
+  if (answer && link_) link_->send(answer->command, std::move(answer->pixels));
 }
 
 // A helper with nothing on screen may take its time; at rest the game is not woken for it.
@@ -199,6 +213,7 @@ void WebHostSession::helperIsLost(const std::string& reason) {
 
 void WebHostSession::dropLink() {
   isReady_ = false;
+  backdrop_.setWanted(false);  // the next one may see through its windows
   watchHelper();
   objects_.keyWindow = objects_.activeWindow = 0;
   for (auto& [id, outlet] : objects_.outlets) outlet = {outlet.name, 0, {}};
@@ -228,6 +243,7 @@ void WebHostSession::shutDown() {
     if (auto process = link_->takeProcess()) reaper_.add(std::move(*process));
     link_.reset();
   }
+  backdrop_.close();
   watchdog_.close();
   reaper_.finish(launcher_.endTimeout);
   replies_.takeAll();

@@ -9,6 +9,7 @@
 #include "platform/linux/LinuxDevice.h"
 #include "platform/linux/LinuxMainQueue.h"
 #include "platform/linux/WebHostBackOff.h"
+#include "platform/linux/WebHostBackdrop.h"
 #include "platform/linux/WebHostJournal.h"
 #include "platform/linux/WebHostLauncher.h"
 #include "platform/linux/WebHostLink.h"
@@ -33,7 +34,7 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
   using Task = std::function<void()>;
 
   WebHostSession(LinuxMainQueue& queue, LinuxDevice& device, WebHostLauncher launcher,
-                 WebHostMessage hello);
+                 WebHostMessage hello, ZOVKPopupBackdrop backdrop = {});
 
   /// Starts a helper unless one is running or coming, or it is too soon after a failure.
   void start();
@@ -55,6 +56,9 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
   /// A window did not come up on that display system, "x11" or "wayland", whatever the helper did.
   /// Only from the pump.
   void windowIsStuck(const std::string& display);
+  /// The helper hides the game behind its windows, so it wants a frame of the game's now, if
+  /// something is shown, and each time that something is about to be.
+  void backdropWanted();
   /// What the game tells of its own window, where the display does not.
   void gameHasKeyboard(bool has);
   void gameHasSize(const Size& size);
@@ -87,6 +91,7 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
   void dropLink();
   void watchHelper();
   void tellWindows();
+  void sendBackdrop();
 
   LinuxMainQueue* queue_;  // null once shut down
   LinuxDevice& device_;    // not to be used then
@@ -99,6 +104,7 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
   WebHostObjects objects_;
   WebHostJournal journal_;
   WebHostReplies replies_;
+  WebHostBackdrop backdrop_;
   std::shared_ptr<WebHostLink> link_;
   std::string failure_ = "not started";
   bool mayStartAgain_ = true;

@@ -65,7 +65,7 @@ WebHostUserInterface::WebHostUserInterface(const PlatformSettings& settings, Lin
 WebHostUserInterface::WebHostUserInterface(const PlatformSettings& settings, LinuxMainQueue& queue,
                                            LinuxDevice& device, WebHostLauncher launcher)
     : session_(std::make_shared<WebHostSession>(queue, device, std::move(launcher),
-                                                helloOf(settings, device))) {
+                                                helloOf(settings, device), settings.backdrop)) {
   session_->start();
 }
 

@@ -3,9 +3,9 @@
 #include <functional>
 
 #include "platform/linux/LinuxMainQueue.h"
-#include "platform/linux/UniqueFd.h"
 #include "platform/linux/WebHostLauncher.h"
 #include "platform/linux/WebHostSilence.h"
+#include "support/UniqueFd.h"
 
 namespace zovk {
 

@@ -6,7 +6,7 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
-#include "platform/linux/UniqueFd.h"
+#include "support/UniqueFd.h"
 
 namespace zovk {
 namespace {

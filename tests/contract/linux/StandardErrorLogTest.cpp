@@ -11,7 +11,7 @@
 #include "ScratchDirectory.h"
 #include "platform/linux/PosixFileSystem.h"
 #include "platform/linux/StandardErrorLog.h"
-#include "platform/linux/UniqueFd.h"
+#include "support/UniqueFd.h"
 
 namespace zovk {
 namespace {

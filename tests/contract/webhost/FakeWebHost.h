@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstring>
 #include <deque>
 #include <stdexcept>
 #include <string>
@@ -11,6 +12,7 @@
 #include <sys/socket.h>
 
 #include "platform/linux/WebHostLauncher.h"
+#include "support/UniqueFd.h"
 #include "webprotocol/FrameCodec.h"
 
 namespace zovk {
@@ -32,7 +34,7 @@ class FakeWebHost {
   std::vector<WebHostMessage> messages(const std::string& type = {}) {
     std::array<char, 65536> bytes{};
     ssize_t length = 0;
-    while ((length = ::recv(socket_.get(), bytes.data(), bytes.size(), MSG_DONTWAIT)) > 0) {
+    while ((length = read(bytes)) > 0) {
       decoder_.feed({bytes.data(), static_cast<std::size_t>(length)});
     }
     // A game that ends with something unread resets the connection.
@@ -43,6 +45,8 @@ class FakeWebHost {
     }
     return found;
   }
+  /// The files that came with what was read so far, oldest first.
+  std::deque<UniqueFd>& files() { return files_; }
   void send(const std::string& json) {
     sendBytes(*encodeFrame(boost::json::parse(json).as_object()));
   }
@@ -60,7 +64,26 @@ class FakeWebHost {
   }
 
  private:
+  ssize_t read(std::array<char, 65536>& bytes) {
+    iovec part{bytes.data(), bytes.size()};
+    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(int))> control{};
+    msghdr message{};
+    message.msg_iov = &part;
+    message.msg_iovlen = 1;
+    message.msg_control = control.data();
+    message.msg_controllen = control.size();
+    const ssize_t length = ::recvmsg(socket_.get(), &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC);
+    const cmsghdr* const given = length > 0 ? CMSG_FIRSTHDR(&message) : nullptr;
+    if (given != nullptr && given->cmsg_type == SCM_RIGHTS) {
+      int file = -1;
+      std::memcpy(&file, CMSG_DATA(given), sizeof file);
+      files_.emplace_back(file);
+    }
+    return length;
+  }
+
   UniqueFd socket_;
+  std::deque<UniqueFd> files_;
   FrameDecoder decoder_;
   bool sawEnd_ = false;
 };

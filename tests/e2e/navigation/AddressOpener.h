@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "ScopedVariable.h"
-#include "platform/linux/UniqueFd.h"
 #include "support/LocalBundle.h"
+#include "support/UniqueFd.h"
 
 namespace zovk {
 

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <SDL.h>
+
+namespace sdl {
+
+/// What a renderer has drawn last, for popups that hide the game.
+class LastFrame {
+ public:
+  /// Reads it; false when SDL cannot.
+  bool read(SDL_Renderer* renderer);
+
+  /// Four bytes a pixel: blue, green, red, and one without meaning. Until the next reading.
+  const std::uint32_t* pixels() const { return pixels_.data(); }
+  int width() const { return width_; }
+  int height() const { return height_; }
+
+ private:
+  std::vector<std::uint32_t> pixels_;
+  int width_ = 0;
+  int height_ = 0;
+};
+
+}  // namespace sdl
