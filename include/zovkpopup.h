@@ -147,6 +147,10 @@ typedef struct zovkpopup_settings {
   /// The game's window as text: "x11:NUMBER", the same as `native_window`, or "wayland:HANDLE",
   /// what the compositor's `zxdg_exporter` gave for it. By default what `native_window` says.
   const char* game_window;
+  /// The kind of window that popups have, in any case: "auto", the default, stands over the game's
+  /// window wherever the display lets it; "fullscreen" takes the whole screen. The player's
+  /// environment variable `ZOVKPOPUP_WINDOW` goes before it.
+  const char* popup_window;
   /// Gives the game's last frame, for the displays on which a popup hides the game: it then lies
   /// beneath the page. Asked once when popups are about to cover the game and again after the popup
   /// has got another size, on the main thread; it must not call the library. On other displays it

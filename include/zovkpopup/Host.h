@@ -50,6 +50,10 @@ struct ZOVKPopupHostSettings {
   /// `nativeWindow`, or "wayland:HANDLE", what the compositor's `zxdg_exporter` gave for it. Popups
   /// then stand over that window. By default what `nativeWindow` says.
   std::string gameWindow{};
+  /// The kind of window that popups have, in any case: "auto", the default, stands over the game's
+  /// window wherever the display lets it; "fullscreen" takes the whole screen, for games that have
+  /// a screen to themselves. The player's environment variable `ZOVKPOPUP_WINDOW` goes before it.
+  std::string popupWindow{};
   /// Gives the game's last frame, for the displays on which a popup hides the game: in kiosks,
   /// where no compositor blends windows, and where the game's window has no name on Wayland. It
   /// then lies beneath the page. Asked once when popups are about to cover the game and again after

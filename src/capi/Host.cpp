@@ -49,6 +49,7 @@ zovk::ZOVKPopupHostSettings hostSettings(const zovkpopup_settings& given) {
   if (pageMemory != 0) settings.pageMemory = pageMemory;
   settings.drawing = textOrEmpty(given.drawing);
   settings.gameWindow = textOrEmpty(given.game_window);
+  settings.popupWindow = textOrEmpty(given.popup_window);
   const zovk::Callback<zovkpopup_picture*> backdrop(
       given.backdrop, zovk::userData(given.backdrop_user, given.backdrop_destroy));
   if (backdrop) {

@@ -103,10 +103,11 @@ std::shared_ptr<Platform> hostPlatform() {
 
 bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
   if (host().now().platform != nullptr) return setUp(std::shared_ptr<HostedPlatform>());
-  return setUp(makeDefaultPlatform(
-      {settings.applicationId, settings.resourceDirectory, settings.dataDirectory,
-       settings.helperPath, settings.nativeWindow, settings.certificateAuthority, settings.logSink,
-       settings.pageMemory, settings.drawing, settings.gameWindow, settings.backdrop}));
+  return setUp(makeDefaultPlatform({settings.applicationId, settings.resourceDirectory,
+                                    settings.dataDirectory, settings.helperPath,
+                                    settings.nativeWindow, settings.certificateAuthority,
+                                    settings.logSink, settings.pageMemory, settings.drawing,
+                                    settings.gameWindow, settings.popupWindow, settings.backdrop}));
 }
 
 bool ZOVKPopupHost::setUp(std::shared_ptr<HostedPlatform> platform) {

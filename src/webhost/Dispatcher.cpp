@@ -38,6 +38,20 @@ std::string displaysFor(const Greeting& greeting) {
   return greeting.waylandWindow.empty() ? "*" : "wayland,*";
 }
 
+/// The player's own wish goes before the game's.
+std::string askedWindow(const Arguments& arguments) {
+  const char* player = g_getenv("ZOVKPOPUP_WINDOW");
+  if (player != nullptr && *player != '\0') return player;
+  return arguments.has("popupWindow") ? arguments.text("popupWindow") : std::string();
+}
+
+/// Throws for a word that nobody knows.
+bool isWholeScreen(const std::string& window) {
+  if (g_ascii_strcasecmp(window.c_str(), "fullscreen") == 0) return true;
+  if (window.empty() || g_ascii_strcasecmp(window.c_str(), "auto") == 0) return false;
+  throw std::invalid_argument(window);
+}
+
 DrawingChoice drawingFor(const Greeting& greeting) {
   constexpr const char* kThisProgram = "/proc/self/exe";
   return chooseDrawing(greeting.drawing, {hasGraphicsDevice, [&greeting] {
@@ -101,7 +115,14 @@ void Dispatcher::carryOut(const std::string& type, const Arguments& arguments) {
 
 void Dispatcher::greet(const Arguments& arguments) {
   if (arguments.wholeNumber("version") != kWebHostProtocolVersion) return fail("other version");
-  start(readGreeting(arguments));
+  Greeting greeting = readGreeting(arguments);
+  const std::string window = askedWindow(arguments);
+  try {
+    greeting.wholeScreen = isWholeScreen(window);
+  } catch (const std::invalid_argument&) {
+    sendLog(events_, "web host: no kind of window is called \"" + window + "\"");
+  }
+  start(greeting);
 }
 
 void Dispatcher::start(const Greeting& greeting) {

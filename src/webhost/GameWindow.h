@@ -41,6 +41,9 @@ class GameWindow {
   /// What the game tells of it. What the display tells counts more.
   void setSize(const Frame& size);
   void setKeyboard(bool has) { toldKeyboard_ = has; }
+  /// Whether popups take the whole screen, whatever the size of this window.
+  void setWholeScreen(bool whole) { wholeScreen_ = whole; }
+  bool wholeScreen() const { return wholeScreen_; }
   /// By which windows stand before it on Wayland.
   WaylandParent& waylandParent() { return parent_; }
   /// Gives the keyboard back.
@@ -60,6 +63,7 @@ class GameWindow {
   WaylandParent parent_;
   Frame toldSize_;
   std::optional<bool> toldKeyboard_;
+  bool wholeScreen_ = false;
   gulong handler_ = 0;
 };
 

@@ -32,7 +32,11 @@ Host::Host(const Greeting& greeting, EventSink events, Drawing drawing)
       webViewFactory_({greeting.dataDirectory + "/webhost", developerTools_, greeting.pageMemory,
                        drawing, greeting.pageConsole}),
       views_([this](Id id, GtkWidget* widget) { onViewDropped(id, widget); }),
-      toldScreen_(coveredFrame(game_)) {
+      toldScreen_(coveredFrame(game_)),
+      held_(hasUprightScreen(), [this](const std::string& held) {
+        events_({{"type", "held"}, {"held", held}});
+      }) {
+  game_.setWholeScreen(greeting.wholeScreen);
   g_signal_connect(gdk_display_get_monitors(gdk_display_get_default()), "items-changed",
                    G_CALLBACK(onMonitorsChanged), this);
 }

@@ -12,6 +12,7 @@
 #include "webhost/Drawing.h"
 #include "webhost/Events.h"
 #include "webhost/GameWindow.h"
+#include "webhost/HeldSensor.h"
 #include "webhost/LayoutHost.h"
 #include "webhost/OpenLimit.h"
 #include "webhost/PadQueue.h"
@@ -33,6 +34,7 @@ struct Greeting {
   Frame gameSize{};             ///< In logical pixels; empty when the game did not tell.
   std::string display{};        ///< The display system to use, "x11" or "wayland"; empty for any.
   DrawingWish drawing{};
+  bool wholeScreen = false;  ///< Popups take it, whatever the size of the game's window.
   bool pageConsole = false;  ///< Pages' console lines go to standard output.
 };
 
@@ -108,6 +110,7 @@ class Host {
   SourceGuard idle_;
   Frame toldScreen_;
   PadQueue padQueue_;
+  HeldSensor held_;
 };
 
 }  // namespace zovk

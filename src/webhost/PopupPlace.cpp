@@ -54,7 +54,7 @@ PopupPlace::PopupPlace(GtkWindow* window, const Frame& frame, GameWindow& game)
 
 PopupPlace::Way PopupPlace::firstWay() const {
   if (!coversGame_) return Way::kOwnFrame;
-  if (wouldPushGameAside(game_)) return Way::kFullScreen;
+  if (game_.wholeScreen() || wouldPushGameAside(game_)) return Way::kFullScreen;
   // On Wayland a window of the screen's size is seen through where a full-screen one is not.
   const bool hasPlace = !isEmpty(game_.frame()) || x11Display() == nullptr;
   return hasPlace ? Way::kGameFrame : Way::kFullScreen;
@@ -169,7 +169,7 @@ bool PopupPlace::hidesGame() const {
 }
 
 bool PopupPlace::willHide(GameWindow& game) {
-  return !isBlended() || wouldPushGameAside(game);
+  return !isBlended() || wouldPushGameAside(game) || (game.wholeScreen() && hidesBelowFullScreen());
 }
 
 bool PopupPlace::fallBack() {

@@ -41,6 +41,12 @@ TEST_F(CSettings, TellTheHelperHowMuchMemoryAPageMayTake) {
   EXPECT_NE(greetingWith(mine).find(R"("pageMemory":300)"), std::string::npos);
 }
 
+TEST_F(CSettings, TellTheHelperWhatKindOfWindowPopupsHave) {
+  zovkpopup_settings mine = settings();
+  mine.popup_window = "fullscreen";
+  EXPECT_NE(greetingWith(mine).find(R"("popupWindow":"fullscreen")"), std::string::npos);
+}
+
 TEST_F(CSettings, LeaveAPageAGigabyteWhenTheGameDoesNotSay) {
   EXPECT_NE(greetingWith(settings()).find(R"("pageMemory":1024)"), std::string::npos);
 }

@@ -15,10 +15,12 @@ constexpr Place kGame{300, 200, 640, 400};
 /// A helper for popups over the game; its window takes all that there is to cover.
 class PopupOver {
  public:
-  explicit PopupOver(const GameStandIn& game, const std::vector<std::string>& environment = {})
+  explicit PopupOver(const GameStandIn& game, const std::vector<std::string>& environment = {},
+                     const std::string& window = {})
       : helper(WebHostProcess::Start::kSilent, environment) {
     WebHostMessage greeting = helper.greeting();
     greeting["nativeWindow"] = game.id();
+    if (!window.empty()) greeting["popupWindow"] = window;
     helper.send(greeting);
     ready = helper.await("ready");
   }
@@ -114,6 +116,37 @@ TEST(WebHostPlace, IsTheWholeScreenWithoutAGameAndAWindowManager) {
   helper.send({{"type", "window.show"}, {"window", 1}});
   helper.await("window.size", {{"window", 1}, {"width", 1280}, {"height", 800}});
   helper.await("window.key", {{"window", 1}, {"key", true}});
+}
+
+std::vector<std::string> with(std::vector<std::string> environment, const std::string& more) {
+  environment.push_back(more);
+  return environment;
+}
+
+TEST(WebHostPlace, IsTheWholeScreenWhenTheGameAsksForIt) {
+  const BareScreen screen;
+  const GameStandIn game({700, 200, 500, 400}, screen.name());
+  PopupOver popup(game, screen.environment(), "FullScreen");
+  popup.open();
+  popup.helper.await("window.size", {{"window", 1}, {"width", 1280}, {"height", 800}});
+  game.awaitPlace(game.popup(), {0, 0, 1280, 800});
+}
+
+TEST(WebHostPlace, IsWhatThePlayerAsksForBeforeTheGame) {
+  const BareScreen screen;
+  const GameStandIn game({700, 200, 500, 400}, screen.name());
+  PopupOver popup(game, with(screen.environment(), "ZOVKPOPUP_WINDOW=AUTO"), "fullscreen");
+  popup.open();
+  game.awaitPlace(game.popup(), game.place());
+}
+
+TEST(WebHostPlace, IsTheGamesWhereTheWishIsNotUnderstoodWhichTheLogSays) {
+  const BareScreen screen;
+  const GameStandIn game({700, 200, 500, 400}, screen.name());
+  PopupOver popup(game, screen.environment(), "huge");
+  popup.helper.await("log", {{"line", "web host: no kind of window is called \"huge\""}});
+  popup.open();
+  game.awaitPlace(game.popup(), game.place());
 }
 
 TEST(WebHostPlace, IsNotManagedInTheSessionOfAHandheld) {

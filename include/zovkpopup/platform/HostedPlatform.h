@@ -37,6 +37,8 @@ struct PlatformSettings {
   std::string drawing;
   /// The game's window as text, "x11:NUMBER" or "wayland:HANDLE"; counts more than `nativeWindow`.
   std::string gameWindow{};
+  /// The kind of window that popups have, in any case: "auto" or "fullscreen". Empty is "auto".
+  std::string popupWindow{};
   /// Asked for the game's last frame where nothing can be seen through popups; may be empty. On the
   /// main thread, from a pump or a call that shows something; it must not call the library.
   ZOVKPopupBackdrop backdrop{};

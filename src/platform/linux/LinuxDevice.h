@@ -7,8 +7,8 @@
 
 namespace zovk {
 
-/// Facts about this machine and application. How the device is held is always unknown: no
-/// orientation sensor is read. The popup's window shape stands for how the interface stands.
+/// Facts about this machine and application. How the device is held is unknown unless the helper
+/// finds a sensor. The popup's window shape stands for how the interface stands.
 class LinuxDevice : public Device {
  public:
   LinuxDevice(std::string homeDirectory, std::string applicationId,
@@ -20,9 +20,11 @@ class LinuxDevice : public Device {
   std::optional<std::string> identifierForVendor() const override;
   int systemMajorVersion() const override { return 12; }
   std::string appStoreHost() const override { return "flathub.org"; }
-  Orientation orientation() const override { return Orientation::kUnknown; }
+  Orientation orientation() const override { return orientation_; }
   Orientation statusBarOrientation() const override { return statusBarOrientation_; }
 
+  /// How the device is held, as its sensor tells. Main thread.
+  void setOrientation(Orientation orientation) { orientation_ = orientation; }
   /// The size that the popup's window was given. Main thread. An empty size tells nothing.
   void setWindowSize(const Size& size);
 
@@ -30,6 +32,7 @@ class LinuxDevice : public Device {
   const std::string homeDirectory_;
   const std::string applicationId_;
   const std::string machineIdPath_;
+  Orientation orientation_ = Orientation::kUnknown;
   Orientation statusBarOrientation_ = Orientation::kUnknown;
 };
 

@@ -53,6 +53,24 @@ Delivery screen(WebHostEventReader& event, WebHostMessage&) {
   };
 }
 
+Delivery held(WebHostEventReader& event, WebHostMessage&) {
+  constexpr std::array<std::pair<std::string_view, Orientation>, 5> kWays{{
+      {"unknown", Orientation::kUnknown},
+      {"portrait", Orientation::kPortrait},
+      {"upsideDown", Orientation::kPortraitUpsideDown},
+      {"left", Orientation::kLandscapeLeft},
+      {"right", Orientation::kLandscapeRight},
+  }};
+  const std::string way = event.text("held");
+  const auto* const found = std::find_if(kWays.begin(), kWays.end(),
+                                         [&way](const auto& known) { return known.first == way; });
+  if (found == kWays.end()) {
+    event.reject();
+    return {};
+  }
+  return [orientation = found->second](WebHostSession& session) { session.heldAs(orientation); };
+}
+
 Delivery windowKey(WebHostEventReader& event, WebHostMessage&) {
   // Losing the keyboard says nothing: only what takes it counts, and other programs do not.
   return [id = event.id("window"), key = event.flag("key")](WebHostSession& session) {
@@ -252,10 +270,11 @@ Delivery logLine(WebHostEventReader& event, WebHostMessage&) {
   return [line = printable(event.text("line"))](WebHostSession&) { ZPLogger::writeDirectly(line); };
 }
 
-constexpr std::array<std::pair<std::string_view, Parser>, 29> kParsers{{
+constexpr std::array<std::pair<std::string_view, Parser>, 30> kParsers{{
     {"ready", ready},
     {"failed", failed},
     {"screen", screen},
+    {"held", held},
     {"window.key", windowKey},
     {"window.other", windowOther},
     {"window.size", windowSize},

@@ -153,6 +153,10 @@ void WebHostSession::watchHelper() {
   }
 }
 
+void WebHostSession::heldAs(Orientation orientation) {
+  if (!isShutDown()) device_.setOrientation(orientation);
+}
+
 void WebHostSession::sizeKnown(const Size& size) {
   if (!isShutDown() && size.width > 0 && size.height > 0) device_.setWindowSize(size);
 }
@@ -213,6 +217,7 @@ void WebHostSession::helperIsLost(const std::string& reason) {
 
 void WebHostSession::dropLink() {
   isReady_ = false;
+  heldAs(Orientation::kUnknown);
   backdrop_.setWanted(false);  // the next one may see through its windows
   watchHelper();
   objects_.keyWindow = objects_.activeWindow = 0;

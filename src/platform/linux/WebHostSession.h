@@ -62,6 +62,8 @@ class WebHostSession : public std::enable_shared_from_this<WebHostSession> {
   /// What the game tells of its own window, where the display does not.
   void gameHasKeyboard(bool has);
   void gameHasSize(const Size& size);
+  /// How the player holds the machine.
+  void heldAs(Orientation orientation);
   /// How large the popup is, or is about to be; an empty size tells nothing.
   void sizeKnown(const Size& size);
   /// Runs `task` from the pump, unless all is shut down by then.

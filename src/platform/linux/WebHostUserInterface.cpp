@@ -26,6 +26,7 @@ WebHostMessage helloOf(const PlatformSettings& settings, const LinuxDevice& devi
                        {"pageMemory", settings.pageMemory},
                        {"drawing", settings.drawing.c_str()},
                        {"drawingFailed", false}};
+  if (!settings.popupWindow.empty()) hello["popupWindow"] = settings.popupWindow;
   if (!window.wayland.empty()) hello["waylandWindow"] = window.wayland;
   if (settings.pageConsole) hello["pageConsole"] = true;
   return hello;

@@ -49,6 +49,23 @@ TEST_F(WebHostEvents, TheDelegateHearsOfEveryStepOfALoad) {
   EXPECT_EQ(page_->url(), "https://a/b");
 }
 
+TEST_F(WebHostEvents, HowTheMachineIsHeldIsTheDevicesUntilTheHelperIsLost) {
+  startReady();
+  EXPECT_EQ(device_.orientation(), Orientation::kUnknown);
+  receive(R"({"type":"held","held":"portrait"})");
+  EXPECT_EQ(device_.orientation(), Orientation::kPortrait);
+  receive(R"({"type":"held","held":"upsideDown"})");
+  EXPECT_EQ(device_.orientation(), Orientation::kPortraitUpsideDown);
+  receive(R"({"type":"held","held":"left"})");
+  EXPECT_EQ(device_.orientation(), Orientation::kLandscapeLeft);
+  receive(R"({"type":"held","held":"unknown"})");
+  EXPECT_EQ(device_.orientation(), Orientation::kUnknown);
+  receive(R"({"type":"held","held":"right"})");
+  EXPECT_EQ(device_.orientation(), Orientation::kLandscapeRight);
+  killHelper();
+  EXPECT_EQ(device_.orientation(), Orientation::kUnknown);
+}
+
 TEST_F(WebHostEvents, ADelegateThatIsGoneIsNotMissed) {
   openPage();
   delegate_.reset();
@@ -282,7 +299,8 @@ INSTANTIATE_TEST_SUITE_P(
         R"({"type":"ready","version":1,"screen":[0,0,1,"1"],"schemes":[]})",
         R"({"type":"ready","version":1,"screen":[0,0,1,1],"schemes":[1]})",
         R"({"type":"failed","reason":1})", R"({"type":"screen","screen":{}})",
-        R"({"type":"screen","screen":[0,0,1,1,1]})",
+        R"({"type":"screen","screen":[0,0,1,1,1]})", R"({"type":"held"})",
+        R"({"type":"held","held":"sideways"})", R"({"type":"held","held":1})",
         R"({"type":"window.key","window":0,"key":true})",
         R"({"type":"window.key","window":1,"key":1})",
         R"({"type":"window.size","window":1,"width":-1,"height":2,"safeArea":[0,0,0,0]})",
