@@ -36,6 +36,7 @@ TEST(CommandLine, MistakesAreUsageErrorsAndGoToStandardError) {
       {"check", "a", "--unknown"},
       {"check", "a", "--as", "neither"},
       {"explain", "a"},
+      {"new", "a", "--template", "unknown"},
       {"explain", "a", "--scene", "x", "--scene-type", "1"},
       {"explain", "a", "--scene-type", "one"},
       {"preview"},

@@ -1,14 +1,36 @@
+#include <array>
+
 #include "DocumentTest.h"
 
 namespace zovk {
 namespace {
 
-using NewCommand = DocumentTest;
+class NewCommand : public DocumentTest {
+ protected:
+  static std::string starter(const std::string& name) {
+    return read(std::string(ZOVKPOPUP_TOOL_STARTER) + "/" + name + ".html");
+  }
+  static constexpr std::array kStarters = {"announcement", "event", "reward", "survey", "policy"};
+};
+
+TEST_F(NewCommand, EveryStarterIsAPageAndADocumentWithoutAnyProblem) {
+  for (const std::string name : kStarters) {
+    const ProgramRun run = runTool({"new", name, "--folder", path(""), "--template", name});
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(read(path(name + ".html")), starter(name));
+    const ProgramRun checked = check(path(name + ".json"), {"--strict"});
+    EXPECT_EQ(checked.code, 0) << checked.out;
+    const std::string scene = name == "policy" ? "ZOVKPolicy" : name;
+    const auto explained =
+        runTool({"explain", path(name + ".json"), "--scene", scene, "--json"}).json();
+    EXPECT_EQ(explained.at("popups").at(0).at("verdict").as_string(), "passed") << name;
+  }
+}
 
 TEST_F(NewCommand, WritesAPageAndADocumentWithoutAnyProblem) {
   const ProgramRun run = runTool({"new", "shop", "--folder", path("")});
   EXPECT_EQ(run.code, 0) << run.err;
-  EXPECT_EQ(read(path("shop.html")), read(ZOVKPOPUP_TOOL_STARTER));
+  EXPECT_EQ(read(path("shop.html")), starter("announcement"));
   const ProgramRun checked = check(path("shop.json"), {"--strict"});
   EXPECT_EQ(checked.code, 0) << checked.out;
   const auto explained =
@@ -52,10 +74,16 @@ TEST_F(NewCommand, RefusesNamesThatAreNone) {
 }
 
 TEST_F(NewCommand, ItsPageNeedsNothingFromElsewhere) {
-  const std::string page = read(ZOVKPOPUP_TOOL_STARTER);
-  ASSERT_FALSE(page.empty());
-  for (const char* reference : {"http:", "https:", "src=", "href=", "@import", "url("}) {
-    EXPECT_EQ(page.find(reference), std::string::npos) << reference;
+  for (const std::string name : kStarters) {
+    const std::string page = starter(name);
+    ASSERT_FALSE(page.empty());
+    for (const char* reference : {"http:", "https:", "src=", "href=", "@import", "url("}) {
+      EXPECT_EQ(page.find(reference), std::string::npos) << name << reference;
+    }
+    for (const char* need : {"prefers-color-scheme: dark", "prefers-reduced-motion", "lang=\"en\"",
+                             "safe-area-inset", "aria-labelledby", ":focus-visible"}) {
+      EXPECT_NE(page.find(need), std::string::npos) << name << need;
+    }
   }
 }
 

@@ -102,6 +102,9 @@ void addNew(CommandLine& line) {
   command->add_option("name", line.starter.name, "Name of the page and of its scene")
       ->capture_default_str();
   command->add_option("--folder", line.starter.folder, "Where to write")->capture_default_str();
+  command->add_option("--template", line.starter.page, "Which page to start from")
+      ->check(CLI::IsMember({"announcement", "event", "reward", "survey", "policy"}))
+      ->capture_default_str();
   command->add_flag("--force", line.starter.force, "Replaces files that are there");
   command->callback([&line] { line.run = [&line] { return runNew(line.starter); }; });
 }

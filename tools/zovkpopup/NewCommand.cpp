@@ -1,9 +1,11 @@
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
+#include "engine/ZOVKPopupModel.h"
 #include "support/Md5.h"
 #include "zovkpopup/Commands.h"
 #include "zovkpopup/Embedded.h"
@@ -25,11 +27,17 @@ void refuseBadName(const std::string& name) {
   if (!good) throw ToolError(name + ": is no name; use letters, digits, dashes, dots, underscores");
 }
 
-boost::json::object documentFor(const std::string& name, const std::string& page) {
+std::string starterPage(const std::string& name) {
+  const auto* const found = std::find_if(kStarterPages.begin(), kStarterPages.end(),
+                                         [&name](const auto& page) { return page.name == name; });
+  return std::string(found->text);  // the command line takes no other name
+}
+
+boost::json::object documentFor(const std::string& name, const std::string& page, bool isPolicy) {
   const std::string service = "https://popups.example";
   const boost::json::object popup{{"pop_id", 1},
-                                  {"scene", name},
-                                  {"scene_type", 1},
+                                  {"scene", isPolicy ? kPolicyScene : name},
+                                  {"scene_type", isPolicy ? 0 : 1},
                                   {"valid_platform", ""},
                                   {"pop_type", 1},
                                   {"content_type", 1},
@@ -65,8 +73,9 @@ int runNew(const NewOptions& options) {
     refuseToReplace(page);
     refuseToReplace(document);
   }
-  writeFile(page, kStarterPage);
-  writeFile(document, prettyJson(documentFor(options.name, std::string(kStarterPage))));
+  const std::string text = starterPage(options.page);
+  writeFile(page, text);
+  writeFile(document, prettyJson(documentFor(options.name, text, options.page == "policy")));
   std::puts(
       fmt::format("{}\n{}\nAfter a change to the page, put \"zovkpopup sig {}\" into \"sig\".",
                   page.string(), document.string(), page.string())

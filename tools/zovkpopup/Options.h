@@ -44,6 +44,7 @@ struct ExplainOptions {
 struct NewOptions {
   std::string name = "welcome";
   std::string folder = ".";
+  std::string page = "announcement";  ///< Which page to start from.
   bool force = false;
 };
 

@@ -19,6 +19,7 @@ _zovkpopup() {
   case ${COMP_WORDS[COMP_CWORD - 1]} in
     --as) _zovkpopup_words "remote site local bundle"; return ;;
     --kind) _zovkpopup_words "ordinary game policy permission"; return ;;
+    --template) _zovkpopup_words "announcement event reward survey policy"; return ;;
     --theme) _zovkpopup_words "light dark high-contrast"; return ;;
     --scale) _zovkpopup_words "1 2 3 4"; return ;;
     --pages | --folder | --lasting | --record) _zovkpopup_files -d; return ;;
@@ -32,7 +33,7 @@ _zovkpopup() {
         check) _zovkpopup_words "$document --strict" ;;
         explain) _zovkpopup_words "$document --scene --scene-type --channel" ;;
         publish) _zovkpopup_words "--to --pages --base --lasting --record --strict --rollback --help" ;;
-        new) _zovkpopup_words "--folder --force --help" ;;
+        new) _zovkpopup_words "--folder --template --force --help" ;;
         preview) _zovkpopup_words "--kind --size --theme --scale --screenshot --matrix --watch --json --help" ;;
         *) _zovkpopup_words "--help" ;;
       esac
