@@ -123,6 +123,8 @@ class Walk(unittest.TestCase):
                 self.screen.save(pathlib.Path(os.environ["ZOVKPOPUP_PICTURES"]) / f"{picture}.png")
             self.screen.click_box(box)
             self.assertIn(f"#1 answered {answer}", game.wait_line("#1 answered "))
+            # A game that ends takes what it has not sent yet with it.
+            wait_until("the report", lambda: self.service.get("answers")["count"] == 1)
             game.wait_keyboard()
             self.screen.key("Escape")
             game.wait_end()
