@@ -7,7 +7,7 @@
 #include "engine/ZOVKPopupManager.h"
 #include "host/LoggerSetUp.h"
 #include "storage/ZOVKPopupFileManager.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 #include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {

@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "engine/ZOVKPopupModel.h"
 #include "platform/memory/MemoryPlatform.h"
+#include "record/ZOVKPopupModel.h"
 
 namespace zovk {
 

@@ -8,10 +8,10 @@
 
 #include "Definitions.h"
 #include "engine/ZOVKPopupManager.h"
-#include "platform/linux/PosixFileSystem.h"
-#include "platform/linux/SystemClock.h"
+#include "platform/linux/system/PosixFileSystem.h"
+#include "platform/linux/system/SystemClock.h"
 #include "storage/ZOVKPopupFileManager.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 #include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {

@@ -10,8 +10,8 @@
 
 #include "LocalService.h"
 #include "Statistics.h"
-#include "platform/linux/CurlUrlSession.h"
-#include "platform/linux/PosixFileSystem.h"
+#include "platform/linux/http/CurlUrlSession.h"
+#include "platform/linux/system/PosixFileSystem.h"
 
 namespace zovk {
 namespace {

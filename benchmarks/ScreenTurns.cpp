@@ -7,7 +7,7 @@
 #include <string>
 
 #include "GameLoop.h"
-#include "platform/linux/WebHostInspector.h"
+#include "platform/linux/helper/HelperInspector.h"
 #include "support/LocalBundle.h"
 #include "support/VirtualScreen.h"
 #include "zovkpopup/Host.h"
@@ -49,7 +49,7 @@ struct Journal {
 
 class Screen {
  public:
-  Screen(GameLoop& game, Journal& journal, WebHostInspector& inspector)
+  Screen(GameLoop& game, Journal& journal, HelperInspector& inspector)
       : game_(game), journal_(journal), inspector_(inspector) {}
 
   void show(const ZOVKPopupComplete& complete) {
@@ -84,7 +84,7 @@ class Screen {
  private:
   GameLoop& game_;
   Journal& journal_;
-  WebHostInspector& inspector_;
+  HelperInspector& inspector_;
 };
 
 struct Turns {
@@ -181,7 +181,7 @@ int main() {
   if (!ZOVKPopupHost::setUp(platform)) return 1;
   game.runFrames(180);  // the helper gets warm while the game shows its own start
 
-  auto& inspector = dynamic_cast<WebHostInspector&>(platform->interfaces().userInterface);
+  auto& inspector = dynamic_cast<HelperInspector&>(platform->interfaces().userInterface);
   Screen screen(game, journal, inspector);
   const Turns turns = measureTurns(screen, journal);
   const Clicks clicks = measureClicks(screen, journal);

@@ -16,7 +16,7 @@
 #include "LocalService.h"
 #include "Statistics.h"
 #include "network/ZOVKPopupNetwork.h"
-#include "platform/linux/CurlUrlSession.h"
+#include "platform/linux/http/CurlUrlSession.h"
 #include "support/ProcessFacts.h"
 
 namespace zovk {

@@ -3,9 +3,9 @@
 #include <benchmark/benchmark.h>
 #include <boost/json/serialize.hpp>
 
-#include "network/ZOVKPopupCommonTool.h"
 #include "network/ZOVKPopupNetwork.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
+#include "text/ZOVKPopupCommonTool.h"
 
 namespace zovk {
 namespace {

@@ -61,7 +61,7 @@ namespace ZOVKPopup {
     /// <summary>The application's home directory (absolute path); by default `$XDG_DATA_HOME/
     /// &lt;application id>`.</summary>
     public IntPtr DataDirectory;
-    /// <summary>The helper program `zovkpopup-webhost`; by default the one installed with the
+    /// <summary>The helper program `zovkpopup-helper`; by default the one installed with the
     /// library.</summary>
     public IntPtr HelperPath;
     /// <summary>The X11 window of the game, 0 when it has none.</summary>

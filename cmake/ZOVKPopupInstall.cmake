@@ -19,8 +19,8 @@ install(TARGETS zovkpopup EXPORT ZOVKPopupTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
-if(TARGET zovkpopup-webhost)
-  install(TARGETS zovkpopup-webhost DESTINATION ${runtime_directory} COMPONENT runtime)
+if(TARGET zovkpopup-helper)
+  install(TARGETS zovkpopup-helper DESTINATION ${runtime_directory} COMPONENT runtime)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/resources/ZOVKPopupResource.bundle
     DESTINATION ${runtime_directory} COMPONENT runtime)
 endif()

@@ -124,7 +124,7 @@ typedef struct zovkpopup_settings {
   /// The application's home directory (absolute path); by default `$XDG_DATA_HOME/<application
   /// id>`.
   const char* data_directory;
-  /// The helper program `zovkpopup-webhost`; by default the one installed with the library.
+  /// The helper program `zovkpopup-helper`; by default the one installed with the library.
   const char* helper_path;
   /// The X11 window of the game, 0 when it has none.
   uint64_t native_window;

@@ -27,7 +27,7 @@ struct ZOVKPopupHostSettings {
   std::string resourceDirectory;
   /// The application's home directory; by default `$XDG_DATA_HOME/<applicationId>`.
   std::string dataDirectory;
-  /// The helper program `zovkpopup-webhost`; by default the one installed with the library.
+  /// The helper program `zovkpopup-helper`; by default the one installed with the library.
   std::string helperPath;
   /// The X11 window of the game, 0 when it has none: popups cover it and give the focus back to it.
   std::uint64_t nativeWindow = 0;

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "bridge/BridgeInbox.h"
-#include "bridge/BridgeText.h"
 #include "bridge/ZOVKPopupWebViewJavascriptBridge_js.h"
 #include "logging/ZPLogger.h"
+#include "text/JsonText.h"
 #include "zovkpopup/platform/Platform.h"
 
 namespace zovk {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cctype>
 
-#include "bridge/BridgeText.h"
 #include "logging/ZPLogger.h"
-#include "network/UrlText.h"
+#include "text/JsonText.h"
+#include "text/UrlText.h"
 #include "zovkpopup/BridgeBase.h"
 
 namespace zovk {

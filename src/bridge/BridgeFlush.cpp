@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "bridge/BridgeInbox.h"
-#include "bridge/BridgeText.h"
 #include "logging/ZPLogger.h"
+#include "text/JsonText.h"
 #include "zovkpopup/BridgeBase.h"
 #include "zovkpopup/platform/Platform.h"
 

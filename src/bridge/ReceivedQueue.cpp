@@ -5,7 +5,7 @@
 
 #include <boost/json/monotonic_resource.hpp>
 
-#include "bridge/BridgeText.h"
+#include "text/JsonText.h"
 
 namespace zovk {
 

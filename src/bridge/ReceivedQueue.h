@@ -7,7 +7,7 @@
 #include <boost/json/string.hpp>
 #include <boost/json/value.hpp>
 
-#include "support/JsonSize.h"
+#include "text/JsonSize.h"
 
 namespace zovk {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "network/ZOVKPopupCommonTool.h"
+#include "text/ZOVKPopupCommonTool.h"
 #include "zovkpopup/Result.h"
 
 namespace zovk {

@@ -7,8 +7,8 @@
 
 #include <unistd.h>
 
-#include "host/HostPlatform.h"
 #include "logging/ZPLogger.h"
+#include "platform/HostPlatform.h"
 #include "zovkpopup/Host.h"
 #include "zovkpopup/platform/CurrentPlatform.h"
 

@@ -4,8 +4,8 @@
 
 #include <boost/json/value.hpp>
 
-#include "bridge/BridgeText.h"
 #include "capi/Boundary.h"
+#include "text/JsonText.h"
 
 namespace zovk {
 

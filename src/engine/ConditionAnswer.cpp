@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "network/JsonNumbers.h"
+#include "text/JsonNumbers.h"
 
 namespace zovk {
 namespace {

@@ -10,7 +10,7 @@
 
 #include <boost/json/value.hpp>
 
-#include "engine/ZOVKPopupModel.h"
+#include "record/ZOVKPopupModel.h"
 
 namespace zovk {
 

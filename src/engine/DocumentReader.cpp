@@ -7,7 +7,7 @@
 #include <boost/json/basic_parser_impl.hpp>
 
 #include "engine/DocumentParser.h"
-#include "support/JsonRead.h"
+#include "text/JsonRead.h"
 
 namespace zovk {
 namespace {

@@ -1,8 +1,8 @@
 #include "engine/ConditionAnswer.h"
 #include "engine/ZOVKPopupManager.h"
 #include "network/ZOVKPopupNetwork.h"
-#include "presentation/PlayerRequest.h"
-#include "support/JsonRead.h"
+#include "record/PlayerRequest.h"
+#include "text/JsonRead.h"
 
 namespace zovk {
 

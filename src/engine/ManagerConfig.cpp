@@ -4,10 +4,10 @@
 #include "engine/Merge.h"
 #include "engine/OnceRecord.h"
 #include "engine/ZOVKPopupManager.h"
-#include "network/JsonNumbers.h"
 #include "storage/ZOVKPopupFileManager.h"
-#include "support/JsonRead.h"
 #include "support/Utf8.h"
+#include "text/JsonNumbers.h"
+#include "text/JsonRead.h"
 
 namespace zovk {
 namespace {

@@ -1,6 +1,6 @@
 #include "engine/ZOVKPopupManager.h"
-#include "network/JsonNumbers.h"
 #include "storage/ZOVKPopupFileManager.h"
+#include "text/JsonNumbers.h"
 #include "zovkpopup/Result.h"
 
 namespace zovk {

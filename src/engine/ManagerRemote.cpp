@@ -1,6 +1,6 @@
 #include "engine/ZOVKPopupManager.h"
 #include "network/ZOVKPopupNetwork.h"
-#include "presentation/PlayerRequest.h"
+#include "record/PlayerRequest.h"
 #include "storage/ZOVKPopupFileManager.h"
 
 namespace zovk {

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "engine/ZOVKPopupModel.h"
+#include "record/ZOVKPopupModel.h"
 
 namespace zovk {
 

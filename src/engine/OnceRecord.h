@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "engine/ZOVKPopupModel.h"
+#include "record/ZOVKPopupModel.h"
 
 namespace zovk {
 

@@ -4,8 +4,8 @@
 #include <tuple>
 
 #include "logging/ZPLogger.h"
-#include "network/ZOVKPopupCommonTool.h"
 #include "storage/ZOVKPopupFileManager.h"
+#include "text/ZOVKPopupCommonTool.h"
 
 namespace zovk {
 namespace {

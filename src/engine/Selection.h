@@ -4,8 +4,8 @@
 #include <functional>
 #include <string>
 
-#include "engine/ZOVKPopupLoginStateModel.h"
-#include "engine/ZOVKPopupModel.h"
+#include "record/ZOVKPopupLoginStateModel.h"
+#include "record/ZOVKPopupModel.h"
 #include "storage/ZOVKPopupFileManager.h"
 
 namespace zovk {

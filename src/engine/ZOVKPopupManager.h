@@ -12,9 +12,9 @@
 
 #include <boost/json/object.hpp>
 
-#include "engine/LoginStateRecord.h"
-#include "engine/ZOVKPopupModel.h"
 #include "logging/ZPLogger.h"
+#include "record/LoginStateRecord.h"
+#include "record/ZOVKPopupModel.h"
 #include "support/SharedInstance.h"
 #include "zovkpopup/Explain.h"
 #include "zovkpopup/Hooks.h"

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "engine/ZOVKPopupManager.h"
-#include "host/HostPlatform.h"
 #include "host/LoggerSetUp.h"
+#include "platform/HostPlatform.h"
 #include "storage/ZOVKPopupFileManager.h"
 #include "zovkpopup/ThreadSafety.h"
 #include "zovkpopup/platform/CurrentPlatform.h"
@@ -47,6 +47,7 @@ bool install(std::shared_ptr<HostedPlatform> platform) {
   const std::shared_ptr<Platform> interfaces(platform, &platform->interfaces());
   setUpLogger(interfaces, platform->sharedLog());
   host().exchange({std::move(platform), std::this_thread::get_id(), false});
+  setHostThread(std::this_thread::get_id());
   host().pumping = false;
   setCurrentPlatform(interfaces);
   return true;
@@ -94,12 +95,6 @@ bool setHeldBack(const char* operation, bool heldBack) {
 const bool kDefaultIsKnown = (setDefaultPlatform(installDefault), true);
 
 }  // namespace
-
-std::shared_ptr<Platform> hostPlatform() {
-  const HostState now = host().now();
-  const bool ownThread = now.mainThread == std::this_thread::get_id();
-  return now.platform != nullptr && ownThread ? currentPlatform() : nullptr;
-}
 
 bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
   if (host().now().platform != nullptr) return setUp(std::shared_ptr<HostedPlatform>());
@@ -175,6 +170,7 @@ void ZOVKPopupHost::shutDown() {
   const auto platform = platformFor("shutDown");
   if (platform == nullptr) return;
   host().exchange({nullptr, std::this_thread::get_id(), true});
+  setHostThread(std::nullopt);
   if (auto* const manager = ZOVKPopupManager::sharedInstanceNoSynch()) {
     manager->setHooks({});
     manager->stopWork();

@@ -6,8 +6,8 @@
 #include <fmt/format.h>
 
 #include "logging/ZPLogger.h"
-#include "network/ZOVKPopupCommonTool.h"
-#include "support/WebAddress.h"
+#include "text/WebAddress.h"
+#include "text/ZOVKPopupCommonTool.h"
 
 namespace zovk {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/ZOVKPopupModel.h"
+#include "record/ZOVKPopupModel.h"
 
 namespace zovk {
 

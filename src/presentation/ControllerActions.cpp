@@ -1,9 +1,9 @@
 #include <array>
 
-#include "network/ZOVKPopupCommonTool.h"
 #include "presentation/ActionScope.h"
 #include "presentation/ZOVKPopupViewController.h"
-#include "support/JsonRead.h"
+#include "text/JsonRead.h"
+#include "text/ZOVKPopupCommonTool.h"
 #include "zovkpopup/Result.h"
 
 namespace zovk {

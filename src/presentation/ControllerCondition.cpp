@@ -1,5 +1,5 @@
-#include "presentation/PlayerRequest.h"
 #include "presentation/ZOVKPopupViewController.h"
+#include "record/PlayerRequest.h"
 
 namespace zovk {
 

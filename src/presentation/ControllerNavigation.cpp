@@ -1,7 +1,7 @@
-#include "network/UrlText.h"
 #include "presentation/ActionScope.h"
 #include "presentation/PageAddress.h"
 #include "presentation/ZOVKPopupViewController.h"
+#include "text/UrlText.h"
 
 namespace zovk {
 namespace {

@@ -1,7 +1,7 @@
 #include "presentation/PageAddress.h"
 
-#include "network/UrlText.h"
-#include "network/ZOVKPopupCommonTool.h"
+#include "text/UrlText.h"
+#include "text/ZOVKPopupCommonTool.h"
 
 namespace zovk {
 

@@ -4,7 +4,7 @@
 
 #include <boost/json/object.hpp>
 
-#include "engine/ZOVKPopupModel.h"
+#include "record/ZOVKPopupModel.h"
 
 namespace zovk {
 

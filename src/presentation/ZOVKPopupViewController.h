@@ -11,11 +11,11 @@
 #include <boost/json/object.hpp>
 #include <boost/json/value.hpp>
 
-#include "engine/LoginStateRecord.h"
-#include "engine/ZOVKPopupModel.h"
 #include "logging/ZPLogger.h"
 #include "network/ZOVKPopupNetwork.h"
-#include "presentation/PlayerRequest.h"
+#include "record/LoginStateRecord.h"
+#include "record/PlayerRequest.h"
+#include "record/ZOVKPopupModel.h"
 #include "zovkpopup/Result.h"
 #include "zovkpopup/ThreadSafety.h"
 #include "zovkpopup/platform/Platform.h"

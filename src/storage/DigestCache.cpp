@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "storage/FreshnessRule.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 
 namespace zovk {
 namespace {

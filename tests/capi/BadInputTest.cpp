@@ -25,7 +25,7 @@ class BadInput : public CGameFixture {
   void expectAnError() {
     EXPECT_EQ(note_.answers.back().first, -1);
     EXPECT_FALSE(note_.answers.back().second.empty());
-    EXPECT_TRUE(logged("[Error] Web host")) << allLines();
+    EXPECT_TRUE(logged("[Error] Helper")) << allLines();
   }
 
   Note note_;
@@ -58,7 +58,7 @@ TEST_P(WrongHelper, EndsEveryRequestWithAReason) {
 }
 
 INSTANTIATE_TEST_SUITE_P(BadInput, WrongHelper,
-                         testing::Values(Helper{"Nowhere", "/nowhere/zovkpopup-webhost"},
+                         testing::Values(Helper{"Nowhere", "/nowhere/zovkpopup-helper"},
                                          Helper{"AFolder", "/tmp"},
                                          Helper{"AFileThatIsNoProgram", "/etc/passwd"},
                                          Helper{"AProgramThatEndsAtOnce", "/bin/true"},
@@ -84,7 +84,7 @@ TEST_F(BadInput, ADataFolderThatCannotBeMadeLetsNoPageIn) {
   mine.data_directory = "/proc/nothing/here";
   ASSERT_EQ(zovkpopup_set_up(&mine), ZOVKPOPUP_OK);
   ASSERT_EQ(show(), ZOVKPOPUP_OK);
-  pumpUntil([&] { return logged("web host: no page is loaded: "); }, "the reason");
+  pumpUntil([&] { return logged("helper: no page is loaded: "); }, "the reason");
   EXPECT_TRUE(logged("[Error] Create container directory:/proc/nothing failed")) << allLines();
   EXPECT_TRUE(note_.answers.empty());
 }

@@ -233,7 +233,7 @@ TEST_F(CWindow, TellsOfAWindowThatThePageAskedFor) {
 TEST_F(CWindow, TellsWhyItIsGoneWhenThereIsNoHelper) {
   writePage("");
   auto mine = settings();
-  mine.helper_path = "/nowhere/zovkpopup-webhost";
+  mine.helper_path = "/nowhere/zovkpopup-helper";
   ASSERT_EQ(zovkpopup_set_up(&mine), ZOVKPOPUP_OK);
   const auto page = pageSettings();
   ASSERT_EQ(zovkpopup_web_window_open(&page, &window_), ZOVKPOPUP_OK);

@@ -36,6 +36,6 @@ class Person:
         found = subprocess.run(["xdotool", "getactivewindow", "getwindowpid"], check=False,
                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
         try:
-            return os.readlink(f"/proc/{found.stdout.strip()}/exe").endswith("zovkpopup-webhost")
+            return os.readlink(f"/proc/{found.stdout.strip()}/exe").endswith("zovkpopup-helper")
         except OSError:
             return False

@@ -6,12 +6,12 @@
 #include <curl/curl.h>
 
 #include "fuzz/Fuzz.h"
-#include "network/JsonNumbers.h"
-#include "network/UrlText.h"
-#include "network/ZOVKPopupCommonTool.h"
 #include "network/ZOVKPopupNetwork.h"
 #include "support/Utf8.h"
-#include "support/WebAddress.h"
+#include "text/JsonNumbers.h"
+#include "text/UrlText.h"
+#include "text/WebAddress.h"
+#include "text/ZOVKPopupCommonTool.h"
 
 namespace zovk {
 namespace {

@@ -7,11 +7,11 @@
 #include <stdexcept>
 
 #include "fuzz/Fuzz.h"
-#include "webhost/Arguments.h"
-#include "webhost/LoadRefusal.h"
-#include "webprotocol/FrameCodec.h"
+#include "helper/Arguments.h"
+#include "helper/LoadRefusal.h"
+#include "protocol/FrameCodec.h"
 
-namespace zovk {
+namespace zovk::helper {
 namespace {
 
 /// The readers may refuse a member in one way only.
@@ -61,7 +61,7 @@ void readMember(const Arguments& arguments, std::string_view name, std::string_v
   });
 }
 
-void receive(const WebHostMessage& message, std::string_view input) {
+void receive(const HelperMessage& message, std::string_view input) {
   if (!message.contains("type") || !message.at("type").is_string()) fail("no type", input);
   const Arguments arguments(message);
   for (const auto& member : message) readMember(arguments, member.key(), input);
@@ -115,4 +115,4 @@ void fuzz(std::string_view input) {
   judgeAddresses(input);
 }
 
-}  // namespace zovk
+}  // namespace zovk::helper

@@ -11,7 +11,7 @@
 #include <sys/socket.h>
 
 #include "fuzz/Fuzz.h"
-#include "platform/linux/WebHostUserInterface.h"
+#include "platform/linux/helper/HelperUserInterface.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "zovkpopup/Bridge.h"
 
@@ -43,9 +43,9 @@ class Handler final : public ScriptMessageHandler {
 struct Helper {
   UniqueFd socket;
 
-  WebHostLauncher launcher() {
-    WebHostLauncher launcher;
-    launcher.start = [this]() -> WebHostLauncher::Started {
+  HelperLauncher launcher() {
+    HelperLauncher launcher;
+    launcher.start = [this]() -> HelperLauncher::Started {
       std::array<int, 2> ends{};
       if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) std::abort();
       socket = UniqueFd(ends[1]);
@@ -114,7 +114,7 @@ class Game {
   Helper helper_;
   LinuxMainQueue queue_;
   LinuxDevice device_{"/data/fuzz", "fuzz"};
-  WebHostUserInterface client_{PlatformSettings(), queue_, device_, helper_.launcher()};
+  HelperUserInterface client_{PlatformSettings(), queue_, device_, helper_.launcher()};
   std::shared_ptr<Screen> screen_ = std::make_shared<Screen>();
   std::shared_ptr<Window> window_;
   std::shared_ptr<Layout> layout_;

@@ -12,7 +12,7 @@
 #include <unistd.h>
 
 #include "fuzz/Fuzz.h"
-#include "platform/linux/CurlUrlSession.h"
+#include "platform/linux/http/CurlUrlSession.h"
 #include "support/UniqueFd.h"
 #include "zovkpopup/ThreadSafety.h"
 

@@ -7,8 +7,8 @@
 #include <map>
 
 #include "fuzz/Engine.h"
-#include "network/ZOVKPopupCommonTool.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
+#include "text/ZOVKPopupCommonTool.h"
 #include "zovkpopup/ZOVKPopup.h"
 
 namespace zovk {

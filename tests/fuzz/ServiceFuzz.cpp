@@ -15,7 +15,7 @@
 #include "service/Pages.h"
 #include "service/Reports.h"
 #include "service/SignatureCheck.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 
 namespace zovk::service {
 namespace {

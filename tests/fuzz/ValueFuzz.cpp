@@ -7,11 +7,11 @@
 #include <jsc/jsc.h>
 
 #include "fuzz/Fuzz.h"
-#include "webhost/GObjectPtr.h"
-#include "webhost/ScriptValues.h"
-#include "webprotocol/FrameCodec.h"
+#include "helper/GObjectPtr.h"
+#include "helper/ScriptValues.h"
+#include "protocol/FrameCodec.h"
 
-namespace zovk {
+namespace zovk::helper {
 namespace {
 
 /// `v` is the value so far, `n` a number from 0 to 15, `t` a text of the input.
@@ -118,7 +118,7 @@ void fuzz(std::string_view input) {
   expectSendable(read, input);
 }
 
-}  // namespace zovk
+}  // namespace zovk::helper
 
 // The script engine keeps what it owns where the search for leaks does not look.
 extern "C" const char* __lsan_default_suppressions() {

@@ -77,8 +77,8 @@ double HostileScreen::megabytes() {
   return privateMegabytes(getpid());
 }
 
-WebHostInspector& HostileScreen::screen() {
-  return dynamic_cast<WebHostInspector&>(platform_->interfaces().userInterface);
+HelperInspector& HostileScreen::screen() {
+  return dynamic_cast<HelperInspector&>(platform_->interfaces().userInterface);
 }
 
 }  // namespace zovk

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/linux/WebHostInspector.h"
+#include "platform/linux/helper/HelperInspector.h"
 #include "support/HostFixture.h"
 #include "zovkpopup/platform/HostedPlatform.h"
 
@@ -34,7 +34,7 @@ class HostileScreen : public HostFixture {
   Seconds longestPump() const { return longestPump_; }
   /// Of the game's own process.
   static double megabytes();
-  WebHostInspector& screen();
+  HelperInspector& screen();
 
  private:
   std::shared_ptr<HostedPlatform> platform_;

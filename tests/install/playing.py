@@ -76,7 +76,7 @@ def expect_from(library, runtime, told):
     expect_answered(told)
     expect([pathlib.Path(path).parent for path in told["library"]] == [library.resolve()],
            f"the library is not of {library}: {told}")
-    helper = runtime.resolve() / "zovkpopup-webhost"
+    helper = runtime.resolve() / "zovkpopup-helper"
     expect(told["helper"] == [str(helper)], f"the helper is not {helper}: {told}")
     expect(not misses_bundle(told), f"the bundle was not found: {told}")
 

@@ -13,7 +13,7 @@
 #include "host/LoggerSetUp.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "storage/ZOVKPopupFileManager.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 #include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {

@@ -7,7 +7,7 @@
 #include <boost/json/serialize.hpp>
 #include <fmt/format.h>
 
-#include "support/Md5.h"
+#include "text/Md5.h"
 
 namespace zovk {
 namespace {

@@ -6,7 +6,7 @@
 
 #include <boost/json/array.hpp>
 
-#include "engine/ZOVKPopupModel.h"
+#include "record/ZOVKPopupModel.h"
 
 namespace zovk {
 

@@ -12,7 +12,7 @@
 #include "platform/memory/MemoryPlatform.h"
 #include "storage/ZOVKPopupFileManager.h"
 #include "support/LogMessages.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 #include "zovkpopup/Host.h"
 #include "zovkpopup/ZOVKPopup.h"
 #include "zovkpopup/platform/CurrentPlatform.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/WebHostInspector.h"
+#include "platform/linux/helper/HelperInspector.h"
 #include "support/HostFixture.h"
 #include "support/VirtualScreen.h"
 #include "zovkpopup/platform/HostedPlatform.h"
@@ -56,7 +56,7 @@ class ScreenFixture : public HostFixture {
         " click 1");
   }
   /// Where a view stands on the popup's screen; absent for a layout that does not have it.
-  std::optional<WebHostInspector::ViewFrame> place(const std::string& outlet) {
+  std::optional<HelperInspector::ViewFrame> place(const std::string& outlet) {
     screen().viewFrame(outlet);
     sync();
     return screen().viewFrame(outlet);
@@ -78,8 +78,8 @@ class ScreenFixture : public HostFixture {
     const auto place = screen().viewFrame(outlet);
     return place && place->visible;
   }
-  WebHostInspector& screen() {
-    return dynamic_cast<WebHostInspector&>(platform_->interfaces().userInterface);
+  HelperInspector& screen() {
+    return dynamic_cast<HelperInspector&>(platform_->interfaces().userInterface);
   }
   /// What the popup's screen logged, without the places in the source.
   std::vector<std::string> screenMessages() {

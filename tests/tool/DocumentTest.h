@@ -9,7 +9,7 @@
 #include <gmock/gmock.h>
 
 #include "ProgramRun.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 
 namespace zovk {
 

@@ -1,5 +1,5 @@
 #include "ProgramRun.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 
 namespace zovk {
 namespace {

@@ -21,7 +21,7 @@ void ClientScreen::loadView(std::shared_ptr<View> view) {
 }
 
 void ClientScreen::loadLayout() {
-  layout_ = interface_.loadLayout(WEBHOST_BUNDLE, layoutName, weak_from_this());
+  layout_ = interface_.loadLayout(HELPER_BUNDLE, layoutName, weak_from_this());
   view_->addSubview(*layout_->root());
   layout_->root()->pinEdgesTo(*view_);
   const auto content = layout_->outlet("contentView");
@@ -29,7 +29,7 @@ void ClientScreen::loadLayout() {
   page->pinEdgesTo(*content);
   content->sendSubviewToBack(*page);
   content->setClipsToBounds(true);
-  layout_->outlet("crossBtn")->setImage(std::string(WEBHOST_BUNDLE) + "/close.png");
+  layout_->outlet("crossBtn")->setImage(std::string(HELPER_BUNDLE) + "/close.png");
   for (const char* hidden : {"returnBtn", "refreshBtn", "stackView", "aloneConfirmStackView"}) {
     layout_->outlet(hidden)->setHidden(true);
   }
@@ -77,7 +77,7 @@ void ClientScreen::didReceiveScriptMessage(const std::string& name,
   messages.push_back(name + " " + (body ? boost::json::serialize(*body) : "absent"));
 }
 
-WebHostClientLive::WebHostClientLive() {
+HelperClientLive::HelperClientLive() {
   std::string pattern = (std::filesystem::temp_directory_path() / "client-XXXXXX").string();
   directory_ = ::mkdtemp(pattern.data());
   LogEnvironment log;
@@ -87,18 +87,18 @@ WebHostClientLive::WebHostClientLive() {
   settings.applicationId = "client.test";
   queue_ = std::make_unique<LinuxMainQueue>();
   device_ = std::make_unique<LinuxDevice>(directory_.string(), settings.applicationId);
-  client_ = std::make_unique<WebHostUserInterface>(settings, *queue_, *device_);
+  client_ = std::make_unique<HelperUserInterface>(settings, *queue_, *device_);
   screen_ = std::make_shared<ClientScreen>(*client_);
 }
 
-WebHostClientLive::~WebHostClientLive() {
+HelperClientLive::~HelperClientLive() {
   window_.reset();
   client_.reset();
   ZPLogger::setEnvironment({});
   std::filesystem::remove_all(directory_);
 }
 
-void WebHostClientLive::TearDown() {
+void HelperClientLive::TearDown() {
   std::vector<std::string> errors;
   for (const std::string& line : lines_) {
     if (line.starts_with("[Error]")) errors.push_back(line);
@@ -106,7 +106,7 @@ void WebHostClientLive::TearDown() {
   EXPECT_EQ(errors.size(), killed_) << testing::PrintToString(errors);
 }
 
-void WebHostClientLive::openPage() {
+void HelperClientLive::openPage() {
   window_ = client_->makeWindow({kLeft, kTop, kWidth, kHeight});
   window_->setRootViewController(screen_);
   screen_->page->loadFile(pageUrl(), pageUrl());
@@ -115,7 +115,7 @@ void WebHostClientLive::openPage() {
   pumpUntil("the keyboard", [this] { return window_->isKeyWindow(); });
 }
 
-void WebHostClientLive::pumpUntil(const char* what, const std::function<bool()>& done) {
+void HelperClientLive::pumpUntil(const char* what, const std::function<bool()>& done) {
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
   const auto pump = [this] { queue_->pump(std::chrono::milliseconds(100)); };
   pump();
@@ -131,13 +131,13 @@ void WebHostClientLive::pumpUntil(const char* what, const std::function<bool()>&
   }
 }
 
-void WebHostClientLive::sync() {
+void HelperClientLive::sync() {
   bool synced = false;
   client_->sync([&](bool done) { synced = done; });
   pumpUntil("the screen", [&] { return synced; });
 }
 
-void WebHostClientLive::click(const std::string& outlet) {
+void HelperClientLive::click(const std::string& outlet) {
   sync();
   const auto place = client_->viewFrame(outlet);
   ASSERT_TRUE(place && place->visible) << outlet;
@@ -149,7 +149,7 @@ void WebHostClientLive::click(const std::string& outlet) {
           " click 1");
 }
 
-void WebHostClientLive::killHelper() {
+void HelperClientLive::killHelper() {
   const pid_t helper = client_->helperProcessId();
   ASSERT_GT(helper, 0);
   ::kill(helper, SIGKILL);
@@ -157,8 +157,8 @@ void WebHostClientLive::killHelper() {
   pumpUntil("the loss", [&] { return client_->helperProcessId() != helper; });
 }
 
-std::string WebHostClientLive::pageUrl() {
-  return std::string("file://") + WEBHOST_PAGES + "/client.html";
+std::string HelperClientLive::pageUrl() {
+  return std::string("file://") + HELPER_PAGES + "/client.html";
 }
 
 void runTool(const std::string& arguments) {

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/linux/WebHostUserInterface.h"
+#include "platform/linux/helper/HelperUserInterface.h"
 
 namespace zovk {
 
@@ -70,15 +70,15 @@ class ClientScreen : public ViewController,
 
 /// The client with the real helper. A display, a window manager and a session bus are supplied
 /// from outside.
-class WebHostClientLive : public testing::Test {
+class HelperClientLive : public testing::Test {
  protected:
   static constexpr int kLeft = 60;
   static constexpr int kTop = 40;
   static constexpr int kWidth = 390;
   static constexpr int kHeight = 700;
 
-  WebHostClientLive();
-  ~WebHostClientLive() override;
+  HelperClientLive();
+  ~HelperClientLive() override;
 
   /// Opens a window with a page and waits until the page says that it is there.
   void openPage();
@@ -98,7 +98,7 @@ class WebHostClientLive : public testing::Test {
   std::size_t killed_ = 0;
   std::unique_ptr<LinuxMainQueue> queue_;
   std::unique_ptr<LinuxDevice> device_;
-  std::unique_ptr<WebHostUserInterface> client_;
+  std::unique_ptr<HelperUserInterface> client_;
   std::shared_ptr<ClientScreen> screen_;
   std::shared_ptr<Window> window_;
 };

@@ -3,7 +3,7 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "WebHostProcess.h"
+#include "HelperUnderTest.h"
 
 namespace zovk {
 

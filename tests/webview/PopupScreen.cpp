@@ -87,13 +87,13 @@ void PopupScreen::loadPage(const std::string& name) {
   helper_.await("web.finished", {{"view", kWebView}});
 }
 
-WebHostMessage PopupScreen::ask(const std::string& url) {
+HelperMessage PopupScreen::ask(const std::string& url) {
   const char* command = url.starts_with("file:") ? "web.loadFile" : "web.load";
   helper_.send({{"type", command}, {"view", kWebView}, {"url", url}, {"readAccess", url}});
   return helper_.await("web.policy", {{"view", kWebView}});
 }
 
-void PopupScreen::decide(const WebHostMessage& question, bool allow) {
+void PopupScreen::decide(const HelperMessage& question, bool allow) {
   helper_.send({{"type", "web.decide"},
                 {"view", kWebView},
                 {"decision", question.at("decision")},
@@ -119,7 +119,7 @@ int PopupScreen::view(const std::string& outlet) {
 boost::json::value PopupScreen::evaluate(const std::string& script) {
   const int id = ++lastEvaluation_;
   helper_.send({{"type", "web.evaluate"}, {"view", kWebView}, {"id", id}, {"script", script}});
-  const WebHostMessage result = helper_.await("web.evaluated", {{"id", id}});
+  const HelperMessage result = helper_.await("web.evaluated", {{"id", id}});
   return result.contains("value") ? result.at("value") : result.at("error");
 }
 
@@ -146,7 +146,7 @@ void PopupScreen::clickPage(int button) {
 }
 
 std::string PopupScreen::pageUrl(const std::string& name) {
-  return std::string("file://") + WEBHOST_PAGES + "/" + name;
+  return std::string("file://") + HELPER_PAGES + "/" + name;
 }
 
 }  // namespace zovk

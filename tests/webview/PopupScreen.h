@@ -4,7 +4,7 @@
 
 #include <boost/json/array.hpp>
 
-#include "WebHostProcess.h"
+#include "HelperUnderTest.h"
 
 namespace zovk {
 
@@ -21,13 +21,13 @@ class PopupScreen {
   static constexpr int kWidth = 390;
   static constexpr int kHeight = 700;
 
-  explicit PopupScreen(WebHostProcess& helper) : helper_(helper) {}
+  explicit PopupScreen(HelperUnderTest& helper) : helper_(helper) {}
 
   void createWindow();
   /// The web view alone, see-through, in place of a layout.
   void fillWithWebView();
   void loadLayout(const std::string& name = "ZOVKPopupView",
-                  const std::string& bundle = WEBHOST_BUNDLE);
+                  const std::string& bundle = HELPER_BUNDLE);
   void createWebView(bool opaque = false);
   void show();
   /// A window with a layout and a web view, shown.
@@ -37,8 +37,8 @@ class PopupScreen {
   /// All of the above.
   void openPage(const std::string& name);
   /// Asks for an address; the page's first navigation then waits.
-  WebHostMessage ask(const std::string& url);
-  void decide(const WebHostMessage& question, bool allow = true);
+  HelperMessage ask(const std::string& url);
+  void decide(const HelperMessage& question, bool allow = true);
   /// Loads an address and allows its first navigation.
   void load(const std::string& url);
 
@@ -56,7 +56,7 @@ class PopupScreen {
 
  private:
   void makeWebView(int content, bool opaque);
-  WebHostProcess& helper_;
+  HelperUnderTest& helper_;
   int lastEvaluation_ = 100;
   boost::json::array page_;  // where it stands, once it was clicked
 };

@@ -30,8 +30,8 @@ class WebPageFixture : public testing::Test {
   boost::json::value told() { return helper_.await("web.message").at("body"); }
 
   LoopbackServer site_;  // before the helper, which it keeps from proxies
-  const TemporaryDirectory home_;
-  WebHostProcess helper_{WebHostProcess::Start::kGreeted, {"HOME=" + home_.path().string()}};
+  const ScratchDirectory home_;
+  HelperUnderTest helper_{HelperUnderTest::Start::kGreeted, {"HOME=" + home_.path().string()}};
   PopupScreen screen_{helper_};
 };
 

@@ -41,7 +41,7 @@ class QuietScreen : public ClientScreen {
   int taken = 0;
 };
 
-class HostilePageOfGame : public WebHostClientLive,
+class HostilePageOfGame : public HelperClientLive,
                           public testing::WithParamInterface<std::pair<const char*, const char*>> {
  protected:
   HostilePageOfGame() { screen_ = quiet_ = std::make_shared<QuietScreen>(*client_); }

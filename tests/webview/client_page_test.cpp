@@ -8,7 +8,7 @@
 namespace zovk {
 namespace {
 
-TEST_F(WebHostClientLive, ShowsALocalPageInTheRealLayoutAndHearsIt) {
+TEST_F(HelperClientLive, ShowsALocalPageInTheRealLayoutAndHearsIt) {
   openPage();
   EXPECT_EQ(screen_->messages[0], R"(Game {"here":")" + pageUrl() + R"("})");
   EXPECT_EQ(screen_->page->url(), pageUrl());
@@ -18,14 +18,14 @@ TEST_F(WebHostClientLive, ShowsALocalPageInTheRealLayoutAndHearsIt) {
   EXPECT_TRUE(screen_->turns.empty());
 }
 
-TEST_F(WebHostClientLive, ARealClickOnTheCrossReachesTheOwnerOfTheLayout) {
+TEST_F(HelperClientLive, ARealClickOnTheCrossReachesTheOwnerOfTheLayout) {
   openPage();
   click("crossBtn");
   pumpUntil("the action", [&] { return !screen_->actions.empty(); });
   EXPECT_EQ(screen_->actions, std::vector<std::string>{"crossButtonClicked"});
 }
 
-TEST_F(WebHostClientLive, ScriptsOfThePageAreAnswered) {
+TEST_F(HelperClientLive, ScriptsOfThePageAreAnswered) {
   openPage();
   std::string answer;
   screen_->page->evaluateJavaScript("({a: [1, 'b']})", [&](const ScriptResult& result) {
@@ -35,7 +35,7 @@ TEST_F(WebHostClientLive, ScriptsOfThePageAreAnswered) {
   EXPECT_EQ(answer, R"({"a":[1,"b"]})");
 }
 
-TEST_F(WebHostClientLive, ASnapshotIsWritten) {
+TEST_F(HelperClientLive, ASnapshotIsWritten) {
   openPage();
   const std::string path = (directory_ / "window.png").string();
   bool done = false;
@@ -44,7 +44,7 @@ TEST_F(WebHostClientLive, ASnapshotIsWritten) {
   EXPECT_GT(std::filesystem::file_size(path), 100U);
 }
 
-TEST_F(WebHostClientLive, TurningTheWindowIsOneTransitionAndKeepsThePage) {
+TEST_F(HelperClientLive, TurningTheWindowIsOneTransitionAndKeepsThePage) {
   openPage();
   screen_->page->evaluateJavaScript("window.kept = 7; 0", {});
   screen_->layoutName = "ZOVKPopupViewLandscape";
@@ -65,17 +65,17 @@ TEST_F(WebHostClientLive, TurningTheWindowIsOneTransitionAndKeepsThePage) {
   pumpUntil("the action", [&] { return !screen_->actions.empty(); });
 }
 
-TEST_F(WebHostClientLive, AWebProcessThatEndsIsToldAndThePageComesBack) {
+TEST_F(HelperClientLive, AWebProcessThatEndsIsToldAndThePageComesBack) {
   openPage();
   client_->terminateWebProcess();
   pumpUntil("the page again", [&] { return screen_->messages.size() == 2; });
   EXPECT_EQ(screen_->terminated, 1);
 }
 
-TEST_F(WebHostClientLive, StartingTheHelperDoesNotHoldTheGameUp) {
+TEST_F(HelperClientLive, StartingTheHelperDoesNotHoldTheGameUp) {
   const auto before = std::chrono::steady_clock::now();
   PlatformSettings settings;
-  WebHostUserInterface another(settings, *queue_, *device_);
+  HelperUserInterface another(settings, *queue_, *device_);
   const auto took = std::chrono::steady_clock::now() - before;
   RecordProperty("microseconds", static_cast<int>(took / std::chrono::microseconds(1)));
   EXPECT_LT(took, std::chrono::milliseconds(50)) << "the helper itself takes far longer";

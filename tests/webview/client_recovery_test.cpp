@@ -18,7 +18,7 @@ bool endsSoon(pid_t process) {
   return ::poll(&ended, 1, 10000) == 1;
 }
 
-TEST_F(WebHostClientLive, ThePageComesBackWhenTheHelperIsKilled) {
+TEST_F(HelperClientLive, ThePageComesBackWhenTheHelperIsKilled) {
   openPage();
   killHelper();
   pumpUntil("the page again", [&] { return screen_->messages.size() == 2; });
@@ -34,14 +34,14 @@ TEST_F(WebHostClientLive, ThePageComesBackWhenTheHelperIsKilled) {
   EXPECT_TRUE(screen_->turns.empty());
 }
 
-TEST_F(WebHostClientLive, ASecondKillEndsTheRun) {
+TEST_F(HelperClientLive, ASecondKillEndsTheRun) {
   openPage();
   killHelper();
   pumpUntil("the page again", [&] { return screen_->messages.size() == 2; });
   killHelper();
   pumpUntil("the end", [&] { return !screen_->failures.empty(); });
   ASSERT_EQ(screen_->failures.size(), 1U);
-  EXPECT_NE(screen_->failures[0].find("The web host cannot be used"), std::string::npos);
+  EXPECT_NE(screen_->failures[0].find("The helper cannot be used"), std::string::npos);
   EXPECT_EQ(client_->helperProcessId(), 0);
 }
 
@@ -50,7 +50,7 @@ void killPages(pid_t helper) {
   for (const pid_t page : descendantsNamed(helper, "WebKitWebProces")) ::kill(page, SIGKILL);
 }
 
-TEST_F(WebHostClientLive, APageWhoseProcessDiesBeforeItIsThereComesAllTheSame) {
+TEST_F(HelperClientLive, APageWhoseProcessDiesBeforeItIsThereComesAllTheSame) {
   screen_->whenAsked = [&] {
     if (screen_->navigations.size() == 1) killPages(client_->helperProcessId());
   };
@@ -59,7 +59,7 @@ TEST_F(WebHostClientLive, APageWhoseProcessDiesBeforeItIsThereComesAllTheSame) {
   EXPECT_TRUE(screen_->failures.empty());
 }
 
-TEST_F(WebHostClientLive, APageWhoseProcessDiesTwiceBeforeItIsThereEndsTheRun) {
+TEST_F(HelperClientLive, APageWhoseProcessDiesTwiceBeforeItIsThereEndsTheRun) {
   screen_->whenAsked = [&] { killPages(client_->helperProcessId()); };
   window_ = client_->makeWindow({kLeft, kTop, kWidth, kHeight});
   window_->setRootViewController(screen_);
@@ -71,7 +71,7 @@ TEST_F(WebHostClientLive, APageWhoseProcessDiesTwiceBeforeItIsThereEndsTheRun) {
   ++killed_;  // the one error line
 }
 
-TEST_F(WebHostClientLive, AHelperThatIsStoppedIsReplaced) {
+TEST_F(HelperClientLive, AHelperThatIsStoppedIsReplaced) {
   openPage();
   const pid_t helper = client_->helperProcessId();
   ASSERT_EQ(::kill(helper, SIGSTOP), 0);
@@ -81,7 +81,7 @@ TEST_F(WebHostClientLive, AHelperThatIsStoppedIsReplaced) {
   EXPECT_NE(lines_.back().find("it does not answer"), std::string::npos) << lines_.back();
 }
 
-TEST_F(WebHostClientLive, TheNextWindowWorksAfterAFailure) {
+TEST_F(HelperClientLive, TheNextWindowWorksAfterAFailure) {
   openPage();
   killHelper();
   killHelper();
@@ -92,13 +92,13 @@ TEST_F(WebHostClientLive, TheNextWindowWorksAfterAFailure) {
   EXPECT_TRUE(screen_->failures.empty());
 }
 
-TEST_F(WebHostClientLive, ShutdownLeavesNoProcessAndNoDescriptor) {
+TEST_F(HelperClientLive, ShutdownLeavesNoProcessAndNoDescriptor) {
   // The queue's own descriptors stay.
   client_.reset();
   const std::size_t before = openDescriptors(::getpid());
   PlatformSettings settings;
   settings.applicationId = "client.test";
-  client_ = std::make_unique<WebHostUserInterface>(settings, *queue_, *device_);
+  client_ = std::make_unique<HelperUserInterface>(settings, *queue_, *device_);
   screen_ = std::make_shared<ClientScreen>(*client_);
   openPage();
   const pid_t helper = client_->helperProcessId();
@@ -112,7 +112,7 @@ TEST_F(WebHostClientLive, ShutdownLeavesNoProcessAndNoDescriptor) {
   for (const pid_t process : processes) EXPECT_TRUE(endsSoon(process));
 }
 
-TEST_F(WebHostClientLive, RunAfterRunLeavesNothingBehindInTheGame) {
+TEST_F(HelperClientLive, RunAfterRunLeavesNothingBehindInTheGame) {
   openPage();
   for (int i = 0; i < 5; ++i) {
     screen_ = std::make_shared<ClientScreen>(*client_);

@@ -1,43 +1,43 @@
 #include <memory>
 
+#include "HelperUnderTest.h"
 #include "ToolkitFixture.h"
-#include "WebHostProcess.h"
-#include "webhost/Commands.h"
-#include "webhost/ContainerView.h"
-#include "webhost/Host.h"
+#include "helper/Commands.h"
+#include "helper/ContainerView.h"
+#include "helper/Program.h"
 
-namespace zovk {
+namespace zovk::helper {
 namespace {
 
 class PopupToScreenReaders : public ToolkitFixture {
  protected:
   PopupToScreenReaders() { addViewCommands(table_); }
   bool isHidden(Id view) {
-    const GText wrong(gtk_test_accessible_check_state(GTK_ACCESSIBLE(host_.views().find(view)),
+    const GText wrong(gtk_test_accessible_check_state(GTK_ACCESSIBLE(program_.views().find(view)),
                                                       GTK_ACCESSIBLE_STATE_HIDDEN, TRUE, -1));
     return !wrong;
   }
   void setHidden(Id view, bool hidden) {
-    const WebHostMessage command{{"type", "view.hidden"}, {"view", view}, {"hidden", hidden}};
-    table_.at("view.hidden")(host_, Arguments(command));
+    const HelperMessage command{{"type", "view.hidden"}, {"view", view}, {"hidden", hidden}};
+    table_.at("view.hidden")(program_, Arguments(command));
   }
 
-  TemporaryDirectory directory_;
+  ScratchDirectory directory_;
   CommandTable table_;
-  Host host_{{"test", directory_.path().string(), 0, false}, [](const WebHostMessage&) {}};
+  Program program_{{"test", directory_.path().string(), 0, false}, [](const HelperMessage&) {}};
 };
 
 TEST_F(PopupToScreenReaders, IsADialog) {
-  host_.openWindow(1, 1, {});
-  EXPECT_TRUE(gtk_test_accessible_has_role(GTK_ACCESSIBLE(host_.window(1)->widget()),
+  program_.openWindow(1, 1, {});
+  EXPECT_TRUE(gtk_test_accessible_has_role(GTK_ACCESSIBLE(program_.window(1)->widget()),
                                            GTK_ACCESSIBLE_ROLE_DIALOG));
-  host_.window(1)->show();
+  program_.window(1)->show();
 }
 
 TEST_F(PopupToScreenReaders, HasNoButtonThatIsHidden) {
   constexpr Id kCross = 11;
-  host_.openLayout(1, 10, WEBHOST_BUNDLE, "ZOVKPopupView");
-  host_.views().add(kCross, host_.layout(1)->outlet("crossBtn"), 1);
+  program_.openLayout(1, 10, HELPER_BUNDLE, "ZOVKPopupView");
+  program_.views().add(kCross, program_.layout(1)->outlet("crossBtn"), 1);
   setHidden(kCross, true);
   EXPECT_TRUE(isHidden(kCross));
   setHidden(kCross, false);
@@ -45,4 +45,4 @@ TEST_F(PopupToScreenReaders, HasNoButtonThatIsHidden) {
 }
 
 }  // namespace
-}  // namespace zovk
+}  // namespace zovk::helper

@@ -3,15 +3,15 @@
 
 #include <gtest/gtest.h>
 
-#include "webhost/Arguments.h"
+#include "helper/Arguments.h"
 
-namespace zovk {
+namespace zovk::helper {
 namespace {
 
 TEST(Arguments, ThatAreNoNumbersAreRefused) {
   // Texts such as 0e999 are read as a number that is none.
   const double none = std::nan("");
-  const WebHostMessage message{
+  const HelperMessage message{
       {"a", none}, {"list", {0, 0, none, 0}}, {"text", "1"}, {"endless", HUGE_VAL}};
   const Arguments arguments(message);
   EXPECT_THROW((void)arguments.number("a"), std::invalid_argument);
@@ -22,4 +22,4 @@ TEST(Arguments, ThatAreNoNumbersAreRefused) {
 }
 
 }  // namespace
-}  // namespace zovk
+}  // namespace zovk::helper

@@ -10,10 +10,10 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "webhost/Connection.h"
-#include "webhost/PageLog.h"
+#include "helper/Connection.h"
+#include "helper/PageLog.h"
 
-namespace zovk {
+namespace zovk::helper {
 namespace {
 
 constexpr std::size_t kMebibyte = 1024 * 1024;
@@ -25,7 +25,7 @@ class SlowGame : public testing::Test {
     EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
     game_ = ends[1];
     connection_ = std::make_unique<Connection>(
-        ends[0], [](const WebHostMessage&) {}, [this] { ended_ = true; });
+        ends[0], [](const HelperMessage&) {}, [this] { ended_ = true; });
   }
   ~SlowGame() override {
     connection_.reset();
@@ -55,8 +55,8 @@ class SlowGame : public testing::Test {
   void sendOther(const char* type) { connection_->send({{"type", type}, {"more", 1}}); }
 
   /// The game reads all there is, as the helper's loop goes round.
-  std::vector<WebHostMessage> readAll() {
-    std::vector<WebHostMessage> messages;
+  std::vector<HelperMessage> readAll() {
+    std::vector<HelperMessage> messages;
     std::array<char, 65536> bytes{};
     while (true) {
       const ssize_t count = recv(game_, bytes.data(), bytes.size(), MSG_DONTWAIT);
@@ -66,9 +66,9 @@ class SlowGame : public testing::Test {
       if (count <= 0 && !turned) return messages;
     }
   }
-  static std::vector<std::string> typesOf(const std::vector<WebHostMessage>& messages) {
+  static std::vector<std::string> typesOf(const std::vector<HelperMessage>& messages) {
     std::vector<std::string> types;
-    for (const WebHostMessage& message : messages) {
+    for (const HelperMessage& message : messages) {
       types.emplace_back(message.at("type").as_string());
     }
     return types;
@@ -133,11 +133,11 @@ TEST_F(SlowGame, GetsOneLineAndACountOfWhatWasLeftOut) {
   for (int i = 0; i < 1000; ++i) post(kMebibyte / 4);
   int messages = 0;
   std::vector<std::string> lines;
-  for (const WebHostMessage& message : readAll()) {
+  for (const HelperMessage& message : readAll()) {
     if (message.at("type") == "web.message") ++messages;
     if (message.at("type") == "log") lines.emplace_back(message.at("line").as_string());
   }
-  const std::string line = "web host: the game is late, a page's message was left out";
+  const std::string line = "helper: the game is late, a page's message was left out";
   ASSERT_EQ(lines.size(), 2U);
   EXPECT_EQ(lines[0], line);
   EXPECT_EQ(lines[1],
@@ -152,8 +152,8 @@ TEST_F(SlowGame, HearsThePageAgainOnceItHasCaughtUp) {
 }
 
 TEST_F(SlowGame, IsGivenUpWhenTwoLongestFramesWait) {
-  const WebHostMessage longest{{"type", "web.evaluated"},
-                               {"value", std::string(60 * kMebibyte, 'x')}};
+  const HelperMessage longest{{"type", "web.evaluated"},
+                              {"value", std::string(60 * kMebibyte, 'x')}};
   connection_->send(longest);
   connection_->send(longest);
   EXPECT_FALSE(ended_);
@@ -165,7 +165,7 @@ class LinesOfPages : public testing::Test {
  protected:
   EventSink sink() {
     return
-        [this](const WebHostMessage& event) { lines_.emplace_back(event.at("line").as_string()); };
+        [this](const HelperMessage& event) { lines_.emplace_back(event.at("line").as_string()); };
   }
   std::vector<std::string> lines_;
 };
@@ -187,4 +187,4 @@ TEST_F(LinesOfPages, AreAllCountedWhenTheirPageGoes) {
 }
 
 }  // namespace
-}  // namespace zovk
+}  // namespace zovk::helper

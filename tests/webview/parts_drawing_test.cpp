@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include "webhost/Drawing.h"
-#include "webhost/Renderer.h"
+#include "helper/Drawing.h"
+#include "helper/Renderer.h"
 
-namespace zovk {
+namespace zovk::helper {
 namespace {
 
 constexpr const char* kGpu = "Mesa Intel(R) UHD Graphics 620 (KBL GT2)";
@@ -63,13 +63,13 @@ TEST_F(ChosenDrawing, IsNoHardwareOnceAHelperWasLost) {
   EXPECT_EQ(choice("look", true), "software");
   EXPECT_EQ(questions_, 0) << "a driver that hangs would be waited for";
   EXPECT_EQ(choice("hardware", true), "software");
-  EXPECT_EQ(line_, "web host: drawn in software, since the helper before was lost");
+  EXPECT_EQ(line_, "helper: drawn in software, since the helper before was lost");
   EXPECT_EQ(choice("plain", true), "plain");
 }
 
 TEST_F(ChosenDrawing, IsAutomaticWithALineForAnUnknownWish) {
   EXPECT_EQ(choice("crayons"), "hardware");
-  EXPECT_EQ(line_, "web host: no way of drawing is called \"crayons\"");
+  EXPECT_EQ(line_, "helper: no way of drawing is called \"crayons\"");
 }
 
 TEST(AskedDrawing, IsThePlayersBeforeTheGames) {
@@ -107,15 +107,15 @@ class AskedRenderer : public testing::Test {
 };
 
 TEST_F(AskedRenderer, IsTheOneOfTheDriver) {
-  EXPECT_TRUE(isSoftwareRenderer(rendererOf(WEBHOST_PROGRAM, "*")));
+  EXPECT_TRUE(isSoftwareRenderer(rendererOf(HELPER_PROGRAM, "*")));
   setenv("force_gl_renderer", "Some GPU", 1);
-  EXPECT_EQ(rendererOf(WEBHOST_PROGRAM, "*"), "Some GPU");
-  EXPECT_EQ(rendererOf(WEBHOST_PROGRAM, "x11,*"), "Some GPU");
+  EXPECT_EQ(rendererOf(HELPER_PROGRAM, "*"), "Some GPU");
+  EXPECT_EQ(rendererOf(HELPER_PROGRAM, "x11,*"), "Some GPU");
 }
 
 TEST_F(AskedRenderer, IsNoneWithoutADriverThatWorks) {
   setenv("LIBGL_DRIVERS_PATH", "/nowhere", 1);
-  EXPECT_EQ(rendererOf(WEBHOST_PROGRAM, "*"), "");
+  EXPECT_EQ(rendererOf(HELPER_PROGRAM, "*"), "");
 }
 
 TEST_F(AskedRenderer, IsNoneWhenTheProgramFailsOrNeverEnds) {
@@ -125,4 +125,4 @@ TEST_F(AskedRenderer, IsNoneWhenTheProgramFailsOrNeverEnds) {
 }
 
 }  // namespace
-}  // namespace zovk
+}  // namespace zovk::helper

@@ -8,11 +8,11 @@
 
 #include <gio/gio.h>
 
+#include "HelperUnderTest.h"
 #include "ToolkitFixture.h"
-#include "WebHostProcess.h"
-#include "webhost/HeldSensor.h"
+#include "helper/HeldSensor.h"
 
-namespace zovk {
+namespace zovk::helper {
 namespace {
 
 constexpr const char* kService = "net.hadess.SensorProxy";
@@ -188,7 +188,7 @@ TEST_F(Held, IsNotHeardOfAnyMoreAfterTheEnd) {
 }
 
 TEST(UprightScreen, IsToldByTheFirstModeOfTheMachinesOwn) {
-  const TemporaryDirectory folder;
+  const ScratchDirectory folder;
   const auto add = [&folder](const char* name, const char* modes) {
     std::filesystem::create_directory(folder.path() / name);
     std::ofstream(folder.path() / name / "modes") << modes;
@@ -205,4 +205,4 @@ TEST(UprightScreen, IsToldByTheFirstModeOfTheMachinesOwn) {
 }
 
 }  // namespace
-}  // namespace zovk
+}  // namespace zovk::helper

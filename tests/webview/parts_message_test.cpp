@@ -5,13 +5,13 @@
 #include <boost/json/serialize.hpp>
 #include <gtest/gtest.h>
 
-#include "webhost/GObjectPtr.h"
-#include "webhost/PageMessages.h"
-#include "webhost/PageScripts.h"
-#include "webhost/ScriptValues.h"
-#include "webprotocol/FrameCodec.h"
+#include "helper/GObjectPtr.h"
+#include "helper/PageMessages.h"
+#include "helper/PageScripts.h"
+#include "helper/ScriptValues.h"
+#include "protocol/FrameCodec.h"
 
-namespace zovk {
+namespace zovk::helper {
 namespace {
 
 std::string errorOf(const std::string& posted) {
@@ -283,4 +283,4 @@ TEST_F(GuardOfMessages, CountsAFrameByItselfThatMayNotSeeThePage) {
 }
 
 }  // namespace
-}  // namespace zovk
+}  // namespace zovk::helper

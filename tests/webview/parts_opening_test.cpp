@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "webhost/OpenLimit.h"
+#include "helper/OpenLimit.h"
 
-namespace zovk {
+namespace zovk::helper {
 namespace {
 
 using std::chrono::milliseconds;
@@ -56,4 +56,4 @@ TEST_F(Opening, ThatIsRefusedIsOneLineASecond) {
 }
 
 }  // namespace
-}  // namespace zovk
+}  // namespace zovk::helper

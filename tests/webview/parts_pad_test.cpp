@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "webhost/PadPage.h"
-#include "webhost/PadQueue.h"
-#include "webhost/PadSteps.h"
+#include "helper/PadPage.h"
+#include "helper/PadQueue.h"
+#include "helper/PadSteps.h"
 
-namespace zovk {
+namespace zovk::helper {
 namespace {
 
 constexpr PadPlace kHere{100, 100, 50, 20};
@@ -120,4 +120,4 @@ TEST(PadPage, HasABoundedNumberOfPlaces) {
 }
 
 }  // namespace
-}  // namespace zovk
+}  // namespace zovk::helper

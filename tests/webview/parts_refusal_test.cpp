@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "webhost/LoadRefusal.h"
+#include "helper/LoadRefusal.h"
 
-namespace zovk {
+namespace zovk::helper {
 namespace {
 
 TEST(LoadRefusal, IsForAFileAddressThatNamesNoFile) {
@@ -25,4 +25,4 @@ TEST(LoadRefusal, IsNotForFilesAndNotForTheWeb) {
 }
 
 }  // namespace
-}  // namespace zovk
+}  // namespace zovk::helper

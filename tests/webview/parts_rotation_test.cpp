@@ -2,12 +2,12 @@
 #include <string>
 #include <vector>
 
+#include "HelperUnderTest.h"
 #include "ToolkitFixture.h"
-#include "WebHostProcess.h"
-#include "webhost/Commands.h"
-#include "webhost/Host.h"
+#include "helper/Commands.h"
+#include "helper/Program.h"
 
-namespace zovk {
+namespace zovk::helper {
 namespace {
 
 guint constraintsAround(GtkWidget* container) {
@@ -31,18 +31,18 @@ class RotationInTheHelper : public ToolkitFixture {
     addLayoutCommands(table_);
     addWebCommands(table_);
     bool ready = false;
-    host_.webViewFactory().whenReady([&ready] { ready = true; });
+    program_.webViewFactory().whenReady([&ready] { ready = true; });
     EXPECT_TRUE(runUntil([&ready] { return ready; }));
   }
-  void send(const WebHostMessage& message) {
-    table_.at(std::string(message.at("type").as_string()))(host_, Arguments(message));
+  void send(const HelperMessage& message) {
+    table_.at(std::string(message.at("type").as_string()))(program_, Arguments(message));
   }
   void sync() {
     const int id = ++lastSync_;
     send({{"type", "sync"}, {"id", id}, {"window", 1}});
     EXPECT_TRUE(runUntil([&] { return synced_ == id; }));
   }
-  GtkWidget* view(int id) { return host_.views().find(id); }
+  GtkWidget* view(int id) { return program_.views().find(id); }
   void open() {
     send({{"type", "window.create"}, {"window", 1}, {"view", 1}, {"frame", {0, 0, 390, 700}}});
     send({{"type", "web.create"},
@@ -64,7 +64,7 @@ class RotationInTheHelper : public ToolkitFixture {
     send({{"type", "layout.load"},
           {"layout", number},
           {"view", base},
-          {"bundle", WEBHOST_BUNDLE},
+          {"bundle", HELPER_BUNDLE},
           {"name", name}});
     int next = base;
     for (const char* outlet : {"contentView", "stackView", "crossBtn", "returnBtn"}) {
@@ -95,13 +95,14 @@ class RotationInTheHelper : public ToolkitFixture {
   }
 
   static constexpr int kPage = 50;
-  TemporaryDirectory directory_;
+  ScratchDirectory directory_;
   CommandTable table_;
   int synced_ = 0;
   int lastSync_ = 0;
-  Host host_{{"test", directory_.path().string(), 0, false}, [this](const WebHostMessage& event) {
-               if (event.at("type") == "synced") synced_ = event.at("id").to_number<int>();
-             }};
+  Program program_{{"test", directory_.path().string(), 0, false},
+                   [this](const HelperMessage& event) {
+                     if (event.at("type") == "synced") synced_ = event.at("id").to_number<int>();
+                   }};
 };
 
 TEST_F(RotationInTheHelper, LeavesNoLayoutNoViewAndNoConstraintBehind) {
@@ -116,7 +117,7 @@ TEST_F(RotationInTheHelper, LeavesNoLayoutNoViewAndNoConstraintBehind) {
     g_object_add_weak_pointer(G_OBJECT(old), reinterpret_cast<gpointer*>(&old));
     turn(layout);
     EXPECT_EQ(old, nullptr) << "after turn " << layout;
-    EXPECT_EQ(host_.layout(layout), nullptr);
+    EXPECT_EQ(program_.layout(layout), nullptr);
     EXPECT_EQ(view(100 * layout + 1), nullptr);
   }
   EXPECT_EQ(childrenOf(view(1)), 1U);
@@ -137,4 +138,4 @@ TEST_F(RotationInTheHelper, PinsOverAndOverWithoutPilingUp) {
 }
 
 }  // namespace
-}  // namespace zovk
+}  // namespace zovk::helper

@@ -3,12 +3,12 @@
 #include <string>
 #include <tuple>
 
+#include "HelperUnderTest.h"
 #include "ToolkitFixture.h"
-#include "WebHostProcess.h"
-#include "webhost/GObjectPtr.h"
-#include "webhost/LayoutHost.h"
+#include "helper/GObjectPtr.h"
+#include "helper/ToolkitLayout.h"
 
-namespace zovk {
+namespace zovk::helper {
 namespace {
 
 void setLanguage(const char* locale) {
@@ -47,7 +47,7 @@ class LayoutIn : public ToolkitFixture,
 TEST_P(LayoutIn, IsSpokenOfInThePlayersLanguage) {
   const auto& [language, name] = GetParam();
   setLanguage(language.locale);
-  const LayoutHost layout(WEBHOST_BUNDLE, name, [](const std::string&) {});
+  const ToolkitLayout layout(HELPER_BUNDLE, name, [](const std::string&) {});
   for (const auto& [outlet, text] : language.names) {
     EXPECT_EQ(wrongLabel(layout.outlet(outlet), text), "") << outlet;
   }
@@ -56,7 +56,7 @@ TEST_P(LayoutIn, IsSpokenOfInThePlayersLanguage) {
 TEST_P(LayoutIn, SaysThatOnItsButtonsOrInTheirHints) {
   const auto& [language, name] = GetParam();
   setLanguage(language.locale);
-  const LayoutHost layout(WEBHOST_BUNDLE, name, [](const std::string&) {});
+  const ToolkitLayout layout(HELPER_BUNDLE, name, [](const std::string&) {});
   for (const auto& [outlet, text] : language.names) {
     GtkWidget* view = layout.outlet(outlet);
     if (!GTK_IS_BUTTON(view)) continue;
@@ -69,7 +69,7 @@ TEST_P(LayoutIn, SaysThatOnItsButtonsOrInTheirHints) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    WebHost, LayoutIn,
+    Helper, LayoutIn,
     testing::Combine(
         testing::Values(Language{"C.UTF-8", kEnglish}, Language{"en_GB.UTF-8", kEnglish},
                         Language{"fr_FR.UTF-8", kEnglish}, Language{"zh_CN.UTF-8", kChinese},
@@ -92,11 +92,11 @@ class LayoutTextsFile : public ToolkitFixture {
            "name='label'>Weg</property>"
            "</object></interface>";
     std::ofstream(directory_.path() / "ZOVKPopupTexts.ini") << texts;
-    const LayoutHost layout(directory_.path().string(), "Own", [](const std::string&) {});
+    const ToolkitLayout layout(directory_.path().string(), "Own", [](const std::string&) {});
     return gtk_button_get_label(GTK_BUTTON(layout.outlet("crossBtn")));
   }
 
-  TemporaryDirectory directory_;
+  ScratchDirectory directory_;
 };
 
 TEST_F(LayoutTextsFile, CanAddALanguage) {
@@ -112,4 +112,4 @@ TEST_F(LayoutTextsFile, ThatCannotBeReadLeavesTheLayoutsText) {
 }
 
 }  // namespace
-}  // namespace zovk
+}  // namespace zovk::helper

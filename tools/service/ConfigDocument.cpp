@@ -6,7 +6,7 @@
 #include <boost/url/rfc/pchars.hpp>
 
 #include "service/Pages.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 
 namespace zovk::service {
 namespace {

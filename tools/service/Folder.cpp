@@ -5,7 +5,7 @@
 
 #include <sys/stat.h>
 
-#include "support/JsonRead.h"
+#include "text/JsonRead.h"
 
 namespace zovk::service {
 namespace {

@@ -3,7 +3,7 @@
 #include <map>
 
 #include "service/HttpDate.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 
 namespace zovk::service {
 namespace {

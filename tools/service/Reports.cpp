@@ -2,7 +2,7 @@
 
 #include <ctime>
 
-#include "support/JsonRead.h"
+#include "text/JsonRead.h"
 
 namespace zovk::service {
 namespace {

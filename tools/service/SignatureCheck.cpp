@@ -4,7 +4,7 @@
 
 #include <boost/json/object.hpp>
 
-#include "support/Md5.h"
+#include "text/Md5.h"
 
 namespace zovk::service {
 namespace {

@@ -5,7 +5,7 @@
 #include <boost/json/serialize.hpp>
 #include <boost/json/stream_parser.hpp>
 
-#include "support/JsonRead.h"
+#include "text/JsonRead.h"
 
 namespace zovk::tool {
 namespace {

@@ -5,8 +5,8 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "engine/ZOVKPopupModel.h"
-#include "support/Md5.h"
+#include "record/ZOVKPopupModel.h"
+#include "text/Md5.h"
 #include "zovkpopup/Commands.h"
 #include "zovkpopup/Embedded.h"
 #include "zovkpopup/JsonText.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/ZOVKPopupModel.h"
+#include "record/ZOVKPopupModel.h"
 
 namespace zovk::tool {
 

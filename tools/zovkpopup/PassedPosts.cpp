@@ -6,8 +6,8 @@
 #include <fmt/format.h>
 
 #include "bridge/ZOVKPopupWebviewMessageHandler.h"
-#include "network/ZOVKPopupCommonTool.h"
 #include "support/Utf8.h"
+#include "text/ZOVKPopupCommonTool.h"
 #include "zovkpopup/Spelling.h"
 
 namespace zovk::tool {

@@ -5,7 +5,7 @@
 #include <fmt/format.h>
 #include <poll.h>
 
-#include "platform/linux/WebHostInspector.h"
+#include "platform/linux/helper/HelperInspector.h"
 #include "support/Utf8.h"
 #include "zovkpopup/Host.h"
 #include "zovkpopup/PassedPosts.h"
@@ -124,7 +124,7 @@ bool Preview::takePicture(const std::string& file) {
   turnFor(kAnimationsTake, [this] { return page_ == Page::kFailed; });
   if (page_ == Page::kFailed) throw ToolError(failure() + "; no picture was taken");
   if (isOver()) return false;
-  auto& screen = dynamic_cast<WebHostInspector&>(platform_->interfaces().userInterface);
+  auto& screen = dynamic_cast<HelperInspector&>(platform_->interfaces().userInterface);
   std::optional<bool> written;
   screen.snapshot(nullptr, file, [&written](bool done) { written = done; });
   while (!stopped_ && !written) turn();
@@ -169,7 +169,7 @@ void Preview::turn(int milliseconds, int descriptor) {
 void Preview::hear(std::string_view line) {
   constexpr std::string_view kController = "[Debug]ZOVKPopupViewController ";
   constexpr std::string_view kError = "error:";
-  if (line.starts_with("web host: ")) say(std::string(line));
+  if (line.starts_with("helper: ")) say(std::string(line));
   if (!line.starts_with(kController)) return;
   if (line.ends_with("Did finish navigation") && page_ == Page::kLoading) page_ = Page::kLoaded;
   const std::size_t failed = line.find("Did fail ");

@@ -4,10 +4,10 @@
 
 #include <boost/json/object.hpp>
 
-#include "engine/ZOVKPopupModel.h"
-#include "network/ZOVKPopupCommonTool.h"
-#include "platform/linux/Paths.h"
-#include "support/Md5.h"
+#include "platform/linux/system/Paths.h"
+#include "record/ZOVKPopupModel.h"
+#include "text/Md5.h"
+#include "text/ZOVKPopupCommonTool.h"
 #include "zovkpopup/JsonText.h"
 #include "zovkpopup/TextFile.h"
 #include "zovkpopup/ToolError.h"
@@ -90,7 +90,7 @@ OwnFolder::~OwnFolder() {
 }
 
 fs::path PreviewBundle::helper() const {
-  return libraryFolder() / "zovkpopup-webhost";
+  return libraryFolder() / "zovkpopup-helper";
 }
 
 std::string PreviewBundle::pageAddress() const {

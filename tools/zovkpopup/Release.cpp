@@ -15,7 +15,7 @@
 #include <fmt/format.h>
 #include <sys/stat.h>
 
-#include "support/Md5.h"
+#include "text/Md5.h"
 #include "zovkpopup/DocumentEngine.h"
 #include "zovkpopup/Gzip.h"
 #include "zovkpopup/JsonText.h"

@@ -8,7 +8,7 @@
 #include <fmt/format.h>
 
 #include "engine/DocumentParser.h"
-#include "network/JsonNumbers.h"
+#include "text/JsonNumbers.h"
 #include "zovkpopup/Spelling.h"
 
 namespace zovk::tool {

@@ -2,8 +2,8 @@
 
 #include <boost/json/object.hpp>
 
-#include "network/ZOVKPopupCommonTool.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
+#include "text/ZOVKPopupCommonTool.h"
 #include "zovkpopup/Commands.h"
 #include "zovkpopup/JsonText.h"
 #include "zovkpopup/TextFile.h"

@@ -5,8 +5,8 @@
 
 #include <fmt/format.h>
 
-#include "platform/linux/Container.h"
-#include "platform/linux/PrivateFile.h"
+#include "platform/linux/system/Container.h"
+#include "platform/linux/system/PrivateFile.h"
 
 namespace zovk {
 namespace {

@@ -2,16 +2,16 @@
 
 #include <memory>
 
-#include "platform/linux/CurlUrlSession.h"
-#include "platform/linux/LinuxBundles.h"
-#include "platform/linux/LinuxDevice.h"
-#include "platform/linux/LinuxMainQueue.h"
-#include "platform/linux/LinuxTimers.h"
-#include "platform/linux/PosixFileSystem.h"
-#include "platform/linux/SqliteSettings.h"
-#include "platform/linux/StandardErrorLog.h"
-#include "platform/linux/SystemClock.h"
-#include "platform/linux/WebHostUserInterface.h"
+#include "platform/linux/helper/HelperUserInterface.h"
+#include "platform/linux/http/CurlUrlSession.h"
+#include "platform/linux/settings/SqliteSettings.h"
+#include "platform/linux/system/LinuxBundles.h"
+#include "platform/linux/system/LinuxDevice.h"
+#include "platform/linux/system/LinuxMainQueue.h"
+#include "platform/linux/system/LinuxTimers.h"
+#include "platform/linux/system/PosixFileSystem.h"
+#include "platform/linux/system/StandardErrorLog.h"
+#include "platform/linux/system/SystemClock.h"
 #include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {
@@ -48,7 +48,7 @@ class LinuxPlatform final : public HostedPlatform {
   LinuxDevice device_;
   SqliteSettings settings_;
   CurlUrlSession urlSession_;
-  WebHostUserInterface userInterface_;
+  HelperUserInterface userInterface_;
   Platform interfaces_;
   bool shutDown_ = false;
 };

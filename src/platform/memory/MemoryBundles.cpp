@@ -2,7 +2,7 @@
 
 #include <boost/json/serialize.hpp>
 
-#include "support/JsonRead.h"
+#include "text/JsonRead.h"
 
 namespace zovk {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "support/WebAddress.h"
+#include "text/WebAddress.h"
 
 namespace zovk {
 namespace {

@@ -10,13 +10,13 @@
 #include "LoopbackServer.h"
 #include "PollWait.h"
 #include "ScratchDirectory.h"
-#include "platform/linux/CurlUrlSession.h"
-#include "platform/linux/LinuxBundles.h"
-#include "platform/linux/LinuxMainQueue.h"
-#include "platform/linux/LinuxTimers.h"
-#include "platform/linux/PosixFileSystem.h"
-#include "platform/linux/SqliteSettings.h"
-#include "platform/linux/SystemClock.h"
+#include "platform/linux/http/CurlUrlSession.h"
+#include "platform/linux/settings/SqliteSettings.h"
+#include "platform/linux/system/LinuxBundles.h"
+#include "platform/linux/system/LinuxMainQueue.h"
+#include "platform/linux/system/LinuxTimers.h"
+#include "platform/linux/system/PosixFileSystem.h"
+#include "platform/linux/system/SystemClock.h"
 
 namespace zovk {
 

@@ -8,8 +8,8 @@
 
 #include "ScopedVariable.h"
 #include "ScratchDirectory.h"
-#include "platform/linux/Container.h"
-#include "platform/linux/Paths.h"
+#include "platform/linux/system/Container.h"
+#include "platform/linux/system/Paths.h"
 
 namespace zovk {
 namespace {

@@ -9,7 +9,7 @@
 #include "LoopbackServer.h"
 #include "ScopedVariable.h"
 #include "UrlFetch.h"
-#include "platform/linux/CurlUrlSession.h"
+#include "platform/linux/http/CurlUrlSession.h"
 
 namespace zovk {
 namespace {

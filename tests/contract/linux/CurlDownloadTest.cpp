@@ -10,8 +10,8 @@
 #include "ScopedVariable.h"
 #include "ScratchDirectory.h"
 #include "UrlFetch.h"
-#include "platform/linux/CurlUrlSession.h"
-#include "platform/linux/PosixFileSystem.h"
+#include "platform/linux/http/CurlUrlSession.h"
+#include "platform/linux/system/PosixFileSystem.h"
 
 namespace zovk {
 namespace {

@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 
 #include "UrlFetch.h"
-#include "platform/linux/CurlUrlSession.h"
+#include "platform/linux/http/CurlUrlSession.h"
 
 namespace zovk {
 namespace {

@@ -7,7 +7,7 @@
 #include "LoopbackServer.h"
 #include "PollWait.h"
 #include "UrlFetch.h"
-#include "platform/linux/CurlUrlSession.h"
+#include "platform/linux/http/CurlUrlSession.h"
 
 namespace zovk {
 namespace {

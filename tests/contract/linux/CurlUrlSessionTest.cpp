@@ -7,8 +7,8 @@
 #include "LoopbackServer.h"
 #include "PollWait.h"
 #include "UrlFetch.h"
-#include "platform/linux/CurlTransfer.h"
-#include "platform/linux/CurlUrlSession.h"
+#include "platform/linux/http/CurlTransfer.h"
+#include "platform/linux/http/CurlUrlSession.h"
 
 namespace zovk {
 namespace {

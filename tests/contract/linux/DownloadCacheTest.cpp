@@ -7,9 +7,9 @@
 #include "ScopedVariable.h"
 #include "ScratchDirectory.h"
 #include "UrlFetch.h"
-#include "platform/linux/CurlUrlSession.h"
-#include "platform/linux/DownloadCache.h"
-#include "platform/linux/PosixFileSystem.h"
+#include "platform/linux/http/CurlUrlSession.h"
+#include "platform/linux/http/DownloadCache.h"
+#include "platform/linux/system/PosixFileSystem.h"
 
 namespace zovk {
 namespace {

@@ -1,7 +1,7 @@
 // Says where it finds what is installed with the library.
 #include <cstdio>
 
-#include "platform/linux/Paths.h"
+#include "platform/linux/system/Paths.h"
 
 int main(int count, char** words) {
   if (count != 2) return 2;

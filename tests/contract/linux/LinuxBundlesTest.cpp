@@ -8,9 +8,9 @@
 
 #include "ScratchDirectory.h"
 #include "logging/ZPLogger.h"
-#include "platform/linux/LinuxBundles.h"
-#include "platform/linux/Paths.h"
-#include "platform/linux/PosixFileSystem.h"
+#include "platform/linux/system/LinuxBundles.h"
+#include "platform/linux/system/Paths.h"
+#include "platform/linux/system/PosixFileSystem.h"
 
 namespace zovk {
 namespace {

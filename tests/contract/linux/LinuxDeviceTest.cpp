@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "ScratchDirectory.h"
-#include "platform/linux/LinuxDevice.h"
+#include "platform/linux/system/LinuxDevice.h"
 
 namespace zovk {
 namespace {

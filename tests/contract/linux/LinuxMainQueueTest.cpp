@@ -10,7 +10,7 @@
 #include <unistd.h>
 
 #include "PollWait.h"
-#include "platform/linux/LinuxMainQueue.h"
+#include "platform/linux/system/LinuxMainQueue.h"
 
 namespace zovk {
 namespace {

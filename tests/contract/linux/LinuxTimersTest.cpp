@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "PollWait.h"
-#include "platform/linux/LinuxTimers.h"
+#include "platform/linux/system/LinuxTimers.h"
 
 namespace zovk {
 namespace {

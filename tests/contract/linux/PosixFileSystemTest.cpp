@@ -6,7 +6,7 @@
 #include <sys/stat.h>
 
 #include "ScratchDirectory.h"
-#include "platform/linux/PosixFileSystem.h"
+#include "platform/linux/system/PosixFileSystem.h"
 
 namespace zovk {
 namespace {

@@ -12,7 +12,7 @@
 
 #include "ScratchDirectory.h"
 #include "logging/ZPLogger.h"
-#include "platform/linux/SqliteSettings.h"
+#include "platform/linux/settings/SqliteSettings.h"
 
 namespace zovk {
 namespace {

@@ -9,8 +9,8 @@
 #include <unistd.h>
 
 #include "ScratchDirectory.h"
-#include "platform/linux/PosixFileSystem.h"
-#include "platform/linux/StandardErrorLog.h"
+#include "platform/linux/system/PosixFileSystem.h"
+#include "platform/linux/system/StandardErrorLog.h"
 #include "support/UniqueFd.h"
 
 namespace zovk {

@@ -6,7 +6,7 @@
 
 #include "ScopedVariable.h"
 #include "ScratchDirectory.h"
-#include "platform/linux/TemporaryDirectory.h"
+#include "platform/linux/system/TemporaryDirectory.h"
 
 namespace zovk {
 namespace {

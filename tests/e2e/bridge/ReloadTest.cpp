@@ -90,7 +90,7 @@ class HelperFailure : public BridgePageFixture {
 TEST_F(HelperFailure, ForGoodClosesTheWindowAndSaysWhy) {
   windowSettings().failed = [this](const std::string& reason) { reasons_.push_back(reason); };
   endHelperTwice();
-  EXPECT_THAT(reasons_, ElementsAre(testing::HasSubstr("The web host cannot be used")));
+  EXPECT_THAT(reasons_, ElementsAre(testing::HasSubstr("The helper cannot be used")));
   EXPECT_FALSE(window().isOpen());
   EXPECT_EQ(evaluate("1"), "ERROR The window is closed");
   bridge().callHandler("note");

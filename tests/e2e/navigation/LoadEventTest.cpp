@@ -65,7 +65,7 @@ TEST_F(LoadEvent, APageWhoseProcessIsKilledIsLoadedAgain) {
   EXPECT_EQ(pageTells(), "again");
   EXPECT_THAT(decided(), ElementsAre(own, own));
   EXPECT_THAT(site().requestsTo("/own"), ElementsAre("GET ", "GET "));
-  EXPECT_FALSE(logged("Web host"));
+  EXPECT_FALSE(logged("Helper"));
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include <fmt/format.h>
 
 #include "support/LogLines.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 
 namespace zovk {
 namespace {

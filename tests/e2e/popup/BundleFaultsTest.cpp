@@ -102,7 +102,7 @@ TEST_P(BundleFaults, LeaveARunWithTheUsualLogAndTheHelperInPlace) {
                                             "[Error] Load remote config error, file may not exist",
                                             "[Error] ZOVKPopupFrequencyOnce.config not exist"));
   EXPECT_EQ(childrenOf(getpid()).size(), 1U);
-  EXPECT_FALSE(logged("web host:"));
+  EXPECT_FALSE(logged("helper:"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Popup, BundleFaults, testing::ValuesIn(faults()),

@@ -53,7 +53,7 @@ TEST_F(Lifecycle, ShuttingDownUnderAnOpenPopupIsQuickAndLeavesNothing) {
 
 TEST_F(Lifecycle, AWrongHelperPathEndsEveryRequestWithItsReason) {
   auto wrong = settings();
-  wrong.helperPath = "/nowhere/zovkpopup-webhost";
+  wrong.helperPath = "/nowhere/zovkpopup-helper";
   bundle().addPage(popup("welcome", 1), answeringPage("skip", "", true));
   bundle().write();
   ASSERT_TRUE(ZOVKPopupHost::setUp(wrong));

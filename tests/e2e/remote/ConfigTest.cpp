@@ -1,7 +1,7 @@
 #include <sstream>
 
 #include "e2e/remote/RemoteFixture.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 
 namespace zovk {
 namespace {

@@ -1,5 +1,5 @@
 #include "e2e/remote/RemoteFixture.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 
 namespace zovk {
 namespace {

@@ -10,7 +10,7 @@
 #include <boost/json/serialize.hpp>
 #include <httplib.h>
 
-#include "support/Md5.h"
+#include "text/Md5.h"
 
 namespace zovk {
 
@@ -85,7 +85,7 @@ boost::json::object RemoteFixture::conditional(const std::string& scene,
 
 ZOVKPopupHostSettings RemoteFixture::gameSettings() {
   auto game = settings();
-  game.helperPath = "/nowhere/zovkpopup-webhost";
+  game.helperPath = "/nowhere/zovkpopup-helper";
   game.logSink = [log = log_](std::string_view line) { log->add(line); };
   return game;
 }

@@ -25,7 +25,7 @@ int main(int argc, char** argv) {
   settings.applicationId = "zovkpopup-test";
   settings.dataDirectory = argv[1];
   settings.resourceDirectory = argv[2];
-  settings.helperPath = "/nowhere/zovkpopup-webhost";
+  settings.helperPath = "/nowhere/zovkpopup-helper";
   settings.logSink = [](std::string_view) {};
   if (!zovk::ZOVKPopupHost::setUp(settings)) return 1;
   const auto popups = zovk::ZOVKPopupManager::sharedInstance()->remotePopupArr().size();

@@ -2,8 +2,8 @@
 
 #include <boost/json/serialize.hpp>
 
-#include "network/ZOVKPopupCommonTool.h"
 #include "network/ZOVKPopupNetwork.h"
+#include "text/ZOVKPopupCommonTool.h"
 
 namespace zovk {
 

@@ -5,10 +5,10 @@
 #include <boost/json/parse.hpp>
 #include <gtest/gtest.h>
 
-#include "network/ZOVKPopupCommonTool.h"
 #include "network/ZOVKPopupNetwork.h"
 #include "service/SignatureCheck.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
+#include "text/ZOVKPopupCommonTool.h"
 
 namespace zovk {
 namespace {

@@ -1,6 +1,6 @@
 #include <limits>
 
-#include "bridge/BridgeText.h"
+#include "text/JsonText.h"
 #include "unit/bridge/BridgeFixture.h"
 
 namespace zovk {

@@ -1,7 +1,7 @@
-#include "network/ZOVKPopupCommonTool.h"
 #include "network/ZOVKPopupNetwork.h"
 #include "support/ControllerFixture.h"
 #include "support/LogLines.h"
+#include "text/ZOVKPopupCommonTool.h"
 
 namespace zovk {
 namespace {

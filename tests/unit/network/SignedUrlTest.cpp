@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "network/ZOVKPopupCommonTool.h"
 #include "network/ZOVKPopupNetwork.h"
+#include "text/ZOVKPopupCommonTool.h"
 #include "unit/network/NetworkFixture.h"
 
 namespace zovk {

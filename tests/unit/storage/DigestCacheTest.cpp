@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "storage/DigestCache.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 #include "unit/storage/StampedFileSystem.h"
 
 namespace zovk {

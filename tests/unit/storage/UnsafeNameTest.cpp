@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "engine/ZOVKPopupModel.h"
+#include "record/ZOVKPopupModel.h"
 #include "unit/storage/StorageFixture.h"
 
 namespace zovk {

@@ -7,7 +7,7 @@
 #include <stdlib.h>
 
 #include "service/console/WholeFile.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 #include "zovkpopup/DocumentCheck.h"
 #include "zovkpopup/DocumentEngine.h"
 #include "zovkpopup/TextFile.h"

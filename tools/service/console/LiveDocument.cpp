@@ -9,7 +9,7 @@
 #include "service/Pages.h"
 #include "service/console/EntryFields.h"
 #include "service/console/WholeFile.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 
 namespace zovk::service {
 namespace {

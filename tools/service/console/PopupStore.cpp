@@ -5,8 +5,8 @@
 #include <boost/json/serialize.hpp>
 
 #include "service/Folder.h"
-#include "support/JsonRead.h"
-#include "support/Md5.h"
+#include "text/JsonRead.h"
+#include "text/Md5.h"
 
 namespace zovk::service {
 namespace {

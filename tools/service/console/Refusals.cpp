@@ -2,8 +2,8 @@
 
 #include <ctime>
 
-#include "support/JsonRead.h"
 #include "support/Utf8.h"
+#include "text/JsonRead.h"
 
 namespace zovk::service {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "service/console/ConsoleError.h"
 #include "service/console/EntryFields.h"
-#include "support/Md5.h"
+#include "text/Md5.h"
 #include "zovkpopup/JsonText.h"
 
 namespace zovk::service {

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+
+#include "helper/Arguments.h"
+
+namespace zovk::helper {
+
+class Program;
+
+/// What each type of command does. Every command reads all of its arguments before it changes
+/// anything.
+using CommandTable =
+    std::map<std::string, std::function<void(Program&, const Arguments&)>, std::less<>>;
+
+void addWindowCommands(CommandTable& table);
+void addViewCommands(CommandTable& table);
+void addLayoutCommands(CommandTable& table);
+void addWebCommands(CommandTable& table);
+
+}  // namespace zovk::helper

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include <gtk/gtk.h>
+#include <webkit/webkit.h>
+
+#include "helper/PadQueue.h"
+#include "helper/PadSteps.h"
+
+namespace zovk::helper {
+
+/// The direction of that name; nothing for another name.
+std::optional<PadDirection> padDirection(std::string_view name);
+
+// For each, `page` may be null, and `done` is called once, at once or when the page has answered.
+
+/// Moves the focus among the links and fields of the page and the buttons of the window.
+void movePad(GtkWindow* window, WebKitWebView* page, PadDirection direction,
+             const PadQueue::Done& done);
+/// Presses what has the focus.
+void pressPad(GtkWindow* window, WebKitWebView* page, const PadQueue::Done& done);
+/// Does what the escape key does.
+void leavePad(GtkWindow* window, WebKitWebView* page, const PadQueue::Done& done);
+
+}  // namespace zovk::helper

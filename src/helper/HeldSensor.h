@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "helper/GObjectPtr.h"
+
+namespace zovk::helper {
+
+/// How the player holds the machine, by the system's service for its sensors, where there is one.
+/// Main thread.
+class HeldSensor {
+ public:
+  /// Hears each change: "portrait", "upsideDown", "left", "right" or "unknown", which it is at
+  /// first.
+  using Listener = std::function<void(const std::string& held)>;
+
+  /// `upright` is whether the machine's own screen is higher than wide when it is held as it was
+  /// made to be.
+  HeldSensor(bool upright, Listener listener);
+  ~HeldSensor();
+  HeldSensor(const HeldSensor&) = delete;
+  HeldSensor& operator=(const HeldSensor&) = delete;
+
+ private:
+  static void onAppeared(GDBusConnection* bus, const char* name, const char* owner, gpointer self);
+  static void onVanished(GDBusConnection* bus, const char* name, gpointer self);
+  static void onProxy(GObject* source, GAsyncResult* result, gpointer self);
+  static void onChanged(GDBusProxy* proxy, GVariant* changed, char** gone, gpointer self);
+  void look();
+  void claim();
+  void forgetService();
+  void tell(const std::string& held);
+
+  const bool upright_;
+  const Listener listener_;
+  std::string told_ = "unknown";
+  guint watch_ = 0;
+  GObjectPtr<GCancellable> cancel_;
+  GObjectPtr<GDBusProxy> proxy_;
+  bool claimed_ = false;
+};
+
+/// Whether the machine's own screen is higher than wide; false when there is none. `folder` is
+/// where the system tells of its screens.
+bool hasUprightScreen(const std::string& folder = "/sys/class/drm");
+
+}  // namespace zovk::helper

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <memory>
+
+namespace zovk::helper {
+
+/// What game pads ask for, one after another: each step moves from where the one before has come
+/// to, which the page tells only after a while.
+class PadQueue {
+ public:
+  using Done = std::function<void()>;
+  using Step = std::function<void(const Done& done)>;
+  /// More than wait behind a page that does not answer are left out.
+  static constexpr std::size_t kMostWaiting = 8;
+
+  /// Runs the step once those before it have called their `done`.
+  void add(Step step);
+
+ private:
+  struct State {
+    std::deque<Step> waiting;
+    bool busy = false;
+  };
+  static void runNext(const std::shared_ptr<State>& state);
+
+  std::shared_ptr<State> state_ = std::make_shared<State>();
+};
+
+}  // namespace zovk::helper

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <gtk/gtk.h>
+
+namespace zovk::helper {
+
+/// A thin line along the top of the page while it loads. It lies over the window's content, so that
+/// neither the layouts nor the game have to know of it.
+class ProgressLine {
+ public:
+  explicit ProgressLine(GtkWidget* content);
+  ProgressLine(const ProgressLine&) = delete;
+  ProgressLine& operator=(const ProgressLine&) = delete;
+
+  /// The content with the line over it, for the window to own.
+  GtkWidget* widget() const { return GTK_WIDGET(overlay_); }
+  /// How much of the page has loaded; 1 is all. Pages of other windows are left alone.
+  void update(GtkWidget* page, double loaded);
+
+ private:
+  static gboolean onPosition(GtkOverlay* overlay, GtkWidget* line, GdkRectangle* place,
+                             gpointer self);
+  void hide();
+
+  GtkOverlay* overlay_;
+  GtkWidget* line_;
+  GtkWidget* page_ = nullptr;  // the one that loads
+};
+
+}  // namespace zovk::helper

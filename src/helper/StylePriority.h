@@ -1,0 +1,13 @@
+#pragma once
+
+#include <gtk/gtk.h>
+
+namespace zovk::helper {
+
+/// Which style wins, from weak to strong. The colours that the engine sets come last: a restyled
+/// page area still darkens while a page loads.
+inline constexpr guint kOwnStylePriority = GTK_STYLE_PROVIDER_PRIORITY_APPLICATION;
+inline constexpr guint kStudioStylePriority = kOwnStylePriority + 1;
+inline constexpr guint kEngineStylePriority = kOwnStylePriority + 2;
+
+}  // namespace zovk::helper

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <gtk/gtk.h>
+
+#include "helper/GObjectPtr.h"
+#include "helper/LayoutTexts.h"
+
+namespace zovk::helper {
+
+/// One loaded layout file. A file that cannot be loaded gives a layout without views.
+class ToolkitLayout {
+ public:
+  /// `perform` hears the handler name of a button that was pressed.
+  ToolkitLayout(const std::string& bundle, const std::string& name,
+                std::function<void(const std::string&)> perform);
+  /// Takes the views out of where they stand.
+  ~ToolkitLayout();
+  ToolkitLayout(const ToolkitLayout&) = delete;
+  ToolkitLayout& operator=(const ToolkitLayout&) = delete;
+
+  /// Null when there is none.
+  GtkWidget* root() const { return root_.get(); }
+  GtkWidget* outlet(const std::string& name) const;
+  std::vector<std::string> outletNames() const;
+  /// A text of the bundle's that no view has, in the player's language; empty when there is none.
+  std::string text(const std::string& name) const;
+  /// Why the file could not be loaded; empty when it could.
+  const std::string& error() const { return error_; }
+
+ private:
+  void findRoot();
+  void addLooseConstraints();
+
+  LayoutTexts texts_;
+  GObjectPtr<GtkBuilder> builder_;
+  GObjectPtr<GtkWidget> root_;
+  std::string error_;
+};
+
+}  // namespace zovk::helper

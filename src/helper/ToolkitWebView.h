@@ -1,0 +1,86 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <webkit/webkit.h>
+
+#include "helper/Events.h"
+#include "helper/GObjectPtr.h"
+#include "helper/PageDrawing.h"
+#include "helper/PageLog.h"
+#include "helper/PageMessages.h"
+#include "helper/PolicyBook.h"
+
+namespace zovk::helper {
+
+/// One web view: carries out the game's commands and sends what happens in the page.
+class ToolkitWebView {
+ public:
+  /// How much of its page a view has loaded; 1 is all.
+  using Progress = std::function<void(GtkWidget* view, double loaded)>;
+
+  /// `refusal` as for PolicyBook.
+  ToolkitWebView(Id id, GObjectPtr<WebKitWebView> view, const std::vector<std::string>& handlers,
+                 EventSink events, Progress progress, std::string refusal, Drawing drawing);
+  ~ToolkitWebView();
+  ToolkitWebView(const ToolkitWebView&) = delete;
+  ToolkitWebView& operator=(const ToolkitWebView&) = delete;
+
+  WebKitWebView* view() const { return view_.get(); }
+  GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }
+  /// What is behind the page is seen through a colour that is not opaque.
+  void setBackground(const GdkRGBA& color);
+  void load(const std::string& url);
+  void stop();
+  void reload();
+  void terminate();
+  void evaluate(Id request, const std::string& script);
+  /// Nobody hears what becomes of it.
+  void run(const std::string& script);
+  void decide(Id number, bool allow) { policies_.decide(number, allow); }
+
+ private:
+  static gboolean onDecidePolicy(WebKitWebView* view, WebKitPolicyDecision* decision,
+                                 WebKitPolicyDecisionType type, gpointer self);
+  static void onLoadChanged(WebKitWebView* view, WebKitLoadEvent event, gpointer self);
+  static gboolean onLoadFailed(WebKitWebView* view, WebKitLoadEvent event, const char* url,
+                               GError* error, gpointer self);
+  static void onTerminated(WebKitWebView* view, WebKitWebProcessTerminationReason reason,
+                           gpointer self);
+  static void onResponsiveness(GObject* view, GParamSpec* property, gpointer self);
+  static void onUrlChanged(GObject* view, GParamSpec* property, gpointer self);
+  static void onProgress(GObject* view, GParamSpec* property, gpointer self);
+  static void onTitleChanged(GObject* view, GParamSpec* property, gpointer self);
+  static GtkWidget* onCreate(WebKitWebView* view, WebKitNavigationAction* action, gpointer self);
+  static void onMessage(WebKitUserContentManager* manager, JSCValue* value, gpointer self);
+  void connectSignals();
+  void addHandlers();
+  void receive(PageMessage message);
+  void sendLoadEvent(const char* type);
+  void endHangingProcess();
+  void loadAsked();
+  void loadAddress(const std::string& url);
+  bool retry(const std::string& url, const GError& error);
+  std::string url() const;
+
+  Id id_;
+  GObjectPtr<WebKitWebView> view_;
+  PageDrawing drawing_;
+  EventSink events_;
+  PolicyBook policies_;
+  Progress progress_;
+  PageLog lostMessages_;
+  const std::vector<std::string> handlers_;
+  /// How far the game's last load has come.
+  enum class Stage { kNone, kAsked, kStarted, kCommitted };
+  bool pageIsMissing() const { return stage_ == Stage::kAsked || stage_ == Stage::kStarted; }
+  std::string asked_;
+  Stage stage_ = Stage::kNone;
+  bool failed_ = false;
+  bool retried_ = false;  // since a page last came whole, or was asked for
+};
+
+}  // namespace zovk::helper

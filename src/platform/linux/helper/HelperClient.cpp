@@ -1,0 +1,257 @@
+#include "platform/linux/helper/HelperClient.h"
+
+#include <system_error>
+#include <utility>
+
+#include <unistd.h>
+
+#include "logging/ZPLogger.h"
+#include "platform/linux/helper/HelperEvents.h"
+#include "platform/linux/helper/HelperWindow.h"
+
+namespace zovk {
+
+HelperClient::HelperClient(LinuxMainQueue& queue, LinuxDevice& device, HelperLauncher launcher,
+                           HelperMessage hello, ZOVKPopupBackdrop backdrop)
+    : queue_(&queue),
+      device_(device),
+      process_(::getpid()),
+      launcher_(std::move(launcher)),
+      hello_(std::move(hello)),
+      reaper_(queue),
+      watchdog_(queue, launcher_,
+                {.ping =
+                     [this] {
+                       send({{"type", "ping"}});
+                     },
+                 .silent = [this] { helperIsLost("it does not answer"); }}),
+      backdrop_(std::move(backdrop)) {}
+
+bool HelperClient::isForeignProcess() const {
+  return ::getpid() != process_;
+}
+
+bool HelperClient::isEmpty() const {
+  return objects_.isEmpty() && journal_.isEmpty() && replies_.isEmpty();
+}
+
+void HelperClient::start() {
+  if (failure_.empty() || isShutDown() || isForeignProcess()) return;
+  if (!backOff_.mayStart(launcher_.now())) {
+    if (backOff_.saysSo()) logError("Helper is not started for every popup while it fails");
+    return;
+  }
+  mayStartAgain_ = true;
+  launch();
+}
+
+void HelperClient::launch() {
+  failure_.clear();
+  const int number = ++helperNumber_;
+  std::string error;
+  try {
+    HelperLauncher::Started started = launcher_.start();
+    error = started.error;
+    if (started.socket) {
+      link_ = HelperLife::open(*queue_, launcher_, std::move(started), linkEvents());
+    }
+  } catch (const std::system_error& exhausted) {
+    error = exhausted.what();
+  }
+  if (!link_) {
+    return later([this, number, error] {
+      if (number == helperNumber_) helperIsLost(error);
+    });
+  }
+  send(hello_);
+  for (const HelperMessage& command : journal_.commands()) send(command);
+}
+
+HelperLife::Events HelperClient::linkEvents() {
+  const auto weak = weak_from_this();
+  return {.message =
+              [weak](HelperMessage message) {
+                const auto session = weak.lock();
+                if (!session) return;
+                session->watchdog_.heard();
+                deliverHelperEvent(*session, std::move(message));
+              },
+          .lost =
+              [weak](const std::string& reason) {
+                if (const auto session = weak.lock()) session->helperIsLost(reason);
+              }};
+}
+
+void HelperClient::send(const HelperMessage& command) {
+  if (!link_ || isForeignProcess()) return;
+  if (!link_->send(command)) logError("Helper command too long: %@", command.at("type"));
+}
+
+void HelperClient::command(HelperId object, HelperAspect aspect, const HelperMessage& command) {
+  if (isShutDown()) return;
+  send(command);
+  journal_.remember(object, aspect, command);
+}
+
+void HelperClient::request(HelperMessage command, std::string event, HelperId about,
+                           HelperReplies::Reply reply) {
+  if (isForeignProcess()) return;
+  const HelperId id = newId();
+  command["id"] = id;
+  if (!link_ || !link_->send(command)) return later([reply] { reply(nullptr); });
+  replies_.expect(id, std::move(event), about, std::move(reply));
+}
+
+void HelperClient::forget(HelperId object) {
+  journal_.forget(object);
+  for (auto& reply : replies_.takeAbout(object)) later([reply] { reply(nullptr); });
+}
+
+void HelperClient::windowShown(HelperId window) {
+  if (objects_.shownWindows.empty()) sendBackdrop();
+  std::erase(objects_.shownWindows, window);
+  objects_.shownWindows.push_back(window);
+  watchHelper();
+}
+
+void HelperClient::windowClosed(HelperId window) {
+  forget(window);
+  objects_.windows.erase(window);
+  std::erase(objects_.shownWindows, window);
+  if (objects_.keyWindow == window) objects_.keyWindow = 0;
+  if (objects_.activeWindow == window) objects_.activeWindow = 0;
+  watchHelper();
+  if (!isReady_) return;
+  mayStartAgain_ = true;
+  backOff_.wentWell();
+}
+
+void HelperClient::windowIsStuck(const std::string& display) {
+  // Most systems have both, one within the other, and not the same troubles with both.
+  hello_["display"] = display == "x11" ? "wayland" : "x11";
+  if (!mayStartAgain_) hello_.erase("display");  // no other is left, and the next popup begins anew
+  helperIsLost("a window does not come up on " + display);
+}
+
+void HelperClient::backdropWanted() {
+  backdrop_.setWanted(true);
+  if (!objects_.shownWindows.empty()) sendBackdrop();
+}
+
+void HelperClient::sendBackdrop() {
+  if (!link_ || isForeignProcess()) return;
+  auto answer = backdrop_.ask(launcher_.now());
+  // The game may have shut down meanwhile.
+  if (answer && link_) link_->send(answer->command, std::move(answer->pixels));
+}
+
+// A helper with nothing on screen may take its time; at rest the game is not woken for it.
+void HelperClient::watchHelper() {
+  if (!isShutDown() && !isForeignProcess()) {
+    watchdog_.watch(isReady_ && !objects_.shownWindows.empty());
+  }
+}
+
+void HelperClient::heldAs(Orientation orientation) {
+  if (!isShutDown()) device_.setOrientation(orientation);
+}
+
+void HelperClient::sizeKnown(const Size& size) {
+  if (!isShutDown() && size.width > 0 && size.height > 0) device_.setWindowSize(size);
+}
+
+bool HelperClient::displayTellsOfGame() const {
+  return hello_.at("nativeWindow").to_number<std::uint64_t>() != 0;
+}
+
+void HelperClient::gameHasKeyboard(bool has) {
+  if (!isShutDown() && !displayTellsOfGame()) send({{"type", "game.key"}, {"key", has}});
+}
+
+void HelperClient::gameHasSize(const Size& size) {
+  if (isShutDown() || displayTellsOfGame() || size.width <= 0 || size.height <= 0) return;
+  const boost::json::array frame{0, 0, size.width, size.height};
+  hello_["gameSize"] = frame;
+  objects_.screen = {0, 0, size.width, size.height};
+  send({{"type", "game.size"}, {"size", frame}});
+}
+
+void HelperClient::later(Task task) {
+  if (isShutDown() || isForeignProcess()) return;
+  queue_->async([weak = weak_from_this(), task = std::move(task)] {
+    const auto session = weak.lock();
+    if (session && !session->isShutDown()) task();
+  });
+}
+
+HelperReplies::Reply HelperClient::takeReply(HelperId id, std::string_view event) {
+  return replies_.take(id, event);
+}
+
+void HelperClient::helperIsReady() {
+  isReady_ = true;
+  link_->stopTimeout();
+  watchHelper();
+}
+
+void HelperClient::helperIsLost(const std::string& reason) {
+  const auto keepAlive = shared_from_this();
+  dropLink();
+  const bool again = std::exchange(mayStartAgain_, false);
+  logError("Helper lost (%s), %s", reason, again ? "starting it again" : "giving up");
+  hello_["drawingFailed"] = true;  // it may have been the graphics driver
+  // A new helper is on its way before anybody is told, so that what they do now reaches it.
+  const auto replies = replies_.takeAll();
+  if (again) {
+    launch();
+  } else {
+    failure_ = "The helper cannot be used: " + reason;
+    backOff_.gaveUp(launcher_.now());
+  }
+  for (const auto& reply : replies) {
+    if (!isShutDown()) reply(nullptr);
+  }
+  if (!again) tellWindows();
+}
+
+void HelperClient::dropLink() {
+  isReady_ = false;
+  heldAs(Orientation::kUnknown);
+  backdrop_.setWanted(false);  // the next one may see through its windows
+  watchHelper();
+  objects_.keyWindow = objects_.activeWindow = 0;
+  for (auto& [id, outlet] : objects_.outlets) outlet = {outlet.name, 0, {}};
+  if (!link_) return;
+  link_->close();
+  if (auto process = link_->takeProcess()) {
+    process->kill();
+    reaper_.add(std::move(*process));
+  }
+  link_.reset();
+}
+
+void HelperClient::tellWindows() {
+  const std::string reason = failure_;
+  const auto windows = objects_.windows;
+  for (const auto& [id, weak] : windows) {
+    const auto window = weak.lock();
+    // Someone may have had it started again meanwhile.
+    if (window && !isShutDown() && !failure_.empty()) window->fail(reason);
+  }
+}
+
+void HelperClient::shutDown() {
+  if (isShutDown() || isForeignProcess()) return;
+  if (link_) {
+    link_->close();
+    if (auto process = link_->takeProcess()) reaper_.add(std::move(*process));
+    link_.reset();
+  }
+  backdrop_.close();
+  watchdog_.close();
+  reaper_.finish(launcher_.endTimeout);
+  replies_.takeAll();
+  queue_ = nullptr;
+}
+
+}  // namespace zovk

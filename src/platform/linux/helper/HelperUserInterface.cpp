@@ -1,0 +1,183 @@
+#include "platform/linux/helper/HelperUserInterface.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "platform/linux/helper/HelperLayout.h"
+#include "platform/linux/helper/HelperWebView.h"
+#include "platform/linux/helper/HelperWindow.h"
+#include "platform/linux/system/Container.h"
+#include "platform/linux/system/GameWindowName.h"
+
+namespace zovk {
+namespace {
+
+constexpr bool kDeveloperTools = ZOVKPOPUP_DEVELOPER_TOOLS != 0;
+
+HelperMessage helloOf(const PlatformSettings& settings, const LinuxDevice& device) {
+  const GameWindowName window = gameWindowName(settings);
+  HelperMessage hello{{"type", "hello"},
+                      {"version", kHelperProtocolVersion},
+                      {"application", applicationId(settings)},
+                      {"dataDirectory", device.homeDirectory()},
+                      {"nativeWindow", window.x11},
+                      {"developerTools", kDeveloperTools},
+                      {"pageMemory", settings.pageMemory},
+                      {"drawing", settings.drawing.c_str()},
+                      {"drawingFailed", false}};
+  if (!settings.popupWindow.empty()) hello["popupWindow"] = settings.popupWindow;
+  if (!window.wayland.empty()) hello["waylandWindow"] = window.wayland;
+  if (settings.pageConsole) hello["pageConsole"] = true;
+  return hello;
+}
+
+/// The scheme of an address, in lower case; empty when it has none.
+std::string schemeOf(const std::string& url) {
+  const std::size_t end = url.find(':');
+  if (end == std::string::npos) return {};
+  std::string scheme = url.substr(0, end);
+  std::transform(scheme.begin(), scheme.end(), scheme.begin(), [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  });
+  return scheme;
+}
+
+/// Hears whether the answering event has a true `member`.
+HelperReplies::Reply replyWith(const char* member, std::function<void(bool)> completion) {
+  return [member, completion = std::move(completion)](const HelperMessage* answer) {
+    if (completion) completion(answer != nullptr && answer->at(member).as_bool());
+  };
+}
+
+/// Null for a number that is no press.
+const char* nameOf(ZOVKPopupGamePad press) {
+  constexpr std::array kNames = {"up", "down", "left", "right", "press", "leave"};
+  const auto number = static_cast<std::size_t>(press);
+  return number < kNames.size() ? kNames[number] : nullptr;
+}
+
+}  // namespace
+
+HelperUserInterface::HelperUserInterface(const PlatformSettings& settings, LinuxMainQueue& queue,
+                                         LinuxDevice& device)
+    : HelperUserInterface(settings, queue, device, helperProcessLauncher(settings)) {}
+
+HelperUserInterface::HelperUserInterface(const PlatformSettings& settings, LinuxMainQueue& queue,
+                                         LinuxDevice& device, HelperLauncher launcher)
+    : session_(std::make_shared<HelperClient>(queue, device, std::move(launcher),
+                                              helloOf(settings, device), settings.backdrop)) {
+  session_->start();
+}
+
+HelperUserInterface::~HelperUserInterface() {
+  shutDown();
+}
+
+void HelperUserInterface::gameWindowDidBecomeKey() {
+  session_->objects().keyWindow = 0;
+  session_->gameHasKeyboard(true);
+}
+
+void HelperUserInterface::gameWindowDidResignKey() {
+  HelperObjects& objects = session_->objects();
+  if (objects.activeWindow != 0) objects.keyWindow = objects.activeWindow;
+  session_->gameHasKeyboard(false);
+}
+
+void HelperUserInterface::gameWindowDidResize(int width, int height) {
+  session_->gameHasSize({static_cast<double>(width), static_cast<double>(height)});
+}
+
+void HelperUserInterface::gamePadDidPress(ZOVKPopupGamePad press, const std::string& pressName,
+                                          const std::string& leaveName) {
+  const char* const name = nameOf(press);
+  if (name == nullptr) return;
+  session_->send(
+      {{"type", "pad.press"}, {"press", name}, {"pressName", pressName}, {"leaveName", leaveName}});
+}
+
+void HelperUserInterface::shutDown() {
+  session_->shutDown();
+}
+
+Rect HelperUserInterface::mainScreenBounds() const {
+  return session_->objects().screen;
+}
+
+std::shared_ptr<Window> HelperUserInterface::makeWindow(const Rect& frame) {
+  session_->start();
+  const Rect all = mainScreenBounds();
+  // The game's window may move before the helper reads this, so all there is has no numbers.
+  const bool coversAll = frame.width <= 0 || frame.height <= 0 || frame == all;
+  const Rect place = coversAll ? all : frame;
+  session_->sizeKnown({place.width, place.height});
+  return HelperWindow::make(session_, coversAll ? Rect{} : frame, {place.width, place.height});
+}
+
+std::shared_ptr<Layout> HelperUserInterface::loadLayout(const std::string& bundlePath,
+                                                        const std::string& name,
+                                                        std::weak_ptr<LayoutOwner> owner) {
+  auto layout = std::make_shared<HelperLayout>(session_, bundlePath, name, std::move(owner));
+  youngestLayout_ = layout;
+  return layout;
+}
+
+std::shared_ptr<WebView> HelperUserInterface::makeWebView(
+    const WebViewConfiguration& configuration) {
+  return HelperWebView::make(session_, configuration);
+}
+
+bool HelperUserInterface::canOpenUrl(const std::string& url) const {
+  return session_->objects().schemes.contains(schemeOf(url));
+}
+
+void HelperUserInterface::openUrl(const std::string& url,
+                                  std::function<void(bool opened)> completion) {
+  session_->request({{"type", "url.open"}, {"url", url}}, "url.opened", 0,
+                    replyWith("opened", std::move(completion)));
+}
+
+void HelperUserInterface::snapshot(const Window* window, const std::string& path,
+                                   Completion completion) {
+  const auto* given = dynamic_cast<const HelperWindow*>(window);
+  const HelperId id = given == nullptr ? session_->objects().frontWindow() : given->id();
+  auto reply = replyWith("done", std::move(completion));
+  if (id == 0) return session_->later([reply] { reply(nullptr); });
+  session_->request({{"type", "snapshot"}, {"window", id}, {"path", path}}, "snapshot.done", id,
+                    std::move(reply));
+}
+
+void HelperUserInterface::sync(Completion completion) {
+  const HelperId id = session_->objects().frontWindow();
+  const HelperReplies::Reply reply = [completion =
+                                          std::move(completion)](const HelperMessage* answer) {
+    if (completion) completion(answer != nullptr);
+  };
+  if (id == 0) return session_->later([reply] { reply(nullptr); });
+  session_->request({{"type", "sync"}, {"window", id}}, "synced", id, reply);
+}
+
+std::optional<HelperInspector::ViewFrame> HelperUserInterface::viewFrame(
+    const std::string& outlet) const {
+  // The helper tells the places of views that have a number only.
+  if (const auto layout = youngestLayout_.lock()) layout->outlet(outlet);
+  const HelperId window = session_->objects().frontWindow();
+  std::optional<ViewFrame> youngest;
+  for (const auto& [id, bound] : session_->objects().outlets) {
+    if (window != 0 && bound.window == window && bound.name == outlet) youngest = bound.frame;
+  }
+  return youngest;
+}
+
+void HelperUserInterface::terminateWebProcess() {
+  const auto& views = session_->objects().webViews;
+  if (views.empty()) return;
+  session_->send({{"type", "web.terminate"}, {"view", views.rbegin()->first}});
+}
+
+pid_t HelperUserInterface::helperProcessId() const {
+  return session_->helperProcessId();
+}
+
+}  // namespace zovk

@@ -1,0 +1,179 @@
+#include "platform/linux/helper/HelperWebView.h"
+
+#include <utility>
+
+#include "logging/ZPLogger.h"
+
+namespace zovk {
+namespace {
+
+constexpr const char* kGone = "The page went away before the script was done";
+constexpr const char* kCannotRun =
+    "The page cannot be shown: its process ended before it was there";
+constexpr int kVainStarts = 2;
+
+/// Owed to a page that waits. It asks for the helper's number, because the page of a helper that
+/// was lost waits no more.
+class PendingDecision {
+ public:
+  PendingDecision(const std::shared_ptr<HelperClient>& session, HelperId view, HelperId decision)
+      : session_(session), view_(view), decision_(decision), helper_(session->helperNumber()) {}
+  ~PendingDecision() { answer(NavigationPolicy::kCancel); }
+  PendingDecision(const PendingDecision&) = delete;
+  PendingDecision& operator=(const PendingDecision&) = delete;
+
+  void answer(NavigationPolicy policy) {
+    if (std::exchange(answered_, true)) return;
+    const auto session = session_.lock();
+    if (!session || session->helperNumber() != helper_) return;
+    if (!session->objects().webViews.contains(view_)) return;
+    session->send({{"type", "web.decide"},
+                   {"view", view_},
+                   {"decision", decision_},
+                   {"allow", policy == NavigationPolicy::kAllow}});
+  }
+
+ private:
+  const std::weak_ptr<HelperClient> session_;
+  const HelperId view_;
+  const HelperId decision_;
+  const int helper_;
+  bool answered_ = false;
+};
+
+ScriptResult scriptResult(HelperMessage* answer) {
+  if (answer == nullptr) return {std::nullopt, kGone};
+  if (auto* value = answer->if_contains("value")) return {std::move(*value), std::nullopt};
+  return {std::nullopt, std::string(answer->at("error").as_string())};
+}
+
+HelperMessage creation(HelperId id, const WebViewConfiguration& configuration) {
+  boost::json::array handlers;
+  for (const auto& [name, handler] : configuration.scriptMessageHandlers) {
+    handlers.emplace_back(name);
+  }
+  return {{"type", "web.create"},
+          {"view", id},
+          {"handlers", std::move(handlers)},
+          {"inlineMedia", configuration.allowsInlineMediaPlayback},
+          {"mobile", configuration.prefersMobileContent},
+          {"bounces", configuration.bounces},
+          {"scrollIndicator", configuration.showsVerticalScrollIndicator},
+          {"adjustInset", configuration.adjustsContentInset},
+          {"opaque", configuration.opaque}};
+}
+
+}  // namespace
+
+std::shared_ptr<HelperWebView> HelperWebView::make(const std::shared_ptr<HelperClient>& session,
+                                                   const WebViewConfiguration& configuration) {
+  const HelperId id = session->newId();
+  auto view = std::make_shared<HelperWebView>(session, id, configuration);
+  session->objects().webViews[id] = view;
+  session->command(id, HelperAspect::kExistence, creation(id, configuration));
+  return view;
+}
+
+HelperWebView::HelperWebView(std::shared_ptr<HelperClient> session, HelperId id,
+                             WebViewConfiguration configuration)
+    : HelperViewOf(std::move(session), id), configuration_(std::move(configuration)) {}
+
+HelperWebView::~HelperWebView() {
+  session().objects().webViews.erase(id());
+  session().forget(id());
+  session().send(about("web.close"));
+}
+
+HelperMessage HelperWebView::about(const char* type) const {
+  return {{"type", type}, {"view", id()}};
+}
+
+void HelperWebView::setNavigationDelegate(std::weak_ptr<WebViewDelegate> delegate) {
+  delegate_ = std::move(delegate);
+}
+
+void HelperWebView::load(const std::string& url) {
+  readAccessUrl_.clear();
+  beginLoad();
+  command(HelperAspect::kAddress, {{"type", "web.load"}, {"view", id()}, {"url", url}});
+}
+
+void HelperWebView::loadFile(const std::string& url, const std::string& readAccessUrl) {
+  readAccessUrl_ = readAccessUrl;
+  beginLoad();
+  command(HelperAspect::kAddress,
+          {{"type", "web.loadFile"}, {"view", id()}, {"url", url}, {"readAccess", readAccessUrl}});
+}
+
+void HelperWebView::beginLoad() {
+  hasLoaded_ = true;
+  committed_ = false;
+  vainStarts_ = 0;
+}
+
+void HelperWebView::stopLoading() {
+  session().send(about("web.stop"));
+}
+
+void HelperWebView::reload() {
+  session().send(about("web.reload"));
+}
+
+void HelperWebView::evaluateJavaScript(const std::string& script,
+                                       std::function<void(ScriptResult)> completion) {
+  HelperMessage message = about(completion ? "web.evaluate" : "web.run");
+  message["script"] = script;
+  if (!completion) return session().send(message);
+  session().request(std::move(message), "web.evaluated", id(),
+                    [completion = std::move(completion)](HelperMessage* answer) {
+                      completion(scriptResult(answer));
+                    });
+}
+
+void HelperWebView::urlChanged(const std::string& url) {
+  url_ = url;
+  if (url.empty() || !hasLoaded_) return;
+  // A new helper takes up where the page stands now.
+  HelperMessage again = about("web.load");
+  again["url"] = url;
+  if (!readAccessUrl_.empty() && url.starts_with("file:")) {
+    again["type"] = "web.loadFile";
+    again["readAccess"] = readAccessUrl_;
+  }
+  session().journal().remember(id(), HelperAspect::kAddress, again);
+}
+
+void HelperWebView::pageCommitted() {
+  committed_ = true;
+  if (const auto listener = delegate()) listener->didCommitNavigation(*this);
+}
+
+// A page that was there is loaded again however often; one that never comes must not be for ever.
+void HelperWebView::processEnded() {
+  const bool inVain = hasLoaded_ && !std::exchange(committed_, false);
+  vainStarts_ = inVain ? vainStarts_ + 1 : 0;
+  const auto listener = delegate();
+  if (!listener) return;
+  if (vainStarts_ < kVainStarts) return listener->webContentProcessDidTerminate(*this);
+  logError("Web process ended %d times before its page was there, giving up", vainStarts_);
+  listener->webContentProcessDidFail(*this, kCannotRun);
+}
+
+void HelperWebView::decidePolicy(const NavigationAction& action, HelperId decision) {
+  const auto pending =
+      std::make_shared<PendingDecision>(session().shared_from_this(), id(), decision);
+  const auto listener = delegate();
+  if (!listener) return pending->answer(NavigationPolicy::kAllow);
+  listener->decidePolicyForNavigationAction(
+      *this, action, [pending](NavigationPolicy policy) { pending->answer(policy); });
+}
+
+void HelperWebView::receiveMessage(const std::string& name,
+                                   const std::optional<boost::json::value>& body) {
+  const auto found = configuration_.scriptMessageHandlers.find(name);
+  if (found == configuration_.scriptMessageHandlers.end() || !found->second) return;
+  const std::shared_ptr<ScriptMessageHandler> handler = found->second;
+  handler->didReceiveScriptMessage(name, body);
+}
+
+}  // namespace zovk

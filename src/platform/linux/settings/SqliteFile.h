@@ -1,0 +1,55 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+#include "platform/linux/settings/SqliteHandles.h"
+
+namespace zovk {
+
+/// One SQLite file, which several processes may share. It is opened with the first statement, for
+/// its owner alone. A file that is no database is got out of the way, and begun afresh; what is no
+/// file at all (a pipe, a directory, a link) is not opened. One thread at a time.
+class SqliteFile {
+ public:
+  /// Binds a statement's values; answers with SQLite's code.
+  using Bind = std::function<int(sqlite3_stmt*)>;
+  using Row = std::function<void(sqlite3_stmt*)>;
+
+  struct Manner {
+    const char* prepare;    ///< Run whenever the file is opened.
+    bool keepsCorruptFile;  ///< As "….corrupt", for people to look at.
+  };
+  struct Outcome {
+    int code = SQLITE_OK;
+    bool begunAfresh = false;
+    /// Whether another process held the file.
+    bool isBusy() const { return primary() == SQLITE_BUSY || primary() == SQLITE_LOCKED; }
+
+   private:
+    int primary() const { return code & 0xff; }
+  };
+
+  SqliteFile(std::string path, const Manner& manner) : path_(std::move(path)), manner_(manner) {}
+
+  /// Runs one statement, and waits no longer than `patience` for other processes, all in all.
+  /// `row`, which may be empty, is called for each row of its result.
+  Outcome run(const char* sql, const Bind& bind, const Row& row,
+              std::chrono::milliseconds patience);
+  const std::string& path() const { return path_; }
+
+ private:
+  int tryOnce(const char* sql, const Bind& bind, const Row& row);
+  int open();
+  int execute(const char* sql, const Bind& bind, const Row& row);
+  void getOutOfTheWay();
+  static int waitForOthers(void* file, int times);
+
+  const std::string path_;
+  const Manner manner_;
+  std::chrono::steady_clock::time_point deadline_;  // of the statement that runs
+  SqliteDatabase database_;                         // null until it could be opened
+};
+
+}  // namespace zovk

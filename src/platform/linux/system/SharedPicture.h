@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "support/UniqueFd.h"
+#include "zovkpopup/platform/GamePicture.h"
+
+namespace zovk {
+
+/// A picture in memory for another process: see protocol/PictureBounds.h.
+struct SharedPicture {
+  UniqueFd pixels;    ///< None when it cannot be shared.
+  std::string error;  ///< Why not.
+};
+
+/// Copies the picture, which must have pixels.
+SharedPicture sharePicture(const ZOVKPopupPicture& picture);
+
+}  // namespace zovk
