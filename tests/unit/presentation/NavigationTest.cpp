@@ -56,6 +56,15 @@ TEST_F(Navigation, TheFormOfOnePopupIsNotThatOfTheNext) {
   EXPECT_TRUE(page()->navigate(webPage("b").uri).allowed());
 }
 
+TEST_F(Navigation, TheFormOfOnePopupIsNotThatOfTheNextWhileThatIsAskedFor) {
+  show({webPage("a"), conditional("b")});
+  page()->resolveAddress(webPage("a").uri, "https://other-form.example/");
+  choose("skip");
+  EXPECT_EQ(page()->loads().size(), 1U);
+  EXPECT_TRUE(page()->navigate("https://other-form.example/").cancelled());
+  EXPECT_TRUE(page()->navigate(webPage("b").uri).allowed());
+}
+
 TEST_F(Navigation, TheFormStaysKnownWhenThePageIsLoadedAgain) {
   show({webPage("a")});
   page()->resolveAddress(webPage("a").uri, "https://other-form.example/a");
