@@ -29,6 +29,11 @@ namespace ZOVKPopup {
   [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
   public delegate void Complete(int argument0, [MarshalAs(UnmanagedType.LPUTF8Str)] string argument1, IntPtr argument2);
 
+  /// <summary>Fills in the frame that the player saw last. The pixels are copied as soon as it
+  /// has returned.</summary>
+  [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
+  public delegate void Backdrop(IntPtr argument0, IntPtr argument1);
+
   /// <summary>Whether a page may navigate to an address, in one of the
   /// ZOVKPOPUP_FRAME_….</summary>
   [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
@@ -46,6 +51,28 @@ namespace ZOVKPopup {
   /// <summary>Hears the page's answer; `json` is NULL when it is none.</summary>
   [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
   public delegate void Answer([MarshalAs(UnmanagedType.LPUTF8Str)] string argument0, IntPtr argument1);
+
+  /// <summary>A frame of the game's, in memory of the game's.</summary>
+  [StructLayout(LayoutKind.Sequential)]
+  public struct Picture {
+    /// <summary>Set by the library: members beyond it must not be written.</summary>
+    public UIntPtr Size;
+    /// <summary>Of the row at the top; NULL, as it comes, for no picture.</summary>
+    public IntPtr Pixels;
+    /// <summary>In pixels; 16,384 at most.</summary>
+    public ulong Width;
+    /// <summary>The same.</summary>
+    public ulong Height;
+    /// <summary>Bytes from one row to the one below it: 0 when rows follow one another without a
+    /// gap, and less than 0 when the row at the top comes last, as GL reads them.</summary>
+    public long Stride;
+    /// <summary>One of `zovkpopup_pixels`.</summary>
+    public ulong Format;
+    /// <summary>One with its size, all else zero.</summary>
+    public static Picture New() {
+      return new Picture { Size = (UIntPtr)Marshal.SizeOf(typeof(Picture)) };
+    }
+  }
 
   /// <summary>What a game may say about itself. Every member but `size` has a default:
   /// zero.</summary>
@@ -87,6 +114,18 @@ namespace ZOVKPopup {
     /// "wayland:HANDLE", what the compositor's `zxdg_exporter` gave for it. By default what
     /// `native_window` says.</summary>
     public IntPtr GameWindow;
+    /// <summary>The kind of window that popups have, in any case: "auto", the default, stands
+    /// over the game's window wherever the display lets it; "fullscreen" takes the whole screen.
+    /// The player's environment variable `ZOVKPOPUP_WINDOW` goes before it.</summary>
+    public IntPtr PopupWindow;
+    /// <summary>Gives the game's last frame, for the displays on which a popup hides the game: it
+    /// then lies beneath the page. Asked once when popups are about to cover the game and again
+    /// after the popup has got another size, on the main thread; it must not call the library. On
+    /// other displays it is never asked. Without it what is behind a page is plain and
+    /// dark.</summary>
+    public Backdrop Backdrop;
+    public IntPtr BackdropUser;
+    public Destroy BackdropDestroy;
     /// <summary>One with its size, all else zero.</summary>
     public static Settings New() {
       return new Settings { Size = (UIntPtr)Marshal.SizeOf(typeof(Settings)) };
@@ -211,6 +250,12 @@ namespace ZOVKPopup {
     public const int ResultCommit = 1;
     /// <summary>The player refused.</summary>
     public const int ResultCancel = 2;
+    /// <summary>Four bytes; SDL's ARGB8888 and XRGB8888.</summary>
+    public const int PixelsBgrx = 0;
+    /// <summary>Four bytes; what GL reads as GL_RGBA.</summary>
+    public const int PixelsRgbx = 1;
+    /// <summary>Three bytes.</summary>
+    public const int PixelsRgb = 2;
     /// <summary>A direction moves the focus to what lies there.</summary>
     public const int GamePadUp = 0;
     public const int GamePadDown = 1;

@@ -8,6 +8,7 @@ typedef int32_t zovkpopup_status;
 typedef struct zovkpopup_explanation zovkpopup_explanation;
 typedef struct zovkpopup_web_window zovkpopup_web_window;
 typedef struct zovkpopup_response zovkpopup_response;
+typedef struct zovkpopup_picture zovkpopup_picture;
 typedef struct zovkpopup_settings zovkpopup_settings;
 typedef struct zovkpopup_hooks zovkpopup_hooks;
 typedef struct zovkpopup_explained_popup zovkpopup_explained_popup;
@@ -17,10 +18,20 @@ typedef void (*zovkpopup_event)(void *);
 typedef void (*zovkpopup_text_event)(const char *, void *);
 typedef void (*zovkpopup_log)(const char *, void *);
 typedef void (*zovkpopup_complete)(int32_t, const char *, void *);
+typedef void (*zovkpopup_backdrop)(zovkpopup_picture *, void *);
 typedef bool (*zovkpopup_allow_navigation)(const char *, int32_t, void *);
 typedef void (*zovkpopup_script_result)(const char *, const char *, void *);
 typedef void (*zovkpopup_handler)(const char *, zovkpopup_response *, void *);
 typedef void (*zovkpopup_answer)(const char *, void *);
+// A frame of the game's, in memory of the game's.
+struct zovkpopup_picture {
+  size_t size;
+  const void *pixels;
+  uint64_t width;
+  uint64_t height;
+  int64_t stride;
+  uint64_t format;
+};
 // What a game may say about itself. Every member but `size` has a default: zero.
 struct zovkpopup_settings {
   size_t size;
@@ -36,6 +47,10 @@ struct zovkpopup_settings {
   uint64_t page_memory;
   const char *drawing;
   const char *game_window;
+  const char *popup_window;
+  zovkpopup_backdrop backdrop;
+  void *backdrop_user;
+  zovkpopup_destroy backdrop_destroy;
 };
 // Around the time in which popups cover the game. Every member but `size` may be NULL.
 struct zovkpopup_hooks {
@@ -203,6 +218,9 @@ popups.RESULT_ERROR = -1
 popups.RESULT_SKIP = 0
 popups.RESULT_COMMIT = 1
 popups.RESULT_CANCEL = 2
+popups.PIXELS_BGRX = 0
+popups.PIXELS_RGBX = 1
+popups.PIXELS_RGB = 2
 popups.GAME_PAD_UP = 0
 popups.GAME_PAD_DOWN = 1
 popups.GAME_PAD_LEFT = 2

@@ -46,6 +46,9 @@ RESULT_ERROR = -1  # Nothing was shown, or it could not be seen to its end.
 RESULT_SKIP = 0  # The player closed the popup, or nothing was left to show.
 RESULT_COMMIT = 1  # The player agreed.
 RESULT_CANCEL = 2  # The player refused.
+PIXELS_BGRX = 0  # Four bytes; SDL's ARGB8888 and XRGB8888.
+PIXELS_RGBX = 1  # Four bytes; what GL reads as GL_RGBA.
+PIXELS_RGB = 2  # Three bytes.
 GAME_PAD_UP = 0  # A direction moves the focus to what lies there.
 GAME_PAD_DOWN = 1
 GAME_PAD_LEFT = 2
@@ -69,6 +72,8 @@ Log = CFUNCTYPE(None, c_char_p, c_void_p)
 # text {"action":…,"msg":…} with what the page said, or a plain text, or empty; never NULL.
 # docs/integration.md has a table of all cases.
 Complete = CFUNCTYPE(None, c_int32, c_char_p, c_void_p)
+# Fills in the frame that the player saw last. The pixels are copied as soon as it has returned.
+Backdrop = CFUNCTYPE(None, POINTER(Picture), c_void_p)
 # Whether a page may navigate to an address, in one of the ZOVKPOPUP_FRAME_….
 AllowNavigation = CFUNCTYPE(c_bool, c_char_p, c_int32, c_void_p)
 # Hears the result of a script: exactly one of the two is not NULL.
@@ -78,6 +83,22 @@ ScriptResult = CFUNCTYPE(None, c_char_p, c_char_p, c_void_p)
 Handler = CFUNCTYPE(None, c_char_p, c_void_p, c_void_p)
 # Hears the page's answer; `json` is NULL when it is none.
 Answer = CFUNCTYPE(None, c_char_p, c_void_p)
+
+
+class Picture(Structure):
+    """A frame of the game's, in memory of the game's."""
+    _fields_ = [
+        ("size", c_size_t),  # Set by the library: members beyond it must not be written.
+        ("pixels", c_void_p),  # Of the row at the top; NULL, as it comes, for no picture.
+        ("width", c_uint64),  # In pixels; 16,384 at most.
+        ("height", c_uint64),  # The same.
+        ("stride", c_int64),
+        ("format", c_uint64),  # One of `zovkpopup_pixels`.
+    ]
+
+    def __init__(self, **members: Any) -> None:
+        super().__init__(size=sizeof(type(self)), **members)
+
 
 
 class Settings(Structure):
@@ -96,6 +117,10 @@ class Settings(Structure):
         ("page_memory", c_uint64),
         ("drawing", c_char_p),
         ("game_window", c_char_p),
+        ("popup_window", c_char_p),
+        ("backdrop", Backdrop),
+        ("backdrop_user", c_void_p),
+        ("backdrop_destroy", Destroy),
     ]
 
     def __init__(self, **members: Any) -> None:

@@ -90,6 +90,13 @@ ZOVKPopupHostSettings RemoteFixture::gameSettings() {
   return game;
 }
 
+std::string RemoteFixture::requestLog() const {
+  std::string log = folder_.read("errors.log");
+  // The service begins with the address of its console.
+  if (log.starts_with("console at ")) log.erase(0, log.find('\n') + 1);
+  return log;
+}
+
 void RemoteFixture::startGame(const std::string& address) {
   const auto settings = gameSettings();
   ASSERT_TRUE(ZOVKPopupHost::setUp(settings));

@@ -49,7 +49,7 @@ class RemoteFixture : public HostFixture {
   static boost::json::object conditional(const std::string& scene, const std::string& checkPath);
   /// The request lines that the service has seen, each with the status of its answer. They are
   /// whole once the service has been stopped.
-  std::string requestLog() const { return folder_.read("errors.log"); }
+  std::string requestLog() const;
 
   // The game.
   /// Starts the game without a screen and lets it ask the service at the address. What it logs up
