@@ -19,7 +19,7 @@
 namespace zovk {
 
 struct BridgeInbox;
-class Platform;
+struct Platform;
 class ReceivedQueue;
 class WebViewDelegate;
 

@@ -10,7 +10,7 @@
 
 namespace zovk {
 
-class Platform;
+struct Platform;
 class WebWindowController;
 class Window;
 class ZOVKPopupWKWebViewJavascriptBridge;

@@ -7,7 +7,7 @@
 
 namespace zovk {
 
-class Platform;
+struct Platform;
 
 /// The platform on which the process-wide shared objects are made. When none has been set, the
 /// default is asked for one first; null when that has none to give, or after it was taken back.
