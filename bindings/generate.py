@@ -204,12 +204,18 @@ def _text(value: Optional[bytes]) -> Optional[str]:
     parts.append("\n".join(f"{name.removeprefix(PREFIX.upper())} = {value}"
                            + (f"  # {note}" if note else "") for name, value, note in header.constants)
                  + "\n")
+    # What callbacks point to stands before them, what holds callbacks behind them.
+    pointed = {header.struct_of(kind) for _, _, kinds, _ in header.callbacks for kind in kinds}
+    early = [struct for struct in header.structs if struct[0] in pointed]
+    for struct in early:
+        parts.append("\n" + python_struct(header, *struct) + "\n")
     for name, result, kinds, comment in header.callbacks:
         types = ", ".join(["c_bool" if result == "bool" else "None"]
                           + [python_kind(header, kind) for kind in kinds])
         parts.append((wrapped(comment, "# ") + "\n" if comment else "") + f"{camel(name)} = CFUNCTYPE({types})")
     for struct in header.structs:
-        parts.append("\n\n" + python_struct(header, *struct))
+        if struct not in early:
+            parts.append("\n\n" + python_struct(header, *struct))
     for function in header.functions:
         parts.append("\n" + python_function(header, *function))
     return "\n".join(parts)

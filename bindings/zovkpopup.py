@@ -59,6 +59,22 @@ FRAME_NEW_WINDOW = 0
 FRAME_MAIN = 1
 FRAME_SUB = 2
 
+
+class Picture(Structure):
+    """A frame of the game's, in memory of the game's."""
+    _fields_ = [
+        ("size", c_size_t),  # Set by the library: members beyond it must not be written.
+        ("pixels", c_void_p),  # Of the row at the top; NULL, as it comes, for no picture.
+        ("width", c_uint64),  # In pixels; 16,384 at most.
+        ("height", c_uint64),  # The same.
+        ("stride", c_int64),
+        ("format", c_uint64),  # One of `zovkpopup_pixels`.
+    ]
+
+    def __init__(self, **members: Any) -> None:
+        super().__init__(size=sizeof(type(self)), **members)
+
+
 # Lets the user data of a callback go.
 Destroy = CFUNCTYPE(None, c_void_p)
 # Tells that something has happened.
@@ -83,22 +99,6 @@ ScriptResult = CFUNCTYPE(None, c_char_p, c_char_p, c_void_p)
 Handler = CFUNCTYPE(None, c_char_p, c_void_p, c_void_p)
 # Hears the page's answer; `json` is NULL when it is none.
 Answer = CFUNCTYPE(None, c_char_p, c_void_p)
-
-
-class Picture(Structure):
-    """A frame of the game's, in memory of the game's."""
-    _fields_ = [
-        ("size", c_size_t),  # Set by the library: members beyond it must not be written.
-        ("pixels", c_void_p),  # Of the row at the top; NULL, as it comes, for no picture.
-        ("width", c_uint64),  # In pixels; 16,384 at most.
-        ("height", c_uint64),  # The same.
-        ("stride", c_int64),
-        ("format", c_uint64),  # One of `zovkpopup_pixels`.
-    ]
-
-    def __init__(self, **members: Any) -> None:
-        super().__init__(size=sizeof(type(self)), **members)
-
 
 
 class Settings(Structure):
