@@ -29,7 +29,7 @@ Program::Program(const Greeting& greeting, EventSink events, Drawing drawing)
       game_(greeting.nativeWindow, greeting.waylandWindow, greeting.gameSize, events_,
             gameListener()),
       backdrop_(events_),
-      webViewFactory_({greeting.dataDirectory + "/helper", developerTools_, greeting.pageMemory,
+      webViewFactory_({greeting.dataDirectory + "/webhost", developerTools_, greeting.pageMemory,
                        drawing, greeting.pageConsole}),
       views_([this](Id id, GtkWidget* widget) { onViewDropped(id, widget); }),
       toldScreen_(coveredFrame(game_)),

@@ -62,7 +62,7 @@ const char* const kPlaces[] = {"Library",
                                "Library/Caches/downloads.db",
                                "Library/Preferences",
                                "Library/Preferences/settings.db",
-                               "helper"};
+                               "webhost"};
 
 class HostileFiles : public RemoteFixture {};
 

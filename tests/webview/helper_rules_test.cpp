@@ -9,8 +9,8 @@ namespace {
 class HelperWithoutRules : public testing::Test {
  protected:
   HelperWithoutRules() {
-    std::filesystem::create_directory(helper_.directory() / "helper");
-    std::ofstream(helper_.directory() / "helper/rules") << "in the way";
+    std::filesystem::create_directory(helper_.directory() / "webhost");
+    std::ofstream(helper_.directory() / "webhost/rules") << "in the way";
     helper_.send(helper_.greeting());
     helper_.await("ready");
     screen_.open();

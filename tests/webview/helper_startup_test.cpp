@@ -152,7 +152,7 @@ TEST(HelperStart, KeepsWhatPagesStoreInTheDirectoryOfTheGame) {
       "request.onerror = () => document.title = 'refused'; 0");
   while (screen.evaluate("document.title") == "storing") helper.sync();
   EXPECT_EQ(screen.evaluate("document.title"), "stored");
-  EXPECT_TRUE(holdsADatabase(helper.directory() / "helper/data"));
+  EXPECT_TRUE(holdsADatabase(helper.directory() / "webhost/data"));
 }
 
 }  // namespace

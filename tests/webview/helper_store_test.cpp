@@ -54,7 +54,7 @@ TEST_F(HelperStore, KeepsCookiesAndDataOfPagesInTheDirectoryOfTheGame) {
 }
 
 TEST_F(HelperStore, IsClosedToOthers) {
-  const fs::path data = game_.path() / "helper/data";
+  const fs::path data = game_.path() / "webhost/data";
   tellsIn(game_.path(), kStore);
   EXPECT_EQ(modeOf(data), 0700U);
   EXPECT_EQ(modeOf(data / "cookies.sqlite"), 0600U);
