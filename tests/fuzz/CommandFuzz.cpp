@@ -92,9 +92,7 @@ void feed(FrameDecoder& decoder, std::string_view bytes, std::string_view input)
   while (const auto message = decoder.next()) receive(*message, input);
 }
 
-}  // namespace
-
-void fuzz(std::string_view input) {
+void fuzzCommands(std::string_view input) {
   FrameDecoder decoder;
   if (input.starts_with('\0')) {
     // In pieces of different sizes, as a socket gives them.
@@ -115,4 +113,9 @@ void fuzz(std::string_view input) {
   judgeAddresses(input);
 }
 
+}  // namespace
 }  // namespace zovk::helper
+
+void zovk::fuzz(std::string_view input) {
+  helper::fuzzCommands(input);
+}

@@ -98,9 +98,7 @@ void expectSendable(const ScriptValue& read, std::string_view input) {
   if (!decoder.next()) fail("a value that a game cannot take", input);
 }
 
-}  // namespace
-
-void fuzz(std::string_view input) {
+void fuzzValues(std::string_view input) {
   Script script;
   constexpr std::size_t kMostSteps = 28;  // lists that double have a million members then
   std::size_t steps = 0;
@@ -118,7 +116,12 @@ void fuzz(std::string_view input) {
   expectSendable(read, input);
 }
 
+}  // namespace
 }  // namespace zovk::helper
+
+void zovk::fuzz(std::string_view input) {
+  helper::fuzzValues(input);
+}
 
 // The script engine keeps what it owns where the search for leaks does not look.
 extern "C" const char* __lsan_default_suppressions() {
