@@ -20,10 +20,10 @@ def first_day(player, service, data):
     player.expect(number, 0, record("skip", "seen"))
 
     number = player.ask("A gift, accepted: the service gets a report", "8")
-    lines = service.program.count()
+    before = service.position()
     player.press("gift", shot=False)
     player.expect(number, 1, record("commit", "three-lanterns"))
-    report = service.next_report(lines)
+    report = service.next_report(before)
     player.album.check((report["name"], report["game_id"], report["body"]["gopenid"], report["result"]),
                        ("gift", "lanterns", "guest", {"action": "commit", "msg": "three-lanterns"}))
 
@@ -53,15 +53,17 @@ def second_day(player, service, data):
 
 
 def publish(service):
-    """What is new on the second day: a policy, and words on a page."""
+    """What is new on the second day: words on a page, and a policy. The document comes last, as
+    with every service."""
+    page = service.folder / "pages" / "news.html"
+    page.write_text(page.read_text(encoding="utf-8").replace("This morning", "Since yesterday"),
+                    encoding="utf-8")
+
     def renew(document):
         for popup in document["popups"]:
             if popup["scene"] == "ZOVKPolicy":
                 popup["publish_time"] = NEXT_POLICY
     service.change("config.json", renew)
-    page = service.folder / "pages" / "news.html"
-    page.write_text(page.read_text(encoding="utf-8").replace("This morning", "Since yesterday"),
-                    encoding="utf-8")
 
 
 def third_day(player):

@@ -46,9 +46,13 @@ class Service:
                 yield "ZOVKPopup_{scene_type}_{pop_type}_{kind}_{digest}.html".format(
                     **popup, kind=PAGE_FILE, digest=hashlib.md5(page).hexdigest())
 
-    def next_report(self, after):
-        """The first report after so many lines."""
-        return json.loads(self.program.wait_line("{", after))
+    def position(self):
+        """Where the next report will stand."""
+        return self.program.count()
+
+    def next_report(self, position):
+        """The first report from that position on."""
+        return json.loads(self.program.wait_line("{", position))
 
     def close(self):
         self.program.close()

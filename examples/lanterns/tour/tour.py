@@ -43,14 +43,16 @@ class Tour:
         finally:
             game.close()
 
+    def open_service(self, folder):
+        return Service(self.arguments.service, folder, self.arguments.pictures / "service.log")
+
     def run(self, scratch):
         if self.arguments.short:
             self.start("In short, with what the game ships", scratch / "short", shipped.play_some)
             return
         self.start("With what the game ships", scratch / "shipped", shipped.play)
-        data, log = scratch / "served", self.arguments.pictures / "service.log"
-        service = Service(self.arguments.service, scratch / "service", log)
-        with contextlib.closing(service):
+        data = scratch / "served"
+        with contextlib.closing(self.open_service(scratch / "service")) as service:
             address = service.address
             self.start("With the service, the first day", data,
                        lambda player: served.first_day(player, service, data), address)
@@ -60,26 +62,25 @@ class Tour:
         self.start("The third day", data, served.third_day, address)
 
 
-def read_arguments():
-    parser = argparse.ArgumentParser(description=__doc__)
+def command_line(description):
+    parser = argparse.ArgumentParser(description=description)
     parser.add_argument("--game", required=True, help="the game's program")
-    parser.add_argument("--service", required=True, help="the popup service's program")
     parser.add_argument("--size", required=True, help="WIDTHxHEIGHT of the display")
     parser.add_argument("--pictures", required=True, type=pathlib.Path, help="where pictures go")
     parser.add_argument("--full-screen", help="how the game fills the screen")
     parser.add_argument("--short", action="store_true", help="only some popups of each kind")
-    return parser.parse_args()
+    return parser
 
 
-def main():
-    arguments = read_arguments()
+def play(tour, arguments):
+    """Plays a tour of that class; returns the program's exit code."""
     width, height = map(int, arguments.size.split("x"))
     arguments.pictures.mkdir(parents=True, exist_ok=True)
     album = Album(Screen(width, height), arguments.pictures)
     began = time.monotonic()
     with tempfile.TemporaryDirectory(prefix="lanterns-") as scratch, blending():
         try:
-            Tour(arguments, album).run(pathlib.Path(scratch))
+            tour(arguments, album).run(pathlib.Path(scratch))
         except TourFailure as failure:
             album.wrong.append(str(failure))
     for wrong in album.wrong:
@@ -90,4 +91,6 @@ def main():
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    words = command_line(__doc__)
+    words.add_argument("--service", required=True, help="the popup service's program")
+    sys.exit(play(Tour, words.parse_args()))
