@@ -36,7 +36,8 @@ void ZOVKPopupViewController::handleCallbackMessage(std::int32_t action,
   const std::string text = ZOVKPopupCommonTool::dictionaryToJsonString(record);
   if (action == ZOVKPopupResultSkip) return skip(text);
   debug("the user operation is: %d ,msg: %@", action, text);
-  // A cancel is told at once, even with popups still waiting: they are shown all the same.
+  // A cancel is reported at once, even with popups still waiting: the run ends with this action,
+  // and they are not seen.
   callComplete(action, text);
   finishShow();
 }
