@@ -8,13 +8,13 @@
 
 #include "BridgeGame.h"
 #include "GameLoop.h"
+#include "Report.h"
 #include "Statistics.h"
 #include "support/ChildProcess.h"
 
 namespace zovk {
 namespace {
 
-constexpr int kRounds = 7;
 constexpr int kCalls = 2000;
 constexpr int kManyCalls = 10'000;
 constexpr int kManyInFlight = 64;
@@ -23,6 +23,7 @@ constexpr int kFrameCalls = 100;
 // that fetches does the same work in one process.
 constexpr double kFetchBound = 0.7;
 constexpr double kInFlightBound = 6;
+constexpr double kFrameBound = 19;
 
 /// Round trips a second, one figure a round.
 struct Speeds {
@@ -37,12 +38,12 @@ struct Speeds {
 
 class Bench {
  public:
-  explicit Bench(std::filesystem::path bare) : bare_(std::move(bare)) {}
+  Bench(std::filesystem::path bare, int rounds) : bare_(std::move(bare)), rounds_(rounds) {}
 
   void run() {
     game_.callsFromPage(kManyCalls, kManyInFlight);  // warm
     game_.callsFromGame(kCalls, 1);
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < rounds_; ++round) {
       speeds_.bareSignal.push_back(bareSpeed("signal"));
       speeds_.fromPage.push_back(kCalls * 1000 / game_.callsFromPage(kCalls, 1));
       speeds_.bareFetch.push_back(bareSpeed("fetch"));
@@ -55,24 +56,28 @@ class Bench {
   }
 
   int report() {
-    const double fetch = ratio(speeds_.fromPage, speeds_.bareFetch);
-    const double inFlight = ratio(speeds_.inFlight, speeds_.fromPage);
-    const bool holds = fetch >= kFetchBound && inFlight >= kInFlightBound;
-    std::printf("round trips a second, medians of %d rounds; ratios are medians of rounds\n",
-                kRounds);
-    std::printf("page to game, one at a time: %.0f, bare signal and fetch %.0f: %.2f (>= %.1f)\n",
-                medianOf(speeds_.fromPage), medianOf(speeds_.bareFetch), fetch, kFetchBound);
-    std::printf("  bare signal without data: %.0f: %.2f\n", medianOf(speeds_.bareSignal),
-                ratio(speeds_.fromPage, speeds_.bareSignal));
-    std::printf("  bare message with reply: %.0f\n", medianOf(speeds_.bareMessage));
-    std::printf("page to game, %d in flight: %.0f: %.2f x one at a time (>= %.0f)\n", kManyInFlight,
-                medianOf(speeds_.inFlight), inFlight, kInFlightBound);
-    std::printf("game to page, one at a time: %.0f, bare script and message %.0f: %.2f\n",
-                medianOf(speeds_.fromGame), medianOf(speeds_.bareEvaluate),
-                ratio(speeds_.fromGame, speeds_.bareEvaluate));
-    reportFrames();
-    std::printf("%s\n", holds ? "holds" : "DOES NOT HOLD");
-    return holds ? 0 : 1;
+    Report report;
+    const auto atLeast = [&report](const char* text, double figure, const char* unit,
+                                   double bound) {
+      report.add({text, figure, unit, Claim::Holds::kFrom, bound});
+    };
+    atLeast("page to game, one at a time / bare signal and fetch",
+            ratio(speeds_.fromPage, speeds_.bareFetch), "x", kFetchBound);
+    atLeast("page to game, 64 in flight / one at a time", ratio(speeds_.inFlight, speeds_.fromPage),
+            "x", kInFlightBound);
+    const FrameSpeeds frames = speedsOfFrames();
+    atLeast("page to game, pumped 60 times a second, one at a time", frames.one, "a second",
+            kFrameBound);
+    report.tell("the same, 64 in flight", frames.many, "a second");
+    report.tell("game to page, pumped 60 times a second", frames.fromGame, "a second");
+    report.tell("page to game, one at a time", medianOf(speeds_.fromPage), "a second");
+    report.tell("  bare signal and fetch", medianOf(speeds_.bareFetch), "a second");
+    report.tell("  bare signal without data", medianOf(speeds_.bareSignal), "a second");
+    report.tell("  bare message with reply", medianOf(speeds_.bareMessage), "a second");
+    report.tell("page to game, 64 in flight", medianOf(speeds_.inFlight), "a second");
+    report.tell("game to page, one at a time", medianOf(speeds_.fromGame), "a second");
+    report.tell("  bare script and message", medianOf(speeds_.bareEvaluate), "a second");
+    return report.finish();
   }
 
  private:
@@ -92,21 +97,24 @@ class Bench {
     return kCalls * 1000 / std::atof(line->c_str());
   }
 
+  struct FrameSpeeds {
+    double one;
+    double many;
+    double fromGame;
+  };
+
   /// A game that draws 60 frames a second, and looks at the popups only once in each.
-  void reportFrames() {
+  FrameSpeeds speedsOfFrames() {
     GameLoop loop;
     const auto frame = [&loop] { loop.runFrames(1); };
     const double one = game_.callsFromPage(kFrameCalls, 1, frame);
     const double many = game_.callsFromPage(kManyCalls, kManyInFlight, frame);
     const double fromGame = game_.callsFromGame(kFrameCalls, 1, frame);
-    std::printf(
-        "pumped once a frame at 60 a second: page to game %.0f, %d in flight %.0f, game to page "
-        "%.0f\n",
-        kFrameCalls * 1000 / one, kManyInFlight, kManyCalls * 1000 / many,
-        kFrameCalls * 1000 / fromGame);
+    return {kFrameCalls * 1000 / one, kManyCalls * 1000 / many, kFrameCalls * 1000 / fromGame};
   }
 
   const std::filesystem::path bare_;
+  const int rounds_;
   BridgeGame game_;
   Speeds speeds_;
 };
@@ -114,9 +122,10 @@ class Bench {
 }  // namespace
 }  // namespace zovk
 
-int main(int /*argc*/, char** argv) {
+int main(int argc, char** argv) {
+  const int rounds = argc > 1 ? std::atoi(argv[1]) : 7;
   const auto bare = std::filesystem::path(argv[0]).replace_filename("zovkpopup-bare-bridge");
-  zovk::Bench bench(bare);
+  zovk::Bench bench(bare, rounds);
   bench.run();
   return bench.report();
 }

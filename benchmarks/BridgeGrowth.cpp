@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include "BridgeGame.h"
+#include "Report.h"
 #include "support/ChildProcess.h"
 #include "support/ProcessFacts.h"
 
@@ -85,17 +86,27 @@ int report(const Growth& growth) {
   const double page = growth.last.page - growth.warm.page;
   const double bytes = (growth.last.helper - growth.warm.helper) * 1e6 / growth.messages;
   const double left = growth.closed.helper - growth.warm.helper;
-  const bool holds = game <= kToleranceMegabytes && page <= kPageToleranceMegabytes &&
-                     bytes <= growth.bareOvertaken && left <= kToleranceMegabytes;
-  std::printf("growth: game %+.2f MB (<= %.0f), pages %+.2f MB (<= %.0f)\n", game,
-              kToleranceMegabytes, page, kPageToleranceMegabytes);
-  std::printf(
-      "helper: %.0f bytes a message; a bare program %.0f a signal, %.0f an overtaken one: "
-      "%.2f (<= 1)\n",
-      bytes, growth.bareLone, growth.bareOvertaken, bytes / growth.bareOvertaken);
-  std::printf("helper once the window is closed: %+.2f MB (<= %.0f)\n%s\n", left,
-              kToleranceMegabytes, holds ? "holds" : "DOES NOT HOLD");
-  return holds ? 0 : 1;
+  Report report;
+  report.add({.text = "growth of the game over all messages",
+              .figure = game,
+              .unit = "MB",
+              .bound = kToleranceMegabytes});
+  report.add({.text = "growth of the page's process over all messages",
+              .figure = page,
+              .unit = "MB",
+              .bound = kPageToleranceMegabytes});
+  report.add({.text = "growth of the helper a message / bare program an overtaken signal",
+              .figure = bytes / growth.bareOvertaken,
+              .unit = "x",
+              .bound = 1});
+  report.add({.text = "growth of the helper once the window is closed",
+              .figure = left,
+              .unit = "MB",
+              .bound = kToleranceMegabytes});
+  report.tell("growth of the helper a message", bytes, "bytes");
+  report.tell("growth of the bare program a signal", growth.bareLone, "bytes");
+  report.tell("growth of the bare program an overtaken signal", growth.bareOvertaken, "bytes");
+  return report.finish();
 }
 
 }  // namespace

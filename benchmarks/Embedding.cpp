@@ -11,6 +11,7 @@
 
 #include <unistd.h>
 
+#include "Report.h"
 #include "Statistics.h"
 #include "support/LocalBundle.h"
 #include "support/ProcessFacts.h"
@@ -132,19 +133,23 @@ int main(int argc, char** argv) {
   ScratchDirectory home;
   fill(bundle);
 
-  std::printf("the library, stripped: %.2f MB\n", strippedMegabytes(library, home));
+  Report report;
   const Start start =
       measureStarts("'" + game + "' '" + library + "' '" + bundle.resourceDirectory() + "' '" +
                     home.path().string() + "'");
-  const double whole = medianOf(start.whole);
-  std::printf(
-      "start with %d definitions, medians of %d: %.2f ms (bound %.0f): load %.2f, set-up"
-      " %.2f, first call %.2f; %.2f ms of them at work\n",
-      kDefinitions, kRuns - 1, whole, kStartBound, medianOf(start.load), medianOf(start.setUp),
-      medianOf(start.firstCall), medianOf(start.work));
+  report.add({.text = "load, set-up and first call, median",
+              .figure = medianOf(start.whole),
+              .unit = "ms",
+              .bound = kStartBound});
+  report.tell("load, median", medianOf(start.load), "ms");
+  report.tell("set-up, median", medianOf(start.setUp), "ms");
+  report.tell("first call, median", medianOf(start.firstCall), "ms");
+  report.tell("processor time of the main thread, median", medianOf(start.work), "ms");
+  report.tell("the library, stripped", strippedMegabytes(library, home), "MB");
+  report.keep("load, set-up and first call", start.whole);
   std::printf("memory of their own:\n");
   // The game goes by the log to know when the page is there.
   std::ofstream(bundle.resourceDirectory() + "/Info.json") << R"({"ZOVK_DEBUG": true})";
   measureMemory(game, {library, bundle.resourceDirectory(), home.path().string()});
-  return whole <= kStartBound ? 0 : 1;
+  return report.finish();
 }

@@ -9,6 +9,7 @@
 #include <mutex>
 
 #include "LocalService.h"
+#include "Report.h"
 #include "Statistics.h"
 #include "platform/linux/http/CurlUrlSession.h"
 #include "platform/linux/system/PosixFileSystem.h"
@@ -89,13 +90,6 @@ double fetchWithTool(const std::string& list) {
   std::exit(1);
 }
 
-bool print(const char* claim, double value, double floor, const char* unit, double ratio,
-           const char* relation, double bound, bool holds) {
-  std::printf("%-58s %10.1f %10.1f %-4s %7.4f %s %5.2f  %s\n", claim, value, floor, unit, ratio,
-              relation, bound, holds ? "holds" : "DOES NOT HOLD");
-  return holds;
-}
-
 }  // namespace
 }  // namespace zovk
 
@@ -119,12 +113,16 @@ int main() {
     secondBytes = loopbackBytes() - between;
     tool.push_back(fetchWithTool(list));
   }
-  const double speed = medianOf(tool) / medianOf(ours);
-  const double share = secondBytes / firstBytes;
-  bool holds = print("200 pages of 64 KiB / curl, as speed", medianOf(ours), medianOf(tool), "ms",
-                     speed, ">=", 0.7, speed >= 0.7);
-  holds &= print("bytes of the second start / of the first", secondBytes / 1000, firstBytes / 1000,
-                 "kB", share, "<", 0.01, share < 0.01);
-  std::printf("a second start took %.1f ms\n", medianOf(again));
-  return holds ? 0 : 1;
+  Report report;
+  report.add({"200 pages of 64 KiB / the curl tool, as speed", medianOf(tool) / medianOf(ours), "x",
+              Claim::Holds::kFrom, 0.7});
+  report.add({.text = "bytes of the second start / of the first",
+              .figure = secondBytes / firstBytes,
+              .unit = "x",
+              .bound = 0.01});
+  report.tell("200 pages, median", medianOf(ours), "ms");
+  report.tell("the curl tool, median", medianOf(tool), "ms");
+  report.tell("200 pages at a second start, median", medianOf(again), "ms");
+  report.keep("200 pages of 64 KiB", ours);
+  return report.finish();
 }

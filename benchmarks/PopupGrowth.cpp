@@ -1,5 +1,6 @@
 // Shows one popup after another in one process and looks for what is left over: memory of the
 // game and of its helper, processes, descriptors.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -9,6 +10,7 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include "Report.h"
 #include "support/LocalBundle.h"
 #include "support/ProcessFacts.h"
 #include "zovkpopup/Host.h"
@@ -17,7 +19,6 @@
 namespace zovk {
 namespace {
 
-constexpr int kWarmRuns = 100;
 constexpr double kToleranceMegabytes = 4;
 
 void pumpUntil(const bool& done) {
@@ -56,6 +57,7 @@ void print(int runs, const Footprint& f) {
 int main(int argc, char** argv) {
   using namespace zovk;
   const int runs = argc > 1 ? std::atoi(argv[1]) : 1000;
+  const int warmRuns = std::max(runs / 10, 1);
   LocalBundle bundle;
   ScratchDirectory home;
   ZOVKPopupModel page;
@@ -79,20 +81,25 @@ int main(int argc, char** argv) {
       answered = true;
     });
     pumpUntil(answered);
-    if (run % kWarmRuns == 0 || run == runs) print(run, last = footprint());
-    if (run == kWarmRuns) warm = last;
+    if (run % warmRuns == 0 || run == runs) print(run, last = footprint());
+    if (run == warmRuns) warm = last;
   }
   ZOVKPopupHost::shutDown();
   const std::size_t left = descendantsOf(getpid()).size();
   const std::size_t descriptorsAfter = openDescriptors(getpid());
-  const bool holds = last.game - warm.game <= kToleranceMegabytes &&
-                     last.helper - warm.helper <= kToleranceMegabytes && left == 0 &&
-                     descriptorsAfter == descriptorsBefore;
-  std::printf(
-      "growth after %d runs: game %+.2f MB, helper %+.2f MB; left behind: %zu processes, "
-      "%zd descriptors: %s\n",
-      kWarmRuns, last.game - warm.game, last.helper - warm.helper, left,
-      static_cast<ssize_t>(descriptorsAfter) - static_cast<ssize_t>(descriptorsBefore),
-      holds ? "holds" : "DOES NOT HOLD");
-  return holds ? 0 : 1;
+  const std::string after = ", after the first " + std::to_string(warmRuns);
+  Report report;
+  report.add({.text = "growth of the game" + after,
+              .figure = last.game - warm.game,
+              .unit = "MB",
+              .bound = kToleranceMegabytes});
+  report.add({.text = "growth of the helper" + after,
+              .figure = last.helper - warm.helper,
+              .unit = "MB",
+              .bound = kToleranceMegabytes});
+  report.add({.text = "processes left behind", .figure = static_cast<double>(left)});
+  report.add(
+      {.text = "descriptors left behind",
+       .figure = static_cast<double>(descriptorsAfter) - static_cast<double>(descriptorsBefore)});
+  return report.finish();
 }

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "GameLoop.h"
+#include "Report.h"
 #include "support/LocalBundle.h"
 #include "zovkpopup/Host.h"
 #include "zovkpopup/ZOVKPopup.h"
@@ -17,8 +18,9 @@
 namespace zovk {
 namespace {
 
-constexpr int kOpenings = 21;
 constexpr int kFramesAfterLoading = 10;  // until what was loaded is on the screen
+constexpr const char* kWorstFrame = "worst frame while a popup opens, over the floor";
+constexpr double kWorstFrameBound = 4;
 constexpr const char* kLoadedLine = "Did finish navigation";
 // An answer given while the page loads would close it before it has loaded.
 constexpr const char* kAnswerAfterLoading =
@@ -75,36 +77,37 @@ class Opening {
   bool& loaded_;
 };
 
-bool report(const char* text, double value, double floor, double figure, double bound,
-            const char* unit) {
-  const bool holds = figure <= bound;
-  std::printf("%-52s %9.2f %9.2f %9.3f %-5s <= %5.2f  %s\n", text, value, floor, figure, unit,
-              bound, holds ? "holds" : "DOES NOT HOLD");
-  return holds;
-}
-
 int reportAll(const Measurement& m) {
-  std::printf("\n%-52s %9s %9s %9s\n", "claim (medians, milliseconds)", "popup", "floor", "figure");
-  const double show = medianOf(m.showCall);
-  const double frame = medianOf(m.worstFrame);
-  const double floorFrame = medianOf(m.worstFloorFrame);
+  Report report;
+  const double frame = medianOf(m.worstFrame) - medianOf(m.worstFloorFrame);
   const double loaded = medianOf(m.showToLoaded);
   const double bare = medianOf(m.bareToLoaded);
-  bool holds = report("the show call on the game's thread", show, 0, show, 1.0, "ms");
-  holds &= report("worst frame while a popup opens, over the floor", frame, floorFrame,
-                  frame - floorFrame, 8.0, "ms");
-  holds &= report("show to loaded, helper warm / bare program, cold", loaded, bare, loaded / bare,
-                  0.6, "x");
-  std::printf("slowest show call of %zu: %.2f ms; worst frame while it closes: %.2f ms\n",
-              m.showCall.size(), largestOf(m.showCall), medianOf(m.worstClosingFrame));
-  return holds ? 0 : 1;
+  report.add({.text = "the show call on the game's thread, median",
+              .figure = medianOf(m.showCall),
+              .unit = "ms",
+              .bound = 1});
+  report.add({.text = kWorstFrame, .figure = frame, .unit = "ms", .bound = kWorstFrameBound});
+  report.add({.text = "show to loaded, helper warm / bare program, cold",
+              .figure = loaded / bare,
+              .unit = "x",
+              .bound = 0.6});
+  report.tell("show to loaded, median", loaded, "ms");
+  report.tell("bare program to loaded, cold, median", bare, "ms");
+  report.tell("slowest show call", largestOf(m.showCall), "ms");
+  report.tell("worst frame while a popup opens, median", medianOf(m.worstFrame), "ms");
+  report.tell("worst of as many frames with none, median", medianOf(m.worstFloorFrame), "ms");
+  report.tell("worst frame while a popup closes, median", medianOf(m.worstClosingFrame), "ms");
+  report.keep("worst frame while a popup opens", m.worstFrame);
+  report.keep("worst of as many frames with none", m.worstFloorFrame);
+  return report.finish();
 }
 
 }  // namespace
 }  // namespace zovk
 
-int main(int /*argc*/, char** argv) {
+int main(int argc, char** argv) {
   using namespace zovk;
+  const int openings = argc > 1 ? std::atoi(argv[1]) : 21;
   const std::string bare =
       (std::filesystem::path(argv[0]).parent_path() / "zovkpopup-bare-webkit").string();
   LocalBundle bundle;
@@ -136,7 +139,7 @@ int main(int /*argc*/, char** argv) {
   Opening opening(game, loaded);
   opening.run(measurement);
   measurement = {};  // the first opening of a process is not counted as a warm one
-  for (int i = 0; i < kOpenings; ++i) {
+  for (int i = 0; i < openings; ++i) {
     opening.run(measurement);
     measurement.bareToLoaded.push_back(openBare(bare, pagePath));
   }

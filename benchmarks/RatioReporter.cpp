@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include <fmt/format.h>
-
 namespace zovk {
 RatioReporter::RatioReporter(std::vector<RatioClaim> claims)
     : ConsoleReporter(OO_None), claims_(std::move(claims)) {}
@@ -18,21 +16,18 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
   ConsoleReporter::ReportRuns(runs);
 }
 
-bool RatioReporter::printClaims() const {
-  bool allHold = true;
-  fmt::print("\n{:<58}{:>12}{:>12}{:>8}{:>8}\n", "claim", "median us", "floor us", "ratio",
-             "bound");
+void RatioReporter::report(Report& report) const {
   for (const RatioClaim& claim : claims_) {
     const auto subject = medians_.find(claim.subject);
     const auto floor = medians_.find(claim.floor);
     if (subject == medians_.end() || floor == medians_.end()) continue;
-    const double ratio = subject->second / floor->second;
-    const bool holds = ratio <= claim.bound;
-    allHold = allHold && holds;
-    fmt::print("{:<58}{:>12.1f}{:>12.1f}{:>8.3f}{:>8.2f}  {}\n", claim.text, subject->second / 1e3,
-               floor->second / 1e3, ratio, claim.bound, holds ? "holds" : "DOES NOT HOLD");
+    report.add({.text = claim.text,
+                .figure = subject->second / floor->second,
+                .unit = "x",
+                .bound = claim.bound});
+    report.tell("  " + claim.subject, subject->second / 1e3, "us");
+    report.tell("  " + claim.floor, floor->second / 1e3, "us");
   }
-  return allHold;
 }
 
 int runWithClaims(int argc, char** argv, std::vector<RatioClaim> claims) {
@@ -47,7 +42,9 @@ int runWithClaims(int argc, char** argv, std::vector<RatioClaim> claims) {
   benchmark::Initialize(&count, arguments.data());
   RatioReporter reporter(std::move(claims));
   benchmark::RunSpecifiedBenchmarks(&reporter);
-  return reporter.printClaims() ? 0 : 1;
+  Report report;
+  reporter.report(report);
+  return report.finish();
 }
 
 }  // namespace zovk

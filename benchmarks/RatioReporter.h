@@ -6,6 +6,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include "Report.h"
+
 namespace zovk {
 
 /// A claim: one benchmark takes at most `bound` times as long as its floor, measured in one run.
@@ -23,8 +25,8 @@ class RatioReporter : public benchmark::ConsoleReporter {
   explicit RatioReporter(std::vector<RatioClaim> claims);
 
   void ReportRuns(const std::vector<Run>& runs) override;
-  /// The table of claims. True when all of them hold.
-  bool printClaims() const;
+  /// Adds the claims whose benchmarks ran, with the medians in microseconds.
+  void report(Report& report) const;
 
  private:
   std::vector<RatioClaim> claims_;

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "GameLoop.h"
+#include "Report.h"
 #include "platform/linux/helper/HelperInspector.h"
 #include "support/LocalBundle.h"
 #include "support/VirtualScreen.h"
@@ -134,19 +135,22 @@ Clicks measureClicks(Screen& screen, Journal& journal) {
 }
 
 int report(const Turns& turns, const Clicks& clicks) {
-  const double turn = medianOf(turns.fromTheEvent);
-  const double frames = largestOf(clicks.frames);
-  const bool holds = turn <= kTurnBound && turns.reloads == 0 && frames <= kFrameBound;
-  std::printf("size event to new layout on screen: median %.1f ms, slowest %.1f ms (<= %.0f)\n",
-              turn, largestOf(turns.fromTheEvent), kTurnBound);
-  std::printf("  with the display and the window manager: median %.1f ms; page reloads: %d (0)\n",
-              medianOf(turns.fromTheDisplay), turns.reloads);
-  std::printf(
-      "frames from the pump that hears of a press to the callback: at most %.0f (<= %.0f)\n",
-      frames, kFrameBound);
-  std::printf("  from before the pointer moves to the callback: median %.1f ms\n%s\n",
-              medianOf(clicks.milliseconds), holds ? "holds" : "DOES NOT HOLD");
-  return holds ? 0 : 1;
+  Report report;
+  report.add({.text = "size event to the new layout on screen, median",
+              .figure = medianOf(turns.fromTheEvent),
+              .unit = "ms",
+              .bound = kTurnBound});
+  report.add({.text = "page reloads over all turns", .figure = static_cast<double>(turns.reloads)});
+  report.add({.text = "frames from the pump that hears of a press to the callback",
+              .figure = largestOf(clicks.frames),
+              .bound = kFrameBound});
+  report.tell("size event to the new layout, slowest", largestOf(turns.fromTheEvent), "ms");
+  report.tell("the same with the display and the window manager, median",
+              medianOf(turns.fromTheDisplay), "ms");
+  report.tell("from before the pointer moves to the callback, median",
+              medianOf(clicks.milliseconds), "ms");
+  report.keep("size event to the new layout", turns.fromTheEvent);
+  return report.finish();
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "LocalService.h"
+#include "Report.h"
 #include "Statistics.h"
 #include "network/ZOVKPopupNetwork.h"
 #include "platform/linux/http/CurlUrlSession.h"
@@ -123,15 +124,18 @@ int main(int argc, char** argv) {
   load.run(seconds);
   const double growth = privateMegabytes(process) - memory;
   const std::size_t descriptorsAfter = openDescriptors(process);
-  const bool holds = load.failed() == 0 && growth <= kToleranceMegabytes &&
-                     descriptorsAfter <= descriptors + kStartsASecond / 10;
-  std::printf("%d starts, %d a second: %d failed; median %.2f ms, slowest %.1f ms\n",
-              load.started(), kStartsASecond, load.failed(), medianOf(load.milliseconds()),
-              largestOf(load.milliseconds()));
-  std::printf(
-      "the service: %.2f MB and %zu descriptors after %d seconds, %+.2f MB and %zu descriptors "
-      "after %d more: %s\n",
-      memory, descriptors, kWarmSeconds, growth, descriptorsAfter, seconds,
-      holds ? "holds" : "DOES NOT HOLD");
-  return holds ? 0 : 1;
+  Report report;
+  report.add({.text = "starts that failed", .figure = static_cast<double>(load.failed())});
+  report.add({.text = "growth of the service",
+              .figure = growth,
+              .unit = "MB",
+              .bound = kToleranceMegabytes});
+  report.add({.text = "descriptors that the service kept",
+              .figure = static_cast<double>(descriptorsAfter) - static_cast<double>(descriptors),
+              .bound = kStartsASecond / 10.0});
+  report.tell("starts", load.started(), "");
+  report.tell("answer, median", medianOf(load.milliseconds()), "ms");
+  report.tell("answer, slowest", largestOf(load.milliseconds()), "ms");
+  report.keep("answer to a start", load.milliseconds());
+  return report.finish();
 }
