@@ -23,7 +23,7 @@ constexpr int kFrameCalls = 100;
 // that fetches does the same work in one process.
 constexpr double kFetchBound = 0.7;
 constexpr double kInFlightBound = 6;
-constexpr double kFrameBound = 19;
+constexpr double kFrameBound = 28;
 
 /// Round trips a second, one figure a round.
 struct Speeds {

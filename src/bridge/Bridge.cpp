@@ -5,6 +5,12 @@
 #include "logging/ZPLogger.h"
 
 namespace zovk {
+namespace {
+
+/// The address by which the page's half says that it has something, as web views write it.
+constexpr const char* kSignal = "https://__wvjb_queue_message__/";
+
+}  // namespace
 
 void ZOVKPopupWKWebViewJavascriptBridge::enableLogging() {
   Base::enableLogging();
@@ -28,12 +34,14 @@ ZOVKPopupWKWebViewJavascriptBridge::ZOVKPopupWKWebViewJavascriptBridge(
 void ZOVKPopupWKWebViewJavascriptBridge::_setupInstance(const std::shared_ptr<WebView>& webView) {
   webView_ = webView;
   webView->setNavigationDelegate(weak_from_this());
+  webView->fetchAhead(kSignal, base_->webViewJavascriptFetchQueyCommand());
   base_->setDelegate(weak_from_this());
 }
 
 ZOVKPopupWKWebViewJavascriptBridge::~ZOVKPopupWKWebViewJavascriptBridge() {
   base_->close();  // a handler may still hold a response callback, and that the core
   base_.reset();
+  if (const auto webView = webView_.lock()) webView->fetchAhead({}, {});
   webView_.reset();
   webViewDelegate_.reset();
   // The reference is empty by now, so the web view keeps what it was given: an expired reference to

@@ -30,36 +30,56 @@ PolicyBook::~PolicyBook() {
   }
 }
 
-bool PolicyBook::ask(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
-  if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE) return false;
+std::optional<PolicyBook::Question> PolicyBook::ask(WebKitPolicyDecision* decision,
+                                                    WebKitPolicyDecisionType type) {
+  if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE) return std::nullopt;
   WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(
       WEBKIT_NAVIGATION_POLICY_DECISION(decision));
   // The engine does not say which frame of the page navigates.
   const bool newWindow = type == WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION;
   const Id number = nextNumber();
   const std::string address = addressOf(action);
-  waiting_.emplace(number, Waiting{GObjectPtr<WebKitPolicyDecision>::retain(decision), address});
-  events_({{"type", "web.policy"},
-           {"view", view_},
-           {"decision", number},
-           {"url", address},
-           {"target", newWindow ? "none" : "main"}});
-  return true;
+  if (!newWindow && takeAhead(action, address)) {
+    wentAhead_ = number;
+    webkit_policy_decision_use(decision);
+  } else {
+    waiting_.emplace(number, Waiting{GObjectPtr<WebKitPolicyDecision>::retain(decision), address});
+  }
+  return Question{number, address, newWindow ? "none" : "main"};
 }
 
-void PolicyBook::decide(Id number, bool allow) {
+// A page that is where the address leads may navigate there, too, by a link, say.
+bool PolicyBook::takeAhead(WebKitNavigationAction* action, const std::string& address) {
+  const bool ours =
+      webkit_navigation_action_get_navigation_type(action) == WEBKIT_NAVIGATION_TYPE_OTHER &&
+      webkit_navigation_action_is_user_gesture(action) == FALSE &&
+      webkit_navigation_action_is_redirect(action) == FALSE;
+  if (!ours || allowedAhead_.empty() || allowedAhead_ != address) return false;
+  allowedAhead_.clear();
+  return refusal_.empty() && loadRefusal(address).empty();
+}
+
+bool PolicyBook::decide(Id number, bool allow) {
+  if (number == wentAhead_) {
+    wentAhead_ = 0;
+    return !allow;
+  }
   const auto found = waiting_.find(number);
-  if (found == waiting_.end()) return;
+  if (found == waiting_.end()) return false;
   const Waiting answered = std::move(found->second);
   waiting_.erase(found);
   const std::string refusal = allow ? refusalOf(answered.address) : "";
-  if (allow && refusal.empty()) return webkit_policy_decision_use(answered.decision.get());
+  if (allow && refusal.empty()) {
+    webkit_policy_decision_use(answered.decision.get());
+    return false;
+  }
   webkit_policy_decision_ignore(answered.decision.get());
-  if (refusal.empty()) return;
+  if (refusal.empty()) return false;
   events_({{"type", "web.provisionalFailed"},
            {"view", view_},
            {"url", answered.address},
            {"error", refusal}});
+  return false;
 }
 
 std::string PolicyBook::refusalOf(const std::string& address) const {

@@ -9,13 +9,17 @@
 namespace zovk::helper {
 namespace {
 
+/// Calls come in bursts, but a page must not pile up what a slow game has not heard.
+constexpr std::size_t kMostFetchesAhead = 8;
+
+/// A script that runs, and the event that its result goes into.
 struct Evaluation {
-  Id request;
+  HelperMessage answer;
   EventSink events;
 };
 
 void sendResult(const Evaluation& evaluation, const ScriptValue& result) {
-  HelperMessage message{{"type", "web.evaluated"}, {"id", evaluation.request}};
+  HelperMessage message = evaluation.answer;
   if (result.error.empty()) {
     message["value"] = result.value.value_or(nullptr);
   } else {
@@ -84,11 +88,12 @@ void ToolkitWebView::setBackground(const GdkRGBA& color) {
   webkit_web_view_set_background_color(view_.get(), &color);
 }
 
-void ToolkitWebView::load(const std::string& url) {
+void ToolkitWebView::load(const std::string& url, bool allowed) {
   asked_ = url;
   retried_ = false;
   endHangingProcess();
   loadAsked();
+  policies_.allowAhead(allowed ? this->url() : "");
 }
 
 // It would never get to the next page. The game need not hear of its end: it asks for that page.
@@ -138,7 +143,8 @@ void ToolkitWebView::terminate() {
 }
 
 void ToolkitWebView::evaluate(Id request, const std::string& script) {
-  auto evaluation = std::make_unique<Evaluation>(Evaluation{request, events_});
+  auto evaluation = std::make_unique<Evaluation>(
+      Evaluation{{{"type", "web.evaluated"}, {"id", request}}, events_});
   webkit_web_view_evaluate_javascript(view_.get(), script.c_str(), -1, nullptr, nullptr, nullptr,
                                       onEvaluated, evaluation.release());
 }
@@ -185,7 +191,37 @@ void ToolkitWebView::sendLoadEvent(const char* type) {
 
 gboolean ToolkitWebView::onDecidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
                                         WebKitPolicyDecisionType type, gpointer self) {
-  return static_cast<ToolkitWebView*>(self)->policies_.ask(decision, type);
+  return static_cast<ToolkitWebView*>(self)->askGame(decision, type);
+}
+
+// What the game does about a signal of the page is known: it fetches what the page has to say.
+gboolean ToolkitWebView::askGame(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+  const bool isEarly = policies_.waiting() < kMostFetchesAhead;
+  const std::optional<PolicyBook::Question> asked = policies_.ask(decision, type);
+  if (!asked) return FALSE;
+  const bool fetches = isEarly && !fetchAddress_.empty() && asked->address == fetchAddress_;
+  HelperMessage event{{"type", "web.policy"},
+                      {"view", id_},
+                      {"decision", asked->number},
+                      {"url", asked->address},
+                      {"target", asked->target}};
+  if (fetches) event["fetching"] = true;
+  events_(event);
+  if (!fetches) return TRUE;
+  auto evaluation = std::make_unique<Evaluation>(
+      Evaluation{{{"type", "web.fetched"}, {"view", id_}, {"decision", asked->number}}, events_});
+  webkit_web_view_evaluate_javascript(view_.get(), fetchScript_.c_str(), -1, nullptr, nullptr,
+                                      nullptr, onEvaluated, evaluation.release());
+  return TRUE;
+}
+
+void ToolkitWebView::decide(Id number, bool allow) {
+  if (policies_.decide(number, allow)) stop();
+}
+
+void ToolkitWebView::fetchAhead(const std::string& address, const std::string& script) {
+  fetchAddress_ = address;
+  fetchScript_ = script;
 }
 
 void ToolkitWebView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self) {

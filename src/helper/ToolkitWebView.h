@@ -33,14 +33,17 @@ class ToolkitWebView {
   GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }
   /// What is behind the page is seen through a colour that is not opaque.
   void setBackground(const GdkRGBA& color);
-  void load(const std::string& url);
+  /// The navigation to it need not wait for the game's answer where the game allowed it ahead.
+  void load(const std::string& url, bool allowed);
   void stop();
   void reload();
   void terminate();
   void evaluate(Id request, const std::string& script);
   /// Nobody hears what becomes of it.
   void run(const std::string& script);
-  void decide(Id number, bool allow) { policies_.decide(number, allow); }
+  void decide(Id number, bool allow);
+  /// Runs `script` as soon as a page navigates to that very address; an empty one ends that.
+  void fetchAhead(const std::string& address, const std::string& script);
 
  private:
   static gboolean onDecidePolicy(WebKitWebView* view, WebKitPolicyDecision* decision,
@@ -61,6 +64,7 @@ class ToolkitWebView {
   void receive(PageMessage message);
   void sendLoadEvent(const char* type);
   void endHangingProcess();
+  gboolean askGame(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
   void loadAsked();
   void loadAddress(const std::string& url);
   bool retry(const std::string& url, const GError& error);
@@ -78,6 +82,8 @@ class ToolkitWebView {
   enum class Stage { kNone, kAsked, kStarted, kCommitted };
   bool pageIsMissing() const { return stage_ == Stage::kAsked || stage_ == Stage::kStarted; }
   std::string asked_;
+  std::string fetchAddress_;
+  std::string fetchScript_;
   Stage stage_ = Stage::kNone;
   bool failed_ = false;
   bool retried_ = false;  // since a page last came whole, or was asked for

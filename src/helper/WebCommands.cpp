@@ -19,7 +19,8 @@ void createWebView(Program& program, const Arguments& arguments) {
 
 void load(Program& program, const Arguments& arguments) {
   const std::string url = arguments.text("url");
-  if (ToolkitWebView* view = program.webView(arguments.id("view"))) view->load(url);
+  const bool allowed = arguments.has("allowed") && arguments.flag("allowed");
+  if (ToolkitWebView* view = program.webView(arguments.id("view"))) view->load(url, allowed);
 }
 
 void loadFile(Program& program, const Arguments& arguments) {
@@ -52,6 +53,14 @@ void run(Program& program, const Arguments& arguments) {
   if (ToolkitWebView* view = program.webView(arguments.id("view"))) view->run(script);
 }
 
+void fetchAhead(Program& program, const Arguments& arguments) {
+  const std::string address = arguments.text("address");
+  const std::string script = arguments.text("script");
+  if (ToolkitWebView* view = program.webView(arguments.id("view"))) {
+    view->fetchAhead(address, script);
+  }
+}
+
 void decide(Program& program, const Arguments& arguments) {
   const Id decision = arguments.id("decision");
   const bool allow = arguments.flag("allow");
@@ -71,6 +80,7 @@ void addWebCommands(CommandTable& table) {
   table["web.evaluate"] = evaluate;
   table["web.run"] = run;
   table["web.decide"] = decide;
+  table["web.fetchAhead"] = fetchAhead;
 }
 
 }  // namespace zovk::helper

@@ -57,6 +57,12 @@ void ZOVKPopupViewController::decideByPrefix(const std::string& url,
   decide(NavigationPolicy::kCancel);
 }
 
+// What the rule says about this address is known before the web view asks: it is a page of the
+// popup's own, and a file is nobody else's business.
+void ZOVKPopupViewController::allowOwnFile(const std::string& address) {
+  if (partsOfUrl(address).scheme == "file" && isOwnPage(address)) webView_->allowAhead(address);
+}
+
 // The popup may have its address in another form than the web view, which tells every address in
 // the same one.
 bool ZOVKPopupViewController::isOwnPage(const std::string& url) const {

@@ -81,7 +81,10 @@ void ZOVKPopupViewController::loadPage(const ZOVKPopupModel& popup) {
                               : uriToRefresh_.empty() ? popup.uri
                                                       : uriToRefresh_;
   if (std::exchange(loadedAddress_, address) != address) resolvedAddress_.clear();
-  if (isFile) return webView_->loadFile(address, address);
+  if (isFile) {
+    allowOwnFile(address);
+    return webView_->loadFile(address, address);
+  }
   ZPLogger::writeDirectly("webView will loadRequest the url : " + address);
   webView_->load(address);
 }

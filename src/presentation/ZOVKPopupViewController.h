@@ -123,6 +123,7 @@ class ZOVKPopupViewController : public ViewController,
   void commit(const boost::json::object& resultRecord);
   void leaveForSystem(const std::string& url, const NavigationDecision& decide);
   void decideByPrefix(const std::string& url, const NavigationDecision& decide);
+  void allowOwnFile(const std::string& address);
   bool isOwnPage(const std::string& url) const;
   void handleConditionAnswer(bool success, const std::optional<std::string>& data);
   void letGo();

@@ -101,6 +101,14 @@ class WebView : public View {
   virtual void reload() = 0;
   /// The address of the page, as last heard; empty when there is none.
   virtual std::string url() const = 0;
+  /// Tells before a load that the delegate will allow the navigation to `url`, so that it need not
+  /// wait for the answer. The delegate is asked all the same, and where it cancels after all the
+  /// load is stopped. Counts for one load. By default it has no effect.
+  virtual void allowAhead(const std::string& /*url*/) {}
+  /// Tells that the delegate will run `script` whenever it is asked about exactly this address, so
+  /// that the result may be fetched meanwhile; an empty address takes that back. By default it has
+  /// no effect.
+  virtual void fetchAhead(const std::string& /*address*/, const std::string& /*script*/) {}
   /// The result is the completion's own: a long one may be moved on.
   virtual void evaluateJavaScript(const std::string& script,
                                   std::function<void(ScriptResult)> completion) = 0;

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/memory/MemoryScheduler.h"
@@ -51,12 +52,19 @@ class MemoryWebView final : public MemoryViewCommands<WebView> {
   void stopLoading() override { ++stopCount_; }
   void reload() override { ++reloadCount_; }
   std::string url() const override { return url_; }
+  void allowAhead(const std::string& url) override { allowedAhead_.push_back(url); }
+  void fetchAhead(const std::string& address, const std::string& script) override {
+    fetchedAhead_ = {address, script};
+  }
   void evaluateJavaScript(const std::string& script,
                           std::function<void(ScriptResult)> completion) override;
 
   // What it was told.
 
   const WebViewConfiguration& configuration() const { return configuration_; }
+  const std::vector<std::string>& allowedAhead() const { return allowedAhead_; }
+  /// Address and script.
+  const std::pair<std::string, std::string>& fetchedAhead() const { return fetchedAhead_; }
   const std::vector<MemoryLoad>& loads() const { return loads_; }
   /// The address of the last load; empty when there was none.
   std::string lastLoad() const { return loads_.empty() ? std::string() : loads_.back().url; }
@@ -96,6 +104,8 @@ class MemoryWebView final : public MemoryViewCommands<WebView> {
   std::weak_ptr<WebViewDelegate> delegate_;
   std::vector<MemoryLoad> loads_;
   std::vector<std::string> scripts_;
+  std::vector<std::string> allowedAhead_;
+  std::pair<std::string, std::string> fetchedAhead_;
   ScriptHandler scriptHandler_;
   std::string url_;
   std::shared_ptr<std::string> allowedUrl_ = std::make_shared<std::string>();

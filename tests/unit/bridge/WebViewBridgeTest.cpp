@@ -15,6 +15,12 @@ TEST_F(WebViewBridge, NeedsAWebViewAndAPlatform) {
   EXPECT_EQ(Adapter::bridgeForWebView(view_, nullptr), nullptr);
 }
 
+TEST_F(WebViewBridge, TellsTheWebViewWhatItFetchesOnWhichSignal) {
+  EXPECT_EQ(view_->fetchedAhead(), std::make_pair(std::string(kQueueSignal), kFetch));
+  adapter_.reset();
+  EXPECT_EQ(view_->fetchedAhead(), std::make_pair(std::string(), std::string()));
+}
+
 TEST_F(WebViewBridge, InjectsTheScriptWhenThePageAsksAndCancelsThatNavigation) {
   for (const char* url : {kAskForBridge, "wvjbscheme://__BRIDGE_LOADED__"}) {
     EXPECT_TRUE(view_->navigate(url, TargetFrame::kSub).cancelled());

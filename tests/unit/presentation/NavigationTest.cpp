@@ -26,6 +26,19 @@ TEST_F(Navigation, TheDecisionComesBeforeTheFlagAndTheButton) {
   EXPECT_TRUE(refreshHidden());
 }
 
+TEST_F(Navigation, AFileOfThePopupsOwnIsAllowedBeforeItIsLoaded) {
+  show({pageFile("a")});
+  ASSERT_EQ(page()->loads().size(), 1U);
+  EXPECT_THAT(page()->allowedAhead(), ::testing::ElementsAre(page()->lastLoad()));
+  EXPECT_TRUE(page()->navigate(page()->lastLoad()).allowed());
+}
+
+TEST_F(Navigation, AWebPageIsDecidedWhenItsAddressIsKnown) {
+  show({webPage("a")});
+  ASSERT_EQ(page()->loads().size(), 1U);
+  EXPECT_THAT(page()->allowedAhead(), ::testing::IsEmpty());
+}
+
 TEST_F(Navigation, ARemotePageMayCarryOtherParametersThanItsAddress) {
   ZOVKPopupModel popup = webPage("a");
   popup.uri += "?a=1";

@@ -7,6 +7,7 @@
 
 #include "logging/ZPLogger.h"
 #include "platform/linux/helper/HelperEvents.h"
+#include "platform/linux/helper/HelperWebView.h"
 #include "platform/linux/helper/HelperWindow.h"
 
 namespace zovk {
@@ -221,6 +222,9 @@ void HelperClient::dropLink() {
   watchHelper();
   objects_.keyWindow = objects_.activeWindow = 0;
   for (auto& [id, outlet] : objects_.outlets) outlet = {outlet.name, 0, {}};
+  for (const auto& [id, weak] : objects_.webViews) {
+    if (const auto view = weak.lock()) view->fetchesLost();
+  }
   if (!link_) return;
   link_->close();
   if (auto process = link_->takeProcess()) {

@@ -176,8 +176,22 @@ NavigationAction navigationAction(HelperEventReader& event) {
 
 Delivery webPolicy(HelperEventReader& event, HelperMessage&) {
   const NavigationAction wanted = navigationAction(event);
-  return toWebView(event, [wanted, decision = event.id("decision")](HelperWebView& view) {
-    view.decidePolicy(wanted, decision);
+  const bool fetching = event.has("fetching") && event.flag("fetching");
+  return toWebView(event, [wanted, fetching, decision = event.id("decision")](HelperWebView& view) {
+    view.decidePolicy(wanted, decision, fetching);
+  });
+}
+
+/// Scripts have a value or an error.
+void checkResult(HelperEventReader& event) {
+  if (event.has("error")) event.text("error");
+  if (event.has("error") == event.has("value")) event.reject();
+}
+
+Delivery webFetched(HelperEventReader& event, HelperMessage& message) {
+  checkResult(event);
+  return toWebView(event, [decision = event.id("decision"), &message](HelperWebView& view) {
+    view.fetched(decision, message);
   });
 }
 
@@ -250,8 +264,7 @@ Delivery toWaiting(HelperEventReader& event, HelperMessage& message) {
 }
 
 Delivery webEvaluated(HelperEventReader& event, HelperMessage& message) {
-  if (event.has("error")) event.text("error");
-  if (event.has("error") == event.has("value")) event.reject();
+  checkResult(event);
   return toWaiting(event, message);
 }
 
@@ -269,7 +282,7 @@ Delivery logLine(HelperEventReader& event, HelperMessage&) {
   return [line = printable(event.text("line"))](HelperClient&) { ZPLogger::writeDirectly(line); };
 }
 
-constexpr std::array<std::pair<std::string_view, Parser>, 30> kParsers{{
+constexpr std::array<std::pair<std::string_view, Parser>, 31> kParsers{{
     {"ready", ready},
     {"failed", failed},
     {"screen", screen},
@@ -284,6 +297,7 @@ constexpr std::array<std::pair<std::string_view, Parser>, 30> kParsers{{
     {"action", action},
     {"web.message", webMessage},
     {"web.policy", webPolicy},
+    {"web.fetched", webFetched},
     {"web.window", webWindow},
     {"web.address", webAddress},
     {"web.started", webStarted},

@@ -24,6 +24,7 @@ enum class HelperAspect {
   kEdges,
   kTop,
   kBottom,
+  kFetching,  ///< What is fetched from a page when it calls.
   kAddress,
   kShown,
 };

@@ -41,6 +41,14 @@ class PendingDecision {
   bool answered_ = false;
 };
 
+/// Tells everybody who waits that nothing comes, from the pump.
+void failLater(HelperClient& session,
+               std::map<HelperId, std::function<void(ScriptResult)>> waiting) {
+  for (auto& [decision, completion] : waiting) {
+    session.later([completion = std::move(completion)] { completion({std::nullopt, kGone}); });
+  }
+}
+
 ScriptResult scriptResult(HelperMessage* answer) {
   if (answer == nullptr) return {std::nullopt, kGone};
   if (auto* value = answer->if_contains("value")) return {std::move(*value), std::nullopt};
@@ -79,6 +87,7 @@ HelperWebView::HelperWebView(std::shared_ptr<HelperClient> session, HelperId id,
     : HelperViewOf(std::move(session), id), configuration_(std::move(configuration)) {}
 
 HelperWebView::~HelperWebView() {
+  fetchesLost();
   session().objects().webViews.erase(id());
   session().forget(id());
   session().send(about("web.close"));
@@ -95,14 +104,22 @@ void HelperWebView::setNavigationDelegate(std::weak_ptr<WebViewDelegate> delegat
 void HelperWebView::load(const std::string& url) {
   readAccessUrl_.clear();
   beginLoad();
-  command(HelperAspect::kAddress, {{"type", "web.load"}, {"view", id()}, {"url", url}});
+  sendLoad({{"type", "web.load"}, {"view", id()}, {"url", url}}, url);
 }
 
 void HelperWebView::loadFile(const std::string& url, const std::string& readAccessUrl) {
   readAccessUrl_ = readAccessUrl;
   beginLoad();
-  command(HelperAspect::kAddress,
-          {{"type", "web.loadFile"}, {"view", id()}, {"url", url}, {"readAccess", readAccessUrl}});
+  sendLoad({{"type", "web.loadFile"}, {"view", id()}, {"url", url}, {"readAccess", readAccessUrl}},
+           url);
+}
+
+// A helper that is started anew asks: what was allowed then need not be so any more.
+void HelperWebView::sendLoad(const HelperMessage& command, const std::string& url) {
+  HelperMessage sent = command;
+  if (!url.empty() && std::exchange(allowedAhead_, {}) == url) sent["allowed"] = true;
+  session().command(id(), HelperAspect::kAddress, sent);
+  session().journal().remember(id(), HelperAspect::kAddress, command);
 }
 
 void HelperWebView::beginLoad() {
@@ -121,6 +138,10 @@ void HelperWebView::reload() {
 
 void HelperWebView::evaluateJavaScript(const std::string& script,
                                        std::function<void(ScriptResult)> completion) {
+  if (completion && fetching_ != 0 && script == fetchScript_) {
+    fetches_[std::exchange(fetching_, 0)] = std::move(completion);
+    return;
+  }
   HelperMessage message = about(completion ? "web.evaluate" : "web.run");
   message["script"] = script;
   if (!completion) return session().send(message);
@@ -159,7 +180,28 @@ void HelperWebView::processEnded() {
   listener->webContentProcessDidFail(*this, kCannotRun);
 }
 
-void HelperWebView::decidePolicy(const NavigationAction& action, HelperId decision) {
+void HelperWebView::fetchAhead(const std::string& address, const std::string& script) {
+  fetchScript_ = script;
+  command(HelperAspect::kFetching,
+          {{"type", "web.fetchAhead"}, {"view", id()}, {"address", address}, {"script", script}});
+}
+
+void HelperWebView::fetched(HelperId decision, HelperMessage& answer) {
+  auto waiting = fetches_.extract(decision);
+  if (!waiting.empty()) waiting.mapped()(scriptResult(&answer));
+}
+
+void HelperWebView::fetchesLost() {
+  failLater(session(), std::exchange(fetches_, {}));
+}
+
+void HelperWebView::decidePolicy(const NavigationAction& action, HelperId decision, bool fetching) {
+  fetching_ = fetching ? decision : 0;
+  ask(action, decision);
+  fetching_ = 0;
+}
+
+void HelperWebView::ask(const NavigationAction& action, HelperId decision) {
   const auto pending =
       std::make_shared<PendingDecision>(session().shared_from_this(), id(), decision);
   const auto listener = delegate();

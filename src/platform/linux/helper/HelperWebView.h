@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,6 +26,8 @@ class HelperWebView final : public HelperViewOf<WebView> {
   void stopLoading() override;
   void reload() override;
   std::string url() const override { return url_; }
+  void allowAhead(const std::string& url) override { allowedAhead_ = url; }
+  void fetchAhead(const std::string& address, const std::string& script) override;
   void evaluateJavaScript(const std::string& script,
                           std::function<void(ScriptResult)> completion) override;
 
@@ -32,13 +35,19 @@ class HelperWebView final : public HelperViewOf<WebView> {
   void urlChanged(const std::string& url);
   void pageCommitted();
   void processEnded();
-  void decidePolicy(const NavigationAction& action, HelperId decision);
+  /// The helper may be fetching already what the delegate will ask for.
+  void decidePolicy(const NavigationAction& action, HelperId decision, bool fetching);
+  void fetched(HelperId decision, HelperMessage& answer);
+  /// What was fetched ahead will not come.
+  void fetchesLost();
   void receiveMessage(const std::string& name, const std::optional<boost::json::value>& body);
   std::shared_ptr<WebViewDelegate> delegate() const { return delegate_.lock(); }
 
  private:
   HelperMessage about(const char* type) const;
   void beginLoad();
+  void sendLoad(const HelperMessage& command, const std::string& url);
+  void ask(const NavigationAction& action, HelperId decision);
 
   const WebViewConfiguration configuration_;
   std::weak_ptr<WebViewDelegate> delegate_;
@@ -46,7 +55,11 @@ class HelperWebView final : public HelperViewOf<WebView> {
   std::string readAccessUrl_;  // of the file that was loaded last; empty after another address
   bool hasLoaded_ = false;
   bool committed_ = false;  // since the last load, or since the page's process last ended
-  int vainStarts_ = 0;      // processes in a row that ended before the page was there
+  std::string allowedAhead_;
+  std::string fetchScript_;
+  HelperId fetching_ = 0;  // while the delegate is asked, what is fetched for it
+  std::map<HelperId, std::function<void(ScriptResult)>> fetches_;  // by decision
+  int vainStarts_ = 0;  // processes in a row that ended before the page was there
 };
 
 }  // namespace zovk
