@@ -126,6 +126,11 @@ namespace ZOVKPopup {
     public Backdrop Backdrop;
     public IntPtr BackdropUser;
     public Destroy BackdropDestroy;
+    /// <summary>How many seconds popups stay ready to come up at once when nothing is shown; by
+    /// default 60. After that the helper gives up what it held ready for the next page, and ten
+    /// minutes later it ends. The next popup brings it back, and so does a `zovkpopup_have_popup`
+    /// that is true.</summary>
+    public ulong ReadySeconds;
     /// <summary>One with its size, all else zero.</summary>
     public static Settings New() {
       return new Settings { Size = (UIntPtr)Marshal.SizeOf(typeof(Settings)) };

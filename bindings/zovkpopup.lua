@@ -51,6 +51,7 @@ struct zovkpopup_settings {
   zovkpopup_backdrop backdrop;
   void *backdrop_user;
   zovkpopup_destroy backdrop_destroy;
+  uint64_t ready_seconds;
 };
 // Around the time in which popups cover the game. Every member but `size` may be NULL.
 struct zovkpopup_hooks {

@@ -121,6 +121,7 @@ class Settings(Structure):
         ("backdrop", Backdrop),
         ("backdrop_user", c_void_p),
         ("backdrop_destroy", Destroy),
+        ("ready_seconds", c_uint64),
     ]
 
     def __init__(self, **members: Any) -> None:

@@ -158,6 +158,10 @@ typedef struct zovkpopup_settings {
   zovkpopup_backdrop backdrop;
   void* backdrop_user;
   zovkpopup_destroy backdrop_destroy;
+  /// How many seconds popups stay ready to come up at once when nothing is shown; by default 60.
+  /// After that the helper gives up what it held ready for the next page, and ten minutes later it
+  /// ends. The next popup brings it back, and so does a `zovkpopup_have_popup` that is true.
+  uint64_t ready_seconds;
 } zovkpopup_settings;
 
 /// Call it once before anything else, and again only after `zovkpopup_shut_down`. NULL is all

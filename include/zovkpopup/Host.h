@@ -60,6 +60,11 @@ struct ZOVKPopupHostSettings {
   /// the popup has got another size, on the main thread; it must not call the library, nor throw.
   /// On other displays it is never asked. Without it what is behind a page is plain and dark.
   ZOVKPopupBackdrop backdrop{};
+  /// How many seconds popups stay ready to come up at once when nothing is shown. After that the
+  /// helper gives up what it held ready for the next page, and ten minutes later it ends. The next
+  /// popup brings it back, and so does a `havePopup` that is true, which therefore had better be
+  /// asked a second before.
+  std::uint32_t readySeconds = 60;
 };
 
 /// Ties the popups to a game's loop. Every call belongs to one thread, the main thread: the one

@@ -47,6 +47,8 @@ zovk::ZOVKPopupHostSettings hostSettings(const zovkpopup_settings& given) {
   constexpr std::uint64_t kMost = std::numeric_limits<std::uint32_t>::max();
   const auto pageMemory = static_cast<std::uint32_t>(std::min(given.page_memory, kMost));
   if (pageMemory != 0) settings.pageMemory = pageMemory;
+  const auto readySeconds = static_cast<std::uint32_t>(std::min(given.ready_seconds, kMost));
+  if (readySeconds != 0) settings.readySeconds = readySeconds;
   settings.drawing = textOrEmpty(given.drawing);
   settings.gameWindow = textOrEmpty(given.game_window);
   settings.popupWindow = textOrEmpty(given.popup_window);

@@ -17,6 +17,7 @@ bool ZOVKPopupManager::havePopup(std::uint64_t sceneType) {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::havePopup");
   debug("sceneType:%d", sceneType);
   const bool found = !getValidPopupForSceneType(sceneType, *list(&State::mergePopupArr)).empty();
+  if (found) platform_->userInterface.prepare();
   debug(found ? "Have Popup for sceneType:%d" : "No Popup for sceneType:%d", sceneType);
   return found;
 }

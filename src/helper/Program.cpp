@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <boost/json/array.hpp>
+#include <malloc.h>
 
 #include "helper/ContainerView.h"
 #include "helper/GamePad.h"
@@ -231,6 +232,12 @@ void Program::onViewDropped(Id id, GtkWidget* widget) {
   if (isContainerView(gtk_widget_get_parent(widget))) gtk_widget_unparent(widget);
   webViews_.erase(found);
   prepareSpareWhenIdle();
+}
+
+void Program::rest() {
+  idle_ = {};
+  webViewFactory_.dropSpare();
+  malloc_trim(0);
 }
 
 void Program::prepareSpareWhenIdle() {

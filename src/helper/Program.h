@@ -58,6 +58,9 @@ class Program {
 
   /// Tells the game that its last frame will be wanted, where that is known beforehand.
   void askForBackdropAhead();
+  /// The page that may come next is given up, or held ready again.
+  void rest();
+  void prepareSpareWhenIdle();
   void takeBackdrop(GObjectPtr<GdkTexture> picture);
   void openWindow(Id id, Id rootView, const Frame& frame);
   void closeWindow(Id id);
@@ -82,7 +85,6 @@ class Program {
                                 gpointer self);
   static gboolean onIdle(gpointer self);
   void onViewDropped(Id id, GtkWidget* widget);
-  void prepareSpareWhenIdle();
   void dropBackdrop();
   void carryOut(const std::string& press, const PadQueue::Done& done) const;
   /// The youngest window that is shown; null when there is none.

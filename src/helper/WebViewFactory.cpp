@@ -151,6 +151,12 @@ void WebViewFactory::prepareSpare() {
                                       nullptr);
 }
 
+void WebViewFactory::dropSpare() {
+  if (!spare_) return;
+  webkit_web_view_terminate_web_process(spare_.get());
+  spare_ = {};
+}
+
 GObjectPtr<WebKitWebView> WebViewFactory::make(const WebViewWishes& wishes) {
   const bool isSpare = spare_ && !(wishes.opaque && terms_.drawing == Drawing::kSoftware);
   GObjectPtr<WebKitWebView> view = isSpare ? std::exchange(spare_, {}) : newView(wishes.opaque);

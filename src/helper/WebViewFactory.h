@@ -42,6 +42,8 @@ class WebViewFactory {
   GObjectPtr<WebKitWebView> make(const WebViewWishes& wishes);
   /// Makes the view that the next `make` hands out.
   void prepareSpare();
+  /// Gives it up, with its process.
+  void dropSpare();
 
  private:
   static void onFilterSaved(GObject* store, GAsyncResult* result, gpointer self);

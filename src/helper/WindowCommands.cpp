@@ -63,6 +63,14 @@ void noteKeyboardOfGame(Program& program, const Arguments& arguments) {
   program.game().setKeyboard(arguments.flag("key"));
 }
 
+void restUntilNext(Program& program, const Arguments&) {
+  program.rest();
+}
+
+void prepareNext(Program& program, const Arguments&) {
+  program.prepareSpareWhenIdle();
+}
+
 void answerPing(const Program& program, const Arguments&) {
   program.events()({{"type", "pong"}});
 }
@@ -89,6 +97,8 @@ void addWindowCommands(CommandTable& table) {
   table["snapshot"] = takeSnapshot;
   table["sync"] = sync;
   table["ping"] = answerPing;
+  table["rest"] = restUntilNext;
+  table["prepare"] = prepareNext;
   table["pad.press"] = pressPad;
   table["url.open"] = openAddress;
 }

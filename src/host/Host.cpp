@@ -98,11 +98,11 @@ const bool kDefaultIsKnown = (setDefaultPlatform(installDefault), true);
 
 bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
   if (host().now().platform != nullptr) return setUp(std::shared_ptr<HostedPlatform>());
-  return setUp(makeDefaultPlatform({settings.applicationId, settings.resourceDirectory,
-                                    settings.dataDirectory, settings.helperPath,
-                                    settings.nativeWindow, settings.certificateAuthority,
-                                    settings.logSink, settings.pageMemory, settings.drawing,
-                                    settings.gameWindow, settings.popupWindow, settings.backdrop}));
+  return setUp(makeDefaultPlatform(
+      {settings.applicationId, settings.resourceDirectory, settings.dataDirectory,
+       settings.helperPath, settings.nativeWindow, settings.certificateAuthority, settings.logSink,
+       settings.pageMemory, settings.drawing, settings.gameWindow, settings.popupWindow,
+       settings.backdrop, false, settings.readySeconds}));
 }
 
 bool ZOVKPopupHost::setUp(std::shared_ptr<HostedPlatform> platform) {

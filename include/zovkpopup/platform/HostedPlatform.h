@@ -45,6 +45,8 @@ struct PlatformSettings {
   /// Whether the helper program writes to its standard output, which is the host's, what pages tell
   /// their console: for tools.
   bool pageConsole = false;
+  /// How many seconds the interface stays ready for the next popup when nothing is shown.
+  std::uint32_t readySeconds = 60;
 };
 
 /// A platform that a host drives. Made, pumped and shut down on one thread, the main thread.

@@ -19,6 +19,8 @@ class UserInterface {
  public:
   virtual ~UserInterface() = default;
 
+  /// Tells that something may be shown soon. By default it has no effect.
+  virtual void prepare() {}
   /// Empty when there is no main screen or it is not known yet.
   virtual Rect mainScreenBounds() const = 0;
   virtual std::shared_ptr<Window> makeWindow(const Rect& frame) = 0;

@@ -25,6 +25,7 @@ class MemoryUserInterface final : public UserInterface {
  public:
   explicit MemoryUserInterface(MemoryScheduler& scheduler) : scheduler_(scheduler) {}
 
+  void prepare() override { ++preparations_; }
   Rect mainScreenBounds() const override { return bounds_; }
   std::shared_ptr<Window> makeWindow(const Rect& frame) override;
   std::shared_ptr<Layout> loadLayout(const std::string& bundlePath, const std::string& name,
@@ -45,6 +46,8 @@ class MemoryUserInterface final : public UserInterface {
   /// are.
   void setOpenAnswer(std::function<bool(const std::string& url)> answer);
   const std::vector<std::string>& openedUrls() const { return openedUrls_; }
+  /// How often it was told that something may be shown soon.
+  int preparations() const { return preparations_; }
 
   struct PadPress {
     ZOVKPopupGamePad press;
@@ -110,6 +113,7 @@ class MemoryUserInterface final : public UserInterface {
   std::set<std::string> schemes_{"http", "https"};
   std::function<bool(const std::string& url)> openAnswer_;
   std::vector<std::string> openedUrls_;
+  int preparations_ = 0;
   std::vector<PadPress> padPresses_;
   Made<MemoryWindow> windows_;
   Made<MemoryWebView> webViews_;

@@ -29,6 +29,14 @@ TEST_F(Facade, KnowsThePopupsOfBothSavedDocumentsBeforeTheStart) {
   EXPECT_EQ(memory().urlSession.createdCount(), 0U);
 }
 
+TEST_F(Facade, GetsTheInterfaceReadyForAPopupThatIsThere) {
+  addResource("ZOVKPopupLocal.config", documentWith("local", 5));
+  EXPECT_FALSE(ZOVKPopup::havePopup(6));
+  EXPECT_EQ(memory().userInterface.preparations(), 0);
+  EXPECT_TRUE(ZOVKPopup::havePopup(5));
+  EXPECT_EQ(memory().userInterface.preparations(), 1);
+}
+
 TEST_F(Facade, HandsTheStartToTheEngine) {
   ZOVKPopup::startPopup("https://service.example", "1001", "secret");
   EXPECT_TRUE(engine().isPopupStart());

@@ -11,6 +11,11 @@
 #include "platform/linux/helper/HelperWindow.h"
 
 namespace zovk {
+namespace {
+
+constexpr const char* kAtRest = "it has ended since nothing was shown";
+
+}  // namespace
 
 HelperClient::HelperClient(LinuxMainQueue& queue, LinuxDevice& device, HelperLauncher launcher,
                            HelperMessage hello, ZOVKPopupBackdrop backdrop)
@@ -26,6 +31,7 @@ HelperClient::HelperClient(LinuxMainQueue& queue, LinuxDevice& device, HelperLau
                        send({{"type", "ping"}});
                      },
                  .silent = [this] { helperIsLost("it does not answer"); }}),
+      rest_(queue, launcher_, {.rest = [this] { restHelper(); }, .end = [this] { endHelper(); }}),
       backdrop_(std::move(backdrop)) {}
 
 bool HelperClient::isForeignProcess() const {
@@ -44,6 +50,28 @@ void HelperClient::start() {
   }
   mayStartAgain_ = true;
   launch();
+}
+
+void HelperClient::prepare() {
+  if (!isResting_ || isShutDown() || isForeignProcess()) return;
+  start();
+  if (isReady_) send({{"type", "prepare"}});
+  isResting_ = false;
+  watchHelper();
+}
+
+void HelperClient::restHelper() {
+  if (!objects_.windows.empty()) return;
+  isResting_ = true;
+  send({{"type", "rest"}});
+}
+
+// Not a loss: the next window, or whoever expects one, starts another.
+void HelperClient::endHelper() {
+  if (!objects_.windows.empty()) return;
+  dropLink(HelperEnd::kByItself);
+  isResting_ = true;
+  failure_ = kAtRest;
 }
 
 void HelperClient::launch() {
@@ -148,9 +176,11 @@ void HelperClient::sendBackdrop() {
 
 // A helper with nothing on screen may take its time; at rest the game is not woken for it.
 void HelperClient::watchHelper() {
-  if (!isShutDown() && !isForeignProcess()) {
-    watchdog_.watch(isReady_ && !objects_.shownWindows.empty());
-  }
+  if (isShutDown() || isForeignProcess()) return;
+  watchdog_.watch(isReady_ && !objects_.shownWindows.empty());
+  const bool isIdle = isReady_ && objects_.windows.empty();
+  if (!isIdle) isResting_ = false;
+  rest_.watch(isIdle);
 }
 
 void HelperClient::heldAs(Orientation orientation) {
@@ -197,7 +227,7 @@ void HelperClient::helperIsReady() {
 
 void HelperClient::helperIsLost(const std::string& reason) {
   const auto keepAlive = shared_from_this();
-  dropLink();
+  dropLink(HelperEnd::kAtOnce);
   const bool again = std::exchange(mayStartAgain_, false);
   logError("Helper lost (%s), %s", reason, again ? "starting it again" : "giving up");
   hello_["drawingFailed"] = true;  // it may have been the graphics driver
@@ -215,7 +245,7 @@ void HelperClient::helperIsLost(const std::string& reason) {
   if (!again) tellWindows();
 }
 
-void HelperClient::dropLink() {
+void HelperClient::dropLink(HelperEnd end) {
   isReady_ = false;
   heldAs(Orientation::kUnknown);
   backdrop_.setWanted(false);  // the next one may see through its windows
@@ -228,7 +258,7 @@ void HelperClient::dropLink() {
   if (!link_) return;
   link_->close();
   if (auto process = link_->takeProcess()) {
-    process->kill();
+    if (end == HelperEnd::kAtOnce) process->kill();
     reaper_.add(std::move(*process));
   }
   link_.reset();
@@ -253,6 +283,7 @@ void HelperClient::shutDown() {
   }
   backdrop_.close();
   watchdog_.close();
+  rest_.close();
   reaper_.finish(launcher_.endTimeout);
   replies_.takeAll();
   queue_ = nullptr;

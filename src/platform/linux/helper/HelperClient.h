@@ -14,6 +14,7 @@
 #include "platform/linux/helper/HelperObjects.h"
 #include "platform/linux/helper/HelperReaper.h"
 #include "platform/linux/helper/HelperReplies.h"
+#include "platform/linux/helper/HelperRest.h"
 #include "platform/linux/helper/HelperWatchdog.h"
 #include "platform/linux/system/LinuxDevice.h"
 #include "platform/linux/system/LinuxMainQueue.h"
@@ -38,6 +39,9 @@ class HelperClient : public std::enable_shared_from_this<HelperClient> {
 
   /// Starts a helper unless one is running or coming, or it is too soon after a failure.
   void start();
+  /// Something may be shown soon: a helper that rests gets ready again, one that has ended for it
+  /// is started. Costs nothing when it is ready.
+  void prepare();
   /// Ends the helper. Nothing has an effect or is called back afterwards.
   void shutDown();
   bool isShutDown() const { return queue_ == nullptr; }
@@ -90,8 +94,12 @@ class HelperClient : public std::enable_shared_from_this<HelperClient> {
   bool displayTellsOfGame() const;
   void launch();
   HelperLife::Events linkEvents();
-  void dropLink();
+  /// A helper ends by itself when its socket closes.
+  enum class HelperEnd { kAtOnce, kByItself };
+  void dropLink(HelperEnd end);
   void watchHelper();
+  void restHelper();
+  void endHelper();
   void tellWindows();
   void sendBackdrop();
 
@@ -102,6 +110,7 @@ class HelperClient : public std::enable_shared_from_this<HelperClient> {
   HelperMessage hello_;
   HelperReaper reaper_;
   HelperWatchdog watchdog_;
+  HelperRest rest_;
   HelperBackOff backOff_;
   HelperObjects objects_;
   HelperJournal journal_;
@@ -111,6 +120,7 @@ class HelperClient : public std::enable_shared_from_this<HelperClient> {
   std::string failure_ = "not started";
   bool mayStartAgain_ = true;
   bool isReady_ = false;
+  bool isResting_ = false;  // has given up what it held ready, or has ended for the same reason
   int helperNumber_ = 0;
   HelperId lastId_ = 0;
 };

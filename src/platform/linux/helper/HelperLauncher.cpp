@@ -97,6 +97,7 @@ HelperLauncher helperProcessLauncher(const PlatformSettings& settings) {
   launcher.start = [path = settings.helperPath] {
     return spawn(path.empty() ? installedHelperPath() : path);
   };
+  launcher.restAfter = std::chrono::seconds(settings.readySeconds);
   return launcher;
 }
 

@@ -26,6 +26,10 @@ struct HelperLauncher {
   /// How often a helper is pinged while it shows something, and how long it may stay silent then.
   std::chrono::milliseconds pingInterval{500};
   std::chrono::milliseconds answerTimeout = std::chrono::seconds(5);
+  /// After so long with nothing shown the helper gives up what it holds ready for the next page,
+  /// and after as long as the second says it ends.
+  std::chrono::milliseconds restAfter = std::chrono::minutes(1);
+  std::chrono::milliseconds endAfter = std::chrono::minutes(10);
   /// The time by which silence and pauses between starts are measured.
   std::function<std::chrono::steady_clock::time_point()> now = std::chrono::steady_clock::now;
   /// So long may the helper take to end by itself at shutdown.

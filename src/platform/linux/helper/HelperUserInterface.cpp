@@ -101,6 +101,10 @@ void HelperUserInterface::shutDown() {
   session_->shutDown();
 }
 
+void HelperUserInterface::prepare() {
+  session_->prepare();
+}
+
 Rect HelperUserInterface::mainScreenBounds() const {
   return session_->objects().screen;
 }

@@ -38,6 +38,7 @@ class HelperUserInterface final : public UserInterface, public HelperInspector {
   /// is called back afterwards.
   void shutDown();
 
+  void prepare() override;
   Rect mainScreenBounds() const override;
   std::shared_ptr<Window> makeWindow(const Rect& frame) override;
   std::shared_ptr<Layout> loadLayout(const std::string& bundlePath, const std::string& name,

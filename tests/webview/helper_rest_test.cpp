@@ -1,0 +1,43 @@
+// A helper that is told to rest.
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "PopupScreen.h"
+#include "support/ProcessFacts.h"
+
+namespace zovk {
+namespace {
+
+std::vector<pid_t> pageProcesses(const HelperUnderTest& helper) {
+  return descendantsNamed(helper.pid(), "WebKitWebProces");
+}
+
+TEST(HelperAtRest, EndsTheProcessOfThePageThatItHeldReady) {
+  HelperUnderTest helper;
+  while (pageProcesses(helper).empty()) helper.came("pong");  // it starts in the background
+  const std::vector<pid_t> ready = pageProcesses(helper);
+  helper.send({{"type", "rest"}});
+  for (const pid_t process : ready) EXPECT_TRUE(endsSoon(process));
+}
+
+TEST(HelperAtRest, ShowsTheNextPopupAsEver) {
+  HelperUnderTest helper;
+  helper.send({{"type", "rest"}});
+  PopupScreen screen(helper);
+  screen.openPage("plain.html");
+  EXPECT_EQ(screen.evaluate("document.title"), "Plain");
+}
+
+TEST(HelperAtRest, ShowsTheNextPopupAfterItWasPrepared) {
+  HelperUnderTest helper;
+  helper.send({{"type", "rest"}});
+  helper.send({{"type", "prepare"}});
+  helper.send({{"type", "prepare"}});
+  PopupScreen screen(helper);
+  screen.openPage("plain.html");
+  EXPECT_EQ(screen.evaluate("document.title"), "Plain");
+}
+
+}  // namespace
+}  // namespace zovk
