@@ -1,6 +1,7 @@
 # What is installed, and where. Helper and resource bundle stand in a folder beside the library,
 # which looks for them there: library and folder can be moved, or shipped with a game, together.
 option(ZOVKPOPUP_INSTALL "Install ZOVKPopup with this project" ${PROJECT_IS_TOP_LEVEL})
+option(ZOVKPOPUP_INSTALL_STATIC "Install the static library, too" OFF)
 
 # Projects that build ZOVKPopup with their own find the folder as those that find the package do.
 if(NOT PROJECT_IS_TOP_LEVEL)
@@ -14,23 +15,37 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 set(runtime_directory ${CMAKE_INSTALL_LIBDIR}/zovkpopup)
 set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/ZOVKPopup)
+include(ZOVKPopupInstallPrograms)
 
 install(TARGETS zovkpopup EXPORT ZOVKPopupTargets
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+if(ZOVKPOPUP_INSTALL_STATIC)
+  set_target_properties(zovkpopup-static PROPERTIES EXCLUDE_FROM_ALL OFF)
+  if(CMAKE_BUILD_TYPE STREQUAL "Release")
+    # The debug symbols of a game are its own matter.
+    add_custom_command(TARGET zovkpopup-static POST_BUILD
+      COMMAND ${CMAKE_STRIP} --strip-debug $<TARGET_FILE:zovkpopup-static> VERBATIM)
+  endif()
+  install(TARGETS zovkpopup-static EXPORT ZOVKPopupStaticTargets
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+  install(EXPORT ZOVKPopupStaticTargets NAMESPACE ZOVKPopup::
+    DESTINATION ${package_directory} COMPONENT development)
+endif()
 if(TARGET zovkpopup-helper)
-  install(TARGETS zovkpopup-helper DESTINATION ${runtime_directory} COMPONENT runtime)
+  install(TARGETS zovkpopup-helper DESTINATION ${runtime_directory} COMPONENT helper)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/resources/ZOVKPopupResource.bundle
-    DESTINATION ${runtime_directory} COMPONENT runtime)
+    DESTINATION ${runtime_directory} COMPONENT helper)
 endif()
 
 install(EXPORT ZOVKPopupTargets NAMESPACE ZOVKPopup::
   DESTINATION ${package_directory} COMPONENT development)
 configure_package_config_file(
   ${CMAKE_CURRENT_LIST_DIR}/ZOVKPopupConfig.cmake.in ${PROJECT_BINARY_DIR}/ZOVKPopupConfig.cmake
-  INSTALL_DESTINATION ${package_directory} PATH_VARS runtime_directory
-  NO_CHECK_REQUIRED_COMPONENTS_MACRO)
+  INSTALL_DESTINATION ${package_directory} PATH_VARS runtime_directory)
 write_basic_package_version_file(
   ${PROJECT_BINARY_DIR}/ZOVKPopupConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES
@@ -53,31 +68,28 @@ install(FILES
 if(TARGET zovkpopup-tool)
   # The tool looks for the helper from where it stands, so it stands beside the helper's folder.
   install(TARGETS zovkpopup-tool
-    DESTINATION ${CMAKE_INSTALL_LIBDIR}/zovkpopup-tool COMPONENT development)
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/zovkpopup-tool COMPONENT tool)
   cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR
     BASE_DIRECTORY ${CMAKE_INSTALL_FULL_BINDIR} OUTPUT_VARIABLE bin_to_lib)
   set(link ${PROJECT_BINARY_DIR}/installed/zovkpopup)
   file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/installed)
   file(CREATE_LINK ${bin_to_lib}/zovkpopup-tool/zovkpopup ${link} SYMBOLIC)
-  install(FILES ${link} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT development)
-  install(FILES ${PROJECT_SOURCE_DIR}/tools/zovkpopup/completion/zovkpopup.bash
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME zovkpopup
-    COMPONENT development)
-  install(FILES ${PROJECT_BINARY_DIR}/tools/zovkpopup/zovkpopup.1.gz
-    DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT development)
+  install(FILES ${link} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
+  zovkpopup_install_manual(tool tools/zovkpopup/manual/zovkpopup.1)
+  zovkpopup_install_completion(tool tools/zovkpopup/completion zovkpopup)
 endif()
 if(TARGET zovkpopup-service)
-  install(TARGETS zovkpopup-service COMPONENT development)
+  install(TARGETS zovkpopup-service DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT service)
+  zovkpopup_install_manual(service tools/service/manual/zovkpopup-service.1)
+  zovkpopup_install_completion(service tools/service/completion zovkpopup-service)
 endif()
 
-# Debian wants each package to say under what licence it is.
-foreach(package IN ITEMS runtime:libzovkpopup${PROJECT_VERSION_MAJOR} development:libzovkpopup-dev)
-  string(REPLACE ":" ";" package ${package})
-  list(GET package 0 component)
-  list(GET package 1 name)
-  install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${name} RENAME copyright
-    COMPONENT ${component})
-endforeach()
+# The guides and the sources of the examples, in the folders in which they look for each other.
+set(guides ${CMAKE_INSTALL_DATAROOTDIR}/doc/zovkpopup-doc)
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md
+  DESTINATION ${guides} COMPONENT documentation)
+install(DIRECTORY docs examples DESTINATION ${guides} COMPONENT documentation
+  PATTERN Doxyfile EXCLUDE PATTERN __pycache__ EXCLUDE)
 
 if(PROJECT_IS_TOP_LEVEL)
   include(ZOVKPopupPackages)

@@ -21,6 +21,8 @@ if(ZOVKPOPUP_SANITIZE)
   target_compile_options(zovkpopup_options INTERFACE
     -fsanitize=${ZOVKPOPUP_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(zovkpopup_options INTERFACE -fsanitize=${ZOVKPOPUP_SANITIZE})
+else()
+  include(ZOVKPopupHardening)
 endif()
 
 # Helper and resource bundle are looked for in a folder "zovkpopup" beside the library, or beside a

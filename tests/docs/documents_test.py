@@ -74,7 +74,7 @@ class Documents(unittest.TestCase):
             for said in CODE.findall(line):
                 # Where the code has a value, the table has an example or an ellipsis.
                 wanted = said.strip("`").replace("ZOVKPopupHost::pump", "ZOVKPopupHost::\0")
-                wanted = re.sub(r"ZOVKPopup_….html|ZOVKPopupRemote.config", "\0", wanted)
+                wanted = re.sub(r"ZOVKPopup_….html|ZOVKPopup(Remote|FrequencyOnce).config", "\0", wanted)
                 with self.subTest(said):
                     self.assertTrue(wanted in literals, "no code of src/ writes that")
 

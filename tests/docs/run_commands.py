@@ -35,8 +35,8 @@ NOT_RUN = {
     "CONTRIBUTING.md": {
         "cmake --preset dev && cmake --build --preset dev": "scripts/test does the same",
         "scripts/with-display 1280x900 ctest --test-dir build/dev --output-on-failure": ITSELF,
-        "cmake --preset release -B build/packages -DCMAKE_INSTALL_PREFIX=/usr": MAKES_PACKAGES,
-        "cmake --build build/packages": MAKES_PACKAGES,
+        "cmake --preset packages": MAKES_PACKAGES,
+        "cmake --build --preset packages": MAKES_PACKAGES,
         "cpack --config build/packages/CPackConfig.cmake": MAKES_PACKAGES,
         "scripts/test-install": "builds the project anew; it is a test of its own",
         "scripts/with-display 1280x900 tests/docs/run_commands.py --packages "
@@ -47,7 +47,8 @@ NOT_RUN = {
         "deploy/*": "deploy/test does the same, and is part of scripts/test",
     },
     "docs/integration.md": {
-        "sudo apt-get install ./libzovkpopup1_*.deb ./libzovkpopup-dev_*.deb": PACKAGES,
+        "sudo apt-get install ./libzovkpopup*.deb ./zovkpopup-helper_*.deb ./zovkpopup-tool_*.deb":
+            PACKAGES,
         "sudo apt-get install cmake g++ pkg-config libsdl2-dev":
             "needs root; scripts/bootstrap installs them",
     },

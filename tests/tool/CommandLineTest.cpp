@@ -21,7 +21,7 @@ TEST(CommandLine, HelpNamesEveryCommand) {
 
 TEST(CommandLine, AMisspeltCommandNamesTheNearest) {
   const ProgramRun run = runTool({"chekc", "popups.json"});
-  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.code, 64);
   EXPECT_EQ(run.err, "zovkpopup: chekc: is no command; is check meant?\n");
   EXPECT_EQ(runTool({"something"}).err, "zovkpopup: something: is no command\n");
 }
@@ -46,13 +46,20 @@ TEST(CommandLine, MistakesAreUsageErrorsAndGoToStandardError) {
       {"preview", "a", "--watch", "--json"},
       {"preview", "a", "--screenshot", "b", "--matrix", "c"},
       {"completion"},
-      {"completion", "fish"}};
+      {"completion", "tcsh"}};
   for (const auto& arguments : mistakes) {
     const ProgramRun run = runTool(arguments);
-    EXPECT_EQ(run.code, 2) << ::testing::PrintToString(arguments);
+    EXPECT_EQ(run.code, 64) << ::testing::PrintToString(arguments);
     EXPECT_EQ(run.out, "") << ::testing::PrintToString(arguments);
     EXPECT_NE(run.err, "") << ::testing::PrintToString(arguments);
   }
+}
+
+TEST(CommandLine, OutputThatCannotBeWrittenIsAnError) {
+  const ProgramRun run = runProgram(
+      {"/bin/sh", "-c", std::string("exec '") + ZOVKPOPUP_TOOL + "' completion bash >/dev/full"});
+  EXPECT_EQ(run.code, 74);
+  EXPECT_EQ(run.err, "zovkpopup: standard output: cannot be written\n");
 }
 
 }  // namespace

@@ -1,3 +1,5 @@
+#include <array>
+
 #include "ProgramRun.h"
 
 namespace zovk {
@@ -52,15 +54,107 @@ TEST_F(BashCompletion, OffersEveryOptionThatACommandHas) {
 }
 
 TEST_F(BashCompletion, OffersTheValuesOfAnOption) {
-  EXPECT_EQ(complete({"check", "x", "--as", ""}), (Words{"remote", "site", "local", "bundle"}));
+  EXPECT_EQ(complete({"check", "x", "--as", ""}),
+            (Words{"remote", "service", "site", "local", "bundle"}));
   EXPECT_EQ(complete({"preview", "x", "--kind", "p"}), (Words{"policy", "permission"}));
   EXPECT_EQ(complete({"preview", "x", "--theme", "d"}), Words{"dark"});
-  EXPECT_EQ(complete({"completion", ""}), Words{"bash"});
+  EXPECT_EQ(complete({"completion", ""}), (Words{"bash", "zsh", "fish"}));
 }
 
 TEST_F(BashCompletion, OffersFiles) {
   write("popups with blanks.json", "");
   EXPECT_EQ(complete({"check", "popups"}), Words{"popups with blanks.json"});
+}
+
+// The options of a command, as its help has them.
+Words optionsOf(const std::vector<std::string>& program) {
+  std::vector<std::string> asked = program;
+  asked.emplace_back("--help");
+  const std::string help = runProgram(asked).out;
+  Words result;
+  for (std::size_t at = help.find("--"); at != std::string::npos; at = help.find("--", at + 2)) {
+    if (help[at - 1] != ' ' && help[at - 1] != ',') continue;
+    result.push_back(help.substr(at, help.find_first_of(" ,\n", at) - at));
+  }
+  return result;
+}
+
+constexpr std::array kCommands = {"sig", "check", "explain", "publish", "new", "preview"};
+
+// The other shells complete a line by themselves, with their own scripts.
+class OtherShells : public ToolTest {
+ protected:
+  void SetUp() override {
+    const std::string tool = ZOVKPOPUP_TOOL;
+    write("_zovkpopup", runTool({"completion", "zsh"}).out);
+    write("zovkpopup.fish", runTool({"completion", "fish"}).out);
+    const std::string service = ZOVKPOPUP_SERVICE_COMPLETION;
+    write("_zovkpopup-service", read(service + "/_zovkpopup-service"));
+    write("zovkpopup-service.fish", read(service + "/zovkpopup-service.fish"));
+  }
+  std::string fish(const std::string& line) const {
+    const ProgramRun run = runProgram(
+        {"/usr/bin/env", "HOME=" + path(""), "fish", "--no-config", "-c",
+         "source " + path("zovkpopup.fish") + "; source " + path("zovkpopup-service.fish") +
+             "; cd " + path("") + "; complete -C '" + line + "'"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.err, "");
+    return run.out;
+  }
+  // zsh completes for a person at a terminal only. Here it runs the script with stand-ins for what
+  // would ask that person, which print what they are given.
+  std::string zsh(const std::string& script, const std::string& words,
+                  const std::string& state = "argument") const {
+    const std::string standIns =
+        "compdef() { : }; _describe() { eval print -rl -- '\"${'$4'[@]}\"' }; "
+        "_arguments() { if [[ $1 == -C ]] { state=" +
+        state + "; return 1 }; print -rl -- \"$@\" }; ";
+    const ProgramRun run =
+        runProgram({"/usr/bin/zsh", "-f", "-c",
+                    standIns + "words=(" + words + "); CURRENT=$#words; fpath=(" + folder() +
+                        "); autoload -Uz " + script + "; " + script});
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(run.err, "");
+    return run.out;
+  }
+  std::string folder() const { return std::filesystem::path(path("x")).parent_path().string(); }
+};
+
+TEST_F(OtherShells, FishOffersEveryOptionAndTheValues) {
+  for (const char* command : kCommands) {
+    const std::string offered = "\n" + fish(std::string("zovkpopup ") + command + " --");
+    for (const std::string& option : optionsOf({ZOVKPOPUP_TOOL, command})) {
+      EXPECT_NE(offered.find("\n" + option + "\t"), std::string::npos) << command << option;
+    }
+  }
+  EXPECT_EQ(fish("zovkpopup c"),
+            "check\tChecks a document and its pages\n"
+            "completion\tPrints a script like this one\n");
+  EXPECT_EQ(fish("zovkpopup check x --as s"),
+            "service\tWhich document it is\n"
+            "site\tWhich document it is\n");
+  const std::string offered = "\n" + fish("zovkpopup-service --");
+  for (const std::string& option : optionsOf({ZOVKPOPUP_SERVICE})) {
+    EXPECT_NE(offered.find("\n" + option + "\t"), std::string::npos) << option;
+  }
+}
+
+TEST_F(OtherShells, ZshOffersEveryOptionAndTheValues) {
+  const std::string commands = zsh("_zovkpopup", "zovkpopup", "command");
+  for (const char* command : kCommands) {
+    EXPECT_NE(commands.find(std::string(command) + ":"), std::string::npos) << commands;
+    const std::string offered = "\n" + zsh("_zovkpopup", command);
+    for (const std::string& option : optionsOf({ZOVKPOPUP_TOOL, command})) {
+      EXPECT_NE(offered.find("\n" + option + "["), std::string::npos)
+          << command << option << offered;
+    }
+  }
+  EXPECT_NE(zsh("_zovkpopup", "check").find("(remote service site local bundle)"),
+            std::string::npos);
+  const std::string offered = zsh("_zovkpopup-service", "zovkpopup-service");
+  for (const std::string& option : optionsOf({ZOVKPOPUP_SERVICE})) {
+    EXPECT_NE(offered.find(option + "["), std::string::npos) << option << offered;
+  }
 }
 
 }  // namespace

@@ -54,7 +54,7 @@ TEST_F(ExplainCommand, JudgesForTheChannelAndTheTimeThatAreGiven) {
         << late;
   }
   const ProgramRun wrong = runTool({"explain", file, "--scene", "a", "--at", "tomorrow"});
-  EXPECT_EQ(wrong.code, 2);
+  EXPECT_EQ(wrong.code, 64);
   EXPECT_NE(wrong.err.find("--at tomorrow: is no time"), std::string::npos) << wrong.err;
 }
 
@@ -95,7 +95,7 @@ TEST_F(ExplainCommand, ShowsATableToPeople) {
 
 TEST_F(ExplainCommand, OfARejectedDocumentSaysWhyAndWhatToDo) {
   const ProgramRun run = explain(write("bad.json", R"({"popups":[]})"), {"--scene", "a"});
-  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.code, 65);
   EXPECT_EQ(run.err, "zovkpopup: " + path("bad.json") +
                          ": the engine rejects it: No Popups or Popups type error (zovkpopup check "
                          "tells more)\n");
@@ -105,17 +105,17 @@ TEST_F(ExplainCommand, TakesADocumentForLocalByItsNameOrAsTold) {
   const std::string text = R"({"code":5,"popups":[{"scene":"a","content_type":3}]})";
   const std::string local = write("ZOVKPopupLocal.config", text);
   EXPECT_EQ(explain(local, {"--scene", "a"}).code, 0) << "a local document's code is not read";
-  EXPECT_EQ(explain(local, {"--scene", "a", "--as", "remote"}).code, 2);
+  EXPECT_EQ(explain(local, {"--scene", "a", "--as", "remote"}).code, 65);
   const std::string other = write("other.json", text);
-  EXPECT_EQ(explain(other, {"--scene", "a"}).code, 2);
+  EXPECT_EQ(explain(other, {"--scene", "a"}).code, 65);
   EXPECT_EQ(explain(other, {"--scene", "a", "--as", "local"}).code, 0);
 }
 
-TEST_F(ExplainCommand, OfNoDocumentOrNoFolderIsAUsageError) {
-  EXPECT_EQ(explain(path("nothing.json"), {"--scene", "a"}).code, 2);
+TEST_F(ExplainCommand, OfNoDocumentOrNoFolderSaysThatThereIsNone) {
+  EXPECT_EQ(explain(path("nothing.json"), {"--scene", "a"}).code, 66);
   const ProgramRun run =
       explain(document({webPage("a")}), {"--scene", "a", "--pages", path("nowhere")});
-  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.code, 66);
   EXPECT_EQ(run.err, "zovkpopup: --pages " + path("nowhere") + ": is no folder\n");
 }
 

@@ -54,7 +54,7 @@ TEST_F(NewCommand, ReplacesNothingUnlessForced) {
   for (const char* name : {"shop.html", "shop.json"}) {
     const std::string mine = write(name, "mine");
     const ProgramRun run = runTool({"new", "shop", "--folder", path("")});
-    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.code, 73);
     EXPECT_EQ(run.err, "zovkpopup: " + mine + ": is there already; --force replaces it\n");
     EXPECT_EQ(read(mine), "mine");
     std::filesystem::remove(mine);
@@ -67,10 +67,10 @@ TEST_F(NewCommand, ReplacesNothingUnlessForced) {
 TEST_F(NewCommand, RefusesNamesThatAreNone) {
   for (const char* name : {"../up", "a b", ".hidden", "a/b", "größe"}) {
     const ProgramRun run = runTool({"new", name, "--folder", path("")});
-    EXPECT_EQ(run.code, 2) << name;
+    EXPECT_EQ(run.code, 64) << name;
     EXPECT_NE(run.err.find("is no name"), std::string::npos) << run.err;
   }
-  EXPECT_EQ(runTool({"new", "a", "--folder", path("nowhere")}).code, 2);
+  EXPECT_EQ(runTool({"new", "a", "--folder", path("nowhere")}).code, 73);
 }
 
 TEST_F(NewCommand, ItsPageNeedsNothingFromElsewhere) {

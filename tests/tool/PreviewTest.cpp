@@ -103,11 +103,11 @@ TEST_F(PreviewCommand, SaysThatAPageDoesNotLoad) {
   const DeafPort port;
   const std::string address = "http://127.0.0.1:" + std::to_string(port.number());
   const ProgramRun run = runTool({"preview", address, "--screenshot", path("none.png")});
-  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.code, 69);
   EXPECT_THAT(run.err, HasSubstr(address + ": the page did not load: Could not connect"));
   EXPECT_THAT(run.err, HasSubstr("no picture was taken"));
   EXPECT_FALSE(std::filesystem::exists(path("none.png")));
-  EXPECT_EQ(runTool({"preview", address}).code, 2);
+  EXPECT_EQ(runTool({"preview", address}).code, 69);
 }
 
 TEST_F(PreviewCommand, SaysThatAServerHasNoSuchPage) {
@@ -120,7 +120,7 @@ TEST_F(PreviewCommand, SaysThatAServerHasNoSuchPage) {
   const ProgramRun run = runTool({"preview", address, "--screenshot", path("none.png")});
   server.stop();
   serving.join();
-  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.code, 69);
   EXPECT_THAT(run.err, HasSubstr(address + ": the server answered 404"));
   EXPECT_FALSE(std::filesystem::exists(path("none.png")));
 }
@@ -132,7 +132,7 @@ TEST_F(PreviewCommand, SaysThatThereIsNoDisplay) {
         "WAYLAND_DISPLAY", ZOVKPOPUP_TOOL, "preview", answering("skip")};
     if (!picture.empty()) arguments.insert(arguments.end(), {"--screenshot", path(picture)});
     const ProgramRun run = runProgram(arguments);
-    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.code, 69);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.err,
               "zovkpopup: nothing can be shown: there is no display; run it in a desktop "
@@ -201,7 +201,7 @@ TEST_F(PreviewCommand, SaysNothingOfAnAnswerThatArrivesWhole) {
 
 TEST_F(PreviewCommand, RefusesASizeThatDoesNotFitTheScreen) {
   const ProgramRun run = runTool({"preview", answering("skip"), "--size", "9000x200"});
-  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.code, 64);
   EXPECT_THAT(run.err, HasSubstr("--size 9000x200: does not fit the screen, which has "));
 }
 
@@ -286,22 +286,22 @@ TEST_F(WatchedPreview, ItsKeysChangeThemeAndSizeAndKind) {
 }
 
 TEST_F(PreviewCommand, RefusesWhatIsNoPage) {
-  EXPECT_EQ(runTool({"preview", path("nothing.html")}).code, 2);
+  EXPECT_EQ(runTool({"preview", path("nothing.html")}).code, 66);
   for (const auto& [text, why] : std::vector<std::pair<std::string, std::string>>{
            {"{\"popups\": []}", "is JSON, no page"},
            {" \n", "is empty"},
            {std::string("\x89PNG\0\0", 6), "is no page"}}) {
     const ProgramRun run = runTool({"preview", write("file", text)});
-    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.code, 65);
     EXPECT_THAT(run.err, HasSubstr(path("file") + ": " + why));
   }
-  EXPECT_EQ(runTool({"preview", "https://popups.example", "--watch"}).code, 2);
+  EXPECT_EQ(runTool({"preview", "https://popups.example", "--watch"}).code, 64);
 }
 
 TEST_F(PreviewCommand, RefusesWhatItCannotShow) {
   for (const char* size : {"640", "0x10", "10x99999", "axb", "10x10x10"}) {
     const ProgramRun run = runTool({"preview", answering("skip"), "--size", size});
-    EXPECT_EQ(run.code, 2) << size;
+    EXPECT_EQ(run.code, 64) << size;
     EXPECT_NE(run.err.find("is no size"), std::string::npos) << run.err;
   }
 }

@@ -31,10 +31,10 @@ TEST_F(PublishRollback, GoesBackStepByStepAndForwardByANewPublication) {
 
 TEST_F(PublishRollback, NeedsSomethingToGoBackTo) {
   documentWith("one");
-  EXPECT_EQ(rollBack().code, 2);
+  EXPECT_EQ(rollBack().code, 66);
   const std::string first = publishPage("one");
   const ProgramRun run = rollBack();
-  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.code, 66);
   EXPECT_NE(run.err.find("nothing was published"), std::string::npos) << run.err;
   EXPECT_EQ(live(), first);
 }
@@ -50,7 +50,7 @@ TEST_F(PublishRollback, DoesNotLookAtTheDocumentOfToday) {
 TEST_F(PublishRollback, KeepsTheReleasesOfEachTargetApart) {
   publishPage("one");
   ASSERT_EQ(publish(path("popups.json"), path("other")).code, 0);
-  EXPECT_EQ(rollBack().code, 2);
+  EXPECT_EQ(rollBack().code, 66);
 }
 
 TEST_F(PublishRollback, KnowsAFolderHoweverItIsWritten) {
@@ -69,7 +69,7 @@ TEST_F(PublishRollback, SaysSoWhenTheReleaseIsNoLongerThere) {
   const std::string gone = fs::read_symlink(site() + "/current");
   const std::string second = publishPage("two");
   fs::remove_all(site() + "/" + gone);
-  EXPECT_EQ(rollBack().code, 2);
+  EXPECT_EQ(rollBack().code, 66);
   EXPECT_EQ(live(), second);
 }
 
@@ -78,7 +78,7 @@ TEST_F(PublishRollback, RefusesARecordThatIsNone) {
   for (const char* text : {"", "[]", "{\"targets\": 1}", "{\"targets\": {\"x\": 1}}"}) {
     write("published/record.json", text);
     const ProgramRun run = publish(path("popups.json"), site());
-    EXPECT_EQ(run.code, 2) << text;
+    EXPECT_EQ(run.code, 65) << text;
     EXPECT_NE(run.err.find("record.json"), std::string::npos) << run.err;
   }
 }

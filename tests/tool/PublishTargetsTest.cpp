@@ -69,7 +69,7 @@ TEST_F(PublishTargets, AnotherMachineThatCannotBeReachedChangesNothing) {
   const std::string first = read(folder + "/current/popup/get_info");
   documentWith("two");
   const ProgramRun run = publishOverSsh("cat >/dev/null; exit 255", folder);
-  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.code, 69);
   EXPECT_NE(run.err.find("failed with 255"), std::string::npos) << run.err;
   EXPECT_EQ(read(folder + "/current/popup/get_info"), first);
 }
@@ -101,7 +101,7 @@ TEST_F(PublishTargets, AnObjectThatCannotBeStoredKeepsTheDocumentBack) {
   const std::string store = script("store", "echo \"$2\" >>'" + path("log") + "'; exit 3");
   documentWith("one");
   const ProgramRun run = publish(path("popups.json"), "command:'" + store + "' {file} {key}");
-  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.code, 69);
   EXPECT_NE(run.err.find("failed with 3"), std::string::npos) << run.err;
   EXPECT_THAT(log(), ::testing::ElementsAre(key("one")));
   EXPECT_FALSE(fs::exists(path("published/record.json")));

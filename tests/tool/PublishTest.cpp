@@ -95,7 +95,7 @@ TEST_F(Publish, RefusesTheDocumentOfABundle) {
   const std::string file = write("ZOVKPopupLocal.config",
                                  boost::json::serialize(boost::json::object{{"popups", {entry}}}));
   const ProgramRun run = publish(file, site());
-  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.code, 65);
   EXPECT_NE(run.err.find("bundle"), std::string::npos) << run.err;
 }
 
@@ -105,8 +105,8 @@ TEST_F(Publish, SaysWhatIsWrongWithATarget) {
   EXPECT_NE(publish(file, "ssh:-oProxyCommand=x:/a").err.find("ssh:HOST:FOLDER"),
             std::string::npos);
   EXPECT_NE(publish(file, "command:store {file}").err.find("{key}"), std::string::npos);
-  EXPECT_EQ(publish(file, write("a-file", "")).code, 2);
-  EXPECT_EQ(publish(file, site(), {"--lasting", path("nothing")}).code, 2);
+  EXPECT_EQ(publish(file, write("a-file", "")).code, 74);
+  EXPECT_EQ(publish(file, site(), {"--lasting", path("nothing")}).code, 66);
 }
 
 }  // namespace

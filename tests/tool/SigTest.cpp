@@ -29,7 +29,7 @@ TEST_F(SigCommand, SpeaksJson) {
 
 TEST_F(SigCommand, OfNoFileSaysWhichAndWhy) {
   const ProgramRun run = runTool({"sig", path("nothing.html")});
-  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.code, 66);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err,
             "zovkpopup: " + path("nothing.html") + ": cannot be read: No such file or directory\n");
@@ -37,7 +37,7 @@ TEST_F(SigCommand, OfNoFileSaysWhichAndWhy) {
 
 TEST_F(SigCommand, OfAFolderSaysSo) {
   const ProgramRun run = runTool({"sig", path("")});
-  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.code, 66);
   EXPECT_NE(run.err.find("it is a folder"), std::string::npos) << run.err;
 }
 

@@ -8,6 +8,7 @@
 #include <boost/json/object.hpp>
 
 #include "service/Folder.h"
+#include "zovkpopup/ServiceDocument.h"
 
 namespace zovk::service {
 
@@ -20,7 +21,7 @@ class ConfigDocument {
       : folder_(folder), base_(std::move(base)) {}
 
   /// The bytes of a page file by its name; absent when there is none.
-  using PageSource = std::function<std::optional<std::string>(const std::string& name)>;
+  using PageSource = tool::PageSource;
 
   /// Throws FolderError when the file is not there or cannot be completed.
   std::string text(const std::string& fileName) const;
@@ -31,10 +32,6 @@ class ConfigDocument {
   const std::string& base() const { return base_; }
 
  private:
-  void complete(boost::json::object& entry, const PageSource& pages) const;
-  void completeFromPage(boost::json::object& entry, const std::string& page,
-                        const PageSource& pages) const;
-
   const Folder& folder_;
   std::string base_;
 };

@@ -1,8 +1,12 @@
 #include "service/Options.h"
 
+#include <cstdio>
 #include <filesystem>
 
 #include <CLI/CLI.hpp>
+
+#include "support/Version.h"
+#include "zovkpopup/ExitCode.h"
 
 namespace zovk::service {
 namespace {
@@ -10,9 +14,8 @@ namespace {
 constexpr int kLargestPort = 65535;
 
 void describe(CLI::App& app, Options& options) {
-  app.add_option("folder", options.folder, "The folder to serve")
-      ->required()
-      ->check(CLI::ExistingDirectory);
+  app.set_version_flag("--version", std::string("zovkpopup-service ") + kPopupVersion);
+  app.add_option("folder", options.folder, "The folder to serve")->required();
   app.add_option("--port", options.port, "Port; 0 lets the kernel pick one")
       ->check(CLI::Range(0, kLargestPort));
   app.add_option("--listen", options.listen,
@@ -33,13 +36,19 @@ void describe(CLI::App& app, Options& options) {
 }  // namespace
 
 std::variant<Options, int> parseOptions(int argc, const char* const* argv) {
-  CLI::App app{"Development popup service: serves a folder to games with in-app popups"};
+  CLI::App app{"Development popup service: serves a folder to games with in-app popups",
+               "zovkpopup-service"};
   Options options;
   describe(app, options);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error);
+    return app.exit(error) == 0 ? tool::kSuccess : tool::kUsage;
+  }
+  std::error_code ignored;
+  if (!std::filesystem::is_directory(options.folder, ignored)) {
+    std::fprintf(stderr, "zovkpopup-service: %s: is no folder\n", options.folder.c_str());
+    return tool::kNoInput;
   }
   if (options.reports.empty()) {
     options.reports = (std::filesystem::path(options.folder) / "reports.sqlite").string();

@@ -92,8 +92,8 @@ int Server::bind(const Options& options) {
   const int port = options.port == 0 ? http_->bind_to_any_port(options.listen) : options.port;
   const bool bound = options.port == 0 ? port > 0 : http_->bind_to_port(options.listen, port);
   if (!bound) {
-    throw std::runtime_error("cannot listen on " + options.listen + " port " +
-                             std::to_string(options.port));
+    throw ListenError("cannot listen on " + options.listen + " port " +
+                      std::to_string(options.port));
   }
   // The library's own waiting line is too short for a game that fetches all its pages at once.
   ::listen(listener_, kWaitingConnections);
@@ -127,7 +127,7 @@ void Server::start() {
     return running_.wait_for(std::chrono::milliseconds(1)) == std::future_status::ready;
   };
   while (!http_->is_running()) {
-    if (ended() && !http_->is_running()) throw std::runtime_error("cannot listen");
+    if (ended() && !http_->is_running()) throw ListenError("cannot listen");
   }
 }
 

@@ -4,6 +4,7 @@
 #include <future>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 
 #include <httplib.h>
@@ -18,6 +19,12 @@
 #include "service/StopSignal.h"
 
 namespace zovk::service {
+
+/// The port or the address cannot be listened on.
+class ListenError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
 
 /// The whole service. The constructor takes the port, so that `base` is known; requests are
 /// answered, each on a thread of its own, from `start` on and until the object goes. Throws

@@ -1,13 +1,16 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <stdexcept>
 
 #include <pthread.h>
 
+#include "service/Folder.h"
 #include "service/Loopback.h"
 #include "service/Options.h"
 #include "service/Server.h"
 #include "service/console/Console.h"
+#include "zovkpopup/ExitCode.h"
 
 namespace {
 
@@ -65,15 +68,28 @@ int serve(const zovk::service::Options& options) {
   return 0;
 }
 
+int reported(const std::exception& error, zovk::tool::ExitCode code) {
+  std::fprintf(stderr, "zovkpopup-service: %s\n", error.what());
+  return code;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const auto options = zovk::service::parseOptions(argc, argv);
   if (const int* code = std::get_if<int>(&options)) return *code;
+  using namespace zovk;
   try {
-    return serve(std::get<zovk::service::Options>(options));
+    return serve(std::get<service::Options>(options));
+  } catch (const service::ListenError& error) {
+    return reported(error, tool::kUnavailable);
+  } catch (const service::FolderError& error) {
+    return reported(error, tool::kBadData);
+  } catch (const std::invalid_argument& error) {
+    return reported(error, tool::kUsage);
+  } catch (const std::runtime_error& error) {
+    return reported(error, tool::kInputOutput);
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "zovkpopup-service: %s\n", error.what());
-    return 1;
+    return reported(error, tool::kFault);
   }
 }

@@ -1,4 +1,6 @@
 #include <cstdio>
+#include <string>
+#include <vector>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
@@ -6,6 +8,7 @@
 
 #include "zovkpopup/Commands.h"
 #include "zovkpopup/DocumentCheck.h"
+#include "zovkpopup/DocumentFix.h"
 #include "zovkpopup/JsonText.h"
 #include "zovkpopup/OpenDocument.h"
 #include "zovkpopup/ToolError.h"
@@ -46,7 +49,8 @@ void printForPeople(const std::string& file, const Problems& problems) {
                 .c_str());
 }
 
-void printForScripts(const std::string& file, const Problems& problems, bool good) {
+void printForScripts(const std::string& file, const Problems& problems, bool good,
+                     const std::vector<std::string>& fixed) {
   boost::json::array list;
   for (const Problem& problem : problems.list()) list.push_back(jsonOf(problem));
   const boost::json::object result{{"document", file},
@@ -54,6 +58,7 @@ void printForScripts(const std::string& file, const Problems& problems, bool goo
                                    {"errors", problems.count(Severity::kError)},
                                    {"warnings", problems.count(Severity::kWarning)},
                                    {"hints", problems.count(Severity::kHint)},
+                                   {"fixed", boost::json::array(fixed.begin(), fixed.end())},
                                    {"problems", std::move(list)}};
   std::fputs(prettyJson(result).c_str(), stdout);
 }
@@ -62,12 +67,15 @@ void printForScripts(const std::string& file, const Problems& problems, bool goo
 
 int runCheck(const CheckOptions& options) {
   const std::string& file = options.document.file;
+  std::vector<std::string> fixed;
+  if (options.fix) fixed = fixDocument(options.document);
   const Problems problems = problemsIn(openDocument(options.document));
   const bool good = problems.count(Severity::kError) == 0 &&
                     (!options.strict || problems.count(Severity::kWarning) == 0);
   if (options.document.json) {
-    printForScripts(file, problems, good);
+    printForScripts(file, problems, good, fixed);
   } else {
+    for (const std::string& line : fixed) std::puts((file + ": fixed: " + line).c_str());
     printForPeople(file, problems);
   }
   return good ? kSuccess : kProblems;

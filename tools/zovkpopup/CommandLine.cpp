@@ -22,6 +22,7 @@ struct CommandLine {
   PublishOptions publish;
   NewOptions starter;
   PreviewOptions preview;
+  std::string shell;
   std::function<int()> run;
 };
 
@@ -41,9 +42,10 @@ void addDocument(CLI::App* command, DocumentOptions& document) {
       ->add_option(
           "--as", document.as,
           "Which document it is: remote, or site for one that a service hands out, where a past "
-          "expire_time takes a popup back; local, or bundle for one in a game; default: "
+          "expire_time takes a popup back; service for the development service's; local, or bundle "
+          "for one in a game; default: "
           "local for ZOVKPopupLocal.config, else remote")
-      ->check(CLI::IsMember({"remote", "site", "local", "bundle"}));
+      ->check(CLI::IsMember({"remote", "service", "site", "local", "bundle"}));
   command->add_option(
       "--at", document.at,
       "The time to judge at: seconds since 1970, or YYYY-MM-DD[THH:MM[:SS]] in UTC; "
@@ -56,6 +58,7 @@ void addCheck(CommandLine& line) {
       "check", "Checks a configuration document against its pages; exit code 1 for errors");
   addDocument(command, line.check.document);
   command->add_flag("--strict", line.check.strict, "Warnings count as errors");
+  command->add_flag("--fix", line.check.fix, "Puts digests and names of page files right before");
   command->callback([&line] { line.run = [&line] { return runCheck(line.check); }; });
 }
 
@@ -137,10 +140,11 @@ void addPreview(CommandLine& line) {
 void addCompletion(CommandLine& line) {
   auto* const command =
       line.app.add_subcommand("completion", "Prints a script that completes command lines");
-  auto* const bash =
-      command->add_subcommand("bash", "For bash: eval \"$(zovkpopup completion bash)\"");
-  command->require_subcommand(1);
-  bash->callback([&line] { line.run = runBashCompletion; });
+  command
+      ->add_option("shell", line.shell, "For bash and zsh: eval \"$(zovkpopup completion bash)\"")
+      ->required()
+      ->check(CLI::IsMember({"bash", "zsh", "fish"}));
+  command->callback([&line] { line.run = [&line] { return runCompletion(line.shell); }; });
 }
 
 /// " Is … meant?" for a word that is nearly a command.
@@ -176,11 +180,15 @@ int runCommandLine(int argc, const char* const* argv) {
     const std::string wrong = meantCommand(line.app, argc, argv);
     if (!wrong.empty()) return reported(wrong.c_str(), kUsage);
     line.app.parse(argc, argv);
-    return line.run();
+    const int code = line.run();
+    return std::fflush(stdout) == 0 ? code
+                                    : reported("standard output: cannot be written", kInputOutput);
   } catch (const CLI::ParseError& error) {
     return line.app.exit(error) == 0 ? kSuccess : kUsage;
+  } catch (const ToolError& error) {
+    return reported(error.what(), error.code());
   } catch (const std::exception& error) {
-    return reported(error.what(), kUsage);
+    return reported(error.what(), kFault);
   }
 }
 

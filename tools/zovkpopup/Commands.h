@@ -12,6 +12,6 @@ int runExplain(const ExplainOptions& options);
 int runPublish(const PublishOptions& options);
 int runNew(const NewOptions& options);
 int runPreview(const PreviewOptions& options);
-int runBashCompletion();
+int runCompletion(const std::string& shell);
 
 }  // namespace zovk::tool

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 
 #include "zovkpopup/Commands.h"
@@ -6,8 +7,12 @@
 
 namespace zovk::tool {
 
-int runBashCompletion() {
-  std::fwrite(kBashCompletion.data(), 1, kBashCompletion.size(), stdout);
+int runCompletion(const std::string& shell) {
+  const auto* const script =
+      std::find_if(kCompletions.begin(), kCompletions.end(),
+                   [&shell](const Completion& completion) { return completion.shell == shell; });
+  if (script == kCompletions.end()) throw ToolError(shell + ": is no shell that is known");
+  std::fwrite(script->text.data(), 1, script->text.size(), stdout);
   return kSuccess;
 }
 

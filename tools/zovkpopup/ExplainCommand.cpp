@@ -65,7 +65,8 @@ int runExplain(const ExplainOptions& options) {
   const auto rejection = engine.load(opened.text, opened.configType, opened.pages);
   if (rejection) {
     throw ToolError(options.document.file + ": the engine rejects it: " + *rejection +
-                    " (zovkpopup check tells more)");
+                        " (zovkpopup check tells more)",
+                    kBadData);
   }
   ZOVKPopupExplanation explanation =
       engine.explain(options.scene, options.sceneType, options.channel);

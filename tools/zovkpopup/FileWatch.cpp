@@ -13,7 +13,7 @@ FileWatch::FileWatch(const std::filesystem::path& file)
     : name_(file.filename()), notifier_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
   const std::string folder = std::filesystem::absolute(file).parent_path().string();
   if (::inotify_add_watch(notifier_.get(), folder.c_str(), IN_CLOSE_WRITE | IN_MOVED_TO) < 0) {
-    throw ToolError(folder + ": cannot be watched");
+    throw ToolError(folder + ": cannot be watched", kUnavailable);
   }
 }
 

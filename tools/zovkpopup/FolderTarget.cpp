@@ -21,7 +21,7 @@ void FolderTarget::put(const Release& release, const std::string& key) const {
   try {
     copyInOneStep(release.folder / key, site_ / key);
   } catch (const fs::filesystem_error& error) {
-    throw ToolError(error.what());
+    throw ToolError(error.what(), kInputOutput);
   }
 }
 
@@ -35,13 +35,13 @@ void FolderTarget::activate(const Release& release) {
   const fs::path target = fs::path("releases") / release.id;
   std::error_code error;
   if (!fs::is_directory(site_ / target, error)) {
-    throw ToolError((site_ / target).string() + ": the release is no longer there");
+    throw ToolError((site_ / target).string() + ": the release is no longer there", kNoInput);
   }
   const fs::path next = site_ / "current.unfinished";
   fs::remove(next, error);
   fs::create_symlink(target, next, error);
   if (!error) fs::rename(next, site_ / "current", error);
-  if (error) throw ToolError((site_ / "current").string() + ": " + error.message());
+  if (error) throw ToolError((site_ / "current").string() + ": " + error.message(), kInputOutput);
 }
 
 }  // namespace zovk::tool

@@ -17,7 +17,7 @@ class Deflater {
   Deflater() {
     if (deflateInit2(&stream_, Z_BEST_COMPRESSION, Z_DEFLATED, kGzipWindow, kMemory,
                      Z_DEFAULT_STRATEGY) != Z_OK) {
-      throw ToolError("cannot compress: no memory");
+      throw ToolError("cannot compress: no memory", kFault);
     }
   }
   ~Deflater() { deflateEnd(&stream_); }
@@ -30,7 +30,7 @@ class Deflater {
     stream_.avail_in = static_cast<uInt>(bytes.size());
     stream_.next_out = reinterpret_cast<Bytef*>(packed.data());
     stream_.avail_out = static_cast<uInt>(packed.size());
-    if (deflate(&stream_, Z_FINISH) != Z_STREAM_END) throw ToolError("cannot compress");
+    if (deflate(&stream_, Z_FINISH) != Z_STREAM_END) throw ToolError("cannot compress", kFault);
     packed.resize(stream_.total_out);
     return packed;
   }

@@ -21,7 +21,8 @@ HelperOutput::HelperOutput() {
   std::fflush(stderr);
   own_.reset(::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
   std::array<int, 2> ends{};
-  if (!own_ || ::pipe2(ends.data(), O_CLOEXEC) != 0) throw ToolError("there are no files left");
+  if (!own_ || ::pipe2(ends.data(), O_CLOEXEC) != 0)
+    throw ToolError("there are no files left", kUnavailable);
   pipe_.reset(ends[0]);
   const UniqueFd in(ends[1]);
   ::fcntl(pipe_.get(), F_SETFL, O_NONBLOCK);

@@ -55,7 +55,7 @@ boost::json::object documentFor(const std::string& name, const std::string& page
 void refuseToReplace(const fs::path& path) {
   std::error_code ignored;
   if (fs::exists(fs::symlink_status(path, ignored))) {
-    throw ToolError(path.string() + ": is there already; --force replaces it");
+    throw ToolError(path.string() + ": is there already; --force replaces it", kCannotCreate);
   }
 }
 
@@ -65,7 +65,7 @@ int runNew(const NewOptions& options) {
   refuseBadName(options.name);
   std::error_code ignored;
   if (!fs::is_directory(options.folder, ignored)) {
-    throw ToolError("--folder " + options.folder + ": is no folder");
+    throw ToolError("--folder " + options.folder + ": is no folder", kCannotCreate);
   }
   const fs::path page = fs::path(options.folder) / (options.name + ".html");
   const fs::path document = fs::path(options.folder) / (options.name + ".json");

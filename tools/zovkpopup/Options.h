@@ -14,14 +14,16 @@ struct SigOptions {
 struct DocumentOptions {
   std::string file;
   std::string pages;  ///< Empty: beside the document.
-  std::string as;     ///< "remote", "site", "local", "bundle", or empty to go by the file's name.
-  std::string at;     ///< Empty: now.
+  std::string
+      as;  ///< "remote", "service", "site", "local", "bundle", or empty: by the file's name.
+  std::string at;  ///< Empty: now.
   bool json = false;
 };
 
 struct CheckOptions {
   DocumentOptions document;
   bool strict = false;  ///< Warnings count as errors.
+  bool fix = false;     ///< Puts digests and file names right before.
 };
 
 struct PublishOptions {

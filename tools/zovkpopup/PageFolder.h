@@ -19,6 +19,7 @@ class PageFolder {
   std::optional<std::filesystem::path> find(const ZOVKPopupModel& popup) const;
   /// Where `find` looks, best place first.
   std::vector<std::filesystem::path> places(const ZOVKPopupModel& popup) const;
+  const std::filesystem::path& folder() const { return folder_; }
 
  private:
   std::filesystem::path folder_;

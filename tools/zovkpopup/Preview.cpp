@@ -61,11 +61,12 @@ void Preview::setUp(const PreviewBundle& bundle, const std::optional<Size>& size
   settings.logSink = [this](std::string_view line) { hear(line); };
   settings.pageConsole = true;
   platform_ = makeDefaultPlatform(settings);
-  if (platform_ == nullptr) throw ToolError("the library cannot be set up");
+  if (platform_ == nullptr) throw ToolError("the library cannot be set up", kUnavailable);
   previewed_ = previewPlatform(platform_, {size, [this](const auto& handler, const auto& body) {
                                              hearPost(handler, body);
                                            }});
-  if (!ZOVKPopupHost::setUp(previewed_)) throw ToolError("the library cannot be set up");
+  if (!ZOVKPopupHost::setUp(previewed_))
+    throw ToolError("the library cannot be set up", kUnavailable);
 }
 
 // The real screen is known once the helper is there, or else it is over.
@@ -92,7 +93,7 @@ void Preview::refuseBadStatus(const std::string& address) {
   task->resume();
   turnFor(kLoadingTakesAtMost, [&status] { return status->has_value(); });
   if (status->value_or(0) >= kRefused) {
-    throw ToolError(fmt::format("{}: the server answered {}", address, **status));
+    throw ToolError(fmt::format("{}: the server answered {}", address, **status), kUnavailable);
   }
 }
 
@@ -103,15 +104,16 @@ void Preview::failIfNothingIsShown() const {
   if (why.ends_with(kNoDisplay)) {
     throw ToolError(
         "nothing can be shown: there is no display; run it in a desktop session, or by "
-        "xvfb-run where there is none");
+        "xvfb-run where there is none",
+        kUnavailable);
   }
-  throw ToolError("nothing can be shown: " + why);
+  throw ToolError("nothing can be shown: " + why, kUnavailable);
 }
 
 std::optional<PreviewAnswer> Preview::awaitAnswer() {
   while (!isOver()) {
     turn();
-    if (page_ == Page::kFailed) throw ToolError(failure());
+    if (page_ == Page::kFailed) throw ToolError(failure(), kUnavailable);
   }
   failIfNothingIsShown();
   return answer_;
@@ -120,15 +122,16 @@ std::optional<PreviewAnswer> Preview::awaitAnswer() {
 bool Preview::takePicture(const std::string& file) {
   turnFor(kLoadingTakesAtMost, [this] { return page_ != Page::kLoading; });
   failIfNothingIsShown();
-  if (!isOver() && page_ != Page::kLoaded) throw ToolError(failure() + "; no picture was taken");
+  if (!isOver() && page_ != Page::kLoaded)
+    throw ToolError(failure() + "; no picture was taken", kUnavailable);
   turnFor(kAnimationsTake, [this] { return page_ == Page::kFailed; });
-  if (page_ == Page::kFailed) throw ToolError(failure() + "; no picture was taken");
+  if (page_ == Page::kFailed) throw ToolError(failure() + "; no picture was taken", kUnavailable);
   if (isOver()) return false;
   auto& screen = dynamic_cast<HelperInspector&>(platform_->interfaces().userInterface);
   std::optional<bool> written;
   screen.snapshot(nullptr, file, [&written](bool done) { written = done; });
   while (!stopped_ && !written) turn();
-  if (written == false) throw ToolError(file + ": the picture cannot be written");
+  if (written == false) throw ToolError(file + ": the picture cannot be written", kCannotCreate);
   return written.has_value();
 }
 

@@ -25,7 +25,8 @@ fs::path libraryFolder() {
 fs::path installedBundle() {
   const fs::path path = libraryFolder() / "ZOVKPopupResource.bundle";
   std::error_code error;
-  if (!fs::is_directory(path, error)) throw ToolError(path.string() + " is not installed");
+  if (!fs::is_directory(path, error))
+    throw ToolError(path.string() + " is not installed", kUnavailable);
   return path;
 }
 
@@ -53,14 +54,16 @@ bool isBinary(const std::string& page) {
 std::string readPage(const std::string& file) {
   const std::string page = readFile(file);
   if (page.find_first_not_of(" \t\r\n") == std::string::npos) {
-    throw ToolError(file + ": is empty, and no page");
+    throw ToolError(file + ": is empty, and no page", kBadData);
   }
-  if (isBinary(page)) throw ToolError(file + ": is no page, but holds bytes that are no text");
+  if (isBinary(page))
+    throw ToolError(file + ": is no page, but holds bytes that are no text", kBadData);
   const JsonText json = parseJson(page);
   if (json.error.empty() && (json.value.is_object() || json.value.is_array())) {
     throw ToolError(file +
-                    ": is JSON, no page; \"zovkpopup check\" is for documents, and a page "
-                    "file is named for a preview");
+                        ": is JSON, no page; \"zovkpopup check\" is for documents, and a page "
+                        "file is named for a preview",
+                    kBadData);
   }
   return page;
 }
@@ -80,7 +83,8 @@ std::string documentWith(const ZOVKPopupModel& popup) {
 
 OwnFolder::OwnFolder() {
   std::string pattern = (fs::temp_directory_path() / "zovkpopup-preview-XXXXXX").string();
-  if (::mkdtemp(pattern.data()) == nullptr) throw ToolError(pattern + ": cannot be made");
+  if (::mkdtemp(pattern.data()) == nullptr)
+    throw ToolError(pattern + ": cannot be made", kCannotCreate);
   path_ = pattern;
 }
 

@@ -93,7 +93,8 @@ std::string takePicture(const PreviewOptions& options, const StopSignals& signal
   const std::string file = (folder.path() / "picture.png").string();
   const PreviewBundle bundle(options);
   Preview preview(bundle, sizeOf(options.size), signals);
-  if (!preview.takePicture(file)) throw ToolError("ended before all pictures were taken");
+  if (!preview.takePicture(file))
+    throw ToolError("ended before all pictures were taken", kUnavailable);
   return readFile(file);
 }
 

@@ -31,7 +31,8 @@ std::string targetName(const std::string& text) {
 
 int rollBack(PublishTarget& target, PublishRecord& record, const std::string& where) {
   const auto release = record.before();
-  if (!release) throw ToolError("nothing was published to " + where + " before what is live");
+  if (!release)
+    throw ToolError("nothing was published to " + where + " before what is live", kNoInput);
   target.activate(*release);
   record.setLive(*release);
   std::puts(fmt::format("{}: back to {}", where, release->id).c_str());
@@ -41,7 +42,8 @@ int rollBack(PublishTarget& target, PublishRecord& record, const std::string& wh
 int publish(const PublishOptions& options, PublishTarget& target, PublishRecord& record) {
   const OpenDocument opened = openDocument(options.document);
   if (opened.configType != kConfigRemote) {
-    throw ToolError(options.document.file + ": is a document of a bundle, which games ship");
+    throw ToolError(options.document.file + ": is a document of a bundle, which games ship",
+                    kBadData);
   }
   fs::create_directories(record.folder());
   const Release release = makeRelease(opened, options, record.nextTime(std::time(nullptr)),
@@ -62,10 +64,10 @@ int runPublish(const PublishOptions& options) {
     const auto target = publishTarget(options.to);
     PublishRecord record(recordFolder(options), targetName(options.to));
     if (options.rollback) return rollBack(*target, record, options.to);
-    const int code = runCheck({options.document, options.strict});
+    const int code = runCheck({.document = options.document, .strict = options.strict});
     return code == kSuccess ? publish(options, *target, record) : code;
   } catch (const fs::filesystem_error& error) {
-    throw ToolError(error.what());
+    throw ToolError(error.what(), kInputOutput);
   }
 }
 

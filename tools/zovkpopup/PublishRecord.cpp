@@ -37,7 +37,7 @@ boost::json::object readRecord(const fs::path& path) {
   if (!fs::exists(path, ignored)) return {{"targets", boost::json::object()}};
   const JsonText json = parseJson(readFile(path));
   if (!isUnderstood(json.value)) {
-    throw ToolError(path.string() + ": is no record of publications");
+    throw ToolError(path.string() + ": is no record of publications", kBadData);
   }
   return json.value.as_object();
 }
@@ -105,7 +105,7 @@ void PublishRecord::save() const {
   writeFile(unfinished, prettyJson(record_));
   std::error_code error;
   fs::rename(unfinished, folder_ / kFile, error);
-  if (error) throw ToolError((folder_ / kFile).string() + ": " + error.message());
+  if (error) throw ToolError((folder_ / kFile).string() + ": " + error.message(), kInputOutput);
 }
 
 }  // namespace zovk::tool

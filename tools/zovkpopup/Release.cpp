@@ -47,7 +47,7 @@ class Writer {
     writeFile(path, bytes);
     const timespec times[2] = {{changed, 0}, {changed, 0}};
     if (::utimensat(AT_FDCWD, path.c_str(), times, 0) != 0) {
-      throw ToolError(path.string() + ": its time cannot be set");
+      throw ToolError(path.string() + ": its time cannot be set", kInputOutput);
     }
   }
 
@@ -71,7 +71,7 @@ class PageAddresses {
   void apply(boost::json::object& entry, const ZOVKPopupModel& popup) {
     if (!popup.isPageFile()) return;
     const auto file = opened_.pages.find(popup);
-    if (!file) throw ToolError(missingPageText(opened_.pages, popup));
+    if (!file) throw ToolError(missingPageText(opened_.pages, popup), kNoInput);
     const std::string bytes = readFile(*file);
     const std::string name = file->filename().string();
     const std::string folder = "pages/" + md5Hex(bytes) + "/";
@@ -93,7 +93,7 @@ class PageAddresses {
 std::string leadToPages(const OpenDocument& opened, PageAddresses& addresses) {
   DocumentEngine engine(opened.now);
   if (const auto rejection = engine.load(opened.text, opened.configType, opened.pages)) {
-    throw ToolError("the document is rejected by the engine: " + *rejection);
+    throw ToolError("the document is rejected by the engine: " + *rejection, kBadData);
   }
   boost::json::value document = parseJson(opened.text).value;
   std::size_t record = 0;
@@ -108,7 +108,8 @@ std::string leadToPages(const OpenDocument& opened, PageAddresses& addresses) {
 void addLasting(const std::string& folder, const std::string& key, std::time_t time,
                 const Writer& writer) {
   if (folder.empty()) return;
-  if (!fs::is_directory(folder)) throw ToolError("--lasting " + folder + ": is no folder");
+  if (!fs::is_directory(folder))
+    throw ToolError("--lasting " + folder + ": is no folder", kNoInput);
   for (const auto& file : fs::recursive_directory_iterator(folder)) {
     if (!file.is_regular_file()) continue;
     const fs::path name = fs::relative(file.path(), folder);
@@ -151,9 +152,9 @@ Release makeRelease(const OpenDocument& opened, const PublishOptions& options, s
   try {
     return written(opened, options, time, folder);
   } catch (const fs::filesystem_error& error) {
-    throw ToolError(error.what());
+    throw ToolError(error.what(), kInputOutput);
   } catch (const boost::system::system_error& error) {
-    throw ToolError(std::string("a page's address cannot be read: ") + error.what());
+    throw ToolError(std::string("a page's address cannot be read: ") + error.what(), kBadData);
   }
 }
 

@@ -28,7 +28,7 @@ void runShell(const std::string& command) {
   const int status = std::system(command.c_str());
   if (status == 0) return;
   const int code = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-  throw ToolError(fmt::format("this command failed with {}: {}", code, command));
+  throw ToolError(fmt::format("this command failed with {}: {}", code, command), kUnavailable);
 }
 
 }  // namespace zovk::tool

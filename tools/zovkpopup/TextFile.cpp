@@ -10,19 +10,19 @@
 namespace zovk::tool {
 namespace {
 
-[[noreturn]] void fail(const std::filesystem::path& path, const char* doing, const char* why) {
-  throw ToolError(path.string() + ": cannot be " + doing + ": " + why);
+[[noreturn]] void failReading(const std::filesystem::path& path, const char* why, ExitCode code) {
+  throw ToolError(path.string() + ": cannot be read: " + why, code);
 }
 
 }  // namespace
 
 std::string readFile(const std::filesystem::path& path) {
   std::error_code ignored;
-  if (std::filesystem::is_directory(path, ignored)) fail(path, "read", "it is a folder");
+  if (std::filesystem::is_directory(path, ignored)) failReading(path, "it is a folder", kNoInput);
   std::ifstream file(path, std::ios::binary);
-  if (!file) fail(path, "read", std::strerror(errno));
+  if (!file) failReading(path, std::strerror(errno), kNoInput);
   std::string bytes(std::istreambuf_iterator<char>(file), {});
-  if (file.bad()) fail(path, "read", std::strerror(errno));
+  if (file.bad()) failReading(path, std::strerror(errno), kInputOutput);
   return bytes;
 }
 
@@ -30,7 +30,9 @@ void writeFile(const std::filesystem::path& path, std::string_view bytes) {
   std::ofstream file(path, std::ios::binary);
   file << bytes;
   file.close();
-  if (!file) fail(path, "written", std::strerror(errno));
+  if (!file) {
+    throw ToolError(path.string() + ": cannot be written: " + std::strerror(errno), kCannotCreate);
+  }
 }
 
 bool isAddress(std::string_view target) {

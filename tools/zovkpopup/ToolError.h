@@ -1,18 +1,23 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
+
+#include "zovkpopup/ExitCode.h"
 
 namespace zovk::tool {
 
-/// Something that the user can put right: what is wrong, where, and what to do.
+/// Something that the user can put right: what is wrong, where, and what to do. By default it is
+/// the command line.
 class ToolError : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
-};
+  explicit ToolError(const std::string& text, ExitCode code = kUsage)
+      : std::runtime_error(text), code_(code) {}
 
-// What the program exits with.
-inline constexpr int kSuccess = 0;
-inline constexpr int kProblems = 1;
-inline constexpr int kUsage = 2;
+  ExitCode code() const { return code_; }
+
+ private:
+  ExitCode code_;
+};
 
 }  // namespace zovk::tool

@@ -59,7 +59,7 @@ TEST_F(ServiceFaultControl, CannotBeLockedOut) {
 }
 
 TEST_F(ServiceFaultControl, ABadFaultAtStartIsToldAndEndsTheService) {
-  EXPECT_EQ(startInVain({"--fault", "/a=explode"}), 1);
+  EXPECT_EQ(startInVain({"--fault", "/a=explode"}), 64);
   EXPECT_NE(errors().find("unknown fault \"explode\""), std::string::npos) << errors();
 }
 

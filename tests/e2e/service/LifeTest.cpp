@@ -52,7 +52,7 @@ TEST_F(ServiceLife, EndsWhileConnectionsAreIdleAndAnswersSlow) {
 
 TEST_F(ServiceLife, SaysLoudlyWhenOthersMayReachIt) {
   // An address for documentation, which no machine has: the service says it before it fails.
-  EXPECT_EQ(startInVain({"--listen", "192.0.2.1"}), 1);
+  EXPECT_EQ(startInVain({"--listen", "192.0.2.1"}), 69);
   EXPECT_NE(errors().find("WARNING: listening on 192.0.2.1, which OTHER MACHINES MAY REACH"),
             std::string::npos);
   EXPECT_NE(errors().find("cannot listen on 192.0.2.1"), std::string::npos);
@@ -68,15 +68,17 @@ TEST_F(ServiceLife, AnotherLoopbackAddressIsNothingToWarnOf) {
 TEST_F(ServiceLife, DoesNotShareItsPort) {
   start();
   const std::string taken = std::to_string(port());
-  EXPECT_EQ(startInVain({"--port", taken}), 1);
+  EXPECT_EQ(startInVain({"--port", taken}), 69);
   EXPECT_NE(errors().find("cannot listen on 127.0.0.1 port " + taken), std::string::npos);
 }
 
 TEST_F(ServiceLife, RefusesACommandLineThatMakesNoSense) {
-  EXPECT_NE(startInVain({"--certificate-out", "x"}), 0);
-  EXPECT_NE(startInVain({"--port", "70000"}), 0);
-  EXPECT_EQ(startInVain({"--game", "nokey"}), 1);
-  EXPECT_EQ(startInVain({"--reports", folder().path("no/such/folder.db")}), 1);
+  EXPECT_EQ(startInVain({"--certificate-out", "x"}), 64);
+  EXPECT_EQ(startInVain({"--port", "70000"}), 64);
+  EXPECT_EQ(startInVain({"--game", "nokey"}), 64);
+  EXPECT_EQ(startInVain({"--reports", folder().path("no/such/folder.db")}), 74);
+  folder().write("games.json", "[]");
+  EXPECT_EQ(startInVain({}), 65);
   EXPECT_EQ(startInVain({"--help"}), 0);
 }
 

@@ -17,7 +17,7 @@ _zovkpopup() {
     return
   fi
   case ${COMP_WORDS[COMP_CWORD - 1]} in
-    --as) _zovkpopup_words "remote site local bundle"; return ;;
+    --as) _zovkpopup_words "remote service site local bundle"; return ;;
     --kind) _zovkpopup_words "ordinary game policy permission"; return ;;
     --template) _zovkpopup_words "announcement event reward survey policy"; return ;;
     --theme) _zovkpopup_words "light dark high-contrast"; return ;;
@@ -30,7 +30,7 @@ _zovkpopup() {
     -*)
       case $command in
         sig) _zovkpopup_words "--json --help" ;;
-        check) _zovkpopup_words "$document --strict" ;;
+        check) _zovkpopup_words "$document --strict --fix" ;;
         explain) _zovkpopup_words "$document --scene --scene-type --channel" ;;
         publish) _zovkpopup_words "--to --pages --base --lasting --record --strict --rollback --help" ;;
         new) _zovkpopup_words "--folder --template --force --help" ;;
@@ -40,7 +40,7 @@ _zovkpopup() {
       return ;;
   esac
   case $command in
-    completion) _zovkpopup_words "bash" ;;
+    completion) _zovkpopup_words "bash zsh fish" ;;
     sig | check | explain | publish | preview) _zovkpopup_files -f ;;
   esac
 }
