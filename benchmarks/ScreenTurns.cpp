@@ -175,7 +175,7 @@ int main() {
 
   GameLoop game;
   Journal journal;
-  PlatformSettings settings;
+  ZOVKPopupHostSettings settings;
   settings.applicationId = "zovkpopup-benchmark";
   settings.resourceDirectory = bundle.resourceDirectory();
   settings.dataDirectory = home.path().string();

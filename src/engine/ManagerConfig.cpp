@@ -12,7 +12,6 @@
 namespace zovk {
 namespace {
 
-constexpr const char* kRemoteFile = "ZOVKPopupRemote.config";
 constexpr const char* kLocalFile = "ZOVKPopupLocal.config";
 
 // For lines about more than the reader keeps.
@@ -89,8 +88,7 @@ bool ZOVKPopupManager::takeRemoteHead(const ConfigDocument& document, std::strin
   debug("code:%d, message:%@", code, [&] { return messageText(document, text); });
   if (code != 0) return false;
   const double serverTime = document.serverTime ? doubleValue(*document.serverTime) : 0;
-  const LockGuard lock(mutex_);
-  state_.serverTime = serverTime;
+  times_.with([&](ServiceTimes& times) { times.serverTime = serverTime; });
   return true;
 }
 
@@ -107,7 +105,7 @@ void ZOVKPopupManager::loadRemoteConfig() {
   debug("Load remote config");
   auto* const files = ZOVKPopupFileManager::sharedInstance();
   std::string data;
-  if (files == nullptr || !files->readInternalFile(kRemoteFile, nullptr, &data)) {
+  if (files == nullptr || !files->readInternalFile(kRemoteDocumentFile, nullptr, &data)) {
     return logError("Load remote config error, file may not exist");
   }
   PopupList popups;
@@ -131,22 +129,22 @@ void ZOVKPopupManager::loadLocalConfig() {
 void ZOVKPopupManager::mergeConfig() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::mergeConfig");
   debug("Start merge config");
-  PopupList merged =
-      mergePopups(list(&State::remotePopupArr), list(&State::localPopupArr),
-                  [&](const ZOVKPopupModel& remote, const ZOVKPopupModel& local) {
-                    debug("Same scene:%@, use the one who's publishTime latest", remote.scene);
-                    debug("Remote config publishTime:%d, Local config publishTime:%d",
-                          remote.publish_time, local.publish_time);
-                  });
+  const PopupLists lists = lists_.get();
+  PopupList merged = mergePopups(
+      lists.remote, lists.local, [&](const ZOVKPopupModel& remote, const ZOVKPopupModel& local) {
+        debug("Same scene:%@, use the one who's publishTime latest", remote.scene);
+        debug("Remote config publishTime:%d, Local config publishTime:%d", remote.publish_time,
+              local.publish_time);
+      });
   // Nothing merged leaves the earlier list: a failed reload never takes the popups away.
   if (!merged.empty()) setMergePopupArr(std::move(merged));
-  debug("Merge config done, Popup count:%d", list(&State::mergePopupArr)->size());
+  debug("Merge config done, Popup count:%d", mergedPopups()->size());
 }
 
 void ZOVKPopupManager::deleteExpiredPopup() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::deleteExpiredPopup");
   debug("Delete expired Popup");
-  const PopupListPointer remote = list(&State::remotePopupArr);
+  const PopupListPointer remote = lists_.get().remote;
   deleteExpirePopupFile(*remote);
   deleteExpirePopupOnceRecord(*remote);
 }
@@ -166,8 +164,8 @@ void ZOVKPopupManager::deleteExpirePopupOnceRecord(const PopupList& popups) {
   std::string record;
   if (files == nullptr || !files->readInternalFile(kOnceRecordFile, nullptr, &record)) return;
   if (!isUtf8(record)) return;
-  files->saveInternalFile(kOnceRecordFile,
-                          prunedOnceRecord(record, popups, *list(&State::localPopupArr)), false);
+  files->saveInternalFile(kOnceRecordFile, prunedOnceRecord(record, popups, *lists_.get().local),
+                          false);
 }
 
 double ZOVKPopupManager::getCurrentTime() const {

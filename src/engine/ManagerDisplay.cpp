@@ -19,7 +19,7 @@ void ZOVKPopupManager::showPopup(const std::string& scene, std::uint64_t sceneTy
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::showPopup");
   const CallbackPointer callback = shared(complete);
   debug("Show Popup, scene:%@, sceneType:%d, complete:%p", scene, sceneType, callback.get());
-  const PopupListPointer source = list(&State::mergePopupArr);
+  const PopupListPointer source = mergedPopups();
   const PopupList valid = scene.empty() ? getValidPopupForSceneType(sceneType, *source)
                                         : getValidPopupForScene(scene, *source);
   if (valid.empty()) {
@@ -52,9 +52,7 @@ void ZOVKPopupManager::showAfterCondition(const PopupList& popups,
 // A conditional popup's entry holds the engine, which would hold itself for good.
 void ZOVKPopupManager::stopWork() {
   stopping_ = true;
-  std::deque<QueueEntry> dropped;
-  const LockGuard lock(mutex_);
-  dropped.swap(state_.popupCache);
+  queue_.drop();
 }
 
 void ZOVKPopupManager::cachePopup(const PopupList& popups, const CallbackPointer& complete) {
@@ -62,27 +60,14 @@ void ZOVKPopupManager::cachePopup(const PopupList& popups, const CallbackPointer
   debug("Cache Popup, Popup count:%d, complete:%p", popups.size(), complete.get());
   if (popups.empty()) logError("popupArr is NULL or empty");
   if (complete == nullptr) debug("complete is NULL");
-  {
-    const LockGuard lock(mutex_);
-    state_.popupCache.push_back({popups, complete});
-  }
+  queue_.push({popups, complete});
   debug("Cache callback done");
 }
 
 std::optional<QueueEntry> ZOVKPopupManager::getPopupFromCache() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::getPopupFromCache");
   debug("Get Popup from cache");
-  const LockGuard lock(mutex_);
-  if (state_.popupCache.empty()) return std::nullopt;
-  return state_.popupCache.front();
-}
-
-// False when the screen is taken, or when the entry has ended on another thread since it was looked
-// at: that thread goes on with the queue, and the entry must not be shown a second time.
-bool ZOVKPopupManager::takeScreenFor(const QueueEntry& entry) {
-  const LockGuard lock(mutex_);
-  if (state_.popupCache.empty() || state_.popupCache.front() != entry) return false;
-  return !std::exchange(state_.isPopuping, true);
+  return queue_.front();
 }
 
 void ZOVKPopupManager::showPopup() {
@@ -93,7 +78,7 @@ void ZOVKPopupManager::showPopup() {
     debug("No Popup to show");
     return endShowing();
   }
-  if (!takeScreenFor(*entry)) return debug("Be Popuping now, waiting for last Popup finish");
+  if (!queue_.takeScreenFor(*entry)) return debug("Be Popuping now, waiting for last Popup finish");
   platform_->mainQueue.async([self = shared_from_this(), entry = *entry] { self->present(entry); });
 }
 
@@ -101,7 +86,7 @@ void ZOVKPopupManager::endShowing() {
   const auto end = [self = shared_from_this()] {
     self->stopCheckKeyWindow();
     self->releasePopupWindow();
-    self->uncoverGame();
+    self->cover_.uncover();
   };
   // Timer and window belong to the main thread, wherever the queue was found empty.
   if (platform_->mainQueue.isMainThread()) return end();
@@ -113,7 +98,7 @@ void ZOVKPopupManager::endShowing() {
 void ZOVKPopupManager::present(const QueueEntry& entry) {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::showPopup");
   if (!coverGame()) return leaveQueued();
-  if (window_ == nullptr) initPopupWindow();
+  if (window() == nullptr) initPopupWindow();
   debug("Start show Popup");
   const auto self = weak_from_this();
   auto controller = std::make_shared<ZOVKPopupViewController>(
@@ -122,7 +107,7 @@ void ZOVKPopupManager::present(const QueueEntry& entry) {
         return manager != nullptr && manager->parseConditionPopupResp(data, extraJson);
       });
   controller->setLoginState(gameID(), gameKey(), loginState_);
-  controller->showPopup(entry.popups, window_.get(),
+  controller->showPopup(entry.popups, window().get(),
                         [self, entry](std::int32_t code, const std::string& msg) {
                           if (const auto manager = self.lock()) {
                             manager->finishEntry(entry, code, msg);
@@ -136,11 +121,7 @@ void ZOVKPopupManager::finishEntry(const QueueEntry& entry, std::int32_t action,
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::showPopup");
   debug("Show Popup done");
   doCallback(entry.complete, action, msg);
-  {
-    const LockGuard lock(mutex_);
-    std::erase(state_.popupCache, entry);
-    state_.isPopuping = false;
-  }
+  queue_.finish(entry);
   showPopup();
 }
 

@@ -42,7 +42,7 @@ std::string wholeSentence(const SelectionRequest& request, std::size_t total, st
 ZOVKPopupExplanation ZOVKPopupManager::explain(const std::string& scene, std::uint64_t sceneType) {
   const LogPause quiet;
   const SelectionRequest request{scene, sceneType};
-  const PopupListPointer source = list(&State::mergePopupArr);
+  const PopupListPointer source = mergedPopups();
   auto* const files = ZOVKPopupFileManager::sharedInstance();
   if (files == nullptr) return {"ZOVKPopup is not set up, or was shut down.", {}};
   SelectionContext context{getCurrentTime(), loginState(), *files, files->newGlance()};

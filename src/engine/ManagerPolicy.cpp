@@ -15,14 +15,11 @@ bool ZOVKPopupManager::needToShowPolicy() {
   auto* const files = ZOVKPopupFileManager::sharedInstance();
   const std::string saved = files != nullptr ? files->valueForKey(kPolicyTimeKey) : "";
   debug("savedPublishTime:%@", saved);
-  const PopupList policy = getValidPopupForScene(kPolicyScene, *list(&State::mergePopupArr));
+  const PopupList policy = getValidPopupForScene(kPolicyScene, *mergedPopups());
   if (!policy.empty()) {
     const std::int32_t latest = policy.front()->publish_time;
     debug("lastestPublishTime:%d", latest);
-    {
-      const LockGuard lock(mutex_);
-      state_.policyPublishTime = std::to_string(latest);
-    }
+    policyPublishTime_.set(std::to_string(latest));
     if (intValueOfText(saved) < latest) {
       debug("Have new Policy version");
       return true;

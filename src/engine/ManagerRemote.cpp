@@ -8,11 +8,8 @@ namespace zovk {
 void ZOVKPopupManager::requestRemoteConfig() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::requestRemoteConfig");
   debug("Request remote config");
-  {
-    const double now = platform_->clock.systemUptime();
-    const LockGuard lock(mutex_);
-    state_.startTime = now;
-  }
+  const double now = platform_->clock.systemUptime();
+  times_.with([&](ServiceTimes& times) { times.startTime = now; });
   ZOVKPopupUrlParams params = serviceRequest(gameID(), gameKey());
   params.urlStr = popUrl();
   params.actionPath = "/popup/get_info";
@@ -26,10 +23,7 @@ void ZOVKPopupManager::requestRemoteConfig() {
         if (manager == nullptr) return;
         answered("Request remote config success");
         const double time = manager->platform_->clock.systemUptime() - manager->startTime();
-        {
-          const LockGuard lock(manager->mutex_);
-          manager->state_.requestTime = time;
-        }
+        manager->times_.with([&](ServiceTimes& times) { times.requestTime = time; });
         answered("Request time:%f", time);
         manager->handleRemoteConfigResponse(data);
       });
@@ -47,7 +41,7 @@ void ZOVKPopupManager::handleRemoteConfigResponse(const std::optional<std::strin
   debug("Parse config file success");
   debug("Save remote config file");
   if (auto* const files = ZOVKPopupFileManager::sharedInstance()) {
-    files->saveInternalFile("ZOVKPopupRemote.config", *data, false);
+    files->saveInternalFile(kRemoteDocumentFile, *data, false);
   }
   if (popups.empty()) return;  // an empty answer does not take the earlier popups away
   setRemotePopupArr(popups);

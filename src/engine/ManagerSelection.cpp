@@ -16,7 +16,7 @@ JudgementSink keepPassed(PopupList& passed) {
 bool ZOVKPopupManager::havePopup(std::uint64_t sceneType) {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::havePopup");
   debug("sceneType:%d", sceneType);
-  const bool found = !getValidPopupForSceneType(sceneType, *list(&State::mergePopupArr)).empty();
+  const bool found = !getValidPopupForSceneType(sceneType, *mergedPopups()).empty();
   if (found) platform_->userInterface.prepare();
   debug(found ? "Have Popup for sceneType:%d" : "No Popup for sceneType:%d", sceneType);
   return found;

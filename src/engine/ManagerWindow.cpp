@@ -1,49 +1,37 @@
 #include "engine/ZOVKPopupManager.h"
 
 namespace zovk {
-namespace {
-
-constexpr std::chrono::milliseconds kKeyWindowInterval{100};
-
-}  // namespace
 
 void ZOVKPopupManager::initPopupWindow() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::initPopupWindow");
   debug("Init Popup window");
-  window_ = platform_->userInterface.makeWindow(platform_->userInterface.mainScreenBounds());
-  window_->setBackgroundColor(Color::clear());
+  popupWindow_.open();
 }
 
 void ZOVKPopupManager::releasePopupWindow() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::releasePopupWindow");
   debug("Release Popup window");
-  if (window_ == nullptr) return;
-  const auto window = std::exchange(window_, nullptr);
-  window->setRootViewController(nullptr);
+  popupWindow_.close();
 }
 
 void ZOVKPopupManager::startCheckKeyWindow() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::startCheckKeyWindow");
   debug("Start check key window");
-  if (timer_ != nullptr) return;
-  // The timer keeps the engine alive until the check is stopped.
-  timer_ = platform_->timers.scheduleRepeating(
-      kKeyWindowInterval, [self = shared_from_this()] { self->makePopupToKeyWindow(); });
-  timer_->fire();
+  // The check keeps the engine alive until it is stopped.
+  popupWindow_.startChecking([self = shared_from_this()] { self->makePopupToKeyWindow(); });
 }
 
 void ZOVKPopupManager::makePopupToKeyWindow() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::makePopupToKeyWindow");
-  if (window_ != nullptr && window_->isKeyWindow()) return;
+  if (window() != nullptr && window()->isKeyWindow()) return;
   debug("Make Popup to key window");
-  if (window_ != nullptr) window_->makeKeyAndVisible();
+  if (window() != nullptr) window()->makeKeyAndVisible();
 }
 
 void ZOVKPopupManager::stopCheckKeyWindow() {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::stopCheckKeyWindow");
   debug("Stop check key window");
-  if (timer_ != nullptr) timer_->invalidate();
-  timer_ = nullptr;
+  popupWindow_.stopChecking();
 }
 
 }  // namespace zovk

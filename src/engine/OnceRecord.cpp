@@ -26,7 +26,7 @@ std::string cacheKeepList(const PopupList& remote) {
   for (const PopupPointer& popup : remote) {
     if (popup->isPageFile()) keepList.append(popup->getPopupFileName()).append(",");
   }
-  return keepList.append("ZOVKPopupRemote.config").append(",").append(kOnceRecordFile);
+  return keepList.append(kRemoteDocumentFile).append(",").append(kOnceRecordFile);
 }
 
 }  // namespace zovk

@@ -12,13 +12,17 @@
 
 #include <boost/json/object.hpp>
 
+#include "engine/DisplayQueue.h"
+#include "engine/EngineState.h"
+#include "engine/GameCover.h"
+#include "engine/PopupWindow.h"
 #include "logging/ZPLogger.h"
 #include "record/LoginStateRecord.h"
 #include "record/ZOVKPopupModel.h"
+#include "support/Guarded.h"
 #include "support/SharedInstance.h"
 #include "zovkpopup/Explain.h"
 #include "zovkpopup/Hooks.h"
-#include "zovkpopup/ThreadSafety.h"
 #include "zovkpopup/ZOVKPopup.h"
 #include "zovkpopup/platform/Platform.h"
 
@@ -26,23 +30,13 @@ namespace zovk {
 
 struct ConfigDocument;
 
-/// A host's callback as the queue holds it: null for none, one object for each request, so that
-/// two requests are told apart by it.
-using CallbackPointer = std::shared_ptr<const ZOVKPopupComplete>;
-
-/// What is waiting to be shown: popups in showing order, and who is told. Both may be none.
-struct QueueEntry {
-  PopupList popups;
-  CallbackPointer complete;
-  friend bool operator==(const QueueEntry&, const QueueEntry&) = default;
-};
-
 /// The popup engine: the lists of popups, the display queue, the popup window.
 ///
-/// Show requests and selections may come on any thread and work on snapshots of the lists; a lock
-/// guards the fields and is never held across a callback. Window, timer and page controller
-/// belong to the main thread. The object owns all it holds; whoever calls back later refers to it
-/// weakly. Nothing throws; a failure is one log line and a false, absent or -1 result.
+/// Show requests and selections may come on any thread and work on snapshots of the lists. What any
+/// thread may reach has a lock of its own, which is never held across a callback. Window, timer and
+/// page controller belong to the main thread. The object owns all it holds; whoever calls back
+/// later refers to it weakly. Nothing throws; a failure is one log line and a false, absent or -1
+/// result.
 class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
  public:
   /// The one object, made on first use; null when there is no platform.
@@ -56,7 +50,6 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   ZOVKPopupManager* copyWithZone() { return this; }
 
   explicit ZOVKPopupManager(std::shared_ptr<Platform> platform);
-  ~ZOVKPopupManager();
   ZOVKPopupManager(const ZOVKPopupManager&) = delete;
   ZOVKPopupManager& operator=(const ZOVKPopupManager&) = delete;
   void init();
@@ -107,7 +100,7 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   void stopCheckKeyWindow();
   void doCallback(const CallbackPointer& complete, std::int32_t action, const std::string& msg);
   /// Main thread only.
-  void setHooks(ZOVKPopupHooks hooks) { hooks_ = std::move(hooks); }
+  void setHooks(ZOVKPopupHooks hooks) { cover_.setHooks(std::move(hooks)); }
   /// While popups are held back, requests are queued and what is on screen stays; nothing else
   /// is put on screen.
   void setHeldBack(bool heldBack);
@@ -128,57 +121,39 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
                                boost::json::object* extraJson);
 
   // State, each field as a copy of the moment.
-  bool isPopupStart() const;
-  bool isPopuping() const;
-  bool isHeldBack() const;
-  const std::shared_ptr<Window>& window() const { return window_; }
-  const std::shared_ptr<Timer>& timer() const { return timer_; }
-  std::optional<std::string> policyPublishTime() const;
-  std::deque<QueueEntry> popupCache() const;
-  PopupList remotePopupArr() const;
-  PopupList localPopupArr() const;
-  PopupList mergePopupArr() const;
-  double startTime() const;
-  double serverTime() const;
-  double requestTime() const;
-  std::string popUrl() const;
-  std::string gameID() const;
-  std::string gameKey() const;
-  ZOVKPopupLoginStateModel loginState() const { return loginState_->snapshot(); }
-  void setRemotePopupArr(PopupList popups);
-  void setLocalPopupArr(PopupList popups);
-  void setMergePopupArr(PopupList popups);
+  bool isPopupStart() const { return game_.get().isStarted; }
+  bool isPopuping() const { return queue_.isScreenTaken(); }
+  bool isHeldBack() const { return queue_.isHeldBack(); }
+  const std::shared_ptr<Window>& window() const { return popupWindow_.window(); }
+  const std::shared_ptr<Timer>& timer() const { return popupWindow_.timer(); }
+  std::optional<std::string> policyPublishTime() const { return policyPublishTime_.get(); }
+  std::deque<QueueEntry> popupCache() const { return queue_.entries(); }
+  PopupList remotePopupArr() const { return *lists_.get().remote; }
+  PopupList localPopupArr() const { return *lists_.get().local; }
+  PopupList mergePopupArr() const { return *mergedPopups(); }
+  double startTime() const { return times_.get().startTime; }
+  double serverTime() const { return times_.get().serverTime; }
+  double requestTime() const { return times_.get().requestTime; }
+  std::string popUrl() const { return game_.get().popUrl; }
+  std::string gameID() const { return game_.get().gameID; }
+  std::string gameKey() const { return game_.get().gameKey; }
+  ZOVKPopupLoginStateModel loginState() const { return loginState_->get(); }
+  void setRemotePopupArr(PopupList popups) { setList(&PopupLists::remote, std::move(popups)); }
+  void setLocalPopupArr(PopupList popups) { setList(&PopupLists::local, std::move(popups)); }
+  void setMergePopupArr(PopupList popups) { setList(&PopupLists::merged, std::move(popups)); }
 
  private:
   friend class SharedInstance<ZOVKPopupManager>;
   using Shared = SharedInstance<ZOVKPopupManager>;
   static std::shared_ptr<ZOVKPopupManager> make();
 
-  struct State {
-    bool isPopupStart = false;
-    bool isPopuping = false;
-    bool isHeldBack = false;
-    std::optional<std::string> policyPublishTime;
-    std::deque<QueueEntry> popupCache;
-    PopupListPointer remotePopupArr = std::make_shared<const PopupList>();
-    PopupListPointer localPopupArr = std::make_shared<const PopupList>();
-    PopupListPointer mergePopupArr = std::make_shared<const PopupList>();
-    double startTime = 0;
-    double serverTime = 0;
-    double requestTime = 0;
-    std::string popUrl;
-    std::string gameID;
-    std::string gameKey;
-  };
-  PopupListPointer list(PopupListPointer State::*field) const;
-  void setList(PopupListPointer State::*field, PopupList popups);
+  PopupListPointer mergedPopups() const { return lists_.get().merged; }
+  void setList(PopupListPointer PopupLists::*list, PopupList popups);
   bool takeDocument(const ConfigDocument& document, std::string_view text, std::uint64_t configType,
                     PopupList* popUps);
   bool takeRemoteHead(const ConfigDocument& document, std::string_view text);
-  bool takeScreenFor(const QueueEntry& entry);
   void present(const QueueEntry& entry);
   bool coverGame();
-  void uncoverGame();
   void leaveQueued();
   void endShowing();
   void finishEntry(const QueueEntry& entry, std::int32_t action, const std::string& msg);
@@ -189,13 +164,14 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
 
   std::shared_ptr<Platform> platform_;
   std::atomic<bool> stopping_{false};
-  mutable Mutex mutex_;
-  State state_ ZOVK_GUARDED_BY(mutex_);
+  Guarded<PopupLists> lists_;
+  Guarded<StartedGame> game_;
+  Guarded<ServiceTimes> times_;
+  Guarded<std::optional<std::string>> policyPublishTime_;
   const std::shared_ptr<LoginStateRecord> loginState_ = std::make_shared<LoginStateRecord>();
-  std::shared_ptr<Window> window_;
-  std::shared_ptr<Timer> timer_;
-  ZOVKPopupHooks hooks_;
-  bool gameIsCovered_ = false;  // as the hooks were told
+  DisplayQueue queue_;
+  PopupWindow popupWindow_;
+  GameCover cover_;
 };
 
 /// The debug lines of one operation of the engine.

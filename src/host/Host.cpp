@@ -17,7 +17,6 @@ namespace {
 /// What is true of the host at one moment.
 struct HostState {
   std::shared_ptr<HostedPlatform> platform;
-  std::thread::id mainThread;
   bool shutDown = false;
 };
 
@@ -46,7 +45,7 @@ bool install(std::shared_ptr<HostedPlatform> platform) {
   // The interfaces stay for as long as someone holds them.
   const std::shared_ptr<Platform> interfaces(platform, &platform->interfaces());
   setUpLogger(interfaces, platform->sharedLog());
-  host().exchange({std::move(platform), std::this_thread::get_id(), false});
+  host().exchange({std::move(platform), false});
   setHostThread(std::this_thread::get_id());
   host().pumping = false;
   setCurrentPlatform(interfaces);
@@ -63,7 +62,7 @@ void installDefault() {
 // another thread.
 std::shared_ptr<HostedPlatform> platformFor(const char* operation) {
   HostState now = host().now();
-  if (now.platform == nullptr || now.mainThread == std::this_thread::get_id()) return now.platform;
+  if (now.platform == nullptr || isHostThread()) return now.platform;
   logError("ZOVKPopupHost::%s was called on another thread than the main thread", operation);
   return nullptr;
 }
@@ -98,11 +97,7 @@ const bool kDefaultIsKnown = (setDefaultPlatform(installDefault), true);
 
 bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
   if (host().now().platform != nullptr) return setUp(std::shared_ptr<HostedPlatform>());
-  return setUp(makeDefaultPlatform(
-      {settings.applicationId, settings.resourceDirectory, settings.dataDirectory,
-       settings.helperPath, settings.nativeWindow, settings.certificateAuthority, settings.logSink,
-       settings.pageMemory, settings.drawing, settings.gameWindow, settings.popupWindow,
-       settings.backdrop, false, settings.readySeconds}));
+  return setUp(makeDefaultPlatform(settings));
 }
 
 bool ZOVKPopupHost::setUp(std::shared_ptr<HostedPlatform> platform) {
@@ -169,7 +164,7 @@ bool ZOVKPopupHost::releasePopups() {
 void ZOVKPopupHost::shutDown() {
   const auto platform = platformFor("shutDown");
   if (platform == nullptr) return;
-  host().exchange({nullptr, std::this_thread::get_id(), true});
+  host().exchange({nullptr, true});
   setHostThread(std::nullopt);
   if (auto* const manager = ZOVKPopupManager::sharedInstanceNoSynch()) {
     manager->setHooks({});

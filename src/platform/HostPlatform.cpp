@@ -17,12 +17,12 @@ HostThread& hostThread() {
   return *instance;
 }
 
+}  // namespace
+
 bool isHostThread() {
   const LockGuard lock(hostThread().mutex);
   return hostThread().id == std::this_thread::get_id();
 }
-
-}  // namespace
 
 void setHostThread(std::optional<std::thread::id> mainThread) {
   const LockGuard lock(hostThread().mutex);

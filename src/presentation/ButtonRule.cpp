@@ -1,25 +1,29 @@
 #include "presentation/ButtonRule.h"
 
+#include "presentation/Outlets.h"
+
 namespace zovk {
 
 ButtonChanges buttonRule(const ZOVKPopupModel& popup, bool needRefresh) {
   if (popup.scene == kPolicyScene) {
-    return {{"returnBtn", "crossBtn", "refreshBtn", "aloneConfirmStackView"}, {"backgroundView"}};
+    return {{outlets::kReturn, outlets::kCross, outlets::kRefresh, outlets::kLoneAnswer},
+            {outlets::kBackground}};
   }
   if (popup.scene == kPermissionScene) {
-    return {{"returnBtn", "crossBtn", "refreshBtn", "rejectBtn", "stackView"},
-            {"aloneConfirmStackView", "backgroundView"}};
+    return {
+        {outlets::kReturn, outlets::kCross, outlets::kRefresh, outlets::kReject, outlets::kAnswers},
+        {outlets::kLoneAnswer, outlets::kBackground}};
   }
   if (popup.pop_type != kPopTypeGame) {
-    return {{"rejectBtn", "confirmBtn", "stackView", "aloneConfirmStackView", "returnBtn",
-             "refreshBtn"},
+    return {{outlets::kReject, outlets::kConfirm, outlets::kAnswers, outlets::kLoneAnswer,
+             outlets::kReturn, outlets::kRefresh},
             {}};
   }
-  ButtonChanges changes{{"crossBtn", "confirmBtn", "rejectBtn", "stackView",
-                         "aloneConfirmStackView", "centerConfirmBtn"},
+  ButtonChanges changes{{outlets::kCross, outlets::kConfirm, outlets::kReject, outlets::kAnswers,
+                         outlets::kLoneAnswer, outlets::kLoneConfirm},
                         {}};
   if (!needRefresh) {
-    changes.show.emplace_back("refreshBtn");
+    changes.show.push_back(outlets::kRefresh);
     changes.dimContent = true;
   }
   return changes;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "record/ZOVKPopupModel.h"
@@ -10,8 +9,8 @@ namespace zovk {
 /// What one popup changes on the screen. Views that are not named stay as they are, so a popup
 /// inherits what the popups before it left hidden until the layout is loaded anew.
 struct ButtonChanges {
-  std::vector<std::string> hide;
-  std::vector<std::string> show;
+  std::vector<const char*> hide;  ///< Names of Outlets.h.
+  std::vector<const char*> show;
   bool dimContent = false;  ///< Darkens the page area until the page has loaded.
 };
 

@@ -98,7 +98,7 @@ void ZOVKPopupViewController::handleWebViewJsMessage(
 }
 
 void ZOVKPopupViewController::refreshButtonClicked() {
-  const PopupPointer loaded = modelToRefresh();
+  const PopupPointer loaded = shown_.toRefresh();
   if (loaded != nullptr) loadPopupUri(loaded, uriToRefresh_);
 }
 

@@ -1,5 +1,5 @@
 #include "presentation/ActionScope.h"
-#include "presentation/PageAddress.h"
+#include "presentation/Outlets.h"
 #include "presentation/ZOVKPopupViewController.h"
 #include "text/UrlText.h"
 
@@ -40,7 +40,7 @@ void ZOVKPopupViewController::leaveForSystem(const std::string& url,
     platform_->userInterface.openUrl(url, nullptr);
   } else {
     needRefresh_ = false;
-    outlet("refreshBtn")->setHidden(false);
+    screen_.setHidden(outlets::kRefresh, false);
   }
   decide(NavigationPolicy::kCancel);
 }
@@ -50,7 +50,7 @@ void ZOVKPopupViewController::decideByPrefix(const std::string& url,
   if (isOwnPage(url)) {
     decide(NavigationPolicy::kAllow);
     needRefresh_ = true;
-    outlet("refreshBtn")->setHidden(true);
+    screen_.setHidden(outlets::kRefresh, true);
     return;
   }
   if (platform_->userInterface.canOpenUrl(url)) platform_->userInterface.openUrl(url, nullptr);
@@ -63,20 +63,14 @@ void ZOVKPopupViewController::allowOwnFile(const std::string& address) {
   if (partsOfUrl(address).scheme == "file" && isOwnPage(address)) webView_->allowAhead(address);
 }
 
-// The popup may have its address in another form than the web view, which tells every address in
-// the same one.
 bool ZOVKPopupViewController::isOwnPage(const std::string& url) const {
   const PopupPointer current = currentModel();
-  if (current == nullptr) return false;
-  const std::string own = ownPagePrefix(*current);
-  const bool resolved = !resolvedAddress_.empty() && withoutQuery(loadedAddress_) == own;
-  return url.starts_with(resolved ? withoutQuery(resolvedAddress_) : own);
+  return current != nullptr && ownPage_.contains(*current, url);
 }
 
 void ZOVKPopupViewController::didResolveAddress(WebView&, const std::string& asked,
                                                 const std::string& address) {
-  // Pages have addresses loaded, too, and a helper that was started again loads where the page was.
-  if (asked == loadedAddress_) resolvedAddress_ = address;
+  ownPage_.resolve(asked, address);
 }
 
 void ZOVKPopupViewController::didStartProvisionalNavigation(WebView&) {
@@ -98,7 +92,7 @@ void ZOVKPopupViewController::didFailNavigation(WebView&, const std::string& err
 void ZOVKPopupViewController::didFinishNavigation(WebView&) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::didFinishNavigation");
   debug("Did finish navigation");
-  if (xibView_ != nullptr) outlet("contentView")->setBackgroundColor(Color::black(0));
+  screen_.undimPage();
 }
 
 void ZOVKPopupViewController::webContentProcessDidTerminate(WebView&) {

@@ -10,12 +10,14 @@ namespace zovk {
 
 ZOVKPopupViewController::ZOVKPopupViewController(std::shared_ptr<Platform> platform,
                                                  ConditionParser parseCondition)
-    : platform_(std::move(platform)), parseCondition_(std::move(parseCondition)) {}
+    : platform_(std::move(platform)),
+      parseCondition_(std::move(parseCondition)),
+      screen_(platform_) {}
 
 void ZOVKPopupViewController::setLoginState(const std::string& gameID, const std::string& gameKey,
                                             std::shared_ptr<const LoginStateRecord> loginState) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::setLoginState");
-  const ZOVKPopupLoginStateModel now = loginState->snapshot();
+  const ZOVKPopupLoginStateModel now = loginState->get();
   debug("Set state ID1:%@ ID2:%@ ID3:%d ID4:%@ ID5:%@, ID6:%@", gameID, gameKey, now.channelID,
         now.openID, now.token, now.jwtToken);
   player_ = {gameID, gameKey, std::move(loginState)};
@@ -49,7 +51,7 @@ void ZOVKPopupViewController::showNextPopup() {
   PopupPointer next = getPopupModel();
   if (next == nullptr) return callComplete(ZOVKPopupResultSkip, "");
   debug("Start show %@", next->scene);
-  setCurrentModel(next);
+  shown_.setCurrent(next);
   pageHangs_ = false;  // the next page gets a process that answers
   applyButtonRule();
   if (window_ != nullptr) window_->setNeedsUpdateConstraints();
@@ -66,7 +68,7 @@ std::string ZOVKPopupViewController::getLoadUri(const std::string& uri,
 }
 
 void ZOVKPopupViewController::loadPopupUri(const PopupPointer& popup, const std::string& uriFinal) {
-  setModelToRefresh(popup);
+  shown_.setToRefresh(popup);
   platform_->mainQueue.async([self = shared_from_this(), popup, uriFinal] {
     if (self->tornDown_) return;
     self->uriToRefresh_ = uriFinal;
@@ -80,7 +82,7 @@ void ZOVKPopupViewController::loadPage(const ZOVKPopupModel& popup) {
   const std::string address = isFile                  ? pageFileAddress(popup)
                               : uriToRefresh_.empty() ? popup.uri
                                                       : uriToRefresh_;
-  if (std::exchange(loadedAddress_, address) != address) resolvedAddress_.clear();
+  ownPage_.willLoad(address);
   if (isFile) {
     allowOwnFile(address);
     return webView_->loadFile(address, address);
@@ -99,26 +101,6 @@ void ZOVKPopupViewController::finishShow() {
     }
   }
   showPopup();
-}
-
-PopupPointer ZOVKPopupViewController::currentModel() const {
-  const LockGuard lock(modelMutex_);
-  return currentModel_;
-}
-
-void ZOVKPopupViewController::setCurrentModel(PopupPointer popup) {
-  const LockGuard lock(modelMutex_);
-  currentModel_.swap(popup);
-}
-
-PopupPointer ZOVKPopupViewController::modelToRefresh() const {
-  const LockGuard lock(modelMutex_);
-  return modelToRefresh_;
-}
-
-void ZOVKPopupViewController::setModelToRefresh(PopupPointer popup) {
-  const LockGuard lock(modelMutex_);
-  modelToRefresh_.swap(popup);
 }
 
 void ZOVKPopupViewController::callComplete(std::int32_t code, const std::string& message) {
@@ -146,16 +128,14 @@ void ZOVKPopupViewController::letGo() {
     webView_->removeFromSuperview();
     webView_ = nullptr;
   }
-  xibView_ = nullptr;
-  viewToRemove_ = nullptr;
+  screen_.letGo();
   view_ = nullptr;
   player_ = {};
   complete_ = nullptr;
   popupArr_.clear();
-  setCurrentModel(nullptr);
-  resourceBundle_ = nullptr;
+  shown_.setCurrent(nullptr);
   uriToRefresh_.clear();
-  setModelToRefresh(nullptr);
+  shown_.setToRefresh(nullptr);
 }
 
 }  // namespace zovk

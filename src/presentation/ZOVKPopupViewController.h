@@ -13,11 +13,13 @@
 
 #include "logging/ZPLogger.h"
 #include "network/ZOVKPopupNetwork.h"
+#include "presentation/OwnPage.h"
+#include "presentation/PopupScreen.h"
+#include "presentation/ShownPopup.h"
 #include "record/LoginStateRecord.h"
 #include "record/PlayerRequest.h"
 #include "record/ZOVKPopupModel.h"
 #include "zovkpopup/Result.h"
-#include "zovkpopup/ThreadSafety.h"
 #include "zovkpopup/platform/Platform.h"
 
 namespace zovk {
@@ -97,10 +99,10 @@ class ZOVKPopupViewController : public ViewController,
   // Layout
   void viewDidLoad();
   void loadSubviews();
-  std::string getNibFileName() const;
+  std::string getNibFileName() const { return screen_.layoutName(); }
 
   /// The popup on screen; null before the first and after the end. Any thread.
-  PopupPointer currentModel() const;
+  PopupPointer currentModel() const { return shown_.current(); }
   const std::deque<PopupPointer>& popupArr() const { return popupArr_; }
   /// Whether the last allowed navigation led to a popup's own page; shared by all controllers.
   static bool needRefresh() { return needRefresh_; }
@@ -115,9 +117,6 @@ class ZOVKPopupViewController : public ViewController,
   void createPopupWebView();
   void applyButtonRule();
   void offerWayOut();
-  void setButtonImage();
-  void addConstraintAnchors(const View& container, View& subView);
-  std::shared_ptr<View> outlet(const std::string& name) const;
   void callComplete(std::int32_t code, const std::string& message);
   void skip(const std::string& resultText);
   void commit(const boost::json::object& resultRecord);
@@ -127,9 +126,6 @@ class ZOVKPopupViewController : public ViewController,
   bool isOwnPage(const std::string& url) const;
   void handleConditionAnswer(bool success, const std::optional<std::string>& data);
   void letGo();
-  void setCurrentModel(PopupPointer popup);
-  PopupPointer modelToRefresh() const;
-  void setModelToRefresh(PopupPointer popup);
 
   inline static bool needRefresh_ = false;
 
@@ -138,17 +134,11 @@ class ZOVKPopupViewController : public ViewController,
   PlayerIdentity player_;
   Complete complete_;
   std::deque<PopupPointer> popupArr_;
-  // Read and set by a condition's answer, too, which comes on the session's thread.
-  mutable Mutex modelMutex_;
-  PopupPointer currentModel_ ZOVK_GUARDED_BY(modelMutex_);
-  PopupPointer modelToRefresh_ ZOVK_GUARDED_BY(modelMutex_);
+  ShownPopup shown_;
+  OwnPage ownPage_;
   std::string uriToRefresh_;
-  std::string loadedAddress_;    // as the popup has it
-  std::string resolvedAddress_;  // as the web view writes it; empty until it said so
-  std::shared_ptr<const Bundle> resourceBundle_;
   std::shared_ptr<View> view_;
-  std::shared_ptr<Layout> xibView_;
-  std::shared_ptr<Layout> viewToRemove_;
+  PopupScreen screen_;
   std::shared_ptr<WebView> webView_;
   Window* window_ = nullptr;
   bool pageHangs_ = false;

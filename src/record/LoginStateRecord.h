@@ -1,29 +1,12 @@
 #pragma once
 
-#include <utility>
-
 #include "record/ZOVKPopupLoginStateModel.h"
-#include "zovkpopup/ThreadSafety.h"
+#include "support/Guarded.h"
 
 namespace zovk {
 
 /// The one login state of the engine, shared with the popups on screen: what the host sets while a
-/// popup is up reaches that popup's report. Any thread.
-class LoginStateRecord {
- public:
-  void set(ZOVKPopupLoginStateModel state) {
-    const LockGuard lock(mutex_);
-    state_ = std::move(state);
-  }
-  /// The state of the moment, all four values of one call of the host.
-  ZOVKPopupLoginStateModel snapshot() const {
-    const LockGuard lock(mutex_);
-    return state_;
-  }
-
- private:
-  mutable Mutex mutex_;
-  ZOVKPopupLoginStateModel state_ ZOVK_GUARDED_BY(mutex_);
-};
+/// popup is up reaches that popup's report. All four values are those of one call of the host.
+using LoginStateRecord = Guarded<ZOVKPopupLoginStateModel>;
 
 }  // namespace zovk

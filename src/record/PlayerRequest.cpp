@@ -21,7 +21,7 @@ ZOVKPopupUrlParams playerRequest(const std::string& url, const PlayerIdentity& p
                                  const ZOVKPopupModel& popup) {
   ZOVKPopupUrlParams params = serviceRequest(player.gameID, player.gameKey);
   params.urlStr = url;
-  const ZOVKPopupLoginStateModel loginState = player.loginState->snapshot();
+  const ZOVKPopupLoginStateModel loginState = player.loginState->get();
   params.postInfo = boost::json::object{{"channel_id", loginState.channelID},
                                         {"gopenid", loginState.openID},
                                         {"token", loginState.token},

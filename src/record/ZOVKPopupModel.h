@@ -45,6 +45,7 @@ inline constexpr std::uint64_t kConfigLocal = 1;
 
 inline constexpr const char* kPolicyScene = "ZOVKPolicy";
 inline constexpr const char* kPermissionScene = "ZOVKPolicy_Permission";
+inline constexpr const char* kRemoteDocumentFile = "ZOVKPopupRemote.config";
 inline constexpr const char* kOnceRecordFile = "ZOVKPopupFrequencyOnce.config";
 
 using PopupPointer = std::shared_ptr<const ZOVKPopupModel>;

@@ -33,7 +33,7 @@ namespace zovk {
 
 class NamePlatform final : public HostedPlatform {
  public:
-  explicit NamePlatform(const PlatformSettings& settings);
+  explicit NamePlatform(const ZOVKPopupHostSettings& settings);
   Platform& interfaces() override;
   std::shared_ptr<PlatformLog> sharedLog() const override;
   void pump(std::chrono::microseconds budget) override;

@@ -114,7 +114,7 @@ class Game {
   Helper helper_;
   LinuxMainQueue queue_;
   LinuxDevice device_{"/data/fuzz", "fuzz"};
-  HelperUserInterface client_{PlatformSettings(), queue_, device_, helper_.launcher()};
+  HelperUserInterface client_{ZOVKPopupHostSettings(), queue_, device_, helper_.launcher()};
   std::shared_ptr<Screen> screen_ = std::make_shared<Screen>();
   std::shared_ptr<Window> window_;
   std::shared_ptr<Layout> layout_;

@@ -154,15 +154,15 @@ class ClientOfTheHelper : public testing::Test {
   }
   std::vector<std::string> takeLines() { return std::exchange(lines_, {}); }
 
-  PlatformSettings settings_{.applicationId = "test.game",
-                             .resourceDirectory = {},
-                             .dataDirectory = {},
-                             .helperPath = {},
-                             .nativeWindow = 7,
-                             .certificateAuthority = {},
-                             .logSink = {},
-                             .pageMemory = 512,
-                             .drawing = "plain"};
+  ZOVKPopupHostSettings settings_{.applicationId = "test.game",
+                                  .resourceDirectory = {},
+                                  .dataDirectory = {},
+                                  .helperPath = {},
+                                  .nativeWindow = 7,
+                                  .certificateAuthority = {},
+                                  .logSink = {},
+                                  .pageMemory = 512,
+                                  .drawing = "plain"};
   std::vector<std::string> lines_;
   LinuxMainQueue queue_;
   LinuxDevice device_{"/data/test.game", "test.game"};

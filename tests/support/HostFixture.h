@@ -39,9 +39,9 @@ class HostFixture : public ::testing::Test {
   }
 
   /// The same for tests that make the platform themselves, to look at its screen.
-  PlatformSettings platformSettings() {
+  ZOVKPopupHostSettings platformSettings() {
     const ZOVKPopupHostSettings wanted = settings();
-    PlatformSettings platform;
+    ZOVKPopupHostSettings platform;
     platform.applicationId = wanted.applicationId;
     platform.resourceDirectory = wanted.resourceDirectory;
     platform.dataDirectory = wanted.dataDirectory;

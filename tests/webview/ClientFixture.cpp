@@ -83,7 +83,7 @@ HelperClientLive::HelperClientLive() {
   LogEnvironment log;
   log.writeLine = [this](std::string_view line) { lines_.emplace_back(line); };
   ZPLogger::setEnvironment(std::move(log));
-  PlatformSettings settings;
+  ZOVKPopupHostSettings settings;
   settings.applicationId = "client.test";
   queue_ = std::make_unique<LinuxMainQueue>();
   device_ = std::make_unique<LinuxDevice>(directory_.string(), settings.applicationId);

@@ -74,7 +74,7 @@ TEST_F(HelperClientLive, AWebProcessThatEndsIsToldAndThePageComesBack) {
 
 TEST_F(HelperClientLive, StartingTheHelperDoesNotHoldTheGameUp) {
   const auto before = std::chrono::steady_clock::now();
-  PlatformSettings settings;
+  ZOVKPopupHostSettings settings;
   HelperUserInterface another(settings, *queue_, *device_);
   const auto took = std::chrono::steady_clock::now() - before;
   RecordProperty("microseconds", static_cast<int>(took / std::chrono::microseconds(1)));

@@ -96,7 +96,7 @@ TEST_F(HelperClientLive, ShutdownLeavesNoProcessAndNoDescriptor) {
   // The queue's own descriptors stay.
   client_.reset();
   const std::size_t before = openDescriptors(::getpid());
-  PlatformSettings settings;
+  ZOVKPopupHostSettings settings;
   settings.applicationId = "client.test";
   client_ = std::make_unique<HelperUserInterface>(settings, *queue_, *device_);
   screen_ = std::make_shared<ClientScreen>(*client_);

@@ -53,7 +53,7 @@ Preview::~Preview() {
 }
 
 void Preview::setUp(const PreviewBundle& bundle, const std::optional<Size>& size) {
-  PlatformSettings settings;
+  ZOVKPopupHostSettings settings;
   settings.applicationId = "zovkpopup-preview";
   settings.resourceDirectory = bundle.resources().string();
   settings.dataDirectory = bundle.home().string();

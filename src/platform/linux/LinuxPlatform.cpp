@@ -11,7 +11,7 @@
 namespace zovk {
 namespace {
 
-std::string madeContainer(const PlatformSettings& settings, PlatformLog& log) {
+std::string madeContainer(const ZOVKPopupHostSettings& settings, PlatformLog& log) {
   std::string home = containerDirectory(settings);
   makeContainer(home, log);
   if (settings.dataDirectory.empty()) makePrivateDirectory(home);
@@ -20,7 +20,7 @@ std::string madeContainer(const PlatformSettings& settings, PlatformLog& log) {
 
 }  // namespace
 
-LinuxPlatform::LinuxPlatform(const PlatformSettings& settings)
+LinuxPlatform::LinuxPlatform(const ZOVKPopupHostSettings& settings)
     : log_(std::make_shared<StandardErrorLog>(settings.logSink)),
       bundles_(files_, settings.resourceDirectory),
       device_(madeContainer(settings, *log_), applicationId(settings)),
@@ -50,7 +50,7 @@ void LinuxPlatform::shutDown() {
   urlSession_.shutDown();
 }
 
-std::shared_ptr<HostedPlatform> makeDefaultPlatform(const PlatformSettings& settings) {
+std::shared_ptr<HostedPlatform> makeDefaultPlatform(const ZOVKPopupHostSettings& settings) {
   try {
     return std::make_shared<LinuxPlatform>(settings);
   } catch (const std::exception& failure) {

@@ -20,7 +20,7 @@ namespace zovk {
 /// std::system_error when the process has no descriptors left.
 class LinuxPlatform final : public HostedPlatform {
  public:
-  explicit LinuxPlatform(const PlatformSettings& settings);
+  explicit LinuxPlatform(const ZOVKPopupHostSettings& settings);
   ~LinuxPlatform() override;
 
   Platform& interfaces() override { return interfaces_; }

@@ -2,7 +2,7 @@
 
 namespace zovk {
 
-std::shared_ptr<HostedPlatform> makeDefaultPlatform(const PlatformSettings& /*settings*/) {
+std::shared_ptr<HostedPlatform> makeDefaultPlatform(const ZOVKPopupHostSettings& /*settings*/) {
   return nullptr;
 }
 

@@ -33,8 +33,8 @@ mode_t modeOf(const std::string& path) {
   return status.st_mode & 07777U;
 }
 
-PlatformSettings named(const std::string& application) {
-  PlatformSettings settings;
+ZOVKPopupHostSettings named(const std::string& application) {
+  ZOVKPopupHostSettings settings;
   settings.applicationId = application;
   return settings;
 }
@@ -70,7 +70,7 @@ TEST(Container, LiesInTheHomeOfTheUserWhoseEnvironmentIsEmpty) {
 }
 
 TEST(Container, TheHostMayPutItElsewhere) {
-  PlatformSettings settings = named("game");
+  ZOVKPopupHostSettings settings = named("game");
   settings.dataDirectory = "/elsewhere//b/../a/";
   EXPECT_EQ(containerDirectory(settings), "/elsewhere/a");
   settings.dataDirectory = "here";

@@ -42,7 +42,7 @@ class LinuxPlatformTest : public testing::Test {
   }
 
   ScratchDirectory scratch;
-  PlatformSettings settings;
+  ZOVKPopupHostSettings settings;
   std::mutex mutex;
   std::vector<std::string> lines;
 };
@@ -160,7 +160,7 @@ TEST_F(LinuxPlatformTest, TheLogOutlivesThePlatform) {
 TEST(LinuxPlatform, WithoutDescriptorsThereIsNoneAndOneLineSaysWhy) {
   if (kUndefinedBehaviorSanitizer) GTEST_SKIP() << "the sanitizer needs descriptors of its own";
   std::vector<std::string> lines;
-  PlatformSettings settings;
+  ZOVKPopupHostSettings settings;
   settings.logSink = [&lines](std::string_view line) { lines.emplace_back(line); };
   rlimit before{};
   ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);

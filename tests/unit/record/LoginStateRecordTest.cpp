@@ -9,7 +9,7 @@ namespace zovk {
 namespace {
 
 TEST(LoginStateRecord, IsChannelOneWithoutTextsAtFirst) {
-  const ZOVKPopupLoginStateModel state = LoginStateRecord().snapshot();
+  const ZOVKPopupLoginStateModel state = LoginStateRecord().get();
   EXPECT_EQ(state.channelID, 1);
   EXPECT_EQ(state.openID + state.token + state.jwtToken, "");
 }
@@ -24,7 +24,7 @@ TEST(LoginStateRecord, IsNeverSeenHalfChanged) {
     }
   });
   for (int i = 0; i < 2000; ++i) {
-    const ZOVKPopupLoginStateModel state = record.snapshot();
+    const ZOVKPopupLoginStateModel state = record.get();
     EXPECT_EQ(state.openID, state.token);
     EXPECT_EQ(state.openID, state.jwtToken);
     EXPECT_EQ(state.openID[0] - '0', state.channelID);

@@ -92,7 +92,7 @@ std::string installedHelperPath() {
 
 }  // namespace
 
-HelperLauncher helperProcessLauncher(const PlatformSettings& settings) {
+HelperLauncher helperProcessLauncher(const ZOVKPopupHostSettings& settings) {
   HelperLauncher launcher;
   launcher.start = [path = settings.helperPath] {
     return spawn(path.empty() ? installedHelperPath() : path);

@@ -39,6 +39,6 @@ struct HelperLauncher {
 };
 
 /// Starts the helper program of the settings, or the one that is installed with the library.
-HelperLauncher helperProcessLauncher(const PlatformSettings& settings);
+HelperLauncher helperProcessLauncher(const ZOVKPopupHostSettings& settings);
 
 }  // namespace zovk

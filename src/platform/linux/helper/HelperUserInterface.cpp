@@ -15,7 +15,7 @@ namespace {
 
 constexpr bool kDeveloperTools = ZOVKPOPUP_DEVELOPER_TOOLS != 0;
 
-HelperMessage helloOf(const PlatformSettings& settings, const LinuxDevice& device) {
+HelperMessage helloOf(const ZOVKPopupHostSettings& settings, const LinuxDevice& device) {
   const GameWindowName window = gameWindowName(settings);
   HelperMessage hello{{"type", "hello"},
                       {"version", kHelperProtocolVersion},
@@ -59,12 +59,13 @@ const char* nameOf(ZOVKPopupGamePad press) {
 
 }  // namespace
 
-HelperUserInterface::HelperUserInterface(const PlatformSettings& settings, LinuxMainQueue& queue,
-                                         LinuxDevice& device)
+HelperUserInterface::HelperUserInterface(const ZOVKPopupHostSettings& settings,
+                                         LinuxMainQueue& queue, LinuxDevice& device)
     : HelperUserInterface(settings, queue, device, helperProcessLauncher(settings)) {}
 
-HelperUserInterface::HelperUserInterface(const PlatformSettings& settings, LinuxMainQueue& queue,
-                                         LinuxDevice& device, HelperLauncher launcher)
+HelperUserInterface::HelperUserInterface(const ZOVKPopupHostSettings& settings,
+                                         LinuxMainQueue& queue, LinuxDevice& device,
+                                         HelperLauncher launcher)
     : session_(std::make_shared<HelperClient>(queue, device, std::move(launcher),
                                               helloOf(settings, device), settings.backdrop)) {
   session_->start();

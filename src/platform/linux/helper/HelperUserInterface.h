@@ -22,9 +22,10 @@ class HelperLayout;
 /// HelperClient.
 class HelperUserInterface final : public UserInterface, public HelperInspector {
  public:
-  HelperUserInterface(const PlatformSettings& settings, LinuxMainQueue& queue, LinuxDevice& device);
-  HelperUserInterface(const PlatformSettings& settings, LinuxMainQueue& queue, LinuxDevice& device,
-                      HelperLauncher launcher);
+  HelperUserInterface(const ZOVKPopupHostSettings& settings, LinuxMainQueue& queue,
+                      LinuxDevice& device);
+  HelperUserInterface(const ZOVKPopupHostSettings& settings, LinuxMainQueue& queue,
+                      LinuxDevice& device, HelperLauncher launcher);
   ~HelperUserInterface() override;
   HelperUserInterface(const HelperUserInterface&) = delete;
   HelperUserInterface& operator=(const HelperUserInterface&) = delete;

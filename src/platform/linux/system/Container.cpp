@@ -58,7 +58,7 @@ void makeDirectory(const fs::path& path, PlatformLog& log) {
 
 }  // namespace
 
-std::string applicationId(const PlatformSettings& settings) {
+std::string applicationId(const ZOVKPopupHostSettings& settings) {
   std::string name = settings.applicationId;
   if (name.empty()) name = fs::path(programPath()).filename().string();
   std::replace_if(
@@ -68,7 +68,7 @@ std::string applicationId(const PlatformSettings& settings) {
   return usable ? name : "zovkpopup-game";
 }
 
-std::string containerDirectory(const PlatformSettings& settings) {
+std::string containerDirectory(const ZOVKPopupHostSettings& settings) {
   if (!settings.dataDirectory.empty()) return absolutePath(settings.dataDirectory);
   return absolutePath(userDataDirectory() + "/" + applicationId(settings));
 }

@@ -8,11 +8,11 @@ namespace zovk {
 
 /// The name under which the application's data is kept: what the host says, else the program's
 /// name, with every character that does not belong in a directory name replaced.
-std::string applicationId(const PlatformSettings& settings);
+std::string applicationId(const ZOVKPopupHostSettings& settings);
 
 /// The application's home directory, absolute and without a trailing slash: what the host says,
 /// else a directory named by the application below the user's data directory.
-std::string containerDirectory(const PlatformSettings& settings);
+std::string containerDirectory(const ZOVKPopupHostSettings& settings);
 
 /// Makes the directory and "Library/Caches" and "Library/Preferences" in it, for the user alone.
 /// Those two, and the folders of caches, are made private where they were not; a home directory

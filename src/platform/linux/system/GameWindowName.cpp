@@ -24,7 +24,7 @@ std::uint64_t numberOf(std::string_view text) {
 
 }  // namespace
 
-GameWindowName gameWindowName(const PlatformSettings& settings) {
+GameWindowName gameWindowName(const ZOVKPopupHostSettings& settings) {
   const std::string_view text = settings.gameWindow;
   if (text.empty()) return {settings.nativeWindow, {}};
   GameWindowName name;

@@ -14,6 +14,6 @@ struct GameWindowName {
 };
 
 /// What the settings say. A text of another form counts for nothing, with one error line.
-GameWindowName gameWindowName(const PlatformSettings& settings);
+GameWindowName gameWindowName(const ZOVKPopupHostSettings& settings);
 
 }  // namespace zovk
