@@ -7,6 +7,8 @@ int main(int argc, char** argv) {
         "ParseBothDocuments", 2.0},
        {"engine with 8 MiB that nobody reads / bare JSON parse", "CreateEngineOfRubbish",
         "ParseTheRubbish", 0.6},
+       {"start with 10,000 stale pages / removing as many bare files", "SweepStalePages",
+        "RemoveBareFiles", 2.0},
        {"merge 10,000 + 10,000 / merge 1,000 + 1,000", "MergeLists/10000", "MergeLists/1000", 12.0},
        {"havePopup, 100 pages of 64 KiB / hashing those bytes", "HavePopupFirstTime",
         "HashThePages", 1.3},

@@ -1,4 +1,3 @@
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -6,13 +5,10 @@
 
 #include <benchmark/benchmark.h>
 
-#include "Definitions.h"
+#include "RealFiles.h"
 #include "engine/ZOVKPopupManager.h"
-#include "platform/linux/system/PosixFileSystem.h"
-#include "platform/linux/system/SystemClock.h"
 #include "storage/ZOVKPopupFileManager.h"
 #include "text/Md5.h"
-#include "zovkpopup/platform/CurrentPlatform.h"
 
 namespace zovk {
 namespace {
@@ -20,46 +16,6 @@ namespace {
 constexpr int kDefinitions = 1000;
 constexpr int kPageFiles = 100;
 constexpr std::size_t kPageBytes = 64 * 1024;
-
-// Page files on a real disk, in a directory of their own.
-class RealFiles {
- public:
-  RealFiles()
-      : platform_{memory_.interfaces.log,
-                  memory_.interfaces.mainQueue,
-                  memory_.interfaces.timers,
-                  clock_,
-                  files_,
-                  memory_.interfaces.bundles,
-                  memory_.interfaces.settings,
-                  memory_.interfaces.device,
-                  memory_.interfaces.urlSession,
-                  memory_.interfaces.userInterface} {
-    std::string pattern =
-        (std::filesystem::temp_directory_path() / "zovkpopup-benchmark-XXXXXX").string();
-    home_ = mkdtemp(pattern.data());
-    std::filesystem::create_directories(home_ / "Library/Caches/ZOVKPopup");
-    memory_.device.setHomeDirectory(home_.string());
-    setCurrentPlatform(std::shared_ptr<Platform>(std::shared_ptr<void>(), &platform_));
-  }
-  ~RealFiles() {
-    ZOVKPopupManager::purgeSharedInstance();
-    ZOVKPopupFileManager::purgeSharedInstance();
-    setCurrentPlatform(nullptr);
-    std::filesystem::remove_all(home_);
-  }
-  RealFiles(const RealFiles&) = delete;
-  RealFiles& operator=(const RealFiles&) = delete;
-
-  std::filesystem::path cache() const { return home_ / "Library/Caches/ZOVKPopup"; }
-
- private:
-  MemoryPlatform memory_;
-  PosixFileSystem files_;
-  SystemClock clock_;
-  std::filesystem::path home_;
-  Platform platform_;
-};
 
 PopupList writePages(const std::filesystem::path& directory) {
   PopupList popups;
