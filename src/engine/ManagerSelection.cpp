@@ -17,9 +17,16 @@ bool ZOVKPopupManager::havePopup(std::uint64_t sceneType) {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::havePopup");
   debug("sceneType:%d", sceneType);
   const bool found = !getValidPopupForSceneType(sceneType, *mergedPopups()).empty();
-  if (found) platform_->userInterface.prepare();
+  if (found) expectPopup();
   debug(found ? "Have Popup for sceneType:%d" : "No Popup for sceneType:%d", sceneType);
   return found;
+}
+
+// A game that asks is about to show. The interface belongs to the main thread, and the question may
+// come on any.
+void ZOVKPopupManager::expectPopup() {
+  if (platform_->mainQueue.isMainThread()) return platform_->userInterface.prepare();
+  platform_->mainQueue.async([platform = platform_] { platform->userInterface.prepare(); });
 }
 
 PopupList ZOVKPopupManager::getValidPopupForSceneType(std::uint64_t sceneType,

@@ -147,6 +147,7 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   using Shared = SharedInstance<ZOVKPopupManager>;
   static std::shared_ptr<ZOVKPopupManager> make();
 
+  void expectPopup();
   PopupListPointer mergedPopups() const { return lists_.get().merged; }
   void setList(PopupListPointer PopupLists::*list, PopupList popups);
   bool takeDocument(const ConfigDocument& document, std::string_view text, std::uint64_t configType,

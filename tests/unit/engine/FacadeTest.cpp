@@ -1,3 +1,5 @@
+#include <thread>
+
 #include "support/EngineFixture.h"
 #include "support/LogMessages.h"
 #include "zovkpopup/ZOVKPopup.h"
@@ -34,6 +36,14 @@ TEST_F(Facade, GetsTheInterfaceReadyForAPopupThatIsThere) {
   EXPECT_FALSE(ZOVKPopup::havePopup(6));
   EXPECT_EQ(memory().userInterface.preparations(), 0);
   EXPECT_TRUE(ZOVKPopup::havePopup(5));
+  EXPECT_EQ(memory().userInterface.preparations(), 1);
+}
+
+TEST_F(Facade, GetsTheInterfaceReadyOnTheMainThreadWhereverItWasAsked) {
+  addResource("ZOVKPopupLocal.config", documentWith("local", 5));
+  std::thread([] { EXPECT_TRUE(ZOVKPopup::havePopup(5)); }).join();
+  EXPECT_EQ(memory().userInterface.preparations(), 0);
+  settle();
   EXPECT_EQ(memory().userInterface.preparations(), 1);
 }
 
