@@ -23,7 +23,7 @@ typedef bool (*zovkpopup_allow_navigation)(const char *, int32_t, void *);
 typedef void (*zovkpopup_script_result)(const char *, const char *, void *);
 typedef void (*zovkpopup_handler)(const char *, zovkpopup_response *, void *);
 typedef void (*zovkpopup_answer)(const char *, void *);
-// A frame of the game's, in memory of the game's.
+// A frame of the game, in the game's memory.
 struct zovkpopup_picture {
   size_t size;
   const void *pixels;
@@ -32,7 +32,7 @@ struct zovkpopup_picture {
   int64_t stride;
   uint64_t format;
 };
-// What a game may say about itself. Every member but `size` has a default: zero.
+// The settings of a host. Every member except `size` may be zero, which selects its default.
 struct zovkpopup_settings {
   size_t size;
   const char *application_id;
@@ -53,7 +53,7 @@ struct zovkpopup_settings {
   zovkpopup_destroy backdrop_destroy;
   uint64_t ready_seconds;
 };
-// Around the time in which popups cover the game. Every member but `size` may be NULL.
+// Callbacks for the time in which popups cover the game. Every member except `size` may be NULL.
 struct zovkpopup_hooks {
   size_t size;
   zovkpopup_event popups_will_appear;
@@ -61,7 +61,7 @@ struct zovkpopup_hooks {
   void *user;
   zovkpopup_destroy destroy;
 };
-// What the selection thinks of one popup. The texts belong to the explanation.
+// The verdict of the selection on one popup. The texts belong to the explanation.
 struct zovkpopup_explained_popup {
   size_t size;
   const char *scene;
@@ -73,8 +73,8 @@ struct zovkpopup_explained_popup {
   uint64_t rank;
   int64_t pop_id;
 };
-// What a web window shows, and who hears of it. Exactly one of `address` and `page_file` is
-// given; all else may be zero.
+// The contents and the callbacks of a web window. Set exactly one of `address` and `page_file`;
+// everything else may be zero.
 struct zovkpopup_web_window_settings {
   size_t size;
   const char *address;
@@ -95,112 +95,118 @@ struct zovkpopup_web_window_settings {
   void *user;
   zovkpopup_destroy destroy;
 };
-// The version of the library that runs; it may be a newer one than the header's. Any thread.
+// Returns the version of the running library, which may be newer than this header. Any thread.
 const char *zovkpopup_version(void);
 uint32_t zovkpopup_version_number(void);
-// What a status means, in English; never NULL, and not to be freed. Any thread.
+// Returns the meaning of a status in English; never NULL. Do not free it. Any thread.
 const char *zovkpopup_error_message(zovkpopup_status status);
-// Call it once before anything else, and again only after `zovkpopup_shut_down`. NULL is all
-// defaults. ZOVKPOPUP_ERROR_STATE when it was called before, or the popups are already in use.
+// Sets the host up. Call it before all other functions, and again only after
+// `zovkpopup_shut_down`. NULL selects all defaults. Returns ZOVKPOPUP_ERROR_STATE if the host is
+// already set up or popups are already in use.
 zovkpopup_status zovkpopup_set_up(const zovkpopup_settings *settings);
-// Runs what is due and returns; never waits. Call it once a frame. No task is begun after so many
-// microseconds, 2,000 say; what is left is run by the next call. Has no effect within a callback.
+// Runs the tasks that are due, and returns without waiting. Call it once a frame. After
+// `budget_microseconds`, for example 2,000, no further task is begun; the next call runs the
+// rest. Has no effect within a callback.
 zovkpopup_status zovkpopup_pump(uint32_t budget_microseconds);
-// A file descriptor that is readable when `zovkpopup_pump` has something to do, for games with an
-// event loop; -1 when not set up. The library owns it, until `zovkpopup_shut_down`.
+// Returns a file descriptor that is readable when `zovkpopup_pump` has something to do, for games
+// with an event loop. Returns -1 if the host is not set up. The library owns the descriptor and
+// closes it in `zovkpopup_shut_down`.
 int zovkpopup_poll_descriptor(void);
-// Sets the hooks in place of earlier ones. They stay until `zovkpopup_shut_down`.
+// Sets the hooks and replaces earlier ones. They stay until `zovkpopup_shut_down`.
 zovkpopup_status zovkpopup_set_hooks(const zovkpopup_hooks *hooks);
-// Holds popups back, for a cut-scene or a match: requests wait, what is on screen stays.
+// Holds popups back, for example during a cut-scene or a match. New requests wait; a popup that
+// is on screen stays.
 zovkpopup_status zovkpopup_hold_popups(void);
-// Lets them go on, with what has waited first.
+// Ends holding back. Waiting requests are shown first.
 zovkpopup_status zovkpopup_release_popups(void);
-// Tells that the game's own window took the keyboard, or lost it. Not needed with
-// `native_window`.
+// Report that the game's window took the keyboard, or lost it. Not needed with `native_window`.
 zovkpopup_status zovkpopup_game_window_did_become_key(void);
 zovkpopup_status zovkpopup_game_window_did_resign_key(void);
-// Hands a press of a game pad, one of `zovkpopup_game_pad`, to the popup or web window in front;
-// nothing happens when there is none. The game reads its pads; what is held is not repeated. The
-// names are what is written on the player's buttons that press and leave, "A" and "B" where NULL:
-// a line at the foot of the popup shows them. ZOVKPOPUP_ERROR_ARGUMENT for a number that is none
-// of the above.
+// Passes a press of a game pad, one of `zovkpopup_game_pad`, to the front popup or web window.
+// Has no effect if there is none. The game reads its pads; the library does not repeat a press
+// that is held. The names are the labels of the player's buttons for press and leave, "A" and "B"
+// if NULL; a line at the foot of the popup shows them. Returns ZOVKPOPUP_ERROR_ARGUMENT for an
+// unknown press.
 zovkpopup_status zovkpopup_game_pad_did_press(uint32_t press, const char *press_name, const char *leave_name);
-// Tells how large the game's own window is, in logical pixels: on Wayland once after
-// `zovkpopup_set_up` and whenever it changes. On X11 it is seen without.
+// Reports the size of the game's window in logical pixels. On Wayland, call it after
+// `zovkpopup_set_up` and whenever the size changes. On X11 the library sees the size itself.
 zovkpopup_status zovkpopup_game_window_did_resize(int32_t width, int32_t height);
-// Ends everything within two seconds: an open popup closes, web windows close, and no callback is
-// called any more but `destroy`. May be called twice.
+// Ends everything within two seconds: popups and web windows close. No callback is called any
+// more, except `destroy`. May be called twice.
 zovkpopup_status zovkpopup_shut_down(void);
-// Starts the popups: once per process, later calls are ignored. `base_url` is the address of the
-// popup service, without a trailing slash. NULL counts as empty; without a service the popups are
-// those that were shipped with the game and those of an earlier answer.
+// Starts the popups. Only the first call in a process has an effect. `base_url` is the address of
+// the popup service, without a trailing slash. NULL counts as empty. Without a service, the
+// popups are those shipped with the game and those of an earlier answer.
 zovkpopup_status zovkpopup_start(const char *base_url, const char *game_id, const char *game_key);
-// Tells who the player is; what is not known may be NULL. Any number of times.
+// Sets the player's identity. Unknown texts may be NULL. May be called any number of times.
 zovkpopup_status zovkpopup_set_channel_id(int32_t channel_id, const char *open_id, const char *token, const char *jwt_token);
-// Whether a popup for this scene type would be shown now; false after an error, too.
+// Returns whether a popup for this scene type would be shown now; false also after an error.
 bool zovkpopup_have_popup(uint64_t scene_type);
-// Shows the popup of a scene, or, when `scene` is NULL or empty, every valid popup of the scene
-// type, best first. Requests are shown one after another. `complete`, which may be NULL, is
-// called once at the most: at once, from within this call, when there is nothing to show and when
-// the call fails; not at all when a conditional popup commits with none behind it, and when the
-// host is shut down before. A request whose popup may not be shown after all, as its service does
-// not want it, or whose page commits without an address to report to, ends with 0 and "reatin
-// complete". Popups behind one that is cancelled are not shown.
+// Shows the popup of a scene or, if `scene` is NULL or empty, every valid popup of the scene
+// type, best first. Requests are shown one after another. `complete` may be NULL. It is called at
+// most once. It is called at once, from within this call, if there is nothing to show or the call
+// fails. It is not called if a conditional popup commits with no popup behind it, or if the host
+// is shut down first. The request ends with 0 and "reatin complete" if the service does not want
+// its conditional popup after all, or if a page commits without an address to report to. After a
+// cancel, the popups behind it are not shown.
 zovkpopup_status zovkpopup_show_popup(const char *scene, uint64_t scene_type, zovkpopup_complete complete, void *user, zovkpopup_destroy destroy);
-// Shows the privacy policy if a newer one was published than the player last saw. Otherwise
-// `complete` is called at once with -1 and "".
+// Shows the privacy policy if a newer version was published than the one the player saw last.
+// Otherwise `complete` is called at once with -1 and "".
 zovkpopup_status zovkpopup_show_policy(zovkpopup_complete complete, void *user, zovkpopup_destroy destroy);
-// Tells what `zovkpopup_show_popup` would select now, and why, without showing anything. Any
-// thread, and so with all functions of an explanation.
+// Explains what `zovkpopup_show_popup` would select now, and why. Shows nothing. Any thread; the
+// same holds for all functions of an explanation.
 zovkpopup_status zovkpopup_explain(const char *scene, uint64_t scene_type, zovkpopup_explanation **explanation);
-// How the whole request would go. NULL for NULL.
+// Returns a sentence about the whole request. NULL for NULL.
 const char *zovkpopup_explanation_sentence(const zovkpopup_explanation *explanation);
-// How many popups were looked at. 0 for NULL.
+// Returns the number of popups that the selection examined. 0 for NULL.
 size_t zovkpopup_explanation_popup_count(const zovkpopup_explanation *explanation);
-// Fills `popup`, of which the caller has set the size, with the one at `index`, from 0, in the
-// order in which they are looked at.
+// Fills `popup` with the popup at `index`, counted from 0, in the order of examination. Set
+// `popup->size` before the call.
 zovkpopup_status zovkpopup_explanation_popup(const zovkpopup_explanation *explanation, size_t index, zovkpopup_explained_popup *popup);
 void zovkpopup_explanation_free(zovkpopup_explanation *explanation);
-// Opens a window and begins to load its page. `window` is set to NULL when that fails. Handlers
-// that are registered before the next pump miss nothing.
+// Opens a window and begins to load its page. On failure `*window` is set to NULL. Handlers that
+// are registered before the next pump miss no message.
 zovkpopup_status zovkpopup_web_window_open(const zovkpopup_web_window_settings *settings, zovkpopup_web_window **window);
-// Closes the window and lets its callbacks and handlers go; none is called any more, but those of
-// scripts under way. The handle stays. May be called twice, and within any of its callbacks.
+// Closes the window and releases its callbacks and handlers. None of them is called any more,
+// except for scripts that are still running. The handle stays valid. May be called twice, and
+// within any callback of the window.
 zovkpopup_status zovkpopup_web_window_close(zovkpopup_web_window *window);
-// Closes the window if need be, and frees the handle; also after the host was shut down, and
-// within any of its callbacks.
+// Closes the window if it is open, and frees the handle. May be called after the host was shut
+// down, and within any callback of the window.
 void zovkpopup_web_window_free(zovkpopup_web_window *window);
-// False after it was closed, after a failure, and after the host was shut down.
+// Returns false after the window was closed, after a failure, and after the host was shut down.
 bool zovkpopup_web_window_is_open(const zovkpopup_web_window *window);
-// Loads the page anew.
+// Loads the page again.
 zovkpopup_status zovkpopup_web_window_reload(zovkpopup_web_window *window);
-// Runs a script in the page. `result`, which may be NULL, is called once unless the call fails or
-// the host is shut down before; with an error when the window closes before.
+// Runs a script in the page. `result` may be NULL. It is called once, with an error if the window
+// closes first. It is not called if this call fails or the host is shut down first.
 zovkpopup_status zovkpopup_web_window_evaluate(zovkpopup_web_window *window, const char *script, zovkpopup_script_result result, void *user, zovkpopup_destroy destroy);
-// Answers the page, with NULL for nothing. Once; the second time is ZOVKPOPUP_ERROR_STATE. After
-// a ZOVKPOPUP_ERROR_JSON it may be answered still. The answer to a page that is gone goes
-// nowhere, which is no error, and a page that wants no answer gets none. Any thread, one at a
-// time.
+// Answers the page; NULL answers without a value. Works once: a second call returns
+// ZOVKPOPUP_ERROR_STATE. After ZOVKPOPUP_ERROR_JSON the handle can still answer. It is no error
+// if the page is gone or wants no answer; the answer is then dropped. Any thread, one at a time.
 zovkpopup_status zovkpopup_response_send(zovkpopup_response *response, const char *json);
-// Any thread.
+// Frees the handle. Any thread.
 void zovkpopup_response_free(zovkpopup_response *response);
-// Lets the page call `handler`, in place of any earlier one of that name.
+// Registers a handler that the page may call by name. It replaces an earlier handler of that
+// name.
 zovkpopup_status zovkpopup_web_window_register_handler(zovkpopup_web_window *window, const char *name, zovkpopup_handler handler, void *user, zovkpopup_destroy destroy);
 zovkpopup_status zovkpopup_web_window_remove_handler(zovkpopup_web_window *window, const char *name);
-// Calls a handler of the page. `json` may be NULL for no data, `answer` for no answer. `answer`
-// is called once at most, and kept until the page answers, is left, or the window closes.
+// Calls a handler of the page. `json` may be NULL for no data, and `answer` NULL for no answer.
+// `answer` is called at most once. It is kept until the page answers or is left, or the window
+// closes.
 zovkpopup_status zovkpopup_web_window_call_handler(zovkpopup_web_window *window, const char *name, const char *json, zovkpopup_answer answer, void *user, zovkpopup_destroy destroy);
-// Sends data to no handler in particular; the page warns on its console that it has none for it.
+// Sends data without naming a handler. The page warns on its console that it has no handler for
+// it.
 zovkpopup_status zovkpopup_web_window_send(zovkpopup_web_window *window, const char *json, zovkpopup_answer answer, void *user, zovkpopup_destroy destroy);
-// Forgets callbacks that wait for the page, and holds messages back until it asks for the bridge:
-// before a reload in which no message is to be lost.
+// Drops callbacks that wait for the page, and holds messages back until the page asks for the
+// bridge. Call it before a reload that must not lose messages.
 zovkpopup_status zovkpopup_web_window_reset_bridge(zovkpopup_web_window *window);
-// Sends what was held back, without waiting for the page to ask.
+// Sends the messages that were held back, without waiting for the page to ask.
 zovkpopup_status zovkpopup_web_window_send_held(zovkpopup_web_window *window);
-// Tells the page to handle messages at once. Only for pages that open no dialogs.
+// Makes the page handle messages at once. Use it only for pages that open no dialogs.
 zovkpopup_status zovkpopup_web_window_disable_alert_box_safety_timeout(zovkpopup_web_window *window);
-// Writes the traffic of all bridges to the log, from now on, each message up to so many
-// characters; a number below 0 stands for all of them. Any thread.
+// Writes the traffic of all bridges to the log from now on. Each message is cut off after
+// `longest_message` characters; a negative number means no limit. Any thread.
 zovkpopup_status zovkpopup_log_bridges(int32_t longest_message);
 ]]
 

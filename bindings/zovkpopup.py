@@ -35,25 +35,25 @@ def _text(value: Optional[bytes]) -> Optional[str]:
 
 
 OK = 0
-ERROR_ARGUMENT = -1  # NULL where something has to be, or a value without sense.
-ERROR_SIZE = -2  # A struct's `size` is that of no version.
-ERROR_JSON = -3  # A text is no JSON.
-ERROR_STATE = -4  # Not set up, shut down, set up before, closed, or answered.
-ERROR_THREAD = -5  # The call belongs to the main thread.
+ERROR_ARGUMENT = -1  # An argument is NULL or not allowed.
+ERROR_SIZE = -2  # A struct's `size` fits no version of the struct.
+ERROR_JSON = -3  # A text is not JSON.
+ERROR_STATE = -4  # Not set up, already set up, shut down, closed, or answered.
+ERROR_THREAD = -5  # The function must be called on the main thread.
 ERROR_MEMORY = -6  # There was not enough memory.
 ERROR_INTERNAL = -7  # Something else; the log says what.
-RESULT_ERROR = -1  # Nothing was shown, or it could not be seen to its end.
+RESULT_ERROR = -1  # Nothing was shown, or a popup failed before it was answered.
 RESULT_SKIP = 0  # The player closed the popup, or nothing was left to show.
 RESULT_COMMIT = 1  # The player agreed.
 RESULT_CANCEL = 2  # The player refused.
 PIXELS_BGRX = 0  # Four bytes; SDL's ARGB8888 and XRGB8888.
 PIXELS_RGBX = 1  # Four bytes; what GL reads as GL_RGBA.
 PIXELS_RGB = 2  # Three bytes.
-GAME_PAD_UP = 0  # A direction moves the focus to what lies there.
+GAME_PAD_UP = 0  # A direction moves the focus to the next place there.
 GAME_PAD_DOWN = 1
 GAME_PAD_LEFT = 2
 GAME_PAD_RIGHT = 3
-GAME_PAD_PRESS = 4  # Presses what has the focus.
+GAME_PAD_PRESS = 4  # Presses the element that has the focus.
 GAME_PAD_LEAVE = 5  # Does what the escape key does.
 FRAME_NEW_WINDOW = 0
 FRAME_MAIN = 1
@@ -61,12 +61,12 @@ FRAME_SUB = 2
 
 
 class Picture(Structure):
-    """A frame of the game's, in memory of the game's."""
+    """A frame of the game, in the game's memory."""
     _fields_ = [
-        ("size", c_size_t),  # Set by the library: members beyond it must not be written.
-        ("pixels", c_void_p),  # Of the row at the top; NULL, as it comes, for no picture.
-        ("width", c_uint64),  # In pixels; 16,384 at most.
-        ("height", c_uint64),  # The same.
+        ("size", c_size_t),  # Set by the library: do not write members beyond it.
+        ("pixels", c_void_p),
+        ("width", c_uint64),  # In pixels, at most 16,384.
+        ("height", c_uint64),  # In pixels, at most 16,384.
         ("stride", c_int64),
         ("format", c_uint64),  # One of `zovkpopup_pixels`.
     ]
@@ -75,41 +75,43 @@ class Picture(Structure):
         super().__init__(size=sizeof(type(self)), **members)
 
 
-# Lets the user data of a callback go.
+# Releases the user data of a callback.
 Destroy = CFUNCTYPE(None, c_void_p)
-# Tells that something has happened.
+# Reports an event.
 Event = CFUNCTYPE(None, c_void_p)
-# Tells that something has happened, and why.
+# Reports an event with a text, such as a reason or an address.
 TextEvent = CFUNCTYPE(None, c_char_p, c_void_p)
-# Takes one log line, without a line end. Called from any thread, also while other calls are under
-# way; it must not call the library.
+# Receives one log line, without a line end. Called from any thread, also while other calls are
+# running. It must not call the library.
 Log = CFUNCTYPE(None, c_char_p, c_void_p)
-# Hears how a request to show popups ended. `code` is a `ZOVKPOPUP_RESULT_…`; `message` is a JSON
-# text {"action":…,"msg":…} with what the page said, or a plain text, or empty; never NULL.
+# Receives the result of a request to show popups. `code` is a `ZOVKPOPUP_RESULT_…`. `message` is
+# a JSON text {"action":…,"msg":…} with the page's message, or a plain text, or empty; never NULL.
 # docs/integration.md has a table of all cases.
 Complete = CFUNCTYPE(None, c_int32, c_char_p, c_void_p)
-# Fills in the frame that the player saw last. The pixels are copied as soon as it has returned.
+# Fills in the last frame that the player saw. The library copies the pixels as soon as the
+# callback has returned.
 Backdrop = CFUNCTYPE(None, POINTER(Picture), c_void_p)
-# Whether a page may navigate to an address, in one of the ZOVKPOPUP_FRAME_….
+# Returns whether a page may navigate to an address. `frame` is one of ZOVKPOPUP_FRAME_….
 AllowNavigation = CFUNCTYPE(c_bool, c_char_p, c_int32, c_void_p)
-# Hears the result of a script: exactly one of the two is not NULL.
+# Receives the result of a script: exactly one of `json` and `error` is not NULL.
 ScriptResult = CFUNCTYPE(None, c_char_p, c_char_p, c_void_p)
-# A handler that the page may call. `json` is NULL when the page gave no data. The handler owns
-# `response`, which is never NULL, and has to free it, answered or not.
+# Handles a call from the page. `json` is NULL if the page gave no data. `response` is never NULL.
+# The handler owns it and must free it, whether it answers or not.
 Handler = CFUNCTYPE(None, c_char_p, c_void_p, c_void_p)
-# Hears the page's answer; `json` is NULL when it is none.
+# Receives the page's answer; `json` is NULL if it has no value.
 Answer = CFUNCTYPE(None, c_char_p, c_void_p)
 
 
 class Settings(Structure):
-    """What a game may say about itself. Every member but `size` has a default: zero."""
+    """The settings of a host. Every member except `size` may be zero, which selects its
+    default."""
     _fields_ = [
         ("size", c_size_t),
         ("application_id", c_char_p),
         ("resource_directory", c_char_p),
         ("data_directory", c_char_p),
         ("helper_path", c_char_p),
-        ("native_window", c_uint64),  # The X11 window of the game, 0 when it has none.
+        ("native_window", c_uint64),  # The X11 window of the game, or 0 if it has none.
         ("certificate_authority", c_char_p),
         ("log", Log),
         ("log_user", c_void_p),
@@ -130,11 +132,12 @@ class Settings(Structure):
 
 
 class Hooks(Structure):
-    """Around the time in which popups cover the game. Every member but `size` may be NULL."""
+    """Callbacks for the time in which popups cover the game. Every member except `size` may be
+    NULL."""
     _fields_ = [
         ("size", c_size_t),
-        ("popups_will_appear", Event),  # Before the first popup comes on screen.
-        ("popups_did_disappear", Event),  # After the last one is gone.
+        ("popups_will_appear", Event),  # Called before the first popup comes on screen.
+        ("popups_did_disappear", Event),  # Called after the last popup is gone.
         ("user", c_void_p),
         ("destroy", Destroy),
     ]
@@ -145,16 +148,16 @@ class Hooks(Structure):
 
 
 class ExplainedPopup(Structure):
-    """What the selection thinks of one popup. The texts belong to the explanation."""
+    """The verdict of the selection on one popup. The texts belong to the explanation."""
     _fields_ = [
         ("size", c_size_t),
         ("scene", c_char_p),
-        ("page", c_char_p),  # Name of the page file, or the address of a web page.
+        ("page", c_char_p),  # The name of the page file, or the address of the web page.
         ("verdict", c_char_p),
-        ("wanted", c_char_p),  # What that rule asks for.
-        ("found", c_char_p),  # What it was compared with.
-        ("sentence", c_char_p),  # The same in plain English.
-        ("rank", c_uint64),  # When it would be shown: 1 is first. 0 is not at all.
+        ("wanted", c_char_p),  # The value that the rule requires.
+        ("found", c_char_p),  # The value that it was compared with.
+        ("sentence", c_char_p),  # The verdict in plain English.
+        ("rank", c_uint64),
         ("pop_id", c_int64),
     ]
 
@@ -164,8 +167,8 @@ class ExplainedPopup(Structure):
 
 
 class WebWindowSettings(Structure):
-    """What a web window shows, and who hears of it. Exactly one of `address` and `page_file` is
-    given; all else may be zero."""
+    """The contents and the callbacks of a web window. Set exactly one of `address` and
+    `page_file`; everything else may be zero."""
     _fields_ = [
         ("size", c_size_t),
         ("address", c_char_p),  # An http or https address.
@@ -174,15 +177,15 @@ class WebWindowSettings(Structure):
         ("y", c_double),
         ("width", c_double),
         ("height", c_double),
-        ("see_through", c_uint64),  # 1 lets the game be seen where the page is clear.
+        ("see_through", c_uint64),  # 1 shows the game where the page is clear.
         ("page_changed", Event),
         ("failed", TextEvent),
         ("allow_navigation", AllowNavigation),
         ("load_started", Event),
         ("load_finished", Event),
-        ("load_failed", TextEvent),  # Told the error. Close the window, or offer a reload.
-        ("page_process_ended", Event),  # The page is loaded again.
-        ("new_window_asked", TextEvent),  # Told the address. None is ever opened.
+        ("load_failed", TextEvent),  # Gets the error. Close the window or offer a reload.
+        ("page_process_ended", Event),  # The page is being loaded again.
+        ("new_window_asked", TextEvent),  # Gets the address. None is ever opened.
         ("user", c_void_p),
         ("destroy", Destroy),
     ]
@@ -196,7 +199,7 @@ _library.zovkpopup_version.restype = c_char_p
 
 
 def version() -> Optional[str]:
-    """The version of the library that runs; it may be a newer one than the header's. Any
+    """Returns the version of the running library, which may be newer than this header. Any
     thread."""
     return _text(_library.zovkpopup_version())
 
@@ -214,7 +217,7 @@ _library.zovkpopup_error_message.restype = c_char_p
 
 
 def error_message(status: int) -> Optional[str]:
-    """What a status means, in English; never NULL, and not to be freed. Any thread."""
+    """Returns the meaning of a status in English; never NULL. Do not free it. Any thread."""
     return _text(_library.zovkpopup_error_message(status))
 
 
@@ -223,9 +226,9 @@ _library.zovkpopup_set_up.restype = c_int32
 
 
 def set_up(settings: Optional[Settings]) -> int:
-    """Call it once before anything else, and again only after `zovkpopup_shut_down`. NULL is all
-    defaults. ZOVKPOPUP_ERROR_STATE when it was called before, or the popups are already in
-    use."""
+    """Sets the host up. Call it before all other functions, and again only after
+    `zovkpopup_shut_down`. NULL selects all defaults. Returns ZOVKPOPUP_ERROR_STATE if the host is
+    already set up or popups are already in use."""
     return _library.zovkpopup_set_up(None if settings is None else byref(settings))
 
 
@@ -234,9 +237,9 @@ _library.zovkpopup_pump.restype = c_int32
 
 
 def pump(budget_microseconds: int) -> int:
-    """Runs what is due and returns; never waits. Call it once a frame. No task is begun after so
-    many microseconds, 2,000 say; what is left is run by the next call. Has no effect within a
-    callback."""
+    """Runs the tasks that are due, and returns without waiting. Call it once a frame. After
+    `budget_microseconds`, for example 2,000, no further task is begun; the next call runs the
+    rest. Has no effect within a callback."""
     return _library.zovkpopup_pump(budget_microseconds)
 
 
@@ -245,8 +248,9 @@ _library.zovkpopup_poll_descriptor.restype = c_int
 
 
 def poll_descriptor() -> int:
-    """A file descriptor that is readable when `zovkpopup_pump` has something to do, for games
-    with an event loop; -1 when not set up. The library owns it, until `zovkpopup_shut_down`."""
+    """Returns a file descriptor that is readable when `zovkpopup_pump` has something to do, for
+    games with an event loop. Returns -1 if the host is not set up. The library owns the
+    descriptor and closes it in `zovkpopup_shut_down`."""
     return _library.zovkpopup_poll_descriptor()
 
 
@@ -255,7 +259,7 @@ _library.zovkpopup_set_hooks.restype = c_int32
 
 
 def set_hooks(hooks: Optional[Hooks]) -> int:
-    """Sets the hooks in place of earlier ones. They stay until `zovkpopup_shut_down`."""
+    """Sets the hooks and replaces earlier ones. They stay until `zovkpopup_shut_down`."""
     return _library.zovkpopup_set_hooks(None if hooks is None else byref(hooks))
 
 
@@ -264,7 +268,8 @@ _library.zovkpopup_hold_popups.restype = c_int32
 
 
 def hold_popups() -> int:
-    """Holds popups back, for a cut-scene or a match: requests wait, what is on screen stays."""
+    """Holds popups back, for example during a cut-scene or a match. New requests wait; a popup
+    that is on screen stays."""
     return _library.zovkpopup_hold_popups()
 
 
@@ -273,7 +278,7 @@ _library.zovkpopup_release_popups.restype = c_int32
 
 
 def release_popups() -> int:
-    """Lets them go on, with what has waited first."""
+    """Ends holding back. Waiting requests are shown first."""
     return _library.zovkpopup_release_popups()
 
 
@@ -282,7 +287,7 @@ _library.zovkpopup_game_window_did_become_key.restype = c_int32
 
 
 def game_window_did_become_key() -> int:
-    """Tells that the game's own window took the keyboard, or lost it. Not needed with
+    """Report that the game's window took the keyboard, or lost it. Not needed with
     `native_window`."""
     return _library.zovkpopup_game_window_did_become_key()
 
@@ -300,11 +305,11 @@ _library.zovkpopup_game_pad_did_press.restype = c_int32
 
 
 def game_pad_did_press(press: int, press_name: Optional[str], leave_name: Optional[str]) -> int:
-    """Hands a press of a game pad, one of `zovkpopup_game_pad`, to the popup or web window in
-    front; nothing happens when there is none. The game reads its pads; what is held is not
-    repeated. The names are what is written on the player's buttons that press and leave, "A" and
-    "B" where NULL: a line at the foot of the popup shows them. ZOVKPOPUP_ERROR_ARGUMENT for a
-    number that is none of the above."""
+    """Passes a press of a game pad, one of `zovkpopup_game_pad`, to the front popup or web
+    window. Has no effect if there is none. The game reads its pads; the library does not repeat a
+    press that is held. The names are the labels of the player's buttons for press and leave, "A"
+    and "B" if NULL; a line at the foot of the popup shows them. Returns ZOVKPOPUP_ERROR_ARGUMENT
+    for an unknown press."""
     return _library.zovkpopup_game_pad_did_press(press, _bytes(press_name), _bytes(leave_name))
 
 
@@ -313,8 +318,8 @@ _library.zovkpopup_game_window_did_resize.restype = c_int32
 
 
 def game_window_did_resize(width: int, height: int) -> int:
-    """Tells how large the game's own window is, in logical pixels: on Wayland once after
-    `zovkpopup_set_up` and whenever it changes. On X11 it is seen without."""
+    """Reports the size of the game's window in logical pixels. On Wayland, call it after
+    `zovkpopup_set_up` and whenever the size changes. On X11 the library sees the size itself."""
     return _library.zovkpopup_game_window_did_resize(width, height)
 
 
@@ -323,8 +328,8 @@ _library.zovkpopup_shut_down.restype = c_int32
 
 
 def shut_down() -> int:
-    """Ends everything within two seconds: an open popup closes, web windows close, and no
-    callback is called any more but `destroy`. May be called twice."""
+    """Ends everything within two seconds: popups and web windows close. No callback is called any
+    more, except `destroy`. May be called twice."""
     return _library.zovkpopup_shut_down()
 
 
@@ -333,9 +338,9 @@ _library.zovkpopup_start.restype = c_int32
 
 
 def start(base_url: Optional[str], game_id: Optional[str], game_key: Optional[str]) -> int:
-    """Starts the popups: once per process, later calls are ignored. `base_url` is the address of
-    the popup service, without a trailing slash. NULL counts as empty; without a service the
-    popups are those that were shipped with the game and those of an earlier answer."""
+    """Starts the popups. Only the first call in a process has an effect. `base_url` is the
+    address of the popup service, without a trailing slash. NULL counts as empty. Without a
+    service, the popups are those shipped with the game and those of an earlier answer."""
     return _library.zovkpopup_start(_bytes(base_url), _bytes(game_id), _bytes(game_key))
 
 
@@ -344,7 +349,8 @@ _library.zovkpopup_set_channel_id.restype = c_int32
 
 
 def set_channel_id(channel_id: int, open_id: Optional[str], token: Optional[str], jwt_token: Optional[str]) -> int:
-    """Tells who the player is; what is not known may be NULL. Any number of times."""
+    """Sets the player's identity. Unknown texts may be NULL. May be called any number of
+    times."""
     return _library.zovkpopup_set_channel_id(channel_id, _bytes(open_id), _bytes(token), _bytes(jwt_token))
 
 
@@ -353,7 +359,8 @@ _library.zovkpopup_have_popup.restype = c_bool
 
 
 def have_popup(scene_type: int) -> bool:
-    """Whether a popup for this scene type would be shown now; false after an error, too."""
+    """Returns whether a popup for this scene type would be shown now; false also after an
+    error."""
     return _library.zovkpopup_have_popup(scene_type)
 
 
@@ -362,13 +369,13 @@ _library.zovkpopup_show_popup.restype = c_int32
 
 
 def show_popup(scene: Optional[str], scene_type: int, complete: Optional[Complete], user: Any, destroy: Optional[Destroy]) -> int:
-    """Shows the popup of a scene, or, when `scene` is NULL or empty, every valid popup of the
-    scene type, best first. Requests are shown one after another. `complete`, which may be NULL,
-    is called once at the most: at once, from within this call, when there is nothing to show and
-    when the call fails; not at all when a conditional popup commits with none behind it, and when
-    the host is shut down before. A request whose popup may not be shown after all, as its service
-    does not want it, or whose page commits without an address to report to, ends with 0 and
-    "reatin complete". Popups behind one that is cancelled are not shown."""
+    """Shows the popup of a scene or, if `scene` is NULL or empty, every valid popup of the scene
+    type, best first. Requests are shown one after another. `complete` may be NULL. It is called
+    at most once. It is called at once, from within this call, if there is nothing to show or the
+    call fails. It is not called if a conditional popup commits with no popup behind it, or if the
+    host is shut down first. The request ends with 0 and "reatin complete" if the service does not
+    want its conditional popup after all, or if a page commits without an address to report to.
+    After a cancel, the popups behind it are not shown."""
     return _library.zovkpopup_show_popup(_bytes(scene), scene_type, Complete() if complete is None else complete, user, Destroy() if destroy is None else destroy)
 
 
@@ -377,8 +384,8 @@ _library.zovkpopup_show_policy.restype = c_int32
 
 
 def show_policy(complete: Optional[Complete], user: Any, destroy: Optional[Destroy]) -> int:
-    """Shows the privacy policy if a newer one was published than the player last saw. Otherwise
-    `complete` is called at once with -1 and ""."""
+    """Shows the privacy policy if a newer version was published than the one the player saw last.
+    Otherwise `complete` is called at once with -1 and ""."""
     return _library.zovkpopup_show_policy(Complete() if complete is None else complete, user, Destroy() if destroy is None else destroy)
 
 
@@ -387,8 +394,8 @@ _library.zovkpopup_explain.restype = c_int32
 
 
 def explain(scene: Optional[str], scene_type: int, explanation: Any) -> int:
-    """Tells what `zovkpopup_show_popup` would select now, and why, without showing anything. Any
-    thread, and so with all functions of an explanation."""
+    """Explains what `zovkpopup_show_popup` would select now, and why. Shows nothing. Any thread;
+    the same holds for all functions of an explanation."""
     return _library.zovkpopup_explain(_bytes(scene), scene_type, explanation)
 
 
@@ -397,7 +404,7 @@ _library.zovkpopup_explanation_sentence.restype = c_char_p
 
 
 def explanation_sentence(explanation: Any) -> Optional[str]:
-    """How the whole request would go. NULL for NULL."""
+    """Returns a sentence about the whole request. NULL for NULL."""
     return _text(_library.zovkpopup_explanation_sentence(explanation))
 
 
@@ -406,7 +413,7 @@ _library.zovkpopup_explanation_popup_count.restype = c_size_t
 
 
 def explanation_popup_count(explanation: Any) -> int:
-    """How many popups were looked at. 0 for NULL."""
+    """Returns the number of popups that the selection examined. 0 for NULL."""
     return _library.zovkpopup_explanation_popup_count(explanation)
 
 
@@ -415,8 +422,8 @@ _library.zovkpopup_explanation_popup.restype = c_int32
 
 
 def explanation_popup(explanation: Any, index: int, popup: Optional[ExplainedPopup]) -> int:
-    """Fills `popup`, of which the caller has set the size, with the one at `index`, from 0, in
-    the order in which they are looked at."""
+    """Fills `popup` with the popup at `index`, counted from 0, in the order of examination. Set
+    `popup->size` before the call."""
     return _library.zovkpopup_explanation_popup(explanation, index, None if popup is None else byref(popup))
 
 
@@ -433,8 +440,8 @@ _library.zovkpopup_web_window_open.restype = c_int32
 
 
 def web_window_open(settings: Optional[WebWindowSettings], window: Any) -> int:
-    """Opens a window and begins to load its page. `window` is set to NULL when that fails.
-    Handlers that are registered before the next pump miss nothing."""
+    """Opens a window and begins to load its page. On failure `*window` is set to NULL. Handlers
+    that are registered before the next pump miss no message."""
     return _library.zovkpopup_web_window_open(None if settings is None else byref(settings), window)
 
 
@@ -443,9 +450,9 @@ _library.zovkpopup_web_window_close.restype = c_int32
 
 
 def web_window_close(window: Any) -> int:
-    """Closes the window and lets its callbacks and handlers go; none is called any more, but
-    those of scripts under way. The handle stays. May be called twice, and within any of its
-    callbacks."""
+    """Closes the window and releases its callbacks and handlers. None of them is called any more,
+    except for scripts that are still running. The handle stays valid. May be called twice, and
+    within any callback of the window."""
     return _library.zovkpopup_web_window_close(window)
 
 
@@ -454,8 +461,8 @@ _library.zovkpopup_web_window_free.restype = None
 
 
 def web_window_free(window: Any) -> None:
-    """Closes the window if need be, and frees the handle; also after the host was shut down, and
-    within any of its callbacks."""
+    """Closes the window if it is open, and frees the handle. May be called after the host was
+    shut down, and within any callback of the window."""
     return _library.zovkpopup_web_window_free(window)
 
 
@@ -464,7 +471,8 @@ _library.zovkpopup_web_window_is_open.restype = c_bool
 
 
 def web_window_is_open(window: Any) -> bool:
-    """False after it was closed, after a failure, and after the host was shut down."""
+    """Returns false after the window was closed, after a failure, and after the host was shut
+    down."""
     return _library.zovkpopup_web_window_is_open(window)
 
 
@@ -473,7 +481,7 @@ _library.zovkpopup_web_window_reload.restype = c_int32
 
 
 def web_window_reload(window: Any) -> int:
-    """Loads the page anew."""
+    """Loads the page again."""
     return _library.zovkpopup_web_window_reload(window)
 
 
@@ -482,8 +490,8 @@ _library.zovkpopup_web_window_evaluate.restype = c_int32
 
 
 def web_window_evaluate(window: Any, script: Optional[str], result: Optional[ScriptResult], user: Any, destroy: Optional[Destroy]) -> int:
-    """Runs a script in the page. `result`, which may be NULL, is called once unless the call
-    fails or the host is shut down before; with an error when the window closes before."""
+    """Runs a script in the page. `result` may be NULL. It is called once, with an error if the
+    window closes first. It is not called if this call fails or the host is shut down first."""
     return _library.zovkpopup_web_window_evaluate(window, _bytes(script), ScriptResult() if result is None else result, user, Destroy() if destroy is None else destroy)
 
 
@@ -492,9 +500,9 @@ _library.zovkpopup_response_send.restype = c_int32
 
 
 def response_send(response: Any, json: Optional[str]) -> int:
-    """Answers the page, with NULL for nothing. Once; the second time is ZOVKPOPUP_ERROR_STATE.
-    After a ZOVKPOPUP_ERROR_JSON it may be answered still. The answer to a page that is gone goes
-    nowhere, which is no error, and a page that wants no answer gets none. Any thread, one at a
+    """Answers the page; NULL answers without a value. Works once: a second call returns
+    ZOVKPOPUP_ERROR_STATE. After ZOVKPOPUP_ERROR_JSON the handle can still answer. It is no error
+    if the page is gone or wants no answer; the answer is then dropped. Any thread, one at a
     time."""
     return _library.zovkpopup_response_send(response, _bytes(json))
 
@@ -504,7 +512,7 @@ _library.zovkpopup_response_free.restype = None
 
 
 def response_free(response: Any) -> None:
-    """Any thread."""
+    """Frees the handle. Any thread."""
     return _library.zovkpopup_response_free(response)
 
 
@@ -513,7 +521,8 @@ _library.zovkpopup_web_window_register_handler.restype = c_int32
 
 
 def web_window_register_handler(window: Any, name: Optional[str], handler: Optional[Handler], user: Any, destroy: Optional[Destroy]) -> int:
-    """Lets the page call `handler`, in place of any earlier one of that name."""
+    """Registers a handler that the page may call by name. It replaces an earlier handler of that
+    name."""
     return _library.zovkpopup_web_window_register_handler(window, _bytes(name), Handler() if handler is None else handler, user, Destroy() if destroy is None else destroy)
 
 
@@ -530,9 +539,9 @@ _library.zovkpopup_web_window_call_handler.restype = c_int32
 
 
 def web_window_call_handler(window: Any, name: Optional[str], json: Optional[str], answer: Optional[Answer], user: Any, destroy: Optional[Destroy]) -> int:
-    """Calls a handler of the page. `json` may be NULL for no data, `answer` for no answer.
-    `answer` is called once at most, and kept until the page answers, is left, or the window
-    closes."""
+    """Calls a handler of the page. `json` may be NULL for no data, and `answer` NULL for no
+    answer. `answer` is called at most once. It is kept until the page answers or is left, or the
+    window closes."""
     return _library.zovkpopup_web_window_call_handler(window, _bytes(name), _bytes(json), Answer() if answer is None else answer, user, Destroy() if destroy is None else destroy)
 
 
@@ -541,8 +550,8 @@ _library.zovkpopup_web_window_send.restype = c_int32
 
 
 def web_window_send(window: Any, json: Optional[str], answer: Optional[Answer], user: Any, destroy: Optional[Destroy]) -> int:
-    """Sends data to no handler in particular; the page warns on its console that it has none for
-    it."""
+    """Sends data without naming a handler. The page warns on its console that it has no handler
+    for it."""
     return _library.zovkpopup_web_window_send(window, _bytes(json), Answer() if answer is None else answer, user, Destroy() if destroy is None else destroy)
 
 
@@ -551,8 +560,8 @@ _library.zovkpopup_web_window_reset_bridge.restype = c_int32
 
 
 def web_window_reset_bridge(window: Any) -> int:
-    """Forgets callbacks that wait for the page, and holds messages back until it asks for the
-    bridge: before a reload in which no message is to be lost."""
+    """Drops callbacks that wait for the page, and holds messages back until the page asks for the
+    bridge. Call it before a reload that must not lose messages."""
     return _library.zovkpopup_web_window_reset_bridge(window)
 
 
@@ -561,7 +570,7 @@ _library.zovkpopup_web_window_send_held.restype = c_int32
 
 
 def web_window_send_held(window: Any) -> int:
-    """Sends what was held back, without waiting for the page to ask."""
+    """Sends the messages that were held back, without waiting for the page to ask."""
     return _library.zovkpopup_web_window_send_held(window)
 
 
@@ -570,7 +579,7 @@ _library.zovkpopup_web_window_disable_alert_box_safety_timeout.restype = c_int32
 
 
 def web_window_disable_alert_box_safety_timeout(window: Any) -> int:
-    """Tells the page to handle messages at once. Only for pages that open no dialogs."""
+    """Makes the page handle messages at once. Use it only for pages that open no dialogs."""
     return _library.zovkpopup_web_window_disable_alert_box_safety_timeout(window)
 
 
@@ -579,6 +588,6 @@ _library.zovkpopup_log_bridges.restype = c_int32
 
 
 def log_bridges(longest_message: int) -> int:
-    """Writes the traffic of all bridges to the log, from now on, each message up to so many
-    characters; a number below 0 stands for all of them. Any thread."""
+    """Writes the traffic of all bridges to the log from now on. Each message is cut off after
+    `longest_message` characters; a negative number means no limit. Any thread."""
     return _library.zovkpopup_log_bridges(longest_message)
