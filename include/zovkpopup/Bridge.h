@@ -15,21 +15,21 @@ namespace zovk {
 
 /// Lets a game and the page in one of its web views call each other's named handlers.
 ///
-/// The page asks for the bridge by navigating, in a frame of its own say, to
-/// "https://__bridge_loaded__"; the bridge then puts `WebViewJavascriptBridge` into the page and
-/// calls the functions that the page left in `window.WVJBCallbacks`. Messages sent before that
-/// wait. A page that is loaded anew has to ask anew; what was sent to a page without the bridge is
-/// lost, so `reset` before a load when messages are to wait for the new page.
+/// The page asks for the bridge by navigating to "https://__bridge_loaded__", for example in a
+/// hidden frame. The bridge then puts `WebViewJavascriptBridge` into the page and calls the
+/// functions that the page left in `window.WVJBCallbacks`. Messages sent before that wait. A
+/// reloaded page has to ask again. Messages to a page without the bridge are lost, so call `reset`
+/// before a load if messages must wait for the new page.
 ///
-/// The bridge becomes the navigation delegate of the web view, whose holder must not set another;
-/// whoever wants to hear of navigations gives the bridge a delegate of its own. The maker owns the
-/// bridge. The bridge refers to web view and delegate without owning them, and does nothing once
-/// the web view is gone. When the bridge is gone, the web view allows every navigation.
+/// The bridge becomes the navigation delegate of the web view; do not set another one. To receive
+/// navigation events, give the bridge a delegate with `setWebViewDelegate`. The caller owns the
+/// bridge. The bridge does not own the web view or the delegate, and does nothing once the web view
+/// is gone. Once the bridge is gone, the web view allows every navigation.
 ///
-/// Sending, registering, removing, resetting and the responses to a page may come from any thread;
-/// another thread than the main one waits until the main thread has handed the message over.
-/// Everything else belongs to the main thread. Handlers and response callbacks are called there,
-/// from the host's pump. Nothing fails: what goes wrong is told in the log.
+/// Any thread may send, register, remove, reset, and respond to the page. A thread other than the
+/// main thread waits until the main thread has passed the message on. Call everything else on the
+/// main thread. Handlers and response callbacks are called there, from the host's pump. No call
+/// fails: mistakes are written to the log.
 class ZOVKPOPUP_API ZOVKPopupWKWebViewJavascriptBridge final
     : public WebViewDelegate,
       public ZOVKPopupWebViewJavascriptBridgeBaseDelegate,
@@ -39,9 +39,9 @@ class ZOVKPOPUP_API ZOVKPopupWKWebViewJavascriptBridge final
   using ResponseCallback = Base::ResponseCallback;
   using Handler = Base::Handler;
 
-  /// Writes the traffic of all bridges to the log, from now on.
+  /// Writes the traffic of all bridges to the log from now on.
   static void enableLogging();
-  /// The bridge of a web view; null without a web view or a platform.
+  /// Makes the bridge of a web view. Returns null without a web view or a platform.
   static std::shared_ptr<ZOVKPopupWKWebViewJavascriptBridge> bridgeForWebView(
       const std::shared_ptr<WebView>& webView,
       std::shared_ptr<Platform> platform = currentPlatform());
@@ -49,32 +49,34 @@ class ZOVKPOPUP_API ZOVKPopupWKWebViewJavascriptBridge final
   ZOVKPopupWKWebViewJavascriptBridge(const ZOVKPopupWKWebViewJavascriptBridge&) = delete;
   ZOVKPopupWKWebViewJavascriptBridge& operator=(const ZOVKPopupWKWebViewJavascriptBridge&) = delete;
 
-  /// Sends data to no handler in particular; the page warns that it has none for it.
+  /// Sends data without naming a handler. The page warns that it has no handler for it.
   void send(std::optional<boost::json::value> data, ResponseCallback responseCallback = nullptr);
-  /// Calls a handler of the page. The callback, if any, is held until the page responds or `reset`.
+  /// Calls a handler of the page. The callback, if any, is kept until the page responds or `reset`
+  /// is called.
   void callHandler(const std::string& handlerName,
                    std::optional<boost::json::value> data = std::nullopt,
                    ResponseCallback responseCallback = nullptr);
-  /// Lets the page call `handler`, in place of any earlier one of that name. Owned until removed.
+  /// Registers a handler that the page may call by name. It replaces an earlier handler of that
+  /// name, and is kept until it is removed.
   void registerHandler(const std::string& handlerName, Handler handler);
   void removeHandler(const std::string& handlerName);
-  /// Forgets callbacks that wait for the page, and holds messages back until it asks for the
+  /// Drops callbacks that wait for the page, and holds messages back until the page asks for the
   /// bridge.
   void reset();
-  /// Sends what was held back, without waiting for the page to ask.
+  /// Sends the messages that were held back, without waiting for the page to ask.
   void setupMessageQueue();
-  /// Cuts bridge and page off from each other for good, and lets handlers and callbacks go.
+  /// Separates bridge and page for good, and releases handlers and callbacks.
   void close();
-  /// Who hears of the navigations that are none of the bridge's.
+  /// Sets the receiver of all navigation events except the bridge's own. It is not owned.
   void setWebViewDelegate(std::weak_ptr<WebViewDelegate> webViewDelegate);
-  /// Tells the page to handle messages at once. Only for pages that open no dialogs.
+  /// Makes the page handle messages at once. Use it only for pages that open no dialogs.
   void disableJavscriptAlertBoxSafetyTimeout();
 
-  /// The half of the bridge that knows no web view.
+  /// Returns the half of the bridge that does not depend on a web view.
   const Base& base() const { return *base_; }
-  /// Runs a script in the web view; the text is always empty.
+  /// Runs a script in the web view. Always returns an empty text.
   std::string _evaluateJavascript(const std::string& javascriptCommand) override;
-  /// Fetches what the page wants to send, and handles it.
+  /// Fetches the messages that the page wants to send, and handles them.
   void WKFlushMessageQueue();
 
   // WebViewDelegate
@@ -90,7 +92,7 @@ class ZOVKPOPUP_API ZOVKPopupWKWebViewJavascriptBridge final
   void webContentProcessResponsivenessDidChange(WebView& webView, bool responsive) override;
   void createWebView(WebView& webView, const NavigationAction& action) override;
 
-  /// For whoever sets it; the bridge does not look at it.
+  /// Free for the game's use; the bridge ignores it.
   std::int64_t uniqueId = 0;
 
  private:

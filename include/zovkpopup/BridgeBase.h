@@ -27,39 +27,40 @@ class WebViewDelegate;
 class ZOVKPopupWebViewJavascriptBridgeBaseDelegate {
  public:
   virtual ~ZOVKPopupWebViewJavascriptBridgeBaseDelegate() = default;
-  /// The bridge does not look at the result.
+  /// Runs a script. The bridge ignores the result.
   virtual std::string _evaluateJavascript(const std::string& javascriptCommand) = 0;
 };
 
-/// The half of the message bridge that knows no web view: handlers that a page may call, callbacks
-/// that wait for the page's responses, and the messages themselves.
+/// The half of the message bridge that does not depend on a web view: the handlers that a page may
+/// call, the callbacks that wait for the page's responses, and the messages themselves.
 ///
-/// It lives in a shared pointer, and every response callback that it hands to a handler keeps it
-/// alive. Handlers and callbacks are held as copies and called without a lock, so they may send,
-/// register, remove, reset or let the bridge go; they are called on the thread that flushes, the
-/// main thread. All else may be called from any thread. A message that another thread sends waits
-/// until the main thread has handed it to the page; once the main queue is shut down it is dropped.
+/// Hold it in a shared pointer. Every response callback that it passes to a handler keeps it alive.
+/// Handlers and callbacks are copied before a call, and called without a lock. So they may send,
+/// register, remove, reset or release the bridge. They are called on the thread that flushes, which
+/// is the main thread. Everything else may be called from any thread. A message from a thread other
+/// than the main thread waits until the main thread has passed it to the page; after the main queue
+/// has shut down it is dropped.
 ///
-/// Nothing fails: what a page sends amiss is skipped with one line in the log, of which at most 20
-/// a second are written. A value that is absent is none, which is not the same as JSON's null. A
-/// handler's name that is no text counts as absent. An identifier that is there counts, empty or no
-/// text as it may be: a message with a "responseId" is a response, and one with a "callbackId" is
-/// answered under that very value. A response that nobody waits for, a handler that is empty and a
-/// message that JSON cannot hold are reported in the log and dropped.
+/// No call fails: a page's mistake is skipped with one log line, and at most 20 such lines a second
+/// are written. An absent value is not the same as JSON's null. A handler name that is not a text
+/// counts as absent. An identifier counts if it is present, even if it is empty or not a text: a
+/// message with a "responseId" is a response, and one with a "callbackId" is answered with that
+/// same value. A response that nobody waits for, an empty handler, and a message that JSON cannot
+/// hold are logged and dropped.
 class ZOVKPOPUP_API ZOVKPopupWebViewJavascriptBridgeBase
     : public std::enable_shared_from_this<ZOVKPopupWebViewJavascriptBridgeBase> {
  public:
   using Message = boost::json::object;
   using ResponseCallback =
       std::function<void(const std::optional<boost::json::value>& responseData)>;
-  /// The response callback is never empty, may be kept, and may be called from any thread; each
-  /// call sends a response when the page wants one.
+  /// Handles a call from the page. The response callback is never empty, may be kept, and may be
+  /// called from any thread. Each call sends a response if the page wants one.
   using Handler = std::function<void(const std::optional<boost::json::value>& data,
                                      const ResponseCallback& responseCallback)>;
 
-  /// Writes the traffic of all bridges to the log, from now on.
+  /// Writes the traffic of all bridges to the log from now on.
   static void enableLogging();
-  /// How many characters of a message are logged; fewer than 0 stands for all of them.
+  /// Sets how many characters of a message are logged. A negative number means no limit.
   static void setLogMaxLength(std::int32_t length);
 
   explicit ZOVKPopupWebViewJavascriptBridgeBase(std::shared_ptr<Platform> platform);
@@ -71,28 +72,29 @@ class ZOVKPOPUP_API ZOVKPopupWebViewJavascriptBridgeBase
   void setDelegate(std::weak_ptr<ZOVKPopupWebViewJavascriptBridgeBaseDelegate> delegate);
   void setHandler(const std::string& handlerName, Handler handler);
   void removeHandler(const std::string& handlerName);
-  /// Forgets waiting callbacks and messages, starts counting anew, and holds messages back until
-  /// the next injection. Handlers stay.
+  /// Drops waiting callbacks and messages, restarts the count of identifiers, and holds messages
+  /// back until the next injection. Handlers stay.
   void reset();
-  /// Lets go of all it holds, for when no page can reach it any more: what is sent from now on goes
-  /// nowhere, and what the page has sent is not looked at. Callbacks that hold a response callback,
-  /// and so the bridge, are freed by this.
+  /// Releases everything it holds. Call it when no page can reach the bridge any more. Messages
+  /// sent after that are dropped, and messages of the page are ignored. It frees callbacks that
+  /// hold a response callback and, through that, the bridge.
   void close();
   bool isClosed() const;
 
   void sendData(std::optional<boost::json::value> data, ResponseCallback responseCallback,
                 const std::optional<std::string>& handlerName);
-  /// Tells the page to handle messages at once, so that none waits for a timer of the page.
+  /// Makes the page handle messages at once, so that none waits for a timer of the page.
   void disableJavscriptAlertBoxSafetyTimeout();
-  /// Handles what the page has sent: a JSON array of messages. A queue of more than 32 KiB, and
-  /// what comes while one is read, is handled piece by piece in turns of the main queue, in order.
+  /// Handles the messages that the page has sent: a JSON array. A queue of more than 32 KiB, and
+  /// everything that arrives while one is being read, is handled in pieces, in order, in turns of
+  /// the main queue.
   void flushMessageQueue(const std::optional<std::string>& messageQueueString);
-  /// The same without copying the text; an empty one counts as missing.
+  /// Handles the messages without copying the text. An empty text counts as missing.
   void flushFetchedQueue(boost::json::string messageQueueString);
 
-  /// Runs the page's half of the bridge in the page, then sends what was held back.
+  /// Runs the page's half of the bridge in the page, then sends the messages that were held back.
   void injectJavascriptFile();
-  /// Sends what was held back; from now on messages are sent at once.
+  /// Sends the messages that were held back. From now on messages are sent at once.
   void setupMessageQueue();
 
   bool isWebViewJavascriptBridgeURL(const std::string& url) const;
@@ -107,29 +109,29 @@ class ZOVKPOPUP_API ZOVKPopupWebViewJavascriptBridgeBase
   void _evaluateJavascript(const std::string& javascriptCommand);
   void _queueMessage(Message message);
   void _dispatchMessage(Message message);
-  /// Absent when JSON cannot hold the value.
+  /// Returns nothing if JSON cannot hold the value.
   std::optional<std::string> _serializeMessage(const boost::json::value& message,
                                                bool pretty) const;
-  /// Absent when the text does not parse.
+  /// Returns nothing if the text does not parse.
   std::optional<boost::json::value> _deserializeMessageJSON(std::string_view messageJSON) const;
   void _log(std::string_view action, const std::string& json) const;
   void _log(std::string_view action, const boost::json::value& json) const;
 
-  /// The number of the callback identifier that was given out last.
+  /// Returns the number of the last callback identifier.
   std::int64_t uniqueId() const;
-  /// What is held back; absent once messages are sent at once.
+  /// Returns the messages that are held back, or nothing once messages are sent at once.
   std::optional<std::vector<Message>> startupMessageQueue() const;
-  /// The identifiers of callbacks that wait for a response.
+  /// Returns the identifiers of callbacks that wait for a response.
   std::vector<std::string> responseCallbacks() const;
-  /// The names of the handlers.
+  /// Returns the names of the handlers.
   std::vector<std::string> messageHandlers() const;
 
-  /// For whoever sets them; the bridge looks at neither.
+  /// Free for the game's use; the bridge ignores both.
   std::weak_ptr<WebViewDelegate> webViewDelegate;
   Handler messageHandler;
 
  private:
-  // Shared, so that the one that was called can be told from another under the same name.
+  // Shared, so that a callback can be told from another one under the same name.
   using WaitingCallback = std::shared_ptr<const ResponseCallback>;
 
   std::string keepCallback(ResponseCallback callback);

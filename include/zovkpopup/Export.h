@@ -1,6 +1,6 @@
 #pragma once
 
-// Marks what the shared library offers; everything else in it is hidden.
+// Marks the symbols that the shared library exports; all others are hidden.
 #if defined(__GNUC__)
 #define ZOVKPOPUP_API __attribute__((visibility("default")))
 #else

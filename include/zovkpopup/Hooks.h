@@ -4,13 +4,13 @@
 
 namespace zovk {
 
-/// Called around the time in which popups cover the game, for it to pause and to go on with its
-/// sound and its input. Popups that follow one another at once are one such time. Both may be
-/// empty; they must not throw.
+/// Callbacks for the time in which popups cover the game, so that it can pause its sound and its
+/// input. Popups that follow one another at once count as one such time. Each may be empty. They
+/// must not throw.
 struct ZOVKPopupHooks {
-  /// Before the first popup comes on screen.
+  /// Called before the first popup comes on screen.
   std::function<void()> popupsWillAppear;
-  /// After the last one is gone. Not when the host is shut down.
+  /// Called after the last popup is gone, but not when the host is shut down.
   std::function<void()> popupsDidDisappear;
 };
 

@@ -9,57 +9,58 @@
 
 namespace zovk {
 
-/// What a game may say about itself. Every member has a default.
+/// The settings of a host. Every member has a default.
 struct ZOVKPopupHostSettings {
-  /// Names the application's own data: letters, digits, dots, dashes, underscores. By default the
-  /// program's name.
+  /// The name of the folder for the application's data: letters, digits, dots, dashes, underscores.
+  /// Default: the program's name.
   std::string applicationId;
-  /// Where the game's resources lie (absolute path); by default the program's own directory.
-  /// The resource bundle "ZOVKPopupResource.bundle" is looked for there first, then beside the
-  /// library.
+  /// The directory of the game's resources (absolute path). Default: the program's directory. The
+  /// library looks for the bundle "ZOVKPopupResource.bundle" there first, then beside itself.
   std::string resourceDirectory;
-  /// The application's home directory; by default `$XDG_DATA_HOME/<applicationId>`.
+  /// The application's home directory. Default: `$XDG_DATA_HOME/<applicationId>`.
   std::string dataDirectory;
-  /// The helper program `zovkpopup-helper`; by default the one installed with the library.
+  /// The path of the helper program `zovkpopup-helper`. Default: the one installed with the
+  /// library.
   std::string helperPath;
-  /// The X11 window of the game, 0 when it has none: popups cover it and give the focus back to it.
+  /// The X11 window of the game, or 0 if it has none. Popups cover it and give the keyboard back to
+  /// it.
   std::uint64_t nativeWindow = 0;
-  /// A PEM file (absolute path) with certificate authorities to trust beside the system's, for a
-  /// popup service with a certificate of its own; by default none.
+  /// A PEM file (absolute path) with certificate authorities to trust in addition to the system's,
+  /// for a popup service whose certificate the system does not trust. Default: none.
   std::string certificateAuthority;
-  /// Takes the log lines, without line ends, instead of standard error. Called from any thread,
-  /// also while other calls are under way; it must not call back into the library.
+  /// Receives the log lines, without line ends, which otherwise go to standard error. Called from
+  /// any thread, also while other calls are running. It must not call the library.
   std::function<void(std::string_view line)> logSink;
-  /// How many megabytes (of 1,048,576 bytes) a page's process may take, 64 at least. It is looked
-  /// at once a second; a process that has more is ended, and its page is loaded again.
+  /// The memory limit of a page's process, in megabytes of 1,048,576 bytes, at least 64. It is
+  /// checked once a second. A process beyond the limit is ended and its page loaded again.
   std::uint32_t pageMemory = 1024;
-  /// How popups are drawn, in any case: "hardware", by the graphics processor; "software", without
-  /// it; "plain", with the least memory, for pages that are opaque or stand still; "auto", the
-  /// default, by the graphics processor where there is one; "look" is the same, but asks the
-  /// graphics driver even where no device is seen. The player's environment variable
-  /// `ZOVKPOPUP_DRAWING` goes before it. Hardware that fails is not tried again.
+  /// How popups are drawn. "hardware" uses the graphics processor, "software" does not. "plain"
+  /// uses the least memory, for pages that are opaque or do not move. "auto", the default, uses the
+  /// graphics processor if there is one. "look" does the same, but asks the graphics driver even if
+  /// no device is found. Upper and lower case are the same. The environment variable
+  /// `ZOVKPOPUP_DRAWING` overrides this setting. Hardware that failed is not tried again.
   std::string drawing;
-  /// The game's window as text, where it is known to the display system: "x11:NUMBER", the same as
-  /// `nativeWindow`, or "wayland:HANDLE", what the compositor's `zxdg_exporter` gave for it. Popups
-  /// then stand over that window. By default what `nativeWindow` says.
+  /// The game's window as text: "x11:NUMBER", with the number that `nativeWindow` takes, or
+  /// "wayland:HANDLE", with the handle from the compositor's `zxdg_exporter`. Popups then stand
+  /// over that window. Default: the window in `nativeWindow`.
   std::string gameWindow{};
-  /// The kind of window that popups have, in any case: "auto", the default, stands over the game's
-  /// window wherever the display lets it; "fullscreen" takes the whole screen, for games that have
-  /// a screen to themselves. The player's environment variable `ZOVKPOPUP_WINDOW` goes before it.
+  /// The kind of popup window. "auto", the default, stands over the game's window if the display
+  /// allows it. "fullscreen" takes the whole screen, for games that have a screen to themselves.
+  /// Upper and lower case are the same. The environment variable `ZOVKPOPUP_WINDOW` overrides this
+  /// setting.
   std::string popupWindow{};
-  /// Gives the game's last frame, for the displays on which a popup hides the game: in kiosks,
-  /// where no compositor blends windows, and where the game's window has no name on Wayland. It
-  /// then lies beneath the page. Asked once when popups are about to cover the game and again after
-  /// the popup has got another size, on the main thread; it must not call the library, nor throw.
-  /// On other displays it is never asked. Without it what is behind a page is plain and dark.
+  /// Provides the game's last frame for displays on which a popup hides the game: in kiosks,
+  /// without a compositor that blends windows, and if the game's window cannot be named on Wayland.
+  /// The frame is then drawn beneath the page; without it, the ground there is plain and dark.
+  /// Called on the main thread when popups are about to cover the game, and again after the popup's
+  /// size has changed; never on displays that show the game. It must not call the library or throw.
   ZOVKPopupBackdrop backdrop{};
-  /// Whether the helper program writes to its standard output, which is the game's, what pages tell
-  /// their console. For tools.
+  /// Whether the helper program writes the pages' console to its standard output, which is the
+  /// game's. For tools.
   bool pageConsole = false;
-  /// How many seconds popups stay ready to come up at once when nothing is shown. After that the
-  /// helper gives up what it held ready for the next page, and ten minutes later it ends. The next
-  /// popup brings it back, and so does a `havePopup` that is true, which is therefore best asked a
-  /// second before.
+  /// For how many seconds after the last popup the next one can appear without delay. Then the
+  /// helper frees what it held ready, and ten minutes later it ends. The next popup starts it again;
+  /// so does a `havePopup` that returns true, best called a second ahead.
   std::uint32_t readySeconds = 60;
 };
 

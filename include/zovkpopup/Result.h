@@ -4,11 +4,11 @@
 
 namespace zovk {
 
-/// How a request to show popups ended.
+/// The ways in which a request to show popups can end.
 enum ZOVKPopupResult : std::int32_t {
-  /// Nothing was shown, or what was shown could not be seen to its end.
+  /// Nothing was shown, or a popup failed before it was answered.
   ZOVKPopupResultError = -1,
-  /// The player closed the popup, or there was nothing left to show.
+  /// The player closed the popup, or nothing was left to show.
   ZOVKPopupResultSkip = 0,
   /// The player agreed.
   ZOVKPopupResultCommit = 1,

@@ -2,8 +2,8 @@
 
 #include <mutex>
 
-// Clang checks at compile time that what a mutex guards is only touched with it held. Attributes
-// have no other spelling that other compilers ignore quietly.
+// Clang checks at compile time that guarded members are only used while their mutex is held. Other
+// compilers would warn about these attributes, so a macro leaves them out.
 #if defined(__clang__)
 #define ZOVK_ATTRIBUTE(x) __attribute__((x))
 #else
@@ -15,12 +15,13 @@
 
 namespace zovk {
 
-/// A mutex that clang's analysis knows about. Held for a few instructions, never across a callback.
+/// A mutex for clang's thread-safety analysis. Hold it for a few instructions, and never across a
+/// callback.
 class ZOVK_ATTRIBUTE(capability("mutex")) Mutex {
  public:
   void lock() ZOVK_ATTRIBUTE(acquire_capability()) { mutex_.lock(); }
   void unlock() ZOVK_ATTRIBUTE(release_capability()) { mutex_.unlock(); }
-  /// For a condition variable, which unlocks and relocks on its own.
+  /// Returns the mutex for a condition variable, which unlocks and locks it itself.
   std::mutex& native() { return mutex_; }
 
  private:

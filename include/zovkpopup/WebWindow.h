@@ -15,63 +15,63 @@ class WebWindowController;
 class Window;
 class ZOVKPopupWKWebViewJavascriptBridge;
 
-/// What a web window shows, and who hears of it. Exactly one of `address` and `pageFile` is given.
+/// The contents and the callbacks of a web window. Set exactly one of `address` and `pageFile`.
 struct ZOVKPopupWebWindowSettings {
   /// An http or https address.
   std::string address;
-  /// The absolute path of a page file, which may read, show and run no other file.
+  /// The absolute path of a page file. It can read, show and run no other file.
   std::string pageFile;
-  /// Where the window stands on the screen, in logical pixels, where the display system lets
-  /// windows be placed; the full screen when width and height are 0.
+  /// The window's place on the screen in logical pixels, on display systems where windows can be
+  /// placed. Width and height 0 mean the full screen.
   Rect frame;
-  /// False lets the game be seen where the page is clear, on screens that blend windows.
+  /// False shows the game where the page is clear, on screens that blend windows.
   bool opaque = true;
-  /// A page has taken the place of the one before; the first one has, too. Messages sent from now
+  /// Called when a page has replaced the one before, and for the first page. Messages sent from now
   /// on reach this page.
   std::function<void()> pageChanged;
-  /// The window is gone because its helper program failed; said once, after it was closed.
+  /// Called once, after the window was closed because its helper program failed.
   std::function<void(const std::string& reason)> failed;
-  /// Decides on navigations and hears of them, but for those that are the bridge's own signals.
-  /// Without one, all are allowed. It is not owned.
+  /// Decides on navigations and receives their events, except for the bridge's own signals. Without
+  /// a delegate, all navigations are allowed. The window does not own it.
   std::weak_ptr<WebViewDelegate> navigationDelegate;
 };
 
-/// A window of the game's own with a web page in it, in front of the game, in the same helper
-/// program that shows the popups. Game and page call each other's handlers over the bridge.
+/// A window in front of the game with a web page in it. The helper program that shows the popups
+/// shows it, too. Game and page call each other's handlers over the bridge.
 ///
-/// Main thread only, the thread that set the host up; every callback comes from the host's pump, so
-/// handlers that are registered before the next pump miss nothing. Whoever opens a window owns it:
-/// it closes when it is let go, or by `close`; both may happen within any of its callbacks. Once it
-/// is closed no callback and no handler is called any more, except that a script under way hears an
-/// error. A popup stands in front of it and gives it the keyboard back; the game's window gets the
-/// keyboard when the last window closes.
+/// Main thread only: the thread that set the host up. Every callback comes from the host's pump, so
+/// handlers that are registered before the next pump miss no message. The caller of `open` owns the
+/// window. It closes when it is destroyed, or by `close`; both are allowed within any of its
+/// callbacks. After that no callback and no handler is called any more, except that a running
+/// script ends with an error. A popup stands in front of the window and gives the keyboard back to
+/// it. When the last window closes, the game's window gets the keyboard.
 ///
-/// When the page's process ends, the page is loaded again; when the helper ends, it is started
-/// again once and brings the window back. The bridge is then as new: callbacks that waited for the
-/// old page are dropped, and messages wait until the new one asks for the bridge. It is the same
-/// when the page is left for another one or loaded anew.
+/// When the page's process ends, the page is loaded again. When the helper ends, it is started
+/// again once and brings the window back. In both cases the bridge starts again: callbacks that
+/// waited for the old page are dropped, and messages wait until the new page asks for the bridge.
+/// The same happens when the page is left for another one or reloaded.
 ///
-/// The window has no button of its own: a page that covers the screen must offer a way out, and a
-/// game should close a window whose page fails to load.
+/// The window has no buttons. A page that covers the screen must offer a way out, and a game should
+/// close a window whose page fails to load.
 class ZOVKPOPUP_API ZOVKPopupWebWindow final {
  public:
-  /// Opens a window and begins to load its page. Null, with one error line, when the host is not
-  /// set up, was shut down or has another main thread, or when the settings make no sense.
+  /// Opens a window and begins to load its page. Returns null and logs one error line if the host
+  /// is not set up, was shut down or has another main thread, or if the settings are invalid.
   static std::unique_ptr<ZOVKPopupWebWindow> open(const ZOVKPopupWebWindowSettings& settings);
   ~ZOVKPopupWebWindow();
   ZOVKPopupWebWindow(const ZOVKPopupWebWindow&) = delete;
   ZOVKPopupWebWindow& operator=(const ZOVKPopupWebWindow&) = delete;
 
-  /// False after `close`, after a failure and after the host's shut down.
+  /// Returns false after `close`, after a failure, and after the host was shut down.
   bool isOpen() const;
-  /// The page's bridge, of <zovkpopup/Bridge.h>. It is there as long as this object; in a closed
-  /// window it reaches nobody. The window is its delegate: a delegate of the game's own goes into
-  /// the settings. Handlers are let go when the window closes.
+  /// Returns the page's bridge (<zovkpopup/Bridge.h>). It exists as long as this object; in a
+  /// closed window its messages reach nobody. The window sets itself as the bridge's delegate: put
+  /// the game's delegate into the settings. Handlers are released when the window closes.
   ZOVKPopupWKWebViewJavascriptBridge& bridge() { return *bridge_; }
-  /// Loads the page anew.
+  /// Loads the page again.
   void reload();
-  /// Runs a script in the page. `completion`, which may be empty, hears its result or an error,
-  /// unless the host is shut down before.
+  /// Runs a script in the page. `completion` may be empty. It gets the result or an error, unless
+  /// the host is shut down first.
   void evaluate(const std::string& script, std::function<void(ScriptResult)> completion);
   void close();
 

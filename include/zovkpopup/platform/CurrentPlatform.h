@@ -9,13 +9,13 @@ namespace zovk {
 
 struct Platform;
 
-/// The platform on which the process-wide shared objects are made. When none has been set, the
-/// default is asked for one first; null when that has none to give, or after it was taken back.
-/// Any thread.
+/// Returns the platform for the process-wide shared objects. If none is set, asks the default for
+/// one first. Returns null if the default has none, or after the platform was removed. Any thread.
 ZOVKPOPUP_API std::shared_ptr<Platform> currentPlatform();
 void setCurrentPlatform(std::shared_ptr<Platform> platform);
 
-/// What `currentPlatform` asks when nothing has been set; it sets the platform that it makes.
+/// Sets the function that `currentPlatform` calls when no platform is set. The function makes a
+/// platform and sets it.
 void setDefaultPlatform(std::function<void()> makeAndSet);
 
 }  // namespace zovk

@@ -10,7 +10,7 @@
 
 namespace zovk {
 
-/// What tells one state of a file from another without reading it.
+/// Distinguishes one state of a file from another without reading it.
 struct FileIdentity {
   std::uint64_t device = 0;
   std::uint64_t inode = 0;
@@ -20,36 +20,38 @@ struct FileIdentity {
   friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
 
-/// Whole files and directories, named by absolute paths in UTF-8.
-/// Any thread; calls block until done and call back only within the call. Callers own what is
-/// returned. Failures come back as an error code or an absent value; nothing throws, and a path
-/// that cannot exist (empty, or holding a zero byte) is a path where nothing is.
+/// Whole files and directories, named by absolute paths in UTF-8. Any thread; calls block until
+/// done, and call back only within the call. Callers own the results. Failures are error codes or
+/// absent values; nothing throws. A path that cannot exist (empty, or with a zero byte) counts as a
+/// path without a file.
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
-  /// Whether a file or directory is there; links are followed.
+  /// Returns whether a file or directory exists; follows links.
   virtual bool exists(const std::string& path) const = 0;
-  /// Absent when nothing is there or it cannot be looked at; links are followed.
+  /// Returns the identity of a file, or nothing if it does not exist or cannot be examined; follows
+  /// links.
   virtual std::optional<FileIdentity> identity(const std::string& path) const = 0;
-  /// Makes one directory; the one above must exist.
+  /// Makes one directory. The parent must exist.
   virtual std::error_code createDirectory(const std::string& path) = 0;
-  /// Removes a file, a link (not its target) or a directory with all it holds.
+  /// Removes a file, a link (not its target) or a directory with its contents.
   virtual std::error_code remove(const std::string& path) = 0;
-  /// Every entry below a directory, as paths relative to it, a directory before its entries;
-  /// links are listed and not followed. Absent when the directory cannot be listed, or is a link.
+  /// Returns every entry below a directory as a path relative to it, each directory before its
+  /// entries. Lists links, but does not follow them. Returns nothing if the directory cannot be
+  /// listed or is a link.
   virtual std::optional<std::vector<std::string>> listRecursively(
       const std::string& directory) const = 0;
-  /// The whole file; absent when it cannot be read or is no file.
+  /// Returns the whole file, or nothing if it cannot be read or is not a file.
   virtual std::optional<std::string> read(const std::string& path) const = 0;
-  /// Hands the file's bytes to `sink` piece by piece. False when the file cannot be opened; an
-  /// error after that ends the file early.
+  /// Passes the file's bytes to `sink` in pieces. Returns false if the file cannot be opened. A
+  /// later error ends the file early.
   virtual bool readPieces(const std::string& path,
                           const std::function<void(std::string_view piece)>& sink) const = 0;
-  /// Replaces the file so that a reader, or a start after a crash, sees the old or the new bytes
-  /// whole. On failure the old file is untouched.
+  /// Replaces the file atomically: a reader, or a start after a crash, sees either all old or all
+  /// new bytes. On failure the old file is unchanged.
   virtual std::error_code writeAtomically(const std::string& path, std::string_view bytes) = 0;
-  /// Adds to the end of a file that exists. Not atomic.
+  /// Appends to an existing file. Not atomic.
   virtual std::error_code append(const std::string& path, std::string_view bytes) = 0;
 };
 

@@ -4,13 +4,13 @@
 
 namespace zovk {
 
-/// What a player asks of a popup with a game pad.
+/// The meaning of a press on a game pad.
 enum class ZOVKPopupGamePad : std::uint8_t {
-  kUp,  ///< Direction pad or stick: the focus goes to what lies there.
+  kUp,  ///< Moves the focus to the next place in this direction.
   kDown,
   kLeft,
   kRight,
-  kPress,  ///< Presses what has the focus.
+  kPress,  ///< Presses the element that has the focus.
   kLeave,  ///< Does what the escape key does.
 };
 

@@ -4,12 +4,11 @@
 
 namespace zovk {
 
-/// Runs tasks on the host's main thread, in the order in which they were added.
-/// `async` may be called from any thread and never blocks. `sync` may be called from any thread
-/// and blocks until the task has run; on the main thread it runs the task at once, so it cannot
-/// deadlock there. The queue owns waiting tasks; those that wait when it shuts down are dropped,
-/// not run. Nothing fails: a task that is added after shutdown is dropped too, and `sync` returns
-/// without having run it.
+/// Runs tasks on the host's main thread, in the order in which they were added. `async` may be
+/// called from any thread and never blocks. `sync` may be called from any thread and blocks until
+/// the task has run. On the main thread it runs the task at once, so it cannot deadlock there. The
+/// queue owns waiting tasks. A shutdown drops them without running them. No call fails: a task that
+/// is added after a shutdown is dropped too, and `sync` returns without running it.
 class MainQueue {
  public:
   using Task = std::function<void()>;

@@ -14,16 +14,16 @@
 
 namespace zovk {
 
-/// Takes finished log lines, from any thread, one after another. It cannot fail.
+/// Receives finished log lines, from any thread, one after another. Cannot fail.
 class PlatformLog {
  public:
   virtual ~PlatformLog() = default;
   virtual void writeLine(std::string_view line) = 0;
 };
 
-/// All that the engine needs of the world around it. Each interface says on which threads it may
-/// be used. Whoever makes a platform owns what the references stand for and keeps it until
-/// everything that was handed the platform is gone.
+/// Everything the engine needs from the world around it. Each interface says on which threads it
+/// may be used. The maker of a platform owns the objects behind the references, and keeps them
+/// until nothing that was given the platform is left.
 struct Platform {
   PlatformLog& log;
   MainQueue& mainQueue;

@@ -6,19 +6,20 @@
 namespace zovk {
 
 /// Small texts that outlive the process, one store per application. Any thread; calls block until
-/// done, for 50 milliseconds at most where another process holds the store. Callers own what they
-/// get. Nothing throws: a store that cannot be read holds nothing but what it gave before, and a
-/// write that cannot be kept is logged by the store and lost, unless it is only the other process
-/// that is waited for: then it counts at once, and is kept later.
+/// done, or for at most 50 milliseconds if another process holds the store. Callers own the
+/// results. Nothing throws. If the store cannot be read, only values that it returned before are
+/// available. If a write fails, the store logs that and the write is lost. A write that only waits
+/// for another process counts at once and is stored later.
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
   virtual std::optional<std::string> value(const std::string& key) const = 0;
   virtual void set(const std::string& key, const std::string& value) = 0;
   virtual void remove(const std::string& key) = 0;
-  /// False while another process holds the store: a value that was not given may be there.
+  /// Returns false while another process holds the store: it may then have values that it does not
+  /// return.
   virtual bool isReadable() const { return true; }
-  /// Returns once everything set and removed so far is on disk, or waits for another process.
+  /// Returns once all changes so far are on disk, or wait for another process.
   virtual void synchronize() = 0;
 };
 

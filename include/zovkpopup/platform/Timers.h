@@ -6,21 +6,22 @@
 
 namespace zovk {
 
-/// A repeating timer. Main thread only; it calls back on the main thread. The holder owns it, and
-/// it owns its callback: dropping it stops it like `invalidate`. It cannot fail.
+/// A repeating timer. Main thread only, and it calls back there. The holder owns the timer, and the
+/// timer owns its callback. Dropping the timer stops it, like `invalidate`. It cannot fail.
 class Timer {
  public:
   virtual ~Timer() = default;
-  /// Calls back now, without moving the next turn.
+  /// Calls back now. The next regular call stays on time.
   virtual void fire() = 0;
-  /// Stops it for good and drops the callback; a callback that is running finishes. Repeatable.
+  /// Stops the timer for good and drops the callback. A callback that is running finishes. May be
+  /// repeated.
   virtual void invalidate() = 0;
   virtual bool isValid() const = 0;
 };
 
-/// Makes timers that run on the host's main thread. Main thread only, and it calls back there,
-/// from the host's pump. The caller owns each timer. Turns that were missed, because the host did
-/// not pump for a while, are not made up for: one callback stands for all of them.
+/// Makes timers that run on the host's main thread. Main thread only; they call back there, from
+/// the host's pump. The caller owns each timer. If the host did not pump for a while, one callback
+/// stands for all missed ones.
 class Timers {
  public:
   virtual ~Timers() = default;

@@ -12,16 +12,16 @@ struct UrlRequest {
   std::string url;
   std::string method = "GET";
   std::optional<std::string> body;
-  /// How long the transfer may stand still; absent means the session's own default.
+  /// How long the transfer may pause; absent means the session's default.
   std::optional<std::chrono::seconds> timeout;
 };
 
-/// The end of a transfer. Exactly one of `error` and the result is present: any answer without a
-/// transport error is a success, whatever its status.
+/// The end of a transfer. Either `error` or the result is present. Any answer without a transport
+/// error is a success, whatever its status.
 struct UrlResult {
   std::string url;                   ///< The address that answered, after redirects.
-  std::optional<std::string> error;  ///< What went wrong in the transport.
-  int status = 0;                    ///< The HTTP status; 0 without an answer.
+  std::optional<std::string> error;  ///< The transport error.
+  int status = 0;                    ///< The HTTP status, or 0 if there was no answer.
 };
 
 struct DataResult : UrlResult {
@@ -29,12 +29,12 @@ struct DataResult : UrlResult {
 };
 
 struct DownloadResult : UrlResult {
-  /// A temporary file, gone when the completion returns.
+  /// A temporary file; it is removed when the completion returns.
   std::optional<std::string> path;
 };
 
-/// One transfer. Any thread. It starts with `resume`; the session keeps it alive until its
-/// completion has run. `cancel` ends it with a transport error.
+/// One transfer. Any thread. `resume` starts it. The session keeps it alive until its completion
+/// has run. `cancel` ends it with a transport error.
 class UrlTask {
  public:
   virtual ~UrlTask() = default;
@@ -42,10 +42,10 @@ class UrlTask {
   virtual void cancel() = 0;
 };
 
-/// Sends prepared requests. Any thread; calls return at once. Completions run once for each
-/// resumed task, one after another, on a thread of the session that is never the main thread. The
-/// session owns requests and completions until they have run. An address that cannot be parsed,
-/// like any other failure, ends in a completion with an error.
+/// Sends prepared requests. Any thread; calls return at once. The completion of each resumed task
+/// runs once. Completions run one after another, on a thread of the session that is never the main
+/// thread. The session owns requests and completions until they have run. An address that cannot be
+/// parsed ends in a completion with an error, like any other failure.
 class UrlSession {
  public:
   virtual ~UrlSession() = default;
