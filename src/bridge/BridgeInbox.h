@@ -7,11 +7,11 @@
 
 namespace zovk {
 
-/// What has come from a bridge's page.
+/// The messages that came from a bridge's page.
 struct BridgeInbox {
-  /// Long queues, and those behind them. Main thread only.
+  /// Long queues, and the queues behind them. Main thread only.
   std::deque<ReceivedQueue> queues;
-  /// Lines about what the page sent amiss.
+  /// Log lines about the page's mistakes.
   LineLimit mistakes;
 };
 

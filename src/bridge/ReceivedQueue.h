@@ -11,26 +11,27 @@
 
 namespace zovk {
 
-/// How much of a queue's text is read in one turn of the main thread: a fraction of a millisecond.
+/// The part of a queue's text that one turn of the main thread reads: a fraction of a millisecond.
 inline constexpr std::size_t kPieceOfQueue = std::size_t{32} * 1024;
-/// How many values a queue may hold; a list of more takes too long to make at once.
+/// The greatest number of values in a queue. Making a longer list at once would take too long.
 inline constexpr std::size_t kMostValuesOfQueue = 500'000;
 
-/// A page's message queue, read a piece at a time and taken apart a message at a time, so that no
-/// page can hold the main thread up. Main thread only.
+/// A page's message queue. It is parsed in pieces and returns one message at a time, so that no
+/// page can block the main thread. Main thread only.
 class ReceivedQueue {
  public:
-  /// JSON text of any kind, well formed or not.
+  /// Takes JSON text of any kind, well formed or not.
   explicit ReceivedQueue(boost::json::string text);
 
   std::size_t size() const { return text_.size(); }
-  /// Reads the next piece. False when there is none: all was read, or the text is of no use.
+  /// Reads the next piece. Returns false if there is none: everything was read, or the text is
+  /// useless.
   bool readPiece();
-  /// Whether reading ended since the text holds more values than it may.
+  /// Returns whether reading stopped because the text holds too many values.
   bool holdsTooMuch() const { return tooMuch_; }
-  /// The next element of the list, or the next key of a top-level object; absent at the end, and
-  /// for any text that holds neither. To be called once all is read. What is taken is moved, not
-  /// copied, and may be kept.
+  /// Returns the next element of the list, or the next key of a top-level object; nothing at the
+  /// end, and for a text that is neither. Call it after everything was read. The element is moved,
+  /// not copied, and the caller may keep it.
   std::optional<boost::json::value> take();
 
  private:

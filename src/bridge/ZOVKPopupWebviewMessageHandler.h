@@ -12,12 +12,12 @@
 
 namespace zovk {
 
-/// Receives what a popup page posts and turns it into a result code. Main thread only; the
-/// callback is called from within the message. It holds its own copy of the callback. Anything
-/// that is not one of the known messages is ignored, without a log line and without an answer.
+/// Receives the posts of a popup page and turns them into result codes. Main thread only. It copies
+/// the callback, and calls it while it handles the message. Everything that is not one of the known
+/// messages is ignored, without a log line and without an answer.
 class ZOVKPopupWebviewMessageHandler : public ScriptMessageHandler {
  public:
-  /// `message` is the page's "msg" as it stands, an empty text when the page gave none.
+  /// `message` is the page's "msg", unchanged; an empty text if the page gave none.
   using Callback = std::function<void(std::int32_t code, const boost::json::value& message)>;
 
   static constexpr const char* kPopupChannel = "ZOVKPopup";

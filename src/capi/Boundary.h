@@ -7,23 +7,23 @@
 
 namespace zovk {
 
-/// What every function of the C interface has in common: nothing is thrown across it, and each
-/// failure is told in the log, in one line that begins with the function's name. Any thread.
+/// The common parts of all functions of the C interface: none of them throws, and each failure
+/// writes one log line that begins with the function's name. Any thread.
 
-/// Why a function of the C interface fails; thrown within it.
+/// The reason for a failure of a function of the C interface; thrown within it.
 struct Fault {
   zovkpopup_status status;
-  std::string why;      ///< What the log is told; empty for the status's own message.
-  bool isTold = false;  ///< The log has been told already.
+  std::string why;      ///< The text for the log; empty for the status's own message.
+  bool isTold = false;  ///< The failure is in the log already.
 };
 
-/// The status of what was thrown, from within its handler; tells the log, or standard error while
-/// there is no host whose log could take it.
+/// Returns the status of the current exception; call it within a handler. Writes to the log, or to
+/// standard error if no host has been set up.
 zovkpopup_status statusOfThrown(const char* function) noexcept;
-/// This process has a host from now on, and the log a place to go.
+/// Reports that this process has a host now, whose log takes lines.
 void hostIsSetUp();
 
-/// Does `work` and makes a status of how that went.
+/// Runs `work` and returns its status.
 template <class Work>
 zovkpopup_status guarded(const char* function, Work&& work) noexcept {
   try {
@@ -34,13 +34,14 @@ zovkpopup_status guarded(const char* function, Work&& work) noexcept {
   }
 }
 
-/// Each throws unless a call may be made now: `requireMainThread` on this thread, `requireHost` on
-/// any, of a host that is set up; `requirePopups` on this one, of a game that may do without.
+/// Each throws unless a call is allowed now. `requireMainThread` checks that this is the main
+/// thread; `requireHost`, on any thread, that a host is set up; `requirePopups` that this is the
+/// main thread of a host, or that the game does without one.
 void requireMainThread();
 void requireHost();
 void requirePopups();
 
-/// Throws when something that has to be there is not.
+/// Throws if a required pointer is null.
 template <class Pointer>
 void require(Pointer argument, const char* name) {
   if (argument == nullptr) throw Fault{ZOVKPOPUP_ERROR_ARGUMENT, std::string(name) + " is NULL"};

@@ -7,10 +7,10 @@
 
 namespace zovk {
 
-/// What comes with a game's callback. It is let go when the last copy of the callback is.
+/// The user data of a game's callback. It is released with the last copy of the callback.
 using UserData = std::shared_ptr<void>;
 
-/// `destroy`, if any, is called with `user` once, also when this throws.
+/// Makes user data. `destroy`, if any, is called with `user` once, even if this throws.
 inline UserData userData(void* user, zovkpopup_destroy destroy) {
   return UserData(user, [destroy](void* data) noexcept {
     guarded("A callback", [&] {
@@ -19,8 +19,8 @@ inline UserData userData(void* user, zovkpopup_destroy destroy) {
   });
 }
 
-/// A function of the game's with its user data. It may be copied, and called when it is none.
-/// What it throws is told in the log and goes no further.
+/// A function of the game with its user data. May be copied. Calling an empty one has no effect.
+/// Exceptions that the function throws are written to the log and go no further.
 template <class... Arguments>
 class Callback {
  public:

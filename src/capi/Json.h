@@ -9,11 +9,12 @@
 
 namespace zovk {
 
-/// Values on their way between a page and a game: the game has them as JSON texts, null for none.
+/// Converts values between a page and a game. The game sees them as JSON texts, and NULL for no
+/// value.
 
 using JsonValue = std::optional<boost::json::value>;
 
-/// Throws when the text is no JSON.
+/// Throws if the text is not JSON.
 inline JsonValue valueOf(const char* json) {
   if (json == nullptr) return std::nullopt;
   auto value = jsonValue(json);

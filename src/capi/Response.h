@@ -5,7 +5,7 @@
 
 #include "zovkpopup/BridgeBase.h"
 
-/// What stands behind a response's handle.
+/// The object behind a response's handle.
 struct zovkpopup_response {
   explicit zovkpopup_response(
       zovk::ZOVKPopupWebViewJavascriptBridgeBase::ResponseCallback givenRespond)

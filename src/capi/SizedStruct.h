@@ -9,15 +9,15 @@
 namespace zovk {
 
 /// Structs of the C interface begin with their own size, as the game was compiled with it, and grow
-/// at their end. Throws unless `size` is that of some version: it holds a member, and ends with
-/// one.
+/// at their end. Throws unless `size` fits a version of the struct: it must hold at least one
+/// member, and end with one.
 template <class Struct>
 void requireSizeOfSomeVersion(std::size_t size) {
   if (size >= sizeof(std::size_t) + alignof(Struct) && size % alignof(Struct) == 0) return;
   throw Fault{ZOVKPOPUP_ERROR_SIZE, {}};
 }
 
-/// The game's struct as the library knows it: members that it lacks are zero.
+/// Returns the game's struct as the library knows it. Missing members are zero.
 template <class Struct>
 Struct readSized(const Struct& given) {
   requireSizeOfSomeVersion<Struct>(given.size);
@@ -26,7 +26,7 @@ Struct readSized(const Struct& given) {
   return known;
 }
 
-/// Gives the game as much of `known` as its struct has room for. Its size stays.
+/// Copies as much of `known` as the game's struct has room for. Keeps the struct's size.
 template <class Struct>
 void writeSized(Struct& given, Struct known) {
   requireSizeOfSomeVersion<Struct>(given.size);

@@ -7,8 +7,8 @@
 
 namespace zovk {
 
-/// Hands what happens in a web window on to a game's functions. Main thread only. The window's
-/// handle owns it; a function that lets the handle go may be the last to need it.
+/// Passes the events of a web window to a game's functions. Main thread only. The window's handle
+/// owns it. A function that frees the handle may be its last user.
 class WebWindowEvents final : public WebViewDelegate {
  public:
   explicit WebWindowEvents(const zovkpopup_web_window_settings& settings);

@@ -6,8 +6,8 @@
 #include "zovkpopup/Host.h"
 #include "zovkpopup/WebWindow.h"
 
-/// What stands behind a window's handle.
+/// The object behind a window's handle.
 struct zovkpopup_web_window {
   std::shared_ptr<zovk::WebWindowEvents> events;
-  std::unique_ptr<zovk::ZOVKPopupWebWindow> window;  ///< Goes first; never null.
+  std::unique_ptr<zovk::ZOVKPopupWebWindow> window;  ///< Destroyed first; never null.
 };

@@ -7,8 +7,8 @@
 
 namespace zovk {
 
-/// What a condition's answer says: absent when the popup is not wanted, else the extra parameters
-/// for its page, which may be none.
+/// Returns nothing if the answer does not want the popup. Otherwise returns the extra parameters
+/// for its page, of which there may be none.
 std::optional<boost::json::object> wantedPopupExtra(const boost::json::value& answer);
 
 }  // namespace zovk

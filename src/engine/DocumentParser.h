@@ -14,7 +14,7 @@
 
 namespace zovk {
 
-/// A key of an entry of the document's "popups", and the field of the record that it fills.
+/// A key of an entry in the document's "popups", and the field of the record that it fills.
 struct DocumentField {
   using Number = std::int32_t ZOVKPopupModel::*;
   using Kind = std::uint64_t ZOVKPopupModel::*;  ///< An integer too, widened with its sign.
@@ -26,16 +26,16 @@ struct DocumentField {
   bool isText() const { return std::holds_alternative<Text>(field); }
 };
 
-/// All keys that an entry may have, in the order in which they are read.
+/// Returns all keys that an entry may have, in the order of reading.
 std::span<const DocumentField> documentFields();
 
-/// The values of one entry in the order of `documentFields`; absent where the key is missing.
+/// The values of one entry in the order of `documentFields`; absent if the key is missing.
 using DocumentFieldValues = std::array<std::optional<boost::json::value>, 15>;
 
-/// One record of an entry of the document's "popups". Every key is read, so a missing one gives 0
-/// or an empty text rather than the record's default. Throws `std::invalid_argument` when a
-/// number's key holds null, an array or an object. A text's key with another value counts as
-/// absent.
+/// Makes the record of an entry in the document's "popups". Every key is read, so a missing one
+/// gives 0 or an empty text, not the record's default. Throws `std::invalid_argument` if the key of
+/// a number holds null, an array or an object. If the key of a text holds anything else, it counts
+/// as absent.
 PopupPointer popupFromFields(const DocumentFieldValues& values, std::uint64_t configType);
 
 }  // namespace zovk

@@ -8,16 +8,17 @@
 
 namespace zovk {
 
-/// What popups are selected for: a scene, or, when that is empty, a scene type.
+/// A request for popups: for a scene or, if that is empty, for a scene type.
 struct SelectionRequest {
   std::string scene;
   std::uint64_t sceneType = 0;
 };
 
-/// Puts a judgement into words; the rank is left 0.
+/// Returns a judgement in words; the rank is left 0.
 ZOVKPopupExplainedPopup explained(const ZOVKPopupModel& popup, const Judgement& judgement,
                                   const SelectionRequest& request, const SelectionContext& context);
-/// The same for a popup that was not looked at, because `standing` stands for the scene.
+/// Returns the words for a popup that was not examined, because `standing` was chosen for the
+/// scene.
 ZOVKPopupExplainedPopup explainedUnreached(const ZOVKPopupModel& popup,
                                            const ZOVKPopupModel& standing);
 

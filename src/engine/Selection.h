@@ -10,7 +10,7 @@
 
 namespace zovk {
 
-/// The first rule that a popup fails; `kPassed` when it fails none.
+/// The first rule that a popup fails; `kPassed` if it fails none.
 enum class Verdict {
   kPassed,
   kOtherScene,
@@ -25,10 +25,10 @@ enum class Verdict {
 
 struct Judgement {
   Verdict verdict = Verdict::kPassed;
-  std::string digest;  ///< What `sig` was compared with; set when it differs.
+  std::string digest;  ///< The digest that `sig` was compared with; set if it differs.
 };
 
-/// What a popup is judged against.
+/// The data that popups are judged against.
 struct SelectionContext {
   double now = 0;  ///< Seconds since 1970.
   ZOVKPopupLoginStateModel loginState;
@@ -36,22 +36,22 @@ struct SelectionContext {
   FileGlance glance;  ///< One selection judges all popups by the same state of the files.
 };
 
-/// Hears the judgements in list order.
+/// Receives the judgements in list order.
 using JudgementSink = std::function<void(const PopupPointer& popup, const Judgement& judgement)>;
 
-/// Judges every popup for a scene type, and logs why one is passed over.
+/// Judges every popup for a scene type, and logs why one is rejected.
 void judgeForSceneType(const PopupList& popups, std::uint64_t sceneType, SelectionContext& context,
                        const JudgementSink& judged);
-/// Judges the popups for a scene up to the first that may stand for it, whose content then decides.
-/// One scene stands for one popup: those behind it are not looked at, and not told of.
+/// Judges the popups for a scene up to the first one that fits the scene; the content of that one
+/// then decides. A scene has one popup: those behind it are neither examined nor reported.
 void judgeForScene(const PopupList& popups, const std::string& scene, SelectionContext& context,
                    const JudgementSink& judged);
-/// Judges the content of the popup that stands for its scene. The once-record is not asked.
+/// Judges the content of the popup chosen for its scene. Does not look at the once-record.
 Judgement judgeContentForScene(const ZOVKPopupModel& popup, SelectionContext& context);
 
-/// Whether `a` is to be shown before `b`: by priority, publish time and scene, all descending.
+/// Returns whether `a` is shown before `b`: by priority, publish time and scene, all descending.
 bool ranksBefore(const ZOVKPopupModel& a, const ZOVKPopupModel& b);
-/// Best first; ties keep their order.
+/// Sorts popups, best first; ties keep their order.
 void rankPopups(PopupList& popups);
 
 }  // namespace zovk

@@ -33,18 +33,17 @@ struct ConfigDocument;
 /// The popup engine: the lists of popups, the display queue, the popup window.
 ///
 /// Show requests and selections may come on any thread and work on snapshots of the lists. What any
-/// thread may reach has a lock of its own, which is never held across a callback. Window, timer and
-/// page controller belong to the main thread. The object owns all it holds; whoever calls back
-/// later refers to it weakly. Nothing throws; a failure is one log line and a false, absent or -1
-/// result.
+/// thread can reach has a lock of its own, which is never held across a callback. Use window, timer
+/// and page controller on the main thread. The object owns everything it holds; later callbacks refer to it weakly.
+/// Nothing throws: a failure writes one log line and gives false, nothing or -1.
 class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
  public:
-  /// The one object, made on first use; null when there is no platform.
+  /// Returns the shared object and makes it on first use; null if there is no platform.
   static ZOVKPopupManager* sharedInstance();
   static ZOVKPopupManager* sharedInstanceSynch();
   static ZOVKPopupManager* sharedInstanceNoSynch();
   static ZOVKPopupManager* allocWithZone();
-  /// Drops the object, on the main thread; nobody may be using it. The next access makes a fresh
+  /// Drops the shared object. Main thread only, while nobody uses it. The next access makes a new
   /// one.
   static void purgeSharedInstance();
   ZOVKPopupManager* copyWithZone() { return this; }
@@ -54,9 +53,9 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   ZOVKPopupManager& operator=(const ZOVKPopupManager&) = delete;
   void init();
 
-  /// Has work on other threads that takes long, such as reading a document, give up, and drops the
-  /// requests that wait, unanswered. For the end of the platform, which waits for those threads.
-  /// For good.
+  /// Stops long work on other threads, such as reading a document, and drops waiting requests
+  /// without calling back. For the end of the platform, which waits for those threads. Cannot be
+  /// undone.
   void stopWork();
 
   void startPopup(const std::string& baseUrl, const std::string& gameID,
@@ -65,7 +64,8 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
                     const std::string& jwtToken);
 
   // The configuration document.
-  /// True when the document was accepted; `popUps`, which may be null, then holds its records.
+  /// Returns true if the document was accepted; `popUps`, which may be null, then holds its
+  /// records.
   bool parseConfigFile(std::string_view fileData, std::uint64_t configType, PopupList* popUps);
   void loadConfigFile();
   void loadRemoteConfig();
@@ -74,23 +74,23 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   void deleteExpiredPopup();
   void deleteExpirePopupFile(const PopupList& popups);
   void deleteExpirePopupOnceRecord(const PopupList& popups);
-  /// Seconds since 1970 by the device's own clock.
+  /// Returns the seconds since 1970 by the device's clock.
   double getCurrentTime() const;
 
   // Selection.
   bool havePopup(std::uint64_t sceneType);
-  /// The valid popups, best first; empty when there is none.
+  /// Returns the valid popups, best first; may be empty.
   PopupList getValidPopupForSceneType(std::uint64_t sceneType, const PopupList& srcPopups);
-  /// One popup at the most.
+  /// Returns one popup at most.
   PopupList getValidPopupForScene(const std::string& scene, const PopupList& srcPopups);
-  /// What a request to show popups would select now, and why; changes and logs nothing.
+  /// Explains what a request to show popups would select now, and why. Changes and logs nothing.
   ZOVKPopupExplanation explain(const std::string& scene, std::uint64_t sceneType);
 
   // The display queue and its window.
   void showPopup(const std::string& scene, std::uint64_t sceneType,
                  const ZOVKPopupComplete& complete);
   void cachePopup(const PopupList& popups, const CallbackPointer& complete);
-  /// The oldest entry, which stays in the queue; absent when the queue is empty.
+  /// Returns the oldest entry, which stays in the queue; nothing if the queue is empty.
   std::optional<QueueEntry> getPopupFromCache();
   void showPopup();
   void initPopupWindow();
@@ -101,8 +101,8 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   void doCallback(const CallbackPointer& complete, std::int32_t action, const std::string& msg);
   /// Main thread only.
   void setHooks(ZOVKPopupHooks hooks) { cover_.setHooks(std::move(hooks)); }
-  /// While popups are held back, requests are queued and what is on screen stays; nothing else
-  /// is put on screen.
+  /// Holds popups back or ends that. Meanwhile requests are queued, a popup on screen stays, and no
+  /// other one is shown.
   void setHeldBack(bool heldBack);
 
   // The privacy policy.
@@ -115,7 +115,7 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   void handleRemoteConfigResponse(const std::optional<std::string>& data);
   void downloadRemotePopupFile(const PopupList& popups);
   void queryConditionPopup(const PopupPointer& popup, const CallbackPointer& complete);
-  /// Whether the answer says that the popup is to be shown. `extraJson`, which may be null, then
+  /// Returns whether the answer wants the popup to be shown. `extraJson`, which may be null, then
   /// receives the answer's extra parameters.
   bool parseConditionPopupResp(const std::optional<std::string>& data,
                                boost::json::object* extraJson);

@@ -13,15 +13,15 @@
 
 namespace zovk {
 
-/// The values of one log line, turned into what the printf-style formatter takes.
+/// The values of one log line, in the form that the printf-style formatter takes.
 using LogValues = fmt::dynamic_format_arg_store<fmt::printf_context>;
 
-/// Text of a value for "%@".
+/// Returns the text of a value for "%@".
 std::string logText(const boost::json::value& value);
 std::string logText(const boost::json::object& value);
 
-/// Expands `format` once against `values`. "%@" takes an object's text. A format that does not fit
-/// its values is returned as it stands: a broken log line must not become a broken game.
+/// Expands `format` with `values`. "%@" takes an object's text. A format that does not fit its
+/// values is returned unchanged: a broken log line must not become a broken game.
 std::string expandLogFormat(std::string_view format, const LogValues& values);
 
 template <class T>

@@ -3,8 +3,8 @@
 namespace zovk {
 
 /// Keeps the calling thread from writing log lines while the object lives. For questions about the
-/// popups that must not look, in the game's log, like the game's own doings. Nests; made and
-/// destroyed on one thread.
+/// popups that must not look like the game's own requests in its log. May be nested. Make and
+/// destroy it on one thread.
 class LogPause {
  public:
   LogPause();

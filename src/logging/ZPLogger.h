@@ -10,33 +10,33 @@
 
 namespace zovk {
 
-/// Where the logger's lines go and where its debug switch comes from. Handed in once, before the
-/// first line; every function may be called from any thread. A function that is not set stands
-/// for a platform without that source.
+/// The destination of log lines and the source of the debug switch. Set it once, before the first
+/// line. Any thread may call the functions. An empty function means that the platform lacks that
+/// source.
 struct LogEnvironment {
   /// Writes one line to the platform log, which adds its own time and process prefix.
   std::function<void(std::string_view line)> writeLine;
-  /// Whether the host ships the setting bundle "ZOVKAppSetting".
+  /// Returns whether the host ships the setting bundle "ZOVKAppSetting".
   std::function<bool()> hasSettingBundle;
-  /// The text of "ZOVKConfig.ini" in the setting bundle; absent when it cannot be read.
+  /// Returns the text of "ZOVKConfig.ini" in the setting bundle, or nothing if it cannot be read.
   std::function<std::optional<std::string>()> readSettingFile;
-  /// The boolean value of a key of the host's info dictionary; a missing key is false.
+  /// Returns the boolean value of a key of the host's info dictionary; false for a missing key.
   std::function<bool(std::string_view key)> infoFlag;
 };
 
-/// The one way to the platform log. Debug lines are written only when the host's packaging turns
-/// the debug switch on, error lines always. Any thread; lines are written on the calling thread.
+/// The only way to the platform log. Debug lines are written only if the host's packaging turns the
+/// debug switch on, error lines always. Any thread; lines are written on the calling thread.
 class ZPLogger {
  public:
-  /// Replaces the environment. The debug switch, once decided, is not decided anew.
+  /// Replaces the environment. Once the debug switch is decided, it stays.
   static void setEnvironment(LogEnvironment environment);
 
-  /// Reads the debug switch from the host's packaging. Runs by itself on the first debug line.
+  /// Reads the debug switch from the host's packaging. The first debug line calls it automatically.
   static void getSetting();
   static bool isEnableDebug();
 
-  /// Debug line "[Debug]fileName function line message". With the switch off nothing is formatted.
-  /// `level` is not looked at. Neither `fileName` nor `function` may be null.
+  /// Writes the debug line "[Debug]fileName function line message". With the switch off it formats
+  /// nothing. Ignores `level`. `fileName` and `function` must not be null.
   template <class... Values>
   static void ZPLog(int /*level*/, const char* fileName, const char* function, int line,
                     const char* format, const Values&... values) {
@@ -46,9 +46,9 @@ class ZPLogger {
     writeDebugLine(fileName, function, line, format, store);
   }
 
-  /// Error line "[Error] message", written whatever the switch says. `level` is not looked at.
-  /// Where the first values are a literal, an int and a literal, the call reads like a debug line
-  /// and is one; `logError` has no such doubt.
+  /// Writes the error line "[Error] message", whatever the switch. Ignores `level`. If the first
+  /// values are a literal, an int and a literal, the call looks like a debug line and is taken for
+  /// one; `logError` avoids that.
   template <class... Values>
   static void ZPLog(int /*level*/, const char* format, const Values&... values) {
     LogValues store;
@@ -56,13 +56,13 @@ class ZPLogger {
     writeErrorLine(format, store);
   }
 
-  /// A line that goes to the platform log as it stands, past level and switch.
+  /// Writes a line to the platform log unchanged, whatever level and switch.
   static void writeDirectly(std::string_view line);
 
  private:
   template <class... Values>
   friend void logError(const char* format, const Values&... values);
-  // True when debug lines are to be written; decides the switch on the first call of the process.
+  // Returns true if debug lines are written; the first call of the process decides the switch.
   static bool debugDecided() {
     const Switch now = switch_.load(std::memory_order_acquire);
     if (now == Switch::kOff) [[likely]]
@@ -78,7 +78,7 @@ class ZPLogger {
   static std::atomic<Switch> switch_;
 };
 
-/// A format together with the line of the source on which it stands.
+/// A format and its line in the source.
 struct LogFormatHere {
   // NOLINTNEXTLINE(google-explicit-constructor): call sites read like a plain format.
   LogFormatHere(const char* text, int lineOfCaller = __builtin_LINE())
@@ -87,7 +87,7 @@ struct LogFormatHere {
   int line;
 };
 
-/// The debug lines of one operation: `fileName` is its class, `function` its full name.
+/// Writes the debug lines of one operation: `fileName` is its class, `function` its full name.
 struct DebugLog {
   const char* fileName;
   const char* function;
@@ -98,7 +98,7 @@ struct DebugLog {
   }
 };
 
-/// An error line.
+/// Writes an error line.
 template <class... Values>
 void logError(const char* format, const Values&... values) {
   LogValues store;

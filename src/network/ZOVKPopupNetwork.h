@@ -12,18 +12,18 @@
 
 namespace zovk {
 
-/// Sends one request to the popup service, or downloads one file. A new object is made for each;
-/// the running operation keeps it alive until its completion has run.
+/// Sends one request to the popup service, or downloads one file. Make a new object for each. The
+/// running operation keeps it alive until its completion has run.
 ///
-/// Any thread; calls return at once. Completions run on the session's thread, never on the main
-/// thread, and at most once for each operation but for the one case that `startDownload` names.
-/// They may be empty.
+/// Any thread; calls return at once. Completions may be empty. They run on the session's thread,
+/// never on the main thread, and at most once for each operation, except in the case that
+/// `startDownload` describes.
 class ZOVKPopupNetwork : public std::enable_shared_from_this<ZOVKPopupNetwork> {
  public:
-  /// `success` means that there was no transport error; an HTTP status is not looked at. Without
+  /// `success` means that there was no transport error; the HTTP status does not matter. Without
   /// success there is no data.
   using RequestComplete = std::function<void(bool success, const std::optional<std::string>& data)>;
-  /// `filePath` is a temporary file, gone when the completion returns.
+  /// `filePath` is a temporary file; it is removed when the completion returns.
   using DownloadComplete =
       std::function<void(bool success, const std::optional<std::string>& filePath)>;
 
@@ -32,14 +32,14 @@ class ZOVKPopupNetwork : public std::enable_shared_from_this<ZOVKPopupNetwork> {
   /// The session must outlive the object.
   explicit ZOVKPopupNetwork(UrlSession& session) : session_(session) {}
 
-  /// Signs and sends a request. With an empty address and a completion, the completion is called
-  /// at once with false and nothing is sent; without a completion the attempt is still made. A call
-  /// without a completion leaves that of an earlier call waiting.
+  /// Signs and sends a request. If the address is empty and there is a completion, the completion
+  /// is called at once with false and nothing is sent. Without a completion the request is tried
+  /// anyway. A call without a completion keeps the completion of an earlier call.
   void startRequest(std::int32_t type, const ZOVKPopupUrlParams& urlParams,
                     const RequestComplete& complete);
 
-  /// Fetches a file, the address used as given. An empty address calls `complete` at once with
-  /// false; the download is attempted all the same and calls it a second time when it fails.
+  /// Downloads a file; the address is used unchanged. With an empty address `complete` is called at
+  /// once with false. The download is tried all the same, and calls it again when it fails.
   void startDownload(const std::string& urlStr, const DownloadComplete& complete);
 
  private:
@@ -52,12 +52,12 @@ class ZOVKPopupNetwork : public std::enable_shared_from_this<ZOVKPopupNetwork> {
   DownloadComplete downloadComplete_ ZOVK_GUARDED_BY(mutex_);
 };
 
-/// The parameters that go with every request, values as they are, not percent-encoded.
+/// Returns the parameters of every request, with values that are not percent-encoded.
 std::string commonParameterText(const ZOVKPopupUrlParams& urlParams);
-/// What is signed: path, "?", parameters, body text and game key. The path of an endpoint is the
-/// one that is sent, decoded.
+/// Returns the text to sign: path, "?", parameters, body text and game key. For an endpoint it is
+/// the path that is sent, decoded.
 std::string signatureSource(const ZOVKPopupUrlParams& urlParams, const std::string& bodyText);
-/// The address that is sent, its signature included.
+/// Returns the address to send, with its signature.
 std::string signedUrl(const ZOVKPopupUrlParams& urlParams, const std::string& signature);
 
 }  // namespace zovk

@@ -11,9 +11,9 @@ namespace zovk {
 /// The parameters of one request to the popup service.
 struct ZOVKPopupUrlParams {
   std::string urlStr;      ///< Base address of the service, or the whole address of an endpoint.
-  std::string actionPath;  ///< Appended to `urlStr`; empty when that is an endpoint already.
+  std::string actionPath;  ///< Appended to `urlStr`; empty if that is an endpoint already.
   std::string gameID;
-  std::string gameKey;  ///< The secret end of what is signed; never sent.
+  std::string gameKey;  ///< The secret end of the signed text; never sent.
   std::int32_t os = 2;  ///< The platform's code.
   std::string version;
   std::string installID;

@@ -16,8 +16,8 @@
 
 namespace zovk {
 
-/// The platform on Linux. The thread that makes it is the main thread. Making one throws
-/// std::system_error when the process has no descriptors left.
+/// The platform on Linux. The thread that makes it is the main thread. The constructor throws
+/// std::system_error if the process has no descriptors left.
 class LinuxPlatform final : public HostedPlatform {
  public:
   explicit LinuxPlatform(const ZOVKPopupHostSettings& settings);
