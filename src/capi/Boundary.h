@@ -35,8 +35,8 @@ zovkpopup_status guarded(const char* function, Work&& work) noexcept {
 }
 
 /// Each throws unless a call is allowed now. `requireMainThread` checks that this is the main
-/// thread; `requireHost`, on any thread, that a host is set up; `requirePopups` that this is the
-/// main thread of a host, or that the game does without one.
+/// thread; `requireHost`, on any thread, that a host is set up. `requirePopups` makes the default
+/// host for a game without set-up, and checks that this is the main thread.
 void requireMainThread();
 void requireHost();
 void requirePopups();

@@ -5,9 +5,9 @@
 
 namespace zovk {
 
-/// How soon after a helper was given up another may be started: at once the first time, then after
-/// twice as long each time, so that a helper that cannot run does not cost a process for every
-/// request. One thread at a time.
+/// Decides how soon another helper may be started after one was given up: at once the first time,
+/// then after a pause that doubles each time. So a helper that cannot run does not cost a process
+/// for every request. One thread at a time.
 class HelperBackOff {
  public:
   using TimePoint = std::chrono::steady_clock::time_point;
@@ -17,7 +17,7 @@ class HelperBackOff {
   bool mayStart(TimePoint now) const { return !held_ || now >= next_; }
   void gaveUp(TimePoint now);
   void wentWell() { *this = {}; }
-  /// True once until all went well: whoever is turned away says so then.
+  /// Returns true once until a helper works again: the caller then logs that it was refused.
   bool saysSo() { return !std::exchange(said_, true); }
 
  private:

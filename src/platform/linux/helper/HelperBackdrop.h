@@ -10,16 +10,16 @@
 
 namespace zovk {
 
-/// Asks the game for the frame that lies beneath popups, where the helper says that nothing can be
-/// seen through them. Main thread only.
+/// Asks the game for its last frame, which is drawn beneath popups, if the helper reports that
+/// nothing can be seen through them. Main thread only.
 class HelperBackdrop {
  public:
   using TimePoint = std::chrono::steady_clock::time_point;
-  /// A helper that asks more often within a second is not served: each time costs the game a frame
+  /// A helper that asks more often within a second is ignored: each request costs the game a frame
   /// that it has to read and copy.
   static constexpr int kMostInASecond = 20;
 
-  /// What goes to the helper.
+  /// The answer to the helper.
   struct Answer {
     HelperMessage command;
     UniqueFd pixels;
@@ -27,12 +27,13 @@ class HelperBackdrop {
 
   explicit HelperBackdrop(ZOVKPopupBackdrop game);
 
-  /// The helper hides the game, or will once it shows something.
+  /// Sets whether the helper hides the game, or will once it shows something.
   void setWanted(bool wanted) { wanted_ = wanted && game_ != nullptr; }
   bool isWanted() const { return wanted_; }
-  /// The game is not asked any more.
+  /// Stops asking the game.
   void close();
-  /// Absent when the game has nothing to give, or nothing that may be given, which it is told.
+  /// Returns the game's frame. Returns nothing if the game has none, or none that may be sent; it
+  /// is then told why in the log.
   std::optional<Answer> ask(TimePoint now);
 
  private:

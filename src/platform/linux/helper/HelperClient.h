@@ -21,15 +21,15 @@
 
 namespace zovk {
 
-/// What all handles share: the helper, however often it had to be started, and what it was told.
-/// Main thread only. Commands to a helper that is gone are remembered and go to the next one. In a
-/// process that was forked off the game it does nothing.
+/// The client of the helper, which all handles share. It stays the same however often a helper is
+/// started, and remembers the commands. Main thread only. Commands to a helper that is gone are
+/// remembered and go to the next one. In a forked copy of the game's process it does nothing.
 ///
-/// A helper that is lost is started again once, and gets what is on screen anew; when that one is
-/// lost too, every window's root controller is told. The second chance comes back when a window
-/// closes over a helper that is well. After a failure the next window starts anew, with a second
-/// chance of its own; after further failures in a row only once a growing pause is over. A helper
-/// that shows something and does not answer counts as lost.
+/// A helper that is lost is started again once, and gets the commands for what is on screen again.
+/// If that one is lost too, every window's root controller is told. When a window closes over a
+/// helper that works, a second chance is available again. After a failure the next window starts a
+/// new helper, with its own second chance; after further failures in a row it does so only after a
+/// growing pause. A helper that shows something and does not answer counts as lost.
 class HelperClient : public std::enable_shared_from_this<HelperClient> {
  public:
   using Task = std::function<void()>;
@@ -37,56 +37,58 @@ class HelperClient : public std::enable_shared_from_this<HelperClient> {
   HelperClient(LinuxMainQueue& queue, LinuxDevice& device, HelperLauncher launcher,
                HelperMessage hello, ZOVKPopupBackdrop backdrop = {});
 
-  /// Starts a helper unless one is running or coming, or it is too soon after a failure.
+  /// Starts a helper, unless one is running or starting, or it is too soon after a failure.
   void start();
-  /// Something may be shown soon: a helper that rests gets ready again, one that has ended for it
-  /// is started. Costs nothing when it is ready.
+  /// Announces that something may be shown soon: makes a resting helper ready again, and starts one
+  /// that ended at rest. Does nothing if a helper is ready.
   void prepare();
-  /// Ends the helper. Nothing has an effect or is called back afterwards.
+  /// Ends the helper. Afterwards no call has an effect, and nothing is called back.
   void shutDown();
   bool isShutDown() const { return queue_ == nullptr; }
 
   HelperId newId() { return ++lastId_; }
   void send(const HelperMessage& command);
-  /// Sends it, and remembers it for a helper to come.
+  /// Sends a command, and remembers it for a later helper.
   void command(HelperId object, HelperAspect aspect, const HelperMessage& command);
-  /// Sends `command` with a new number, by which the helper answers with `event`.
+  /// Sends `command` with a new number. The helper answers with `event` and the same number.
   void request(HelperMessage command, std::string event, HelperId about,
                HelperReplies::Reply reply);
-  /// The object is gone: it is not made again, and who waits for it is told so from the pump.
+  /// Forgets an object: a new helper does not get it, and its waiting replies are told so, from the
+  /// pump.
   void forget(HelperId object);
   void windowShown(HelperId window);
   void windowClosed(HelperId window);
-  /// A window did not come up on that display system, "x11" or "wayland", whatever the helper did.
-  /// Only from the pump.
+  /// Reports that a window did not come up on that display system, "x11" or "wayland", even full
+  /// screen. Call only from the pump.
   void windowIsStuck(const std::string& display);
-  /// The helper hides the game behind its windows, so it wants a frame of the game's now, if
-  /// something is shown, and each time that something is about to be.
+  /// Reports that the helper's windows hide the game. The helper then gets a frame of the game now,
+  /// if something is shown, and each time before something is shown.
   void backdropWanted();
-  /// What the game tells of its own window, where the display does not.
+  /// Reports of the game about its own window, for displays that do not report them.
   void gameHasKeyboard(bool has);
   void gameHasSize(const Size& size);
-  /// How the player holds the machine.
+  /// Reports how the player holds the machine.
   void heldAs(Orientation orientation);
-  /// How large the popup is, or is about to be; an empty size tells nothing.
+  /// Reports the size that the popup has or will have; an empty size is ignored.
   void sizeKnown(const Size& size);
-  /// Runs `task` from the pump, unless all is shut down by then.
+  /// Runs `task` from the pump, unless the client has been shut down by then.
   void later(Task task);
 
   void helperIsReady();
-  /// The helper is of no use any more. Only from the pump.
+  /// Reports that the helper is of no use any more. Call only from the pump.
   void helperIsLost(const std::string& reason);
-  /// Tells helpers apart: what one asked must not be answered to the next.
+  /// Returns the number of the current helper, so that a question of one helper is not answered to
+  /// the next.
   int helperNumber() const { return helperNumber_; }
   pid_t helperProcessId() const { return link_ ? link_->pid() : 0; }
-  /// Why there is no helper and none is coming; empty otherwise.
+  /// Returns why there is no helper and none is starting; empty otherwise.
   const std::string& failure() const { return failure_; }
 
   HelperObjects& objects() { return objects_; }
   HelperJournal& journal() { return journal_; }
-  /// Who waits for that answer; null when nobody does.
+  /// Removes and returns the reply that waits for that answer; null if there is none.
   HelperReplies::Reply takeReply(HelperId id, std::string_view event);
-  /// Whether nothing is left of any handle.
+  /// Returns whether nothing is left of any handle.
   bool isEmpty() const;
 
  private:

@@ -10,23 +10,23 @@
 
 namespace zovk {
 
-/// Takes an event of the helper apart. A member that is missing or of the wrong kind yields an
-/// empty value and makes the whole event ill-formed.
+/// Reads the members of an event. A member that is missing or of the wrong kind gives an empty
+/// value and makes the whole event ill-formed.
 class HelperEventReader {
  public:
   explicit HelperEventReader(const HelperMessage& event) : event_(event) {}
 
-  /// A positive integer.
+  /// Reads a positive integer.
   HelperId id(std::string_view member);
   std::string text(std::string_view member);
   bool flag(std::string_view member);
-  /// A finite number that is not negative.
+  /// Reads a finite number that is not negative.
   double length(std::string_view member);
-  /// Four finite numbers.
+  /// Reads four finite numbers.
   Rect rect(std::string_view member);
   std::vector<std::string> texts(std::string_view member);
   bool has(std::string_view member) const { return event_.contains(member); }
-  /// For what the event's members contradict.
+  /// Marks the event as ill-formed, for members that contradict each other.
   void reject() { wellFormed_ = false; }
   bool isWellFormed() const { return wellFormed_; }
 

@@ -4,8 +4,8 @@
 
 namespace zovk {
 
-/// Hands one event of the helper to whom it concerns. Nothing in it is trusted: what is not as
-/// agreed is skipped with one error line, what concerns something that is gone is skipped quietly.
+/// Delivers one event of the helper to its receiver. Nothing in it is trusted: an ill-formed event
+/// is skipped with one error line, and an event about an object that is gone is skipped silently.
 void deliverHelperEvent(HelperClient& session, HelperMessage event);
 
 }  // namespace zovk

@@ -12,9 +12,8 @@
 
 namespace zovk {
 
-/// A look at what is on screen, for tests, demos and tools; the engine does without it. Main
-/// thread only, completions come from the pump. Without a helper or a window every completion
-/// hears false.
+/// Examines what is on screen, for tests, demos and tools; the engine does not use it. Main thread
+/// only; completions come from the pump. Without a helper or a window every completion gets false.
 class HelperInspector {
  public:
   using Completion = std::function<void(bool done)>;
@@ -26,14 +25,14 @@ class HelperInspector {
   virtual ~HelperInspector() = default;
   /// Writes a PNG of `window`, or of the window that was shown last, once it is painted.
   virtual void snapshot(const Window* window, const std::string& path, Completion completion) = 0;
-  /// Completes when all earlier commands are carried out and painted.
+  /// Calls `completion` when all earlier commands have been carried out and painted.
   virtual void sync(Completion completion) = 0;
-  /// Where a view that the youngest layout calls `outlet` stands in the window that was shown last,
-  /// as last heard. A view that nobody has asked for yet has a place after the next `sync`.
+  /// Returns the last reported place of a view that the newest layout calls `outlet`, in the window
+  /// that was shown last. A view that was not asked for before has a place after the next `sync`.
   virtual std::optional<ViewFrame> viewFrame(const std::string& outlet) const = 0;
-  /// Ends the web process of the youngest web view, as a crash would.
+  /// Ends the web process of the newest web view, as a crash would.
   virtual void terminateWebProcess() = 0;
-  /// The helper program, 0 when none runs.
+  /// Returns the process of the helper program, or 0 if none runs.
   virtual pid_t helperProcessId() const = 0;
 };
 

@@ -11,10 +11,11 @@ namespace zovk {
 
 using HelperId = std::int64_t;
 
-/// What of an object a remembered command sets. A later command of the same aspect replaces it.
+/// The property of an object that a remembered command sets. A later command of the same aspect
+/// replaces it.
 enum class HelperAspect {
   kExistence,
-  kPlace,  ///< Where a view was added, or that it was taken out.
+  kPlace,  ///< The parent to which a view was added, or its removal.
   kDepth,  ///< That it was sent to the back there.
   kHidden,
   kAlpha,
@@ -29,15 +30,15 @@ enum class HelperAspect {
   kShown,
 };
 
-/// The commands that make what is on screen, so that a new helper can be given it anew. It holds
-/// one command for each aspect of each object that is there, and so never grows with time.
+/// The commands that rebuild what is on screen, for a new helper. It holds one command for each
+/// aspect of each existing object, and so never grows with time.
 class HelperJournal {
  public:
   void remember(HelperId object, HelperAspect aspect, const HelperMessage& command);
   void forget(HelperId object, HelperAspect aspect);
   void forget(HelperId object);
-  /// The commands in the order in which they were given, except that windows are shown last, when
-  /// they are complete.
+  /// Returns the commands in the order in which they were given, except that windows are shown
+  /// last, when they are complete.
   std::vector<HelperMessage> commands() const;
   bool isEmpty() const { return order_.empty(); }
 

@@ -9,7 +9,8 @@
 
 namespace zovk {
 
-/// A layout in the helper. Each of its views is asked for once and kept as long as the layout.
+/// A layout in the helper. It asks for each of its views once, and keeps the view as long as it
+/// lives.
 class HelperLayout final : public Layout {
  public:
   HelperLayout(std::shared_ptr<HelperClient> session, const std::string& bundlePath,

@@ -13,13 +13,13 @@
 namespace zovk {
 
 /// One running helper: its process, its socket and the time it has to become ready. Main thread
-/// only; both callbacks come from the pump. Dropping it closes the socket; the process is to be
-/// taken out before.
+/// only; both callbacks come from the pump. The destructor closes the socket; call `takeProcess`
+/// before.
 class HelperLife {
  public:
   struct Events {
     std::function<void(HelperMessage message)> message;
-    /// The helper is of no use any more. Said once, as the last thing.
+    /// The helper is of no use any more. Called once, as the last callback.
     std::function<void(const std::string& reason)> lost;
   };
 
@@ -31,19 +31,19 @@ class HelperLife {
   HelperLife(const HelperLife&) = delete;
   HelperLife& operator=(const HelperLife&) = delete;
 
-  /// False when the message is too long.
+  /// Returns false if the message is too long.
   bool send(const HelperMessage& message, UniqueFd file = {});
-  /// The helper is ready: its time is not measured any longer.
+  /// Stops the time limit: the helper is ready.
   void stopTimeout();
-  /// Closes the socket for both sides, even where a copy of it is open; nothing is said any more.
+  /// Closes the socket for both sides, even if a copy of it is open. No callback follows.
   void close();
   pid_t pid() const { return process_ ? process_->pid() : 0; }
   std::optional<HelperProcess> takeProcess();
 
  private:
   void watch(const std::shared_ptr<HelperLife>& self, std::chrono::milliseconds timeout);
-  // Takes in so much that it is little work, and delivers at most one message, so that the pump can
-  // keep to its budget. Whether there may be more to read.
+  // Reads only a little and delivers at most one message, so that the pump can keep to its budget.
+  // Returns whether there may be more to read.
   bool read();
   void awaitWritable();
   void flush();
@@ -58,7 +58,7 @@ class HelperLife {
   UniqueFd timeout_;
   UniqueFd writable_;  // readable when the socket can be written to
   Events events_;
-  std::string error_;  // what the system refused; empty while all is well
+  std::string error_;  // what the system refused; empty if nothing
   bool closed_ = false;
 };
 

@@ -16,21 +16,21 @@ namespace zovk {
 class HelperWebView;
 class HelperWindow;
 
-/// What the game holds handles to, by number, and what the helper last told about the screen. The
-/// handles enter and leave by themselves.
+/// The objects of the game's handles, by number, and the helper's last reports about the screen.
+/// The handles add and remove themselves.
 struct HelperObjects {
   struct Outlet {
     std::string name;
-    HelperId window = 0;  ///< Where it stands; 0 while that was not heard.
+    HelperId window = 0;  ///< The window that the view is in; 0 if not reported yet.
     HelperInspector::ViewFrame frame;
   };
   std::map<HelperId, std::weak_ptr<HelperWindow>> windows;
   std::map<HelperId, std::weak_ptr<HelperWebView>> webViews;
   std::map<HelperId, std::weak_ptr<LayoutOwner>> layoutOwners;
   std::map<HelperId, Outlet> outlets;
-  std::vector<HelperId> shownWindows;  ///< The one shown last at the end.
+  std::vector<HelperId> shownWindows;  ///< The one shown last is at the end.
   HelperId keyWindow = 0;              ///< 0 while the game's own window is the key window.
-  HelperId activeWindow = 0;           ///< Has the keyboard, as far as the helper knows.
+  HelperId activeWindow = 0;  ///< The window with the keyboard, as far as the helper knows.
   Rect screen;
   std::set<std::string, std::less<>> schemes;
 
@@ -41,7 +41,7 @@ struct HelperObjects {
   HelperId frontWindow() const { return shownWindows.empty() ? 0 : shownWindows.back(); }
 };
 
-/// The object of that number for as long as it is used; null when it is gone.
+/// Returns the object of that number, and keeps it while it is used; null if it is gone.
 template <class Object>
 std::shared_ptr<Object> findObject(const std::map<HelperId, std::weak_ptr<Object>>& objects,
                                    HelperId id) {

@@ -10,20 +10,20 @@
 
 namespace zovk {
 
-/// A child process, named by a descriptor so that its number can be given away again unnoticed.
-/// Main thread only. It neither ends nor waits by itself: whoever holds it kills and reaps.
+/// A child process, identified by a descriptor, because the system may reuse its number. Main
+/// thread only. It neither kills nor waits on its own: its owner kills and reaps.
 class HelperProcess {
  public:
-  /// Absent when the system cannot watch the process; it is then ended and reaped.
+  /// Returns nothing if the system cannot watch the process; the process is then killed and reaped.
   static std::optional<HelperProcess> watch(pid_t pid);
 
   pid_t pid() const { return pid_; }
-  /// Readable once the process has ended.
+  /// Returns a descriptor that is readable once the process has ended.
   int descriptor() const { return descriptor_.get(); }
   void kill();
-  /// How it ended, taking it off the system's table; absent while it runs. Does not wait.
+  /// Reaps the process and returns how it ended; nothing while it runs. Does not wait.
   std::optional<std::string> reap();
-  /// Waits for its end until `deadline`. True when it was reaped.
+  /// Waits for its end until `deadline`. Returns true if it was reaped.
   bool reapUntil(std::chrono::steady_clock::time_point deadline);
 
  private:

@@ -8,14 +8,14 @@
 
 namespace zovk {
 
-/// Takes helpers that are at their end off the system's table, from the pump, so that nobody waits
-/// for them and none stays a zombie. Main thread only.
+/// Reaps ending helpers from the pump, so that nobody waits for them and none stays a zombie. Main
+/// thread only.
 class HelperReaper {
  public:
   explicit HelperReaper(LinuxMainQueue& queue) : queue_(queue) {}
 
   void add(HelperProcess process);
-  /// Waits for all of them, killing those that are still there after `patience`.
+  /// Waits for all of them, and kills those that still run after `patience`.
   void finish(std::chrono::milliseconds patience);
   bool isEmpty() const { return processes_.empty(); }
 

@@ -11,15 +11,16 @@
 
 namespace zovk {
 
-/// Those who wait for the helper's answer to a command. Main thread only.
+/// The callbacks that wait for the helper's answer to a command. Main thread only.
 class HelperReplies {
  public:
-  /// Hears the answering event, which it may take apart, or null when none will come.
+  /// Receives the answering event, which it may take apart, or null if none will come.
   using Reply = std::function<void(HelperMessage* answer)>;
 
-  /// `about` is the object whose end ends the waiting, 0 for none.
+  /// Adds a waiting callback. `about` is the object whose end also ends the wait, or 0 for none.
   void expect(HelperId id, std::string event, HelperId about, Reply reply);
-  /// Who waits for `event` under that number; null when nobody does.
+  /// Removes and returns the callback that waits for `event` with that number; null if there is
+  /// none.
   Reply take(HelperId id, std::string_view event);
   std::vector<Reply> takeAbout(HelperId object);
   std::vector<Reply> takeAll();

@@ -4,9 +4,9 @@
 
 namespace zovk {
 
-/// Measures how long a helper has given no sign of life while the game looked for one. A game that
-/// stops looking, in a debugger or on a machine that sleeps, says nothing about its helper: so much
-/// time at most counts between two looks. One thread at a time.
+/// Measures how long a helper has sent nothing while the game looked for it. A game that stops
+/// looking, in a debugger or on a machine that sleeps, proves nothing about its helper; so a pause
+/// between two looks counts only up to a limit. One thread at a time.
 class HelperSilence {
  public:
   using TimePoint = std::chrono::steady_clock::time_point;
@@ -16,7 +16,7 @@ class HelperSilence {
 
   void begin(TimePoint now);
   void heard() { silent_ = {}; }
-  /// The game looks. Whether the silence has lasted too long.
+  /// Counts a look of the game. Returns whether the silence has lasted too long.
   bool isTooLong(TimePoint now);
 
  private:

@@ -16,10 +16,10 @@ namespace zovk {
 
 class HelperLayout;
 
-/// Windows, layouts and web views in a helper program, which is started ahead of need. Main thread
-/// only; nothing waits for the helper. Queue and device must outlive `shutDown`; handles may
-/// outlive everything and then have no effect. A helper that is lost is started again once; see
-/// HelperClient.
+/// Windows, layouts and web views in a helper program, which is started before it is needed. Main
+/// thread only; nothing waits for the helper. Queue and device must outlive `shutDown`. Handles may
+/// outlive everything; their calls then have no effect. A helper that is lost is started again
+/// once; see HelperClient.
 class HelperUserInterface final : public UserInterface, public HelperInspector {
  public:
   HelperUserInterface(const ZOVKPopupHostSettings& settings, LinuxMainQueue& queue,
@@ -35,8 +35,8 @@ class HelperUserInterface final : public UserInterface, public HelperInspector {
   void gamePadDidPress(ZOVKPopupGamePad press, const std::string& pressName,
                        const std::string& leaveName);
   void gameWindowDidResize(int width, int height);
-  /// Ends the helper and takes it off the system's table, within two seconds. Repeatable; nothing
-  /// is called back afterwards.
+  /// Ends and reaps the helper within two seconds. May be repeated; nothing is called back
+  /// afterwards.
   void shutDown();
 
   void prepare() override;
@@ -54,7 +54,7 @@ class HelperUserInterface final : public UserInterface, public HelperInspector {
   void terminateWebProcess() override;
   pid_t helperProcessId() const override;
 
-  /// Whether nothing is left of any window, layout, view or page, nor anybody who waits.
+  /// Returns whether nothing is left of any window, layout, view or page, and no callback waits.
   bool isEmpty() const { return session_->isEmpty(); }
 
  private:

@@ -10,7 +10,7 @@
 
 namespace zovk {
 
-/// The number under which the helper knows a view.
+/// The number of a view in the helper.
 class HelperViewIdentity {
  public:
   explicit HelperViewIdentity(HelperId id) : id_(id) {}

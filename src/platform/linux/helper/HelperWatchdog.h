@@ -9,9 +9,10 @@
 
 namespace zovk {
 
-/// Pings the helper while it is watched, and tells when nothing came back for too long. Main thread
-/// only; both callbacks come from the pump. At rest it wakes nobody. Making one throws
-/// std::system_error when the process has no descriptors left; the queue must outlive `close`.
+/// Pings the helper while it is watched, and reports when it has sent nothing for too long. Main
+/// thread only; both callbacks come from the pump. While nothing is watched it never wakes the
+/// process. The constructor throws std::system_error if the process has no descriptors left. The
+/// queue must outlive `close`.
 class HelperWatchdog {
  public:
   struct Duty {
@@ -21,9 +22,9 @@ class HelperWatchdog {
   HelperWatchdog(LinuxMainQueue& queue, const HelperLauncher& launcher, Duty duty);
 
   void watch(bool on);
-  /// The helper sent something, whatever it was.
+  /// Reports that the helper sent something.
   void heard() { silence_.heard(); }
-  /// For good, before the queue goes.
+  /// Stops for good. Call it before the queue is destroyed.
   void close();
 
  private:

@@ -31,7 +31,7 @@ class HelperWebView final : public HelperViewOf<WebView> {
   void evaluateJavaScript(const std::string& script,
                           std::function<void(ScriptResult)> completion) override;
 
-  // What the helper tells.
+  // Events of the helper.
   void urlChanged(const std::string& url);
   void pageCommitted();
   void processEnded();

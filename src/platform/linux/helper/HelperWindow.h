@@ -12,8 +12,7 @@ namespace zovk {
 /// A window in the helper.
 class HelperWindow final : public Window, public std::enable_shared_from_this<HelperWindow> {
  public:
-  /// `assumed` is the size that is taken for granted until the helper tells it; empty when nothing
-  /// is known.
+  /// `assumed` is the size to use until the helper reports it; empty if nothing is known.
   static std::shared_ptr<HelperWindow> make(const std::shared_ptr<HelperClient>& session,
                                             const Rect& frame, const Size& assumed);
   HelperWindow(std::shared_ptr<HelperClient> session, HelperId id, const Size& assumed);
@@ -26,7 +25,7 @@ class HelperWindow final : public Window, public std::enable_shared_from_this<He
   void setNeedsUpdateConstraints() override;
 
   HelperId id() const { return id_; }
-  // What the helper tells.
+  // Events of the helper.
   void sizeChanged(const Size& size);
   void fail(const std::string& reason);
 
@@ -41,7 +40,7 @@ class HelperWindow final : public Window, public std::enable_shared_from_this<He
   const std::shared_ptr<HelperView> root_;
   std::shared_ptr<ViewController> controller_;
   Size size_;
-  Size arranged_;  ///< What the controller was last told to arrange for.
+  Size arranged_;  ///< The size that the controller last arranged for.
   bool turning_ = false;
   bool constraintsAreDue_ = false;
 };

@@ -14,7 +14,7 @@ struct CurlDeleter {
 using CurlUrl = std::unique_ptr<CURLU, CurlDeleter>;
 using CurlList = std::unique_ptr<curl_slist, CurlDeleter>;
 
-/// Handles whose C type is void, so that they need types of their own to be told apart.
+/// Handles whose C type is void; types of their own tell them apart.
 class CurlEasy {
  public:
   CurlEasy() : handle_(curl().easyInit()) {}

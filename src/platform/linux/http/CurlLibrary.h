@@ -6,11 +6,11 @@
 
 namespace zovk {
 
-/// What is used of libcurl. It is not loaded with the game but by the first request, on the
-/// session's thread: with the libraries that it needs itself it would be most of what a game waits
-/// for when it starts.
+/// The functions used of libcurl. The library is not loaded with the game, but by the first
+/// request, on the session's thread: with its dependencies it would take most of the time that a
+/// game waits when it starts.
 struct CurlLibrary {
-  std::string failure;  // why it cannot be used; empty when it can. The others are null then.
+  std::string failure;  // why it cannot be used; empty if it can. The others are null then.
 
   decltype(&curl_easy_cleanup) easyCleanup = nullptr;
   decltype(&curl_easy_getinfo) easyGetInfo = nullptr;
@@ -35,8 +35,8 @@ struct CurlLibrary {
   decltype(&curl_url_strerror) urlErrorText = nullptr;
 };
 
-/// The first call loads the library and readies it for the process; any thread. It stays, as the
-/// game may use it too.
+/// Returns libcurl's functions. The first call loads the library and initialises it for the
+/// process; any thread. It stays loaded, because the game may use it too.
 const CurlLibrary& curl();
 
 }  // namespace zovk

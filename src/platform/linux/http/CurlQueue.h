@@ -11,18 +11,19 @@
 
 namespace zovk {
 
-/// The jobs that wait for their turn: they hold no descriptor, only what is to be sent. Session
-/// thread only.
+/// The jobs that wait for their turn. They hold no descriptor, only the request. Session thread
+/// only.
 class CurlQueue {
  public:
   using Job = std::unique_ptr<CurlJob>;
 
   void add(Job job);
-  /// Takes out what was cancelled while it waited.
+  /// Removes and returns the jobs that were cancelled while they waited.
   std::vector<Job> takeCancelled();
-  /// The request for data that has waited longest; null when none waits.
+  /// Removes and returns the request for data that has waited longest; null if none waits.
   Job nextData();
-  /// The download that has waited longest for a host that has room; null when there is none.
+  /// Removes and returns the download that has waited longest for a host with room; null if there
+  /// is none.
   Job nextDownload(const std::function<bool(const std::string& host)>& hasRoom);
 
  private:

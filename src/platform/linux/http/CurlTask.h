@@ -12,18 +12,18 @@ namespace zovk {
 class CurlTask;
 class CurlWorker;
 
-/// What is to be sent and who hears of it. It goes from the task to the session and is gone once
-/// the completion has run or was dropped, however long the task itself is kept.
+/// A request and its completion. It moves from the task to the session. It is destroyed once the
+/// completion has run or was dropped, however long the task itself lives.
 struct CurlJob {
   enum class Kind { kData, kDownload };
   Kind kind = Kind::kData;
   UrlRequest request;
-  std::string host;  ///< Of the address; known once the session has the job.
+  std::string host;  ///< The host of the address; known once the session has the job.
   std::unique_ptr<ResponseSink> sink;
   std::shared_ptr<CurlTask> task;  ///< Set while the session has the job.
 };
 
-/// A request that may be sent. Any thread.
+/// A request that can be sent. Any thread.
 class CurlTask : public UrlTask, public std::enable_shared_from_this<CurlTask> {
  public:
   CurlTask(std::weak_ptr<CurlWorker> worker, std::unique_ptr<CurlJob> job);

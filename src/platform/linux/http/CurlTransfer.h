@@ -15,7 +15,7 @@
 
 namespace zovk {
 
-/// One request on the wire. Session thread only; refers to what it is made of.
+/// One request on the wire. Session thread only. Refers to the objects it is made from.
 class CurlTransfer {
  public:
   /// An answer that is longer ends in an error.
@@ -27,16 +27,16 @@ class CurlTransfer {
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
 
-  /// Makes the request ready to be sent. An error means that it cannot be sent.
+  /// Prepares the request. Returns an error if it cannot be sent.
   std::optional<std::string> prepare(SessionFiles& files);
   CURL* handle() const { return easy_.get(); }
-  /// When the transfer is to end unless something moves before, as seen at `now`.
+  /// Returns the time at which the transfer ends unless bytes move before, as seen at `now`.
   TimePoint deadline(TimePoint now);
-  /// How many descriptors the transfer may hold by now, at most.
+  /// Returns the greatest number of descriptors that the transfer may hold now.
   std::size_t descriptors() const;
-  /// How the transfer ended.
+  /// Returns how the transfer ended.
   UrlResult result(CURLcode code) const;
-  /// What the answer says about the version of its body.
+  /// Returns what the answer says about the version of its body.
   AnswerVersion version() const;
 
  private:

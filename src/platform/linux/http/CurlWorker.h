@@ -19,19 +19,19 @@
 namespace zovk {
 
 /// Runs the transfers of a session on one thread, which starts with the first of them, and calls
-/// the completions there. `start` and `wakeUp` may be called from any thread. Transfers take turns:
-/// so many requests for data at a time, and so many downloads from one host, that those that stall
-/// hold up few others and the game keeps its descriptors.
+/// the completions there. Any thread may call `start` and `wakeUp`. Transfers take turns: the
+/// numbers of requests for data at a time, and of downloads from one host, are limited. So stalled
+/// transfers hold up few others, and the game keeps its descriptors.
 class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
  public:
-  /// Throws std::system_error when the process has no descriptors left.
+  /// Throws std::system_error if the process has no descriptors left.
   explicit CurlWorker(CurlSessionSettings settings);
 
   void start(std::unique_ptr<CurlJob> job);
-  /// Has the thread look for jobs that were added or cancelled.
+  /// Makes the thread look for jobs that were added or cancelled.
   void wakeUp();
-  /// Ends the thread, waiting for a completion that runs. Transfers that have not ended are
-  /// dropped without calling back. Repeatable; one caller at a time.
+  /// Ends the thread, and waits for a completion that is running. Transfers that have not ended are
+  /// dropped without calling back. May be repeated; one caller at a time.
   void shutDown();
 
  private:
@@ -43,7 +43,7 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
     CurlTransfer transfer;
   };
 
-  /// What belongs to the thread alone.
+  /// The state that only the thread uses.
   struct State {
     CurlMulti multi;
     SessionFiles files;
@@ -54,9 +54,9 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
 
   void run();
   void runTransfers();
-  /// Where there is nothing to send requests with.
+  /// Fails all requests, if there is no library to send them with.
   void failAll(const std::string& reason);
-  /// Whether somebody woke the thread.
+  /// Returns whether somebody woke the thread.
   bool takeSignal();
   Jobs takeAdded();
   void limitConnections(const State& state) const;
@@ -65,7 +65,7 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
   std::unique_ptr<CurlJob> nextToBegin(State& state) const;
   void begin(State& state, std::unique_ptr<CurlJob> job);
   void finishCancelled(State& state);
-  // True when a transfer had ended, so that another may begin before the thread waits.
+  // Returns true if a transfer has ended, so that another may begin before the thread waits.
   bool finishStalled(State& state);
   bool finishEnded(State& state);
   void finish(State& state, std::list<Running>::iterator running, CURLcode code);

@@ -8,7 +8,7 @@
 
 namespace zovk {
 
-/// What a server gave to tell one version of a file from the next; empty where it gave nothing.
+/// The marks by which a server tells one version of a file from the next; empty if it gave none.
 struct Validators {
   std::string entityTag;
   std::string lastModified;
@@ -17,21 +17,21 @@ struct Validators {
 };
 
 /// Keeps the bodies of downloads with their validators, in one SQLite file that several processes
-/// may share. It is only ever a help: what cannot be read or written counts as not kept, and a file
-/// that is no database is begun afresh. One thread.
+/// may share. The cache is only a help: an entry that cannot be read or written counts as not kept,
+/// and a file that is not a database is replaced. One thread.
 class DownloadCache {
  public:
-  /// What was not used for longest goes when there is more than this, which may take until as much
-  /// as a large body was added.
+  /// Above this size the entries that were not used for longest are removed. That may wait until
+  /// the bytes of one large body have been added.
   static constexpr std::size_t kMostBytes = 64U * 1024 * 1024;
   /// A larger body is not kept.
   static constexpr std::size_t kLargestBody = 8U * 1024 * 1024;
 
-  /// The file is opened with the first call; an empty path keeps nothing.
+  /// The first call opens the file; an empty path keeps nothing.
   explicit DownloadCache(std::string path);
 
   std::optional<Validators> validators(const std::string& url);
-  /// The body that was kept with just these validators.
+  /// Returns the body that was kept with exactly these validators.
   std::optional<std::string> body(const std::string& url, const Validators& validators);
   void keep(const std::string& url, const Validators& validators, const std::string& body);
 

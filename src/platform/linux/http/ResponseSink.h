@@ -19,30 +19,30 @@ struct SessionFiles {
   DownloadCache downloads;
 };
 
-/// What an answer says about the version of the file that it carries.
+/// What an answer says about the version of its file.
 struct AnswerVersion {
   Validators validators;
   bool mayBeKept = false;
   bool redirected = false;
 };
 
-/// Where the body of an answer goes, and who hears of its end. Session thread only, once the
-/// transfer has started.
+/// Receives the body of an answer, and calls the completion at its end. Session thread only, once
+/// the transfer has started.
 class ResponseSink {
  public:
   virtual ~ResponseSink() = default;
-  /// Gets ready for the body, which opens nothing yet.
+  /// Prepares for the body. Opens nothing yet.
   virtual void begin(SessionFiles& files) = 0;
-  /// How many descriptors it holds.
+  /// Returns the number of descriptors it holds.
   virtual std::size_t descriptors() const { return 0; }
-  /// The version that is at hand already, so that the server need not send it again.
+  /// Returns the version that is already kept, so that the server need not send it again.
   virtual Validators known() const { return {}; }
-  /// An error ends the transfer.
+  /// Takes a piece of the body. A returned error ends the transfer.
   virtual std::optional<std::string> write(std::string_view piece) = 0;
-  /// Sees the end of the transfer before the completion does. False asks for the request to be
-  /// made once more, because the answer builds on a version that is not at hand after all.
+  /// Called at the end of the transfer, before the completion. Returns false if the request must be
+  /// repeated, because the answer refers to a version that is missing after all.
   virtual bool settle(UrlResult& /*result*/, const AnswerVersion& /*version*/) { return true; }
-  /// Calls the completion, with what was written unless there is an error.
+  /// Calls the completion, with the written body unless there is an error.
   virtual void complete(const UrlResult& result) = 0;
 };
 
@@ -61,9 +61,9 @@ class DataSink : public ResponseSink {
   std::string body_;
 };
 
-/// Writes the body to a temporary file, which is made with its first byte and goes away with the
-/// sink or after the completion. A server that still has the version of last time sends no body; it
-/// comes from the cache then.
+/// Writes the body to a temporary file, which is made with its first byte and removed with the sink
+/// or after the completion. If the server's version has not changed, it sends no body; the body
+/// then comes from the cache.
 class DownloadSink : public ResponseSink {
  public:
   using Completion = std::function<void(const DownloadResult&)>;

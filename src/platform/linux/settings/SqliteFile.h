@@ -8,23 +8,23 @@
 
 namespace zovk {
 
-/// One SQLite file, which several processes may share. It is opened with the first statement, for
-/// its owner alone. A file that is no database is got out of the way, and begun afresh; what is no
-/// file at all (a pipe, a directory, a link) is not opened. One thread at a time.
+/// One SQLite file, which several processes may share. The first statement opens it, with access
+/// for its owner alone. A file that is not a database is moved away or removed, and a new one is
+/// begun. A pipe, a directory or a link in its place is not opened. One thread at a time.
 class SqliteFile {
  public:
-  /// Binds a statement's values; answers with SQLite's code.
+  /// Binds a statement's values and returns SQLite's code.
   using Bind = std::function<int(sqlite3_stmt*)>;
   using Row = std::function<void(sqlite3_stmt*)>;
 
   struct Manner {
     const char* prepare;    ///< Run whenever the file is opened.
-    bool keepsCorruptFile;  ///< As "….corrupt", for people to look at.
+    bool keepsCorruptFile;  ///< As "….corrupt", so that people can examine it.
   };
   struct Outcome {
     int code = SQLITE_OK;
     bool begunAfresh = false;
-    /// Whether another process held the file.
+    /// Returns whether another process held the file.
     bool isBusy() const { return primary() == SQLITE_BUSY || primary() == SQLITE_LOCKED; }
 
    private:
@@ -33,8 +33,8 @@ class SqliteFile {
 
   SqliteFile(std::string path, const Manner& manner) : path_(std::move(path)), manner_(manner) {}
 
-  /// Runs one statement, and waits no longer than `patience` for other processes, all in all.
-  /// `row`, which may be empty, is called for each row of its result.
+  /// Runs one statement. Waits for other processes no longer than `patience` in all. `row`, which
+  /// may be empty, is called for each row of the result.
   Outcome run(const char* sql, const Bind& bind, const Row& row,
               std::chrono::milliseconds patience);
   const std::string& path() const { return path_; }

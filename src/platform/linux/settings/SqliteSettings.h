@@ -15,10 +15,10 @@ namespace zovk {
 
 /// Settings in one SQLite file, opened on first use. Several processes may share it. Any thread.
 /// Every change is on disk when the call returns, unless another process holds the file: the first
-/// call that finds it so waits for a moment, the next ones do not. Until the file is free again,
-/// reads give what is known of it, and changes wait; they count at once, and are written by a later
-/// call or `keepQueued`. A file that is no database is put aside as "settings.db.corrupt" and begun
-/// afresh.
+/// call that finds it held waits for a moment, later ones do not. Until the file is free again,
+/// reads return the values known so far. Changes wait: they count at once, and a later call or
+/// `keepQueued` writes them. A file that is not a database is moved to "settings.db.corrupt", and a
+/// new one is begun.
 class SqliteSettings : public SettingsStore {
  public:
   /// How long a call waits for another process.
@@ -32,9 +32,9 @@ class SqliteSettings : public SettingsStore {
   bool isReadable() const override;
   void synchronize() override {}  // what could be written is
 
-  /// Tries again to write what waits.
+  /// Tries again to write the waiting changes.
   void keepQueued(std::chrono::milliseconds patience);
-  /// The same once a second, without waiting; to be called often.
+  /// Does the same at most once a second, without waiting. Meant to be called often.
   void keepQueuedNowAndThen();
 
  private:
@@ -43,7 +43,7 @@ class SqliteSettings : public SettingsStore {
 
   void change(const std::string& key, std::optional<std::string> value);
   void writeQueued(std::chrono::milliseconds patience, Lines& lines) const ZOVK_REQUIRES(mutex_);
-  /// True when the statement has run.
+  /// Returns true if the statement has run.
   bool run(const char* purpose, const char* sql, const std::vector<std::string>& values,
            const SqliteFile::Row& row, std::chrono::milliseconds patience, Lines& lines) const
       ZOVK_REQUIRES(mutex_);

@@ -7,13 +7,13 @@
 
 namespace zovk {
 
-/// How the display system calls the game's window; one of the two at the most.
+/// The display system's name for the game's window; at most one of the two is set.
 struct GameWindowName {
   std::uint64_t x11 = 0;
   std::string wayland;
 };
 
-/// What the settings say. A text of another form counts for nothing, with one error line.
+/// Returns the name that the settings give. A text of another form is ignored, with one error line.
 GameWindowName gameWindowName(const ZOVKPopupHostSettings& settings);
 
 }  // namespace zovk

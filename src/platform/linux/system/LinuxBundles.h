@@ -10,11 +10,11 @@
 
 namespace zovk {
 
-/// A directory with resources and, in "Info.json", its info dictionary. A dictionary that is there
-/// but broken is logged once.
+/// A directory with resources and, in "Info.json", its info dictionary. A broken dictionary is
+/// logged once.
 class DirectoryBundle : public Bundle {
  public:
-  /// `elsewhere` gives, by file name, the paths of resources for when the directory lacks them.
+  /// `elsewhere` has, by file name, the paths of resources that the directory lacks.
   DirectoryBundle(const FileSystem& files, std::string path,
                   std::map<std::string, std::string> elsewhere = {});
 
@@ -33,12 +33,12 @@ class DirectoryBundle : public Bundle {
   mutable boost::json::object info_;
 };
 
-/// Bundles in directories. The main bundle is the host's resource directory; the resource bundle
-/// installed with the library stands in when the host ships none. The file system must outlive it
-/// and its bundles.
+/// Bundles in directories. The main bundle is the host's resource directory. If the host ships no
+/// resource bundle, the one installed with the library is used. The file system must outlive this
+/// object and its bundles.
 class LinuxBundles : public Bundles {
  public:
-  /// An empty directory stands for that of the program.
+  /// An empty directory means the program's directory.
   LinuxBundles(const FileSystem& files, const std::string& resourceDirectory);
 
   std::shared_ptr<const Bundle> mainBundle() const override { return main_; }

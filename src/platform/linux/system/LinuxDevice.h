@@ -7,25 +7,25 @@
 
 namespace zovk {
 
-/// Facts about this machine and application. How the device is held is unknown unless the helper
-/// finds a sensor. The popup's window shape stands for how the interface stands.
+/// Facts about this machine and application. The orientation of the machine is unknown unless the
+/// helper finds a sensor. The shape of the popup's window decides the orientation of the interface.
 class LinuxDevice : public Device {
  public:
   LinuxDevice(std::string homeDirectory, std::string applicationId,
               std::string machineIdPath = "/etc/machine-id");
 
   std::string homeDirectory() const override { return homeDirectory_; }
-  /// Derived from the machine and the application, without giving the machine's number away.
-  /// A machine without a number gets another random one from every call.
+  /// Derives the identifier from the machine and the application, without revealing the machine's
+  /// number. On a machine without a number, every call gives another random one.
   std::optional<std::string> identifierForVendor() const override;
   int systemMajorVersion() const override { return 12; }
   std::string appStoreHost() const override { return "flathub.org"; }
   Orientation orientation() const override { return orientation_; }
   Orientation statusBarOrientation() const override { return statusBarOrientation_; }
 
-  /// How the device is held, as its sensor tells. Main thread.
+  /// Sets how the device is held, as its sensor reports. Main thread.
   void setOrientation(Orientation orientation) { orientation_ = orientation; }
-  /// The size that the popup's window was given. Main thread. An empty size tells nothing.
+  /// Sets the size of the popup's window. Main thread. An empty size is ignored.
   void setWindowSize(const Size& size);
 
  private:

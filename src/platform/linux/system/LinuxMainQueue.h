@@ -11,9 +11,9 @@
 
 namespace zovk {
 
-/// The main queue, drained by the host's pump. The thread that makes it is the main thread, and
-/// all but `async`, `sync` and `isMainThread` belongs to it. Descriptors of other parts are
-/// watched too, their callbacks taking turns with the tasks.
+/// The main queue, run by the host's pump. The thread that makes it is the main thread. Only
+/// `async`, `sync` and `isMainThread` may be called from other threads. The queue also watches
+/// descriptors of other parts; their callbacks take turns with the tasks.
 class LinuxMainQueue : public MainQueue {
  public:
   LinuxMainQueue();
@@ -23,17 +23,17 @@ class LinuxMainQueue : public MainQueue {
   void sync(const Task& task) override;
   bool isMainThread() const override;
 
-  /// Calls back from the pump whenever `fd` is readable or closed from the other end.
+  /// Calls back from the pump whenever `fd` is readable or closed by the other end.
   void addSource(int fd, PollSet::Callback callback);
-  /// To be called before `fd` is closed.
+  /// Call it before `fd` is closed.
   void removeSource(int fd);
 
-  /// Runs tasks and callbacks that are due. None is begun after `budget` has passed, except the
-  /// first, so that even an empty budget gets on. A pump within a pump does nothing.
+  /// Runs tasks and callbacks that are due. After `budget` none is begun, except the first one, so
+  /// that work goes on even with an empty budget. A pump within a pump does nothing.
   void pump(std::chrono::microseconds budget);
-  /// Readable exactly when a pump would find something to do.
+  /// Returns a descriptor that is readable exactly when a pump would find something to do.
   int pollDescriptor() const { return sources_.descriptor(); }
-  /// Drops what waits and lets go of who waits in `sync`. Later pumps do nothing.
+  /// Drops waiting tasks and wakes the callers that wait in `sync`. Later pumps do nothing.
   void shutDown();
 
  private:

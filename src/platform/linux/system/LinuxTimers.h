@@ -7,8 +7,8 @@
 
 namespace zovk {
 
-/// Timers on the monotonic clock, run by the queue's pump one callback at a time, the earliest due
-/// first. The queue must outlive it. A timer whose LinuxTimers is gone never comes due.
+/// Timers on the monotonic clock. The queue's pump runs them, one callback at a time, the earliest
+/// first. The queue must outlive them. A timer whose LinuxTimers is gone never fires.
 class LinuxTimers : public Timers {
  public:
   explicit LinuxTimers(LinuxMainQueue& queue);

@@ -9,23 +9,24 @@
 
 namespace zovk {
 
-/// Descriptors with what to do when they become readable or are closed from the other end, united
-/// in one descriptor that is readable while any of them is. Main thread only. It does not own the
-/// descriptors; each must be removed before it is closed. Making one throws std::system_error
-/// when the process has no descriptors left.
+/// Descriptors and the callbacks for when they become readable or are closed by the other end. They
+/// are combined in one descriptor, which is readable while any of them is. Main thread only. It
+/// does not own the descriptors; remove each before it is closed. The constructor throws
+/// std::system_error if the process has no descriptors left.
 class PollSet {
  public:
   using Callback = std::function<void()>;
   PollSet();
 
   int descriptor() const { return epoll_.get(); }
-  /// Throws std::system_error when the system refuses.
+  /// Throws std::system_error if the system refuses.
   void add(int fd, Callback callback);
-  /// The callback does not run again, even if it is due. No effect on a descriptor that is not in.
+  /// Removes a descriptor. Its callback does not run again, even if it is due. Has no effect on an
+  /// unknown descriptor.
   void remove(int fd);
   void clear();
-  /// Runs the callback of one ready descriptor; those that are ready take turns from call to call.
-  /// False when none is. Never waits.
+  /// Runs the callback of one ready descriptor; ready ones take turns from call to call. Returns
+  /// false if none is ready. Never waits.
   bool dispatchOne();
 
  private:

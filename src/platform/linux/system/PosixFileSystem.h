@@ -4,8 +4,9 @@
 
 namespace zovk {
 
-/// The files of the system. Only regular files are read and written, so that a pipe or a device
-/// in a file's place cannot hold up the game. What it makes is the user's alone (0700, 0600).
+/// The files of the system. Only regular files are read and written, so that a pipe or a device in
+/// the place of a file cannot block the game. New files and directories are for the user alone
+/// (0700, 0600).
 class PosixFileSystem : public FileSystem {
  public:
   bool exists(const std::string& path) const override;

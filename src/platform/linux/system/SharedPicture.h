@@ -9,8 +9,8 @@ namespace zovk {
 
 /// A picture in memory for another process: see protocol/PictureBounds.h.
 struct SharedPicture {
-  UniqueFd pixels;    ///< None when it cannot be shared.
-  std::string error;  ///< Why not.
+  UniqueFd pixels;    ///< None if it cannot be shared.
+  std::string error;  ///< Why it cannot be shared.
 };
 
 /// Copies the picture, which must have pixels.

@@ -8,15 +8,16 @@
 
 namespace zovk {
 
-/// Writes each line to standard error, with time, program, process and thread, or hands it as it
-/// stands to the host's sink. Any thread. Shared with the logger, which may outlive the platform.
+/// Writes each line to standard error, with time, program, process and thread, or passes it
+/// unchanged to the host's sink. Any thread. Shared with the logger, which may outlive the
+/// platform.
 class StandardErrorLog : public PlatformLog {
  public:
   using Sink = std::function<void(std::string_view line)>;
   explicit StandardErrorLog(Sink sink = nullptr) : sink_(std::move(sink)) {}
 
   void writeLine(std::string_view line) override;
-  /// What is written to standard error: one record, whose further lines are indented.
+  /// Returns the record for standard error; its further lines are indented.
   static std::string record(std::string_view line);
 
  private:

@@ -6,10 +6,10 @@
 
 namespace zovk {
 
-/// A directory of the user's own for temporary files, below $TMPDIR or /tmp; it is made when the
-/// first file is, and removed with all it holds at the end of its life. A lock is held on it for as
-/// long, so that those of games that were killed can be told apart: they are removed, too, when one
-/// is made. One thread at a time.
+/// A private directory for temporary files, below $TMPDIR or /tmp. It is made with the first file,
+/// and removed with its contents at the end of its life. As long as it lives it holds a lock. So
+/// the directories of killed games can be recognised, and are removed when a new one is made. One
+/// thread at a time.
 class TemporaryDirectory {
  public:
   TemporaryDirectory() = default;
@@ -17,8 +17,8 @@ class TemporaryDirectory {
   TemporaryDirectory(const TemporaryDirectory&) = delete;
   TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
-  /// A new, empty file open for writing, readable by the user alone; `path` receives its path.
-  /// No descriptor when it cannot be made; errno tells why.
+  /// Makes a new, empty file open for writing, which only the user can read; `path` receives its
+  /// path. Returns no descriptor if that fails; errno says why.
   UniqueFd makeFile(std::string& path);
   /// Empty before the first file.
   const std::string& path() const { return path_; }

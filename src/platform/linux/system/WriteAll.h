@@ -8,7 +8,7 @@
 
 namespace zovk {
 
-/// Writes all bytes, however many calls it takes.
+/// Writes all bytes, in as many calls as needed.
 inline std::error_code writeAll(int fd, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = ::write(fd, bytes.data(), bytes.size());
