@@ -6,8 +6,8 @@
 
 namespace zovk {
 
-/// What one popup changes on the screen. Views that are not named stay as they are, so a popup
-/// inherits what the popups before it left hidden until the layout is loaded anew.
+/// The changes that one popup makes on the screen. Views that are not named stay unchanged. So
+/// views that earlier popups hid stay hidden until the layout is loaded again.
 struct ButtonChanges {
   std::vector<const char*> hide;  ///< Names of Outlets.h.
   std::vector<const char*> show;
@@ -16,7 +16,7 @@ struct ButtonChanges {
 
 ButtonChanges buttonRule(const ZOVKPopupModel& popup, bool needRefresh);
 
-/// Whether the popup is a policy or a permission page, which has answer buttons below it.
+/// Returns whether the popup is a policy or a permission page, which has answer buttons below it.
 bool hasAnswerButtons(const ZOVKPopupModel& popup);
 
 }  // namespace zovk

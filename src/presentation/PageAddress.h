@@ -8,19 +8,19 @@
 
 namespace zovk {
 
-/// The address `uri` with extra parameters in its query; an extra key takes the place of a
-/// parameter of the same name.
+/// Returns the address `uri` with extra parameters in its query. An extra key replaces a parameter
+/// of the same name.
 std::string addressWithExtra(const std::string& uri, const boost::json::object& extraJsonDic);
 
-/// What stands before the first "?".
+/// Returns the part before the first "?".
 std::string withoutQuery(const std::string& address);
 
-/// The address of the popup's own page without its query. Only addresses that begin with it are
-/// loaded inside the popup.
+/// Returns the address of the popup's own page without its query. Only addresses that begin with it
+/// are loaded inside the popup.
 std::string ownPagePrefix(const ZOVKPopupModel& popup);
 
-/// The file address of a popup's page file. A popup whose content type is no page file and no web
-/// page has none: just "file://".
+/// Returns the file address of a popup's page file. If the content type is neither a page file nor
+/// a web page, that is just "file://".
 std::string pageFileAddress(const ZOVKPopupModel& popup);
 
 }  // namespace zovk

@@ -24,34 +24,35 @@
 
 namespace zovk {
 
-/// The screen on which one run of popups is shown, one after another in a single web view.
+/// The screen that shows one run of popups, one after another in a single web view.
 ///
-/// Main thread only, but for `queryConditionPopup`'s answer, which may come on any thread. The
-/// window owns the controller; page, handler, callback, controller and web view own one another,
-/// and `tearDown` cuts that ring. The completion is held as a copy and called at most once.
-/// Failures to load are logged; only a user interface that is lost for good, or a page whose
-/// process cannot run, ends the run, with -1 and the reason.
+/// Main thread only, except that the answer of `queryConditionPopup` may come on any thread. The
+/// window owns the controller. Page, handler, callback, controller and web view own one another,
+/// and `tearDown` breaks that cycle. The completion is copied and called at most once. Failures to
+/// load are logged. Only a user interface that is lost for good, or a page whose process cannot
+/// run, ends the run, with -1 and the reason.
 class ZOVKPopupViewController : public ViewController,
                                 public WebViewDelegate,
                                 public LayoutOwner,
                                 public std::enable_shared_from_this<ZOVKPopupViewController> {
  public:
   using Complete = std::function<void(std::int32_t code, const std::string& message)>;
-  /// Whether a condition's answer says that the popup is to be shown; copies its extra parameters.
+  /// Returns whether a condition's answer wants the popup to be shown, and copies its extra
+  /// parameters.
   using ConditionParser =
       std::function<bool(const std::optional<std::string>& data, boost::json::object* extraJson)>;
 
   ZOVKPopupViewController(std::shared_ptr<Platform> platform, ConditionParser parseCondition);
 
-  /// The first keyword tells of the login state although the first argument is the game. The record
-  /// is shared: it is read for every request of the run.
+  /// The name speaks of the login state although the first argument is the game. The record is
+  /// shared: every request of the run reads it.
   void setLoginState(const std::string& gameID, const std::string& gameKey,
                      std::shared_ptr<const LoginStateRecord> loginState);
-  /// Hands over the popups, in showing order, and makes this the window's root. An empty list, an
-  /// empty callback and a null window each count as not given; without a window nothing is shown.
+  /// Takes the popups in showing order, and makes this the window's root. An empty list, an empty
+  /// callback and a null window each count as missing. Without a window nothing is shown.
   void showPopup(const PopupList& popups, Window* window, const Complete& complete);
 
-  // What a run is made of.
+  // The steps of a run.
   PopupPointer getPopupModel();
   void showPopup();
   std::string getLoadUri(const std::string& uri, const boost::json::object& extraJsonDic) const;
@@ -59,7 +60,7 @@ class ZOVKPopupViewController : public ViewController,
   void finishShow();
   void queryConditionPopup(const PopupPointer& popup);
 
-  // What the player does.
+  // Actions of the player.
   void handleCallbackMessage(std::int32_t action, const boost::json::value& callbackMessage);
   void handleWebViewJsMessage(std::int32_t action,
                               const std::optional<boost::json::value>& jsMessage);
@@ -101,15 +102,16 @@ class ZOVKPopupViewController : public ViewController,
   void loadSubviews();
   std::string getNibFileName() const { return screen_.layoutName(); }
 
-  /// The popup on screen; null before the first and after the end. Any thread.
+  /// Returns the popup on screen; null before the first and after the end. Any thread.
   PopupPointer currentModel() const { return shown_.current(); }
   const std::deque<PopupPointer>& popupArr() const { return popupArr_; }
-  /// Whether the last allowed navigation led to a popup's own page; shared by all controllers.
+  /// Returns whether the last allowed navigation led to a popup's own page; shared by all
+  /// controllers.
   static bool needRefresh() { return needRefresh_; }
   static void setNeedRefresh(bool needRefresh) { needRefresh_ = needRefresh; }
 
  private:
-  // While one is alive, the end of the run waits: the action that brought it about goes on first.
+  // While one is alive, the end of the run waits until the action that caused it is finished.
   class ActionScope;
 
   void showNextPopup();

@@ -16,38 +16,38 @@ namespace zovk {
 using HelperMessage = boost::json::object;
 
 inline constexpr std::uint32_t kMaximumFrameLength = 64U * 1024 * 1024;
-/// How deep arrays and objects may lie in one another in a value of a page.
+/// The deepest nesting of arrays and objects in a value of a page.
 inline constexpr std::size_t kMaximumValueDepth = 512;
-/// The same for a message, which is an object around the value.
+/// The deepest nesting in a message, which is an object around the value.
 inline constexpr std::size_t kMaximumMessageDepth = kMaximumValueDepth + 1;
 inline constexpr int kHelperProtocolVersion = 1;
 /// The descriptor on which the helper finds its end of the socket pair.
 inline constexpr int kHelperDescriptor = 3;
 
-/// Text of a frame: four bytes of length, least significant first, then the JSON. Any thread.
-/// Absent when the message does not fit into a frame.
+/// Returns the bytes of a frame: four bytes of length, least significant first, then the JSON. Any
+/// thread. Returns nothing if the message does not fit into a frame.
 std::optional<std::string> encodeFrame(const HelperMessage& message);
 
-/// Cuts a stream of bytes into messages. What is fed is parsed by the next `next`, so whoever feeds
-/// a long frame in small pieces never waits for all of it at once. One thread at a time. Once
-/// `failed`, the stream is of no use any more: nothing comes out of it, and the connection should
-/// be closed.
+/// Splits a stream of bytes into messages. `next` parses the bytes that were fed before it, so a
+/// long frame that is fed in small pieces is parsed in small pieces. One thread at a time. After
+/// `failed` returns true the stream is useless: it gives no more messages, and the connection
+/// should be closed.
 class FrameDecoder {
  public:
   void feed(std::string_view bytes);
-  /// The next whole message; absent when more bytes are needed or the stream is broken.
+  /// Returns the next whole message, or nothing if more bytes are needed or the stream is broken.
   std::optional<HelperMessage> next();
-  /// How many bytes are missing until the end of what is being read, which is a length or the
-  /// content of a frame. To be asked after `next` gave nothing.
+  /// Returns how many bytes are missing until the end of the length or the content that is being
+  /// read. Call it after `next` returned nothing.
   std::size_t missing() const;
   bool failed() const { return !error_.empty(); }
-  /// What was wrong with the stream; empty while all is well.
+  /// Returns what is wrong with the stream; empty if nothing is.
   const std::string& error() const { return error_; }
 
  private:
-  /// Whether a whole length was there, and one that may be.
+  /// Returns whether a whole length has arrived, and is allowed.
   bool beginFrame();
-  /// Parses what is there of the frame.
+  /// Parses the bytes of the frame that have arrived.
   void readContent();
   std::string_view unread() const { return std::string_view(buffer_).substr(consumed_); }
 

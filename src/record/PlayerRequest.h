@@ -9,18 +9,19 @@
 
 namespace zovk {
 
-/// Who asks: the game and its player, whose login state is read when a request is made. There is
-/// always one, if only of nobody.
+/// The sender of a request: the game and its player. The player's login state is read when a
+/// request is made. It always exists, even if it is empty.
 struct PlayerIdentity {
   std::string gameID;
   std::string gameKey;
   std::shared_ptr<const LoginStateRecord> loginState = std::make_shared<LoginStateRecord>();
 };
 
-/// The parameters that every request to the popup service carries; no address and no body yet.
+/// Returns the parameters that every request to the popup service carries; no address and no body
+/// yet.
 ZOVKPopupUrlParams serviceRequest(const std::string& gameID, const std::string& gameKey);
 
-/// A request to `url` about one popup, with the player and the popup in its body.
+/// Returns a request to `url` about one popup, with the player and the popup in its body.
 ZOVKPopupUrlParams playerRequest(const std::string& url, const PlayerIdentity& player,
                                  const ZOVKPopupModel& popup);
 

@@ -5,8 +5,8 @@
 
 namespace zovk {
 
-/// What stands between the commas of a text, its ends included; empty items count. The views are of
-/// `text`. Any thread.
+/// Returns the items between the commas of a text, with those at its ends; empty items count. The
+/// views refer to `text`. Any thread.
 std::unordered_set<std::string_view> itemsBetweenCommas(std::string_view text);
 
 }  // namespace zovk

@@ -7,10 +7,9 @@
 
 namespace zovk {
 
-/// Those of `names` that occur somewhere in `text`, which may be a part of a longer name in it.
-/// Looking for each by itself would take the product of both lengths; this takes their sum, once
-/// for every length that names have beside those that stand between two commas. The views are of
-/// `names`.
+/// Returns the `names` that occur anywhere in `text`, even as a part of a longer name. A separate
+/// search for each would take the product of both lengths. This takes their sum, once for each
+/// length of those names that are not whole items between two commas. The views refer to `names`.
 std::unordered_set<std::string_view> containedNames(const std::vector<std::string>& names,
                                                     std::string_view text);
 

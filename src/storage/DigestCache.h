@@ -11,13 +11,13 @@
 
 namespace zovk {
 
-/// MD5 digests of files, read again only when a file has changed. Any thread. Refers to the file
-/// system and the clock, which must outlive it.
+/// MD5 digests of files. A file is read again only if it has changed. Any thread. Refers to the
+/// file system and the clock, which must outlive it.
 class DigestCache {
  public:
   DigestCache(FileSystem& files, const Clock& clock) : files_(files), clock_(clock) {}
 
-  /// 32 lower-case hexadecimal digits; absent when the file cannot be opened.
+  /// Returns 32 lower-case hexadecimal digits, or nothing if the file cannot be opened.
   std::optional<std::string> digest(const std::string& path, FileGlance& glance);
 
  private:

@@ -8,13 +8,13 @@
 
 namespace zovk {
 
-/// What one piece of work has seen of the files: each is looked at once, so that a walk over many
-/// popups judges them all by the same state. One thread; refers to the file system.
+/// The state of the files during one piece of work. Each file is examined once, so that a walk over
+/// many popups judges them all by the same state. One thread; refers to the file system.
 class FileGlance {
  public:
   explicit FileGlance(const FileSystem& files) : files_(files) {}
 
-  /// Absent when nothing is there.
+  /// Returns the identity of a file, or nothing if it does not exist.
   const std::optional<FileIdentity>& identity(const std::string& path) {
     const auto [entry, isNew] = seen_.try_emplace(path);
     if (isNew) entry->second = files_.identity(path);

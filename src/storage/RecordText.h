@@ -7,9 +7,9 @@
 
 namespace zovk {
 
-/// A text that is searched for many others: a record of keys, set apart by commas. It answers as a
-/// search of the whole text does, but most keys are found, and most are known to be missing,
-/// without one: ten thousand popups may ask ten thousand keys. Immutable, any thread.
+/// A text that is searched for many others: a record of keys, separated by commas. The answers are
+/// those of a search in the whole text. But most keys are found, or known to be missing, without
+/// such a search, because ten thousand popups may ask for ten thousand keys. Immutable, any thread.
 class RecordText {
  public:
   explicit RecordText(std::string text);
@@ -17,7 +17,7 @@ class RecordText {
   RecordText& operator=(const RecordText&) = delete;
 
   const std::string& text() const { return text_; }
-  /// Whether `part` stands anywhere in the text.
+  /// Returns whether `part` occurs anywhere in the text.
   bool contains(std::string_view part) const;
 
  private:

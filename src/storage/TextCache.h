@@ -11,14 +11,14 @@
 
 namespace zovk {
 
-/// The text of the file that was asked for last, read again only when it has changed: a selection
-/// asks the once-record about every popup. Any thread. Refers to the file system and the clock,
-/// which must outlive it.
+/// The text of the last requested file, read again only if it has changed: a selection asks the
+/// once-record about every popup. Any thread. Refers to the file system and the clock, which must
+/// outlive it.
 class TextCache {
  public:
   TextCache(FileSystem& files, const Clock& clock) : files_(files), clock_(clock) {}
 
-  /// Null when the file cannot be read or is not UTF-8.
+  /// Returns null if the file cannot be read or is not UTF-8.
   std::shared_ptr<const RecordText> text(const std::string& path, FileGlance& glance);
 
  private:

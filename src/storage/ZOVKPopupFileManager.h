@@ -16,62 +16,67 @@
 
 namespace zovk {
 
-/// Owner of the system's files: the internal directory, a private cache below the home directory,
-/// and the read-only resource bundle; beside them the key-value settings. One object per process.
+/// Owns the system's files: the internal directory, which is a private cache below the home
+/// directory, and the read-only resource bundle. It also has the key-value settings. One object per
+/// process.
 ///
-/// Any thread. Two writers of one file are not put in order: whole-file writes are atomic, appends
-/// are not. An empty name, path or key counts as missing. Nothing throws: an operation that cannot
-/// do its work writes one error line and returns false, an empty text or nothing, and leaves its
-/// out-parameters (which may be null) untouched.
+/// Any thread. The order of two writers of one file is not fixed: whole-file writes are atomic,
+/// appends are not. An empty name, path or key counts as missing. Nothing throws. An operation that
+/// fails writes one error line, returns false, an empty text or nothing, and leaves its
+/// out-parameters (which may be null) unchanged.
 class ZOVKPopupFileManager {
  public:
-  /// The one object, made on first use; null when there is no platform (not set up, or shut down).
+  /// Returns the shared object and makes it on first use; null if there is no platform (not set up,
+  /// or shut down).
   static ZOVKPopupFileManager* sharedInstance();
   static ZOVKPopupFileManager* sharedInstanceSynch();
   static ZOVKPopupFileManager* sharedInstanceNoSynch();
   static ZOVKPopupFileManager* allocWithZone();
-  /// Drops the object; nobody may be using it. The next access makes a fresh one.
+  /// Drops the shared object. Nobody may be using it. The next access makes a new one.
   static void purgeSharedInstance();
   ZOVKPopupFileManager* copyWithZone() { return this; }
 
   explicit ZOVKPopupFileManager(std::shared_ptr<Platform> platform);
-  /// Names the internal directory and makes it when it is not there.
+  /// Sets the internal directory, and makes it if it does not exist.
   void init();
 
   const std::string& getInternalFileRootPath() const { return filePath_; }
   std::string getInternalFilePath(const std::string& fileName) const;
-  /// The resource bundle; null when the host ships none.
+  /// Returns the resource bundle; null if the host ships none.
   std::shared_ptr<const Bundle> getResourceBundle();
-  /// The resource bundle's info dictionary; null without a bundle. Lives as long as this object.
+  /// Returns the resource bundle's info dictionary; null without a bundle. It lives as long as this
+  /// object.
   const boost::json::object* getResourceInfo();
   std::string getResourceFilePath(const std::string& fileName);
 
   bool readInternalFile(const std::string& fileName, std::string* filePath, std::string* fileData);
   bool readResourceFile(const std::string& fileName, std::string* filePath, std::string* fileData);
-  /// Writes a file of the internal directory. With `append`, a file that exists gets a "," and the
-  /// data, unless it already holds the data somewhere.
+  /// Writes a file of the internal directory. With `append`, an existing file gets a "," and the
+  /// data, unless it already contains the data.
   bool saveInternalFile(const std::string& fileName, std::optional<std::string_view> fileData,
                         bool append);
 
-  // The same questions about many files are asked with one glance, each file then being looked at
-  // once; without one, it is looked at anew.
+  // Questions about many files should share one glance, which examines each file once. Without a
+  // glance the file is examined again.
 
   bool fileExistAtPath(const std::string& path, FileGlance* glance = nullptr) const;
-  /// Whether the file is UTF-8 text and holds `text` somewhere.
+  /// Returns whether the file is UTF-8 text and contains `text`.
   bool textExistInFile(const std::optional<std::string>& text, const std::string& filePath,
                        FileGlance* glance = nullptr);
-  /// 32 lower-case hexadecimal digits, or empty. A file that has not changed is not read again.
+  /// Returns 32 lower-case hexadecimal digits, or an empty text. A file that has not changed is not
+  /// read again.
   std::string getFileMD5(const std::string& filePath, FileGlance* glance = nullptr);
   FileGlance newGlance() const { return FileGlance(platform_->files); }
-  /// Removes everything in the internal directory whose relative path is not contained in
-  /// `keepList`; without a list, everything.
+  /// Removes everything in the internal directory whose relative path does not occur in `keepList`;
+  /// without a list, everything.
   void deleteInternalFileWithout(const std::optional<std::string>& keepList);
 
-  /// The stored text, or empty.
+  /// Returns the stored text, or an empty one.
   std::string valueForKey(const std::string& key) const;
-  /// Stores a text, on disk when this returns; an empty or absent one removes the key.
+  /// Stores a text. It is on disk when this returns. An empty or absent one removes the key.
   void saveValue(const std::optional<std::string>& value, const std::string& key);
-  /// The install identifier, fixed at the first call; absent while the device has none to give.
+  /// Returns the install identifier, which is fixed at the first call; nothing while the device has
+  /// none.
   std::optional<std::string> getUUID();
 
  private:

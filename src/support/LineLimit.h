@@ -10,24 +10,25 @@
 
 namespace zovk {
 
-/// Holds one kind of log line to so many a second, by default one, for lines that a page, a file or
-/// a service can cause as often as it likes. Whoever would write the line asks here and writes what
-/// comes back: the line, with the number of those that were held back since the last one, or
+/// Limits one kind of log line to a number a second, by default one, for lines that a page, a file
+/// or a service can cause as often as it likes. Before you write the line, ask this object and
+/// write what it returns: the line, with the number of lines held back since the last one, or
 /// nothing. Any thread. The clock is called without a lock held.
 class LineLimit {
  public:
-  /// Seconds that never go back, from any start.
+  /// Returns seconds that never go back, counted from any start.
   using Clock = std::function<double()>;
 
-  /// `perSecond` lines, at least one, are let through in the second after the first of them.
+  /// Allows `perSecond` lines, at least one, in the second after the first of them.
   explicit LineLimit(Clock clock = steadySeconds, std::size_t perSecond = 1)
       : clock_(std::move(clock)), perSecond_(perSecond) {}
 
-  /// The text to write now; absent when this line is held back. `count` is how many lines it stands
-  /// for, at least one.
+  /// Returns the text to write now, or nothing if this line is held back. `count` is how many lines
+  /// it stands for, at least one.
   std::optional<std::string> line(std::string text, std::size_t count = 1);
-  /// The last line that was held back, with the number of the others; absent when none is. To be
-  /// called when no further line may come, so that none goes uncounted; a new second begins.
+  /// Returns the last line that was held back, with the number of the others, or nothing if there
+  /// is none. Call it when no further line may come, so that none goes uncounted. A new second
+  /// begins.
   std::optional<std::string> rest();
 
   static double steadySeconds();

@@ -6,16 +6,16 @@
 
 namespace zovk {
 
-/// Holds the one object of a class that exists once in a process. `shared` takes the locked path
-/// until the object is ready and an unlocked read from then on; `purge` goes back to the locked
-/// path. Any thread; an object that was purged must not be used any more.
+/// Holds the only object of a class in a process. `shared` takes a locked path until the object is
+/// ready, and an unlocked read from then on. `purge` goes back to the locked path. Any thread. An
+/// object that was purged must not be used any more.
 ///
 /// `T` needs `static std::shared_ptr<T> make()` and `void init()`.
 template <class T>
 class SharedInstance {
  public:
-  /// The holder of the process. It is never destroyed, so that threads which still run while the
-  /// process exits do not meet a half-destroyed object.
+  /// Returns the holder of the process. It is never destroyed, so that threads that still run while
+  /// the process exits do not use a half-destroyed object.
   static SharedInstance& holder() {
     static auto* const instance = new SharedInstance;
     return *instance;
@@ -39,7 +39,7 @@ class SharedInstance {
 
   T* sharedNoSynch() const { return ready_.load(std::memory_order_acquire); }
 
-  /// Makes the object without initialising it if there is none yet; returns the one object.
+  /// Makes the object, if there is none yet, without initialising it. Returns the object.
   T* allocate() {
     const std::lock_guard lock(mutex_);
     if (instance_ == nullptr) {

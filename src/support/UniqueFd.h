@@ -6,7 +6,7 @@
 
 namespace zovk {
 
-/// Owns a file descriptor; -1 stands for none.
+/// Owns a file descriptor; -1 means none.
 class UniqueFd {
  public:
   UniqueFd() = default;

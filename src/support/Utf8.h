@@ -5,10 +5,11 @@
 
 namespace zovk {
 
-/// Whether the bytes are well-formed UTF-8. Any thread.
+/// Returns whether the bytes are well-formed UTF-8. Any thread.
 bool isUtf8(std::string_view bytes);
 
-/// `text` with every byte that is no part of a UTF-8 character replaced by U+FFFD. Any thread.
+/// Returns `text` with U+FFFD in place of every byte that is not part of a UTF-8 character. Any
+/// thread.
 std::string repairedUtf8(std::string text);
 
 }  // namespace zovk

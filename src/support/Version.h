@@ -2,7 +2,7 @@
 
 namespace zovk {
 
-/// What the engine calls itself towards the popup service.
+/// The engine's version, as the popup service gets it.
 inline constexpr const char* kPopupVersion = "1.0.0";
 
 }  // namespace zovk

@@ -8,15 +8,15 @@
 
 namespace zovk {
 
-/// How deep arrays and objects may lie in one another, in whatever comes from outside.
+/// The deepest nesting of arrays and objects in any JSON from outside.
 inline constexpr std::size_t kDeepestJson = 512;
 
-/// The value of a JSON text; null, with an `error`, when it does not parse or lies too deep. Any
-/// thread.
+/// Returns the value of a JSON text; null, with an `error`, if it does not parse or is nested too
+/// deep. Any thread.
 boost::json::value readJson(std::string_view text, boost::json::error_code& error);
 
-/// The text without a byte-order mark at its start, which some editors and services put there. Any
-/// thread.
+/// Returns the text without a byte-order mark at its start, which some editors and services write.
+/// Any thread.
 std::string_view withoutByteOrderMark(std::string_view text);
 
 }  // namespace zovk

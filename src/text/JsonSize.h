@@ -5,8 +5,8 @@
 
 namespace zovk {
 
-/// Counts the values that a JSON text holds while it comes, before anybody makes them. It takes any
-/// text: of one that is no JSON it says how much work it is to find that out.
+/// Counts the values of a JSON text while it arrives, before anybody makes them. It accepts any
+/// text: for one that is not JSON, the count says how much work it is to find that out.
 class JsonValueCount {
  public:
   void add(std::string_view piece);
@@ -14,7 +14,7 @@ class JsonValueCount {
 
  private:
   std::size_t values_ = 1;
-  char last_ = ' ';  // the sign before, unless it stands in a text
+  char last_ = ' ';  // the character before, unless it is in a text
   bool inText_ = false;
   bool escaped_ = false;
 };

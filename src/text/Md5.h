@@ -6,7 +6,7 @@
 
 namespace zovk {
 
-/// A running MD5 digest. One thread at a time; reusable after `finish`.
+/// A running MD5 digest. One thread at a time; may be reused after `finish`.
 class Md5 {
  public:
   Md5();
@@ -15,7 +15,7 @@ class Md5 {
   Md5& operator=(const Md5&) = delete;
 
   void update(std::string_view bytes);
-  /// 32 lower-case hexadecimal digits of everything fed in; starts afresh afterwards.
+  /// Returns the digest of all added bytes as 32 lower-case hexadecimal digits, and starts again.
   std::string finish();
 
  private:
@@ -23,7 +23,7 @@ class Md5 {
   std::unique_ptr<Context> context_;
 };
 
-/// The digest of one text, as 32 lower-case hexadecimal digits. Any thread.
+/// Returns the digest of one text, as 32 lower-case hexadecimal digits. Any thread.
 std::string md5Hex(std::string_view bytes);
 
 }  // namespace zovk

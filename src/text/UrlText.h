@@ -6,18 +6,19 @@
 
 namespace zovk {
 
-/// The text with its percent-encoding removed; absent when that is malformed or does not give
-/// UTF-8.
+/// Returns the text with its percent-encoding removed; nothing if that is malformed or does not
+/// give UTF-8.
 std::optional<std::string> withoutPercentEncoding(std::string_view text);
 
-/// The text with everything percent-encoded that may not stand in a URL's query.
+/// Returns the text with every character percent-encoded that a URL's query may not contain.
 std::string withQueryEncoding(std::string_view text);
 
-/// A file's path as it stands in a file address: what has a meaning of its own there is encoded.
+/// Returns a file's path in the form for a file address: characters with a special meaning there
+/// are encoded.
 std::string withPathEncoding(std::string_view path);
 
-/// Scheme and host of a URL as they are written, without user, port and all that follows. What
-/// cannot be told is empty.
+/// Scheme and host of a URL as written, without user, port and everything after. Unknown parts are
+/// empty.
 struct UrlParts {
   std::string scheme;
   std::string host;

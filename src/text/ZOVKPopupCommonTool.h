@@ -9,28 +9,29 @@
 
 namespace zovk {
 
-/// The system's small conversions. Any thread; no state. Nothing throws: what cannot be converted
-/// gives an absent value or an empty text. Exchanging methods at run time has no counterpart in
-/// C++ and is left out.
+/// The system's small conversions. Any thread; no state. Nothing throws: input that cannot be
+/// converted gives an absent value or an empty text. Exchanging methods at run time has no
+/// counterpart in C++ and is left out.
 class ZOVKPopupCommonTool {
  public:
-  /// JSON bytes of a dictionary without a single blank or line end, also inside its values: the
-  /// signature of a request covers exactly the bytes that are sent. Absent for an absent or empty
-  /// dictionary, and, with an error line, for one that JSON cannot hold.
+  /// Returns the JSON bytes of a dictionary without any blank or line end, even inside its values:
+  /// a request's signature covers exactly the bytes that are sent. Returns nothing for an absent or
+  /// empty dictionary and, with an error line, for one that JSON cannot hold.
   static std::optional<std::string> dictionaryToData(
       const std::optional<boost::json::object>& dictionary);
-  /// The same as text; empty when there is nothing to convert.
+  /// Returns the same as text; empty if there is nothing to convert.
   static std::string dictionaryToJsonString(const std::optional<boost::json::object>& dictionary);
-  /// The parsed JSON, of whatever type it is; absent, with an error line, when it does not parse.
+  /// Returns the parsed JSON, of any type; nothing, with an error line, if it does not parse.
   static std::optional<boost::json::value> jsonStringToDictionary(
       const std::optional<std::string>& jsonString);
-  /// 32 lower-case hexadecimal digits over the text up to its first zero byte; empty for no text.
+  /// Returns the digest of the text up to its first zero byte, as 32 lower-case hexadecimal digits;
+  /// empty for no text.
   static std::string getTextMD5(std::string_view text);
-  /// What follows the first "?" as decoded keys and values. A fragment, when there is one, takes
-  /// the place of the query.
+  /// Returns the part after the first "?" as decoded keys and values. If there is a fragment, it is
+  /// read instead of the query.
   static boost::json::object urlParamToDictionary(std::string_view url);
-  /// key=value pairs joined by "&"; numbers as `numberText` writes them. Encoding leaves "&", "=",
-  /// "?" and "/" of a value as they are, and keys are never encoded.
+  /// Returns key=value pairs joined by "&", with numbers as `numberText` writes them. "&", "=", "?"
+  /// and "/" of a value are not encoded, and keys are never encoded.
   static std::string dictionaryToUrlParam(const boost::json::object& dictionary, bool needEncode);
 };
 

@@ -9,9 +9,9 @@
 
 namespace zovk {
 
-/// What stands in a game's own web window: a page that fills it. It hears of the page's navigations
-/// behind the bridge and keeps the bridge in step with the page. Main thread only. The window owns
-/// it, and it owns the page until it is torn down.
+/// The contents of a web window: a page that fills it. It receives the page's navigations from the
+/// bridge, and resets the bridge when the page changes. Main thread only. The window owns it, and
+/// it owns the page until it is torn down.
 class WebWindowController final : public ViewController, public WebViewDelegate {
  public:
   using Bridge = ZOVKPopupWKWebViewJavascriptBridge;
@@ -20,7 +20,7 @@ class WebWindowController final : public ViewController, public WebViewDelegate 
   WebWindowController(std::shared_ptr<WebView> page, const std::shared_ptr<Bridge>& bridge,
                       const ZOVKPopupWebWindowSettings& settings, Failed failed);
 
-  /// Null once it is torn down.
+  /// Returns the page; null after it was torn down.
   const std::shared_ptr<WebView>& page() const { return page_; }
 
   // ViewController

@@ -11,9 +11,9 @@
 
 namespace zovk {
 
-/// Bundles that are directories of the memory file system, with "Info.json" as info dictionary.
-/// Any thread. Refers to the file system, which must outlive it and the bundles it opened. Each
-/// call opens the bundle as it stands then.
+/// Bundles that are directories of the memory file system, with "Info.json" as info dictionary. Any
+/// thread. Refers to the file system, which must outlive this object and the bundles it opened.
+/// Each call opens the bundle in its present state.
 class MemoryBundles final : public Bundles {
  public:
   static constexpr const char* kMainPath = "/app";
@@ -27,7 +27,7 @@ class MemoryBundles final : public Bundles {
   void setMainInfo(const boost::json::object& info);
   /// Puts a file into the resource bundle.
   void addResource(const std::string& name, std::string_view text);
-  /// Takes the resource bundle away.
+  /// Removes the resource bundle.
   void removeResourceBundle();
 
  private:

@@ -8,7 +8,7 @@
 
 namespace zovk {
 
-/// What the device says of itself; all of it can be set. Any thread.
+/// The facts that the device reports; all of them can be set. Any thread.
 struct MemoryDeviceFacts {
   std::string homeDirectory = "/home/player";
   std::optional<std::string> identifierForVendor = "0A1B2C3D-4E5F-4678-9ABC-DEF012345678";

@@ -15,7 +15,7 @@
 namespace zovk {
 
 /// A tree of files in memory that can be made to fail. Any thread. Entries are listed sorted by
-/// their path. Every change of a file gives it new times, a rewritten file a new inode too.
+/// path. Every change of a file gives it new times; a rewritten file also gets a new inode.
 class MemoryFileSystem final : public FileSystem {
  public:
   MemoryFileSystem();
@@ -32,37 +32,38 @@ class MemoryFileSystem final : public FileSystem {
   std::error_code writeAtomically(const std::string& path, std::string_view bytes) override;
   std::error_code append(const std::string& path, std::string_view bytes) override;
 
-  // What a test prepares and looks at. These pass all faults and count nothing.
+  // For tests to prepare and examine files. These ignore all faults and count nothing.
 
-  /// Puts a file there, with the directories above it.
+  /// Adds a file, with its parent directories.
   void addFile(const std::string& path, std::string_view text);
-  /// Puts a directory there, with those above it.
+  /// Adds a directory, with its parent directories.
   void addDirectory(const std::string& path);
   void addLink(const std::string& path, const std::string& target);
-  /// Takes away a file or a directory with all it holds.
+  /// Removes a file, or a directory with its contents.
   void take(const std::string& path);
-  /// The text of a file; absent when there is no such file.
+  /// Returns the text of a file, or nothing if there is none.
   std::optional<std::string> text(const std::string& path) const;
   bool isDirectory(const std::string& path) const;
-  /// Everything below a directory, sorted.
+  /// Returns everything below a directory, sorted.
   std::vector<std::string> list(const std::string& directory) const;
-  /// How often a path was written or appended to with success, and how often it was read.
+  /// Return how often a path was written or appended to with success, and how often it was read.
   int writeCount(const std::string& path) const;
   int readCount(const std::string& path) const;
 
-  // Faults. A prefix is the beginning of a path; each stays until `clearFaults`.
+  // Faults. A prefix is the beginning of a path. Each fault stays until `clearFaults`.
 
   void failWrites(const std::string& prefix, std::errc error = std::errc::io_error);
   void failReads(const std::string& prefix);
-  /// A file that is read piece by piece ends after that many bytes.
+  /// Makes a file that is read in pieces end after that many bytes.
   void cutReads(const std::string& path, std::size_t bytes);
   void failRemovals(const std::string& prefix, std::errc error = std::errc::io_error);
   void failCreateDirectory(const std::string& prefix, std::errc error = std::errc::io_error);
-  /// No entry of the directory can be made, replaced or removed; its files can be appended to.
+  /// Makes a directory read-only: no entry can be made, replaced or removed, but its files can be
+  /// appended to.
   void makeReadOnly(const std::string& directory);
-  /// How much may still be written. A replaced file needs room beside the old one.
+  /// Sets how many bytes may still be written. A replaced file needs room beside the old one.
   void setFreeSpace(std::uint64_t bytes);
-  /// The file is gone after it was looked at that often: by exists, identity, read or readPieces.
+  /// Removes the file after that many looks: by exists, identity, read or readPieces.
   void vanishAfter(const std::string& path, int looks);
   void clearFaults();
 
@@ -77,8 +78,8 @@ class MemoryFileSystem final : public FileSystem {
   using Entries = std::map<std::string, Entry>;  // by path without links; the root's is empty
   struct Place {
     std::string key;
-    Entry* entry = nullptr;  // null when nothing is there
-    std::errc error{};       // why nothing can be there
+    Entry* entry = nullptr;  // null if there is none
+    std::errc error{};       // why none can exist
   };
   struct Faults {
     std::map<std::string, std::errc> writes, removals, directories;  // by prefix
@@ -107,7 +108,7 @@ class MemoryFileSystem final : public FileSystem {
   std::pair<Entries::iterator, Entries::iterator> below(const std::string& key) const
       ZOVK_REQUIRES(mutex_);
 
-  // Looking may take a file away, so a part of this changes in const functions.
+  // A look may remove a file, so const functions change a part of this.
   mutable Mutex mutex_;
   mutable Entries entries_ ZOVK_GUARDED_BY(mutex_);
   mutable Faults faults_ ZOVK_GUARDED_BY(mutex_);

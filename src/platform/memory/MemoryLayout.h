@@ -9,19 +9,19 @@
 
 namespace zovk {
 
-/// A view that a layout holds, and the view around it; the root when that is empty.
+/// A view of a layout, and its parent; an empty parent means the root.
 struct MemoryOutlet {
   std::string name;
   std::string parent;
 };
 
-/// What the popup screen's own layouts hold.
+/// Returns the views of the popup screen's own layouts.
 std::vector<MemoryOutlet> standardOutlets();
 
 /// A layout of the memory platform. Main thread only; the holder owns it.
 class MemoryLayout final : public Layout {
  public:
-  /// `outlets` null: the layout cannot be found.
+  /// If `outlets` is null, the layout cannot be found.
   MemoryLayout(std::string bundlePath, std::string name, std::weak_ptr<LayoutOwner> owner,
                const std::vector<MemoryOutlet>* outlets);
   ~MemoryLayout() override;
@@ -35,14 +35,14 @@ class MemoryLayout final : public Layout {
   const std::string& name() const { return name_; }
   bool found() const { return root_->present; }
   MemoryViewNode& rootNode() const { return *root_; }
-  /// The state of a view; one that is not present when the layout lacks it.
+  /// Returns the state of a view; one with `present` false if the layout lacks it.
   MemoryViewNode& view(const std::string& name) const { return *nodeOf(name); }
-  /// Whether the user would see it.
+  /// Returns whether the user would see the view.
   bool isVisible(const std::string& name) const { return view(name).isVisible(); }
-  /// The views that the user would see, sorted by name.
+  /// Returns the views that the user would see, sorted by name.
   std::vector<std::string> visibleOutlets() const;
-  /// The user presses the button that the layout connects to this action: the owner hears of it at
-  /// once. False when the owner or the layout is not there.
+  /// Presses the button that the layout connects to this action, as the user would: the owner is
+  /// told at once. Returns false if the owner or the layout is gone.
   bool press(const std::string& action);
 
  private:

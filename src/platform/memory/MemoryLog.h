@@ -11,17 +11,17 @@
 
 namespace zovk {
 
-/// Keeps the log lines. Any thread. Copies share their lines, so that a logger that outlives a
-/// test still writes into something that exists.
+/// Keeps the log lines. Any thread. Copies share their lines, so that a logger that outlives a test
+/// still has a log to write to.
 class MemoryLog final : public PlatformLog {
  public:
   void writeLine(std::string_view line) override;
 
   std::vector<std::string> lines() const;
   std::vector<std::string> linesContaining(std::string_view text) const;
-  /// Whether some line contains the text.
+  /// Returns whether a line contains the text.
   bool contains(std::string_view text) const { return count(text) > 0; }
-  /// How many lines contain the text.
+  /// Returns how many lines contain the text.
   std::size_t count(std::string_view text) const;
   void clear();
 
@@ -33,7 +33,7 @@ class MemoryLog final : public PlatformLog {
   std::shared_ptr<Lines> lines_ = std::make_shared<Lines>();
 };
 
-/// Makes the logger write into `log`, with debug lines or without.
+/// Returns an environment that makes the logger write into `log`, with or without debug lines.
 LogEnvironment memoryLogEnvironment(const MemoryLog& log, bool debug);
 
 }  // namespace zovk

@@ -15,8 +15,8 @@
 
 namespace zovk {
 
-/// A whole platform in memory, in virtual time. The thread that makes it is its main thread.
-/// There are the directories "/app" with its resource bundle, "/tmp" and the home directory's
+/// A whole platform in memory, in virtual time. The thread that makes it is its main thread. It has
+/// the directories "/app" with its resource bundle, "/tmp", and the home directory's
 /// "Library/Caches".
 class MemoryPlatform : public std::enable_shared_from_this<MemoryPlatform> {
  public:
@@ -36,20 +36,20 @@ class MemoryPlatform : public std::enable_shared_from_this<MemoryPlatform> {
   Platform interfaces{log,     scheduler, scheduler, scheduler,  files,
                       bundles, settings,  device,    urlSession, userInterface};
 
-  /// The interfaces, for those who keep a platform. Keeps this object alive where it was made by
-  /// make_shared; otherwise its maker must.
+  /// Returns the interfaces in a shared pointer. It keeps this object alive if make_shared made it;
+  /// otherwise the maker must keep it.
   std::shared_ptr<Platform> shared();
-  /// The log, kept in the same way.
+  /// Returns the log, kept alive in the same way.
   std::shared_ptr<PlatformLog> sharedLog() { return {shared(), &log}; }
-  /// Answers nothing any more and runs nothing any more. Repeatable.
+  /// Stops everything: no request is answered and no task run any more. May be repeated.
   void shutDown();
 
   /// Delivers answered requests and runs ready tasks until neither is left.
   void settle();
 };
 
-/// The memory platform as a host drives one. `pump` runs what is due at the scheduler's own time,
-/// which only `memory().scheduler` moves.
+/// The memory platform for a host. `pump` runs what is due at the scheduler's own time, which only
+/// `memory().scheduler` moves.
 class MemoryHostedPlatform final : public HostedPlatform {
  public:
   MemoryPlatform& memory() { return *memory_; }

@@ -20,13 +20,13 @@ namespace zovk {
 class MemoryTimer;
 
 /// Main queue, timers and clock in one, in virtual time, so that time and tasks cannot disagree.
-/// Time stands still until a test moves it. The thread that makes it is the main thread; `async`,
-/// `sync`, the clock and `pendingTaskCount` may be used from any thread, all else belongs to the
-/// main thread. A `sync` from another thread returns once the main thread runs tasks.
+/// Time stands still until a test moves it. The thread that makes it is the main thread. Any thread
+/// may use `async`, `sync`, the clock and `pendingTaskCount`; everything else is for the main
+/// thread. A `sync` from another thread returns once the main thread runs tasks.
 class MemoryScheduler final : public MainQueue, public Timers, public Clock {
  public:
-  static constexpr double kStartOfTime = 1'700'000'000;  ///< Seconds since 1970 at first.
-  static constexpr double kStartOfUptime = 1000;         ///< Seconds of uptime at first.
+  static constexpr double kStartOfTime = 1'700'000'000;  ///< In seconds since 1970.
+  static constexpr double kStartOfUptime = 1000;         ///< In seconds of uptime.
 
   MemoryScheduler();
   ~MemoryScheduler() override;
@@ -41,18 +41,19 @@ class MemoryScheduler final : public MainQueue, public Timers, public Clock {
   double secondsSince1970() const override;
   double systemUptime() const override;
 
-  /// Runs waiting tasks, those that they add, and due timers, until nothing is left to do. Throws
-  /// when the work does not end. Without effect inside a running task.
+  /// Runs waiting tasks, the tasks that they add, and due timers, until none is left. Throws if the
+  /// work does not end. Has no effect within a task.
   void runReady();
-  /// The same, beginning nothing more once `budget` of real time has passed; one thing it always
-  /// does, so that work goes on even with no budget.
+  /// Does the same, but begins nothing more after `budget` of real time. It always does one thing,
+  /// so that work goes on even without a budget.
   void runReady(std::chrono::microseconds budget);
-  /// Moves time on, running every task and every turn of a timer at its own time.
+  /// Moves time on, and runs every task and every turn of a timer at its own time.
   void advance(std::chrono::nanoseconds duration);
-  /// Moves time on without running anything, as when the host does not pump for a while.
+  /// Moves time on without running anything, as if the host did not pump for a while.
   void skip(std::chrono::nanoseconds duration);
-  /// Runs what is ready until `done`, which other threads may bring about, for `bound` of real
-  /// time at most; then throws, naming `what` it waited for. Virtual time stands still.
+  /// Runs what is ready until `done` returns true, to which other threads may contribute, for at
+  /// most `bound` of real time. Then throws, with `what` as the name of the thing it waited for.
+  /// Virtual time stands still.
   void runUntil(const std::function<bool()>& done, const std::string& what,
                 std::chrono::milliseconds bound = std::chrono::seconds(10));
 
@@ -60,7 +61,7 @@ class MemoryScheduler final : public MainQueue, public Timers, public Clock {
   void setTime(double secondsSince1970);
   std::size_t pendingTaskCount() const;
   std::size_t activeTimerCount();
-  /// Drops what waits, now and later; timers stop.
+  /// Drops waiting tasks, now and later, and stops timers.
   void shutDown();
 
  private:

@@ -9,7 +9,8 @@
 
 namespace zovk {
 
-/// Settings in memory that tell what is on disk from what is not yet. Any thread.
+/// Settings in memory that distinguish values on disk from values that are not yet there. Any
+/// thread.
 class MemorySettings final : public SettingsStore {
  public:
   std::optional<std::string> value(const std::string& key) const override;
@@ -19,14 +20,14 @@ class MemorySettings final : public SettingsStore {
   bool isReadable() const override;
 
   std::map<std::string, std::string> all() const;
-  /// What a start after a crash would find.
+  /// Returns the values that a start after a crash would find.
   std::map<std::string, std::string> saved() const;
-  /// As a crash does: goes back to what is saved.
+  /// Acts like a crash: goes back to the saved values.
   void dropUnsaved();
-  /// From now on nothing that is set or removed is kept.
+  /// From now on, loses every change, or keeps changes again.
   void loseWrites(bool lose);
   int synchronizeCount() const;
-  /// As if another process held the store: from now on nothing is found in it.
+  /// Acts as if another process held the store: from now on no value is found in it.
   void setLocked(bool locked);
 
  private:

@@ -10,7 +10,7 @@
 
 namespace zovk {
 
-/// A timer of the memory scheduler, which sees it only as long as its holder keeps it.
+/// A timer of the memory scheduler. The scheduler knows it only as long as its holder keeps it.
 class MemoryTimer final : public Timer {
  public:
   MemoryTimer(std::chrono::nanoseconds now, std::chrono::milliseconds interval,
@@ -27,7 +27,7 @@ class MemoryTimer final : public Timer {
   bool isValid() const override { return callback_ != nullptr; }
 
   std::chrono::nanoseconds due() const { return due_; }
-  /// One turn that stands for all that are due by now.
+  /// Runs one turn for all turns that are due by now.
   void turn(std::chrono::nanoseconds now) {
     due_ += ((now - due_) / interval_ + 1) * interval_;
     fire();

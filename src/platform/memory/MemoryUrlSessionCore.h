@@ -13,7 +13,7 @@
 
 namespace zovk {
 
-// What the session, its thread and its tasks share.
+// The state that the session, its thread and its tasks share.
 class MemoryUrlSession::Core {
  public:
   struct Transfer {
@@ -47,7 +47,7 @@ class MemoryUrlSession::Core {
     const LockGuard lock(mutex_);
     return answered_.empty() && !delivering_;
   }
-  // False when the session already has a thread.
+  // Returns false if the session already has a thread.
   bool becomeThreaded();
   std::size_t deliver();
   void deliverUntilStopped();

@@ -18,9 +18,9 @@
 
 namespace zovk {
 
-/// A user interface without a screen. Main thread only. It refers to what it makes without owning
-/// it, so that tests can see what is left over; what a test asks for here it should let go of
-/// again before it looks for leaks. Refers to the scheduler, which must outlive it.
+/// A user interface without a screen. Main thread only. It does not own the objects it makes, so
+/// that tests can find leaks. A test should release what it asked for here before it looks for
+/// leaks. Refers to the scheduler, which must outlive it.
 class MemoryUserInterface final : public UserInterface {
  public:
   explicit MemoryUserInterface(MemoryScheduler& scheduler) : scheduler_(scheduler) {}
@@ -35,15 +35,14 @@ class MemoryUserInterface final : public UserInterface {
   void openUrl(const std::string& url, std::function<void(bool opened)> completion) override;
 
   void setMainScreenBounds(const Rect& bounds) { bounds_ = bounds; }
-  /// Says what a layout holds; until then every layout holds the standard outlets.
+  /// Sets the views of a layout. Without it every layout holds the standard outlets.
   void addLayout(const std::string& bundlePath, const std::string& name,
                  std::vector<MemoryOutlet> outlets);
-  /// No bundle has this layout.
+  /// Makes this layout missing from every bundle.
   void missingLayout(const std::string& name) { missing_.insert(name); }
-  /// The schemes that some program opens; "http" and "https" at first.
+  /// Sets the schemes that some program opens; "http" and "https" at first.
   void setOpenableSchemes(std::set<std::string> schemes) { schemes_ = std::move(schemes); }
-  /// Decides whether an address that is handed out is opened; at first those of openable schemes
-  /// are.
+  /// Sets the decision whether an address is opened; at first addresses with openable schemes are.
   void setOpenAnswer(std::function<bool(const std::string& url)> answer);
   const std::vector<std::string>& openedUrls() const { return openedUrls_; }
   /// How often it was told that something may be shown soon.
@@ -57,28 +56,28 @@ class MemoryUserInterface final : public UserInterface {
   void padPressed(PadPress press) { padPresses_.push_back(std::move(press)); }
   const std::vector<PadPress>& padPresses() const { return padPresses_; }
 
-  /// The one made last of those that still live; null when there is none.
+  /// Returns the newest window that still lives; null if there is none.
   std::shared_ptr<MemoryWindow> frontWindow() const { return windows_.last(); }
   std::shared_ptr<MemoryWebView> frontWebView() const { return webViews_.last(); }
   std::shared_ptr<MemoryLayout> frontLayout() const { return layouts_.last(); }
   std::size_t liveWindows() const { return windows_.live().size(); }
   std::size_t liveWebViews() const { return webViews_.live().size(); }
   std::size_t liveLayouts() const { return layouts_.live().size(); }
-  /// How many were ever made.
+  /// Returns how many windows were ever made.
   std::size_t windowsMade() const { return windows_.made; }
   std::size_t webViewsMade() const { return webViews_.made; }
   std::size_t layoutsMade() const { return layouts_.made; }
 
-  /// The game's own window, or another one of its own, takes the keyboard.
+  /// Plays the game's window, or another one of the game, taking the keyboard.
   void otherWindowTakesKey() { screen_->keyWindow = 0; }
-  /// It leaves the keyboard to the window in front, if there is one.
+  /// Plays the game's window leaving the keyboard to the window in front, if there is one.
   void otherWindowLosesKey() {
     if (const auto window = frontWindow()) window->becomeKey();
   }
-  /// Whether a window that asks for the keyboard gets it; yes at first.
+  /// Sets whether a window that asks for the keyboard gets it; yes at first.
   void grantKeyboard(bool grant) { screen_->grantsKeyboard = grant; }
-  /// The interface is lost for good: the root controller of every window hears of it at once, and
-  /// that of any later window when it is set.
+  /// Plays the loss of the interface: the root controller of every window is told at once, and that
+  /// of a later window when it is set.
   void failInterface(const std::string& reason);
 
  private:

@@ -14,46 +14,47 @@ namespace zovk {
 
 struct MemoryViewNode;
 
-/// Where an edge of a view is tied to.
+/// The target of a pinned edge.
 struct MemoryPin {
   std::weak_ptr<const MemoryViewNode> target;
   bool safeArea = false;
   double offset = 0;
 };
 
-/// The state of one view, which tests read. A view owns its children; a handle or its window's
-/// tree keeps it alive. Main thread only.
+/// The state of one view, for tests to read. A view owns its children. A handle or the tree of its
+/// window keeps it alive. Main thread only.
 struct MemoryViewNode : std::enable_shared_from_this<MemoryViewNode> {
   int id = 0;
   std::string name;     ///< Its name in its layout; "window", "web" or the layout's name otherwise.
-  bool present = true;  ///< False when its layout lacks it, or is gone; commands have no effect.
+  bool present = true;  ///< False if its layout lacks it or is gone; commands then have no effect.
   bool isWindowRoot = false;
   bool hidden = false;
   double alpha = 1;
   std::optional<Color> background;
   bool clips = false;
-  std::string image;  ///< Path of the picture; empty when none was set.
+  std::string image;  ///< Path of the picture; empty if none was set.
   std::weak_ptr<MemoryViewNode> parent;
   std::vector<std::shared_ptr<MemoryViewNode>> children;  ///< From back to front.
   std::optional<MemoryPin> edges, top, bottom;            ///< `top` and `bottom` override `edges`.
 
   bool isInside(const MemoryViewNode& ancestor) const;
-  /// Whether it stands in a window and neither it nor a view around it is hidden or transparent.
+  /// Returns whether it is in a window, and neither it nor a parent is hidden or transparent.
   bool isVisible() const;
   bool isInWindow() const;
   static bool isPinnedTo(const std::optional<MemoryPin>& pin, std::string_view targetName);
   std::vector<std::string> childNames() const;
-  /// The view of that name in this subtree, itself included; null when there is none.
+  /// Returns the view of that name in this subtree, which includes this view; null if there is
+  /// none.
   std::shared_ptr<MemoryViewNode> find(std::string_view wanted);
 
   void add(const std::shared_ptr<MemoryViewNode>& child);
   void sendToBack(const MemoryViewNode& child);
-  /// Out of its parent; what ties it and its children to views outside goes too.
+  /// Removes it from its parent, with the pins between this subtree and views outside.
   void detach();
   void forEach(const std::function<void(MemoryViewNode&)>& visit);
 };
 
-/// What every handle refers to.
+/// The part that all handles share.
 class MemoryViewHandle {
  public:
   explicit MemoryViewHandle(std::shared_ptr<MemoryViewNode> node) : node_(std::move(node)) {}
@@ -65,7 +66,7 @@ class MemoryViewHandle {
   std::shared_ptr<MemoryViewNode> node_;
 };
 
-/// The state behind any view of the memory platform.
+/// Returns the state behind a view of the memory platform.
 MemoryViewNode& memoryNode(const View& view);
 
 /// Carries commands to a node. `Base` is View or WebView.

@@ -13,7 +13,7 @@
 
 namespace zovk {
 
-/// How a navigation was decided, which may come later.
+/// The decision on a navigation, which may come later.
 class MemoryDecision {
  public:
   std::optional<NavigationPolicy> answer() const { return *answer_; }
@@ -34,9 +34,9 @@ struct MemoryLoad {
   friend bool operator==(const MemoryLoad&, const MemoryLoad&) = default;
 };
 
-/// A web view without pages: it records what it is told, and a test plays the page. Main thread
-/// only. What the test plays reaches the delegate or handler at once; results of scripts come
-/// through the scheduler, which must outlive every script that is under way.
+/// A web view without pages: it records its commands, and a test plays the page. Main thread only.
+/// Events that the test plays reach the delegate or handler at once. Results of scripts come
+/// through the scheduler, which must outlive every running script.
 class MemoryWebView final : public MemoryViewCommands<WebView> {
  public:
   using ScriptHandler = std::function<ScriptResult(const std::string& script)>;
@@ -59,34 +59,35 @@ class MemoryWebView final : public MemoryViewCommands<WebView> {
   void evaluateJavaScript(const std::string& script,
                           std::function<void(ScriptResult)> completion) override;
 
-  // What it was told.
+  // The recorded commands.
 
   const WebViewConfiguration& configuration() const { return configuration_; }
   const std::vector<std::string>& allowedAhead() const { return allowedAhead_; }
   /// Address and script.
   const std::pair<std::string, std::string>& fetchedAhead() const { return fetchedAhead_; }
   const std::vector<MemoryLoad>& loads() const { return loads_; }
-  /// The address of the last load; empty when there was none.
+  /// Returns the address of the last load; empty if there was none.
   std::string lastLoad() const { return loads_.empty() ? std::string() : loads_.back().url; }
   int stopCount() const { return stopCount_; }
   int reloadCount() const { return reloadCount_; }
   const std::vector<std::string>& scripts() const { return scripts_; }
-  /// Answers scripts, when their results are due; without it every script gives null.
+  /// Sets the answers of scripts, which are asked for when the results are due. Without it every
+  /// script gives null.
   void setScriptHandler(ScriptHandler handler) { scriptHandler_ = std::move(handler); }
 
-  // The page, as the test plays it.
+  // The test plays the page with these.
 
-  /// False when no handler of that name is there.
+  /// Returns false if there is no handler of that name.
   bool postMessage(const std::string& name, const std::optional<boost::json::value>& body);
-  /// The page wants to go somewhere. Allowed when there is no delegate.
+  /// Plays a navigation that the page asks for. Allowed if there is no delegate.
   MemoryDecision navigate(const std::string& url, TargetFrame target = TargetFrame::kMain);
   void requestNewWindow(const std::string& url);
-  /// The web view writes the address that it was given to load in another way.
+  /// Plays the web view writing a requested address in another way.
   void resolveAddress(const std::string& asked, const std::string& address);
   void setUrl(const std::string& url) { url_ = url; }
-  /// The page of the last allowed navigation of the main frame begins to load.
+  /// Plays the start of a load, of the last allowed navigation of the main frame.
   void startProvisional();
-  /// It takes the place of the page before.
+  /// Plays the new page replacing the old one.
   void commit();
   void finish();
   void failProvisional(const std::string& error);
@@ -94,8 +95,8 @@ class MemoryWebView final : public MemoryViewCommands<WebView> {
   void terminateProcess();
   void failProcess(const std::string& reason);
   void setResponsive(bool responsive);
-  /// Plays a load that goes well: navigation, start, commit, finish. False when it was not allowed
-  /// at once.
+  /// Plays a successful load: navigation, start, commit, finish. Returns false if it was not
+  /// allowed at once.
   bool open(const std::string& url);
 
  private:
@@ -109,7 +110,7 @@ class MemoryWebView final : public MemoryViewCommands<WebView> {
   ScriptHandler scriptHandler_;
   std::string url_;
   std::shared_ptr<std::string> allowedUrl_ = std::make_shared<std::string>();
-  std::shared_ptr<MemoryWebView*> self_;  // told apart from a gone one by results under way
+  std::shared_ptr<MemoryWebView*> self_;  // lets later results notice that it is gone
   int stopCount_ = 0;
   int reloadCount_ = 0;
 };

@@ -10,16 +10,16 @@
 
 namespace zovk {
 
-/// What the windows of one user interface share.
+/// The state that the windows of one user interface share.
 struct MemoryScreen {
   int lastWindow = 0;
-  int keyWindow = 0;  ///< The number of the key window; 0 when it is none of ours.
+  int keyWindow = 0;  ///< The number of the key window; 0 if it is not one of ours.
   bool grantsKeyboard = true;
   std::optional<std::string> failure;  ///< Why windows cannot be shown.
 };
 
-/// A window without a screen. Main thread only; the holder owns it. What the user interface would
-/// report later (key status, constraints, the end of a transition, a failure) comes through the
+/// A window without a screen. Main thread only; the holder owns it. Later reports of the user
+/// interface (key status, constraints, the end of a transition, a failure) come through the
 /// scheduler, which must outlive the window.
 class MemoryWindow final : public Window, public std::enable_shared_from_this<MemoryWindow> {
  public:
@@ -36,16 +36,16 @@ class MemoryWindow final : public Window, public std::enable_shared_from_this<Me
 
   Rect frame() const { return frame_; }
   std::optional<Color> background() const { return background_; }
-  /// How often it was asked to show itself.
+  /// Returns how often it was asked to show itself.
   int shownCount() const { return shownCount_; }
   bool isShown() const { return shownCount_ > 0 && !screen_->failure; }
   std::shared_ptr<ViewController> rootViewController() const { return controller_; }
   MemoryViewNode& rootNode() const { return root_->node(); }
 
-  /// The window is given another size. When that turns its shape, the root controller hears of it
-  /// at once; the completion of its transition runs from the scheduler.
+  /// Gives the window another size. If that changes its shape between upright and wide, the root
+  /// controller is told at once, and the completion of its transition runs from the scheduler.
   void resize(const Size& size);
-  /// The user turns to this window.
+  /// Plays the user turning to this window.
   void becomeKey() { screen_->keyWindow = number_; }
   /// Tells the root controller, once, that the user interface failed.
   void tellFailure();
