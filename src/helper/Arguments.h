@@ -20,8 +20,8 @@ struct Frame {
   bool operator==(const Frame&) const = default;
 };
 
-/// The members of one command. Every reader throws std::invalid_argument, naming the member, when
-/// it is missing or of the wrong kind. Numbers are brought into the range that the toolkit takes.
+/// The members of one command. Every reader throws std::invalid_argument with the member's name if
+/// it is missing or of the wrong kind. Numbers are brought into the range that the toolkit accepts.
 class Arguments {
  public:
   explicit Arguments(const HelperMessage& message) : message_(message) {}
@@ -30,7 +30,7 @@ class Arguments {
   Id id(std::string_view name) const;
   std::vector<Id> ids(std::string_view name) const;
   bool flag(std::string_view name) const;
-  /// Zero or more.
+  /// Reads a number that is zero or more.
   std::int64_t wholeNumber(std::string_view name) const;
   double number(std::string_view name) const;
   std::string text(std::string_view name) const;

@@ -8,22 +8,22 @@
 namespace zovk::helper {
 
 /// The game's last frame, for windows that hide the game. The game is asked for it once for each
-/// time in which there are windows, and again when one has got another size and kept it for a
+/// time in which there are windows, and again when a window's size has changed and stayed for a
 /// moment.
 class Backdrop {
  public:
   explicit Backdrop(EventSink events);
 
-  /// Asks the game, which answers now if something is to be shown, and else before something is.
+  /// Asks the game. The game answers now if something is shown, or else before something is shown.
   void ask();
-  /// A window hides the game.
+  /// Reports that a window hides the game.
   void want();
-  /// It has another size now.
+  /// Reports that its size has changed.
   void wantAgain();
   void take(GObjectPtr<GdkTexture> picture);
-  /// Null while there is none.
+  /// Returns the frame; null if there is none.
   GdkPaintable* picture() const;
-  /// There are no windows any more.
+  /// Reports that there are no windows any more.
   void drop();
 
  private:

@@ -9,8 +9,8 @@
 
 namespace zovk::helper {
 
-/// A scope for a layout file in which every handler name is known: what the file connects calls
-/// `perform` with that name. Nothing of this program can be called from a layout file.
+/// Returns a scope for a layout file in which every handler name is known: a connected signal calls
+/// `perform` with that name. A layout file cannot call any other code of this program.
 GObjectPtr<GtkBuilderScope> newActionScope(std::function<void(const std::string&)> perform);
 
 }  // namespace zovk::helper

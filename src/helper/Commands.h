@@ -10,7 +10,7 @@ namespace zovk::helper {
 
 class Program;
 
-/// What each type of command does. Every command reads all of its arguments before it changes
+/// The effect of each type of command. Every command reads all of its arguments before it changes
 /// anything.
 using CommandTable =
     std::map<std::string, std::function<void(Program&, const Arguments&)>, std::less<>>;

@@ -12,10 +12,10 @@
 
 namespace zovk::helper {
 
-/// The helper's end of the socket to the game, driven by the main loop: nothing here ever waits.
-/// Main thread only. `ended` is called once, when the game is gone, has sent something that is no
-/// message, or does not read what it is sent. While a game reads too slowly, what its pages post is
-/// left out, with one line a second; all else is kept for it.
+/// The helper's end of the socket to the game, driven by the main loop; no call waits. Main thread
+/// only. `ended` is called once: when the game is gone, has sent bytes that are not a message, or
+/// does not read the events. While a game reads too slowly, its pages' posts are dropped, with one
+/// line a second; everything else is kept for it.
 class Connection {
  public:
   Connection(int descriptor, std::function<void(const HelperMessage&)> receiver,
@@ -25,14 +25,14 @@ class Connection {
   Connection& operator=(const Connection&) = delete;
 
   void send(const HelperMessage& message);
-  /// How many bytes wait for the game to read.
+  /// Returns how many bytes wait for the game to read.
   std::size_t waiting() const { return waiting_; }
-  /// The file that came with a frame, in the order in which they came; none when none waits.
+  /// Returns the next file that came with a frame, in the order of arrival; none if none waits.
   UniqueFd takeFile();
-  /// While paused nothing is received; what the game sends waits.
+  /// While paused, nothing is received; the game's bytes wait.
   void pause();
   void resume();
-  /// Gives the game a moment to take what is still queued, before the process ends.
+  /// Gives the game a moment to read the queued events, before the process ends.
   void drain();
 
  private:
@@ -43,7 +43,7 @@ class Connection {
   void deliver();
   void writeSome();
   void keep(std::string frame);
-  /// False when the socket takes nothing more now, or is closed.
+  /// Returns false if the socket takes nothing more now, or is closed.
   bool writeOnce();
   void sendLine(const std::optional<std::string>& line);
   void end();

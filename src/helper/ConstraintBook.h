@@ -8,7 +8,7 @@
 
 namespace zovk::helper {
 
-/// One edge of a view tied to one edge of another.
+/// One edge of a view pinned to one edge of another.
 struct EdgePin {
   GtkWidget* view = nullptr;
   GtkConstraintAttribute edge = GTK_CONSTRAINT_ATTRIBUTE_NONE;
@@ -17,16 +17,15 @@ struct EdgePin {
   double offset = 0;
 };
 
-/// Ties edges of views together. A new tie of an edge takes the place of the earlier one, also of
-/// the one that the layout file gave it. The toolkit knows constraints between a container and its
-/// children only; a tie to a view elsewhere in the window follows it from one arrangement to the
-/// next.
+/// Pins edges of views to each other. A new pin of an edge replaces the earlier one, even one from
+/// the layout file. The toolkit has constraints only between a container and its children. A view
+/// pinned to a view elsewhere in the window follows it with the next arrangement.
 class ConstraintBook {
  public:
   void pin(const EdgePin& pin);
-  /// Forgets every tie of the view, and to it.
+  /// Forgets all pins of the view, and all pins to it.
   void remove(GtkWidget* view);
-  /// Lets the ties to views elsewhere follow, after an arrangement.
+  /// Updates the pins to views elsewhere, after an arrangement.
   void settle();
 
  private:

@@ -4,8 +4,8 @@
 
 namespace zovk::helper {
 
-/// The constraint layout of containers, which take the size they are given and ask for none: a
-/// popup's size is the game's business. Layout files call it "ZovkLayout".
+/// The constraint layout of containers. They accept any size and ask for none, because the game
+/// decides a popup's size. Layout files call it "ZovkLayout".
 GType containerLayoutType();
 
 }  // namespace zovk::helper

@@ -10,16 +10,16 @@
 
 namespace zovk::helper {
 
-/// What the dispatcher asks of the connection and the main loop.
+/// The services of the connection and the main loop for the dispatcher.
 struct Control {
   std::function<void()> pause;
   std::function<void()> resume;
   std::function<void()> quit;
-  std::function<UniqueFd()> takeFile;  ///< What came with a command.
+  std::function<UniqueFd()> takeFile;  ///< The file that came with a command.
 };
 
 /// Carries out the game's commands. The first one must be the greeting; the others wait until the
-/// interface is up. A command that does not make sense leaves one log line and nothing else.
+/// interface is ready. An invalid command writes one log line and has no other effect.
 class Dispatcher {
  public:
   Dispatcher(EventSink events, Control control);

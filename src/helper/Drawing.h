@@ -5,45 +5,48 @@
 
 namespace zovk::helper {
 
-/// How windows and pages are drawn.
+/// The ways of drawing windows and pages.
 enum class Drawing {
   kHardware,  ///< With the graphics processor.
-  kSoftware,  ///< Without; pages that let the game through are put together by software GL.
-  kPlain,     ///< Without any GL: with the least memory, but the engine blends what a see-through
-              ///< page repaints over what was there, instead of taking its place.
+  kSoftware,  ///< Without it; software GL composes see-through pages.
+  kPlain,     ///< Without any GL and with the least memory. But when a see-through page repaints a
+              ///< part of itself, the web engine blends that part over the old picture instead of
+              ///< replacing it.
 };
 
-/// What is known when the helper starts.
+/// The facts known when the helper starts.
 struct DrawingWish {
-  std::string asked;          ///< By the player, or else by the game; any case. Empty for neither.
+  std::string asked;  ///< The wish of the player, or else of the game, in upper or lower case.
+                      ///< Empty for neither.
   bool failedBefore = false;  ///< The helper before this one was lost.
 };
 
-/// What came of a wish.
+/// The result of a wish.
 struct DrawingChoice {
   Drawing drawing = Drawing::kSoftware;
-  std::string renderer;  ///< What draws for GL, where that was looked at.
-  std::string line;      ///< For the log; empty when there is nothing to say.
+  std::string renderer;  ///< The GL renderer, if it was asked for.
+  std::string line;      ///< For the log; empty for no line.
 };
 
-/// What the choice depends on.
+/// The facts on which the choice depends.
 struct GraphicsFacts {
   std::function<bool()> hasDevice;
   std::function<std::string()> renderer;
 };
 
-/// The player's own wish goes before the game's: the environment variable ZOVKPOPUP_DRAWING.
+/// Returns the player's wish, the environment variable ZOVKPOPUP_DRAWING, or else the game's.
 std::string askedDrawing(const std::string& game);
 
-/// "hardware", "software" and "plain" are taken at their word; "look" asks the driver; "auto" and
-/// nothing ask it where there is a graphics device. Hardware that failed is not tried again.
+/// Chooses the way of drawing. "hardware", "software" and "plain" are used as asked. "look" asks
+/// the driver. "auto" and an empty wish ask it if there is a graphics device. Hardware that failed
+/// is not tried again.
 DrawingChoice chooseDrawing(const DrawingWish& wish, const GraphicsFacts& facts);
 
-/// As the wish is written.
+/// Returns the name, as a wish spells it.
 const char* nameOf(Drawing drawing);
 
-/// Tells toolkit and engine. Before either is started, and while no other thread reads the
-/// environment.
+/// Configures toolkit and web engine. Call it before either is started, and while no other thread
+/// reads the environment.
 void prepareDrawing(Drawing drawing);
 
 }  // namespace zovk::helper

@@ -4,12 +4,12 @@
 
 namespace zovk::helper {
 
-/// Lets the escape key press the corner button that is shown: the cross, or else the return. A page
-/// that has a use for the key keeps it; without such a button nothing happens. A key that is held
-/// down presses once, so that a run of popups is not closed in one go.
+/// Lets the escape key press the corner button that is shown: the cross, or else the return. If the
+/// page uses the key, the page gets it. Without such a button nothing happens. A key that is held
+/// down presses once, so that it does not close a run of popups at once.
 class EscapeKey {
  public:
-  /// Must live as long as the window takes keys.
+  /// Must live as long as the window receives keys.
   explicit EscapeKey(GtkWindow* window);
   EscapeKey(const EscapeKey&) = delete;
   EscapeKey& operator=(const EscapeKey&) = delete;
@@ -28,7 +28,7 @@ class EscapeKey {
   guint32 freshTime_ = 0;  // of the last press that was no repetition
 };
 
-/// Presses the cross that is shown, or else the return; false when there is neither.
+/// Presses the cross that is shown, or else the return. Returns false if there is neither.
 bool pressCornerButton(GtkWindow* window);
 
 }  // namespace zovk::helper

@@ -8,7 +8,7 @@
 
 namespace zovk::helper {
 
-/// What the game calls a window, a view, a layout, a request.
+/// The game's number of a window, a view, a layout or a request.
 using Id = std::int64_t;
 
 /// Sends one event to the game.

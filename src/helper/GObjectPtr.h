@@ -7,7 +7,7 @@
 
 namespace zovk::helper {
 
-/// One reference to a GObject. `GObjectPtr<T>::sink` takes over a floating or new reference,
+/// One reference to a GObject. `GObjectPtr<T>::sink` takes over a floating or new reference;
 /// `retain` adds one.
 template <class T>
 class GObjectPtr {
@@ -55,7 +55,7 @@ class ErrorOut {
   GError* error_ = nullptr;
 };
 
-/// A source of the main loop that ends with its holder.
+/// A source of the main loop. It is removed with its holder.
 class SourceGuard {
  public:
   SourceGuard() = default;
@@ -69,7 +69,7 @@ class SourceGuard {
     if (id_ != 0) g_source_remove(id_);
   }
   bool active() const { return id_ != 0; }
-  /// The source has removed itself.
+  /// Call it if the source has removed itself.
   void forget() { id_ = 0; }
 
  private:

@@ -11,15 +11,16 @@
 
 namespace zovk::helper {
 
-/// The direction of that name; nothing for another name.
+/// Returns the direction of that name, or nothing for another name.
 std::optional<PadDirection> padDirection(std::string_view name);
 
-// For each, `page` may be null, and `done` is called once, at once or when the page has answered.
+// In each of these, `page` may be null. `done` is called once: at once, or when the page has
+// answered.
 
 /// Moves the focus among the links and fields of the page and the buttons of the window.
 void movePad(GtkWindow* window, WebKitWebView* page, PadDirection direction,
              const PadQueue::Done& done);
-/// Presses what has the focus.
+/// Presses the element that has the focus.
 void pressPad(GtkWindow* window, WebKitWebView* page, const PadQueue::Done& done);
 /// Does what the escape key does.
 void leavePad(GtkWindow* window, WebKitWebView* page, const PadQueue::Done& done);

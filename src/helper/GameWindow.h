@@ -13,40 +13,41 @@
 
 namespace zovk::helper {
 
-/// The game's own window, which belongs to another process. On X11 the display tells of it, by its
-/// number; on Wayland only the game can, and nothing can be done to it.
+/// The game's window, which belongs to another process. On X11 the display reports about it, by its
+/// number. On Wayland only the game can report, and this process cannot change the window.
 class GameWindow {
  public:
-  /// What the owner wants to hear.
+  /// The callbacks of the owner.
   struct Listener {
-    std::function<void()> moved;      ///< Or resized, or sent to another work space.
-    std::function<void()> minimised;  ///< Or hidden in another way.
+    std::function<void()> moved;      ///< Moved, resized, or sent to another work space.
+    std::function<void()> minimised;  ///< Minimised, or hidden in another way.
     std::function<void()> restored;
   };
   /// `id` is the X11 window, 0 for none. Sends `window.other` when it becomes the active one.
-  /// `handle` is what Wayland's exporters gave for it, empty for none.
-  /// `size` is what the game told of it, if anything.
+  /// `handle` is the window's handle from Wayland's exporters, empty for none. `size` is the size
+  /// that the game reported, if any.
   GameWindow(X11Id id, const std::string& handle, const Frame& size, EventSink events,
              Listener listener);
   ~GameWindow();
   GameWindow(const GameWindow&) = delete;
   GameWindow& operator=(const GameWindow&) = delete;
 
-  /// None where it is not known.
+  /// Returns the X11 window, or nothing if it is not known.
   const std::optional<X11Window>& window() const { return window_; }
-  /// Where it stands, in logical pixels; empty when that is not known.
+  /// Returns its place in logical pixels; empty if that is not known.
   Frame frame() const;
-  /// Whether it has the keyboard; absent when neither the display nor the game told.
+  /// Returns whether it has the keyboard, or nothing if neither the display nor the game has
+  /// reported that.
   std::optional<bool> hasKeyboard() const;
-  /// What the game tells of it. What the display tells counts more.
+  /// Reports of the game. Those of the display override them.
   void setSize(const Frame& size);
   void setKeyboard(bool has) { toldKeyboard_ = has; }
-  /// Whether popups take the whole screen, whatever the size of this window.
+  /// Sets whether popups take the whole screen, whatever the size of this window.
   void setWholeScreen(bool whole) { wholeScreen_ = whole; }
   bool wholeScreen() const { return wholeScreen_; }
-  /// By which windows stand before it on Wayland.
+  /// Returns the object that puts windows in front of it on Wayland.
   WaylandParent& waylandParent() { return parent_; }
-  /// Gives the keyboard back.
+  /// Gives the keyboard back to it.
   void activate() const;
 
  private:
@@ -67,7 +68,7 @@ class GameWindow {
   gulong handler_ = 0;
 };
 
-/// How many pixels of the display one logical pixel takes along each side.
+/// Returns how many pixels of the display one logical pixel takes along each side.
 int x11Scale(GdkDisplay* display);
 
 }  // namespace zovk::helper

@@ -4,18 +4,18 @@
 
 namespace zovk::helper {
 
-/// What lies beneath a window's content: nothing where the game is seen through it, and elsewhere a
-/// plain dark ground with the game's last frame on it, where there is one.
+/// The layer beneath a window's content. It is empty where the game is seen through the window.
+/// Elsewhere it is plain and dark, with the game's last frame on it if there is one.
 class Ground {
  public:
   explicit Ground(GtkWidget* content);
   Ground(const Ground&) = delete;
   Ground& operator=(const Ground&) = delete;
 
-  /// The content with the ground beneath it, for the window to own.
+  /// Returns the content with the ground beneath it, for the window to own.
   GtkWidget* widget() const { return GTK_WIDGET(overlay_); }
   void setDark(bool dark);
-  /// Null for none.
+  /// Sets the game's frame; null for none.
   void setPicture(GdkPaintable* picture);
 
  private:

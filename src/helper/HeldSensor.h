@@ -7,16 +7,16 @@
 
 namespace zovk::helper {
 
-/// How the player holds the machine, by the system's service for its sensors, where there is one.
+/// Reports how the player holds the machine, from the system's sensor service, if there is one.
 /// Main thread.
 class HeldSensor {
  public:
-  /// Hears each change: "portrait", "upsideDown", "left", "right" or "unknown", which it is at
-  /// first.
+  /// Receives each change: "portrait", "upsideDown", "left", "right" or "unknown", the initial
+  /// value.
   using Listener = std::function<void(const std::string& held)>;
 
-  /// `upright` is whether the machine's own screen is higher than wide when it is held as it was
-  /// made to be.
+  /// `upright` says whether the machine's own screen is higher than wide in the machine's normal
+  /// position.
   HeldSensor(bool upright, Listener listener);
   ~HeldSensor();
   HeldSensor(const HeldSensor&) = delete;
@@ -41,8 +41,8 @@ class HeldSensor {
   bool claimed_ = false;
 };
 
-/// Whether the machine's own screen is higher than wide; false when there is none. `folder` is
-/// where the system tells of its screens.
+/// Returns whether the machine's own screen is higher than wide; false if there is none. `folder`
+/// is the system's folder of screens.
 bool hasUprightScreen(const std::string& folder = "/sys/class/drm");
 
 }  // namespace zovk::helper

@@ -2,10 +2,10 @@
 
 namespace zovk::helper {
 
-/// Where memory runs out, the system ends this process and those of its pages, which inherit it,
-/// before the game. What can be done about a system that does not let us is nothing.
+/// Makes the system end this process, and those of its pages, which inherit the rank, before the
+/// game when memory runs out. If the system does not allow that, nothing happens.
 void goFirstWhenMemoryRunsOut();
-/// For a program of the player's that is started from here: it counts like any other.
+/// For a program of the player that is started from here: gives it the normal rank.
 void countLikeAnyOther();
 
 }  // namespace zovk::helper

@@ -8,9 +8,9 @@
 
 namespace zovk::helper {
 
-/// How many addresses pages may have opened outside. Each click or key of the player allows a few,
-/// for a few seconds. Without one a web view's pages may open one in all: enough for a page that
-/// only leads elsewhere, and too little for one that floods the desktop.
+/// Limits how many addresses pages may open outside. Each click or key of the player allows a few,
+/// for a few seconds. Without one, a web view's pages may open one in all. That is enough for a
+/// page that only leads elsewhere, and too little for one that floods the desktop.
 class OpenLimit {
  public:
   using Time = std::chrono::steady_clock::time_point;
@@ -18,13 +18,13 @@ class OpenLimit {
   static constexpr int kForEachInput = 2;
   static constexpr std::chrono::seconds kInputCounts{10};
 
-  /// The player clicked, touched or pressed a key.
+  /// Reports that the player clicked, touched or pressed a key.
   void playerActed(Time now);
-  /// The game made a web view.
+  /// Reports that the game made a web view.
   void webViewMade() { freeOne_ = true; }
-  /// Whether an address may be opened now; it then counts as opened.
+  /// Returns whether an address may be opened now; if so, counts it as opened.
   bool take(Time now);
-  /// What to write when one was not opened; absent when enough was written.
+  /// Returns the log line for an address that was not opened; nothing if enough lines were written.
   std::optional<std::string> refusalLine();
 
  private:

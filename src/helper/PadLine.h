@@ -6,8 +6,8 @@
 
 namespace zovk::helper {
 
-/// The line at the foot of a window that says which button of a game pad does what. It is there
-/// from the first press of a pad on, over everything and in nobody's way.
+/// The line at the foot of a window that says which button of a game pad does what. It appears with
+/// the first press of a pad, over everything else, and takes no input.
 class PadLine {
  public:
   explicit PadLine(GtkOverlay* overlay);

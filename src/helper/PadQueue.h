@@ -7,13 +7,13 @@
 
 namespace zovk::helper {
 
-/// What game pads ask for, one after another: each step moves from where the one before has come
-/// to, which the page tells only after a while.
+/// The steps of game pads, one after another. Each step starts from the place that the step before
+/// has reached, which the page reports only after a while.
 class PadQueue {
  public:
   using Done = std::function<void()>;
   using Step = std::function<void(const Done& done)>;
-  /// More than wait behind a page that does not answer are left out.
+  /// Further steps behind a page that does not answer are dropped.
   static constexpr std::size_t kMostWaiting = 8;
 
   /// Runs the step once those before it have called their `done`.

@@ -8,7 +8,7 @@ namespace zovk::helper {
 
 enum class PadDirection { kUp, kDown, kLeft, kRight };
 
-/// Something that the focus can stand on, in the window's coordinates.
+/// A place that can have the focus, in the window's coordinates.
 struct PadPlace {
   double x = 0;
   double y = 0;
@@ -16,8 +16,8 @@ struct PadPlace {
   double height = 0;
 };
 
-/// The place that a person expects next in that direction: the nearest one that lies there, where
-/// what is out of line counts twice. Nothing when none does.
+/// Returns the place that a person expects next in that direction: the nearest one there, where the
+/// distance to the side counts twice. Returns nothing if there is none.
 std::optional<std::size_t> nextPlace(const PadPlace& from, const std::vector<PadPlace>& places,
                                      PadDirection direction);
 

@@ -6,16 +6,17 @@
 
 namespace zovk::helper {
 
-/// How the pages of one web view are drawn.
+/// Decides how the pages of one web view are drawn.
 class PageDrawing {
  public:
   PageDrawing(WebKitWebView* view, Drawing drawing) : view_(view), drawing_(drawing) {}
 
-  /// What is behind the pages is to be seen, from now on.
+  /// Makes the pages see-through from now on.
   void letThrough() { seeThrough_ = true; }
-  /// Another page takes the place of the one before.
+  /// Reports that another page has replaced the one before.
   void pageCame();
-  /// The pages' process crashed, perhaps in the graphics driver: the next one does without.
+  /// Reports that the pages' process crashed, perhaps in the graphics driver: the next one does
+  /// without the driver.
   void crashed();
 
  private:
@@ -24,12 +25,12 @@ class PageDrawing {
   bool seeThrough_ = false;
 };
 
-/// For views that are made with these settings. It stays so while their process lives: one that
-/// changes its way of drawing sometimes never draws again. Pages that cover what is behind them are
+/// Prepares the settings of new views. The way of drawing stays while their process lives: a
+/// process that changes it sometimes never draws again. Pages that cover everything behind them are
 /// right in every way, so without hardware they take the cheapest.
 void preparePages(WebKitSettings* settings, Drawing drawing, bool opaque);
 
-/// Whether GL puts together what the view shows.
+/// Returns whether GL composes the view's picture.
 bool drawsWithGl(WebKitWebView* view);
 
 }  // namespace zovk::helper

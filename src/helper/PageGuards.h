@@ -4,8 +4,8 @@
 
 namespace zovk::helper {
 
-/// Turns down what a page could put in front of the user: dialogs, choosers, menus, prints,
-/// questions for passwords. Permissions the engine itself denies when nobody is asked.
+/// Refuses everything that a page could put in front of the user: dialogs, choosers, menus, prints,
+/// questions for passwords. The web engine itself denies permissions if nobody asks the user.
 void guardPage(WebKitWebView* view, bool developerTools);
 
 }  // namespace zovk::helper

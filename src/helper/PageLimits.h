@@ -9,11 +9,11 @@
 
 namespace zovk::helper {
 
-/// A context whose page processes end when they take more than so many megabytes; a number that no
-/// page could live with, or no machine has, is brought into range.
+/// Returns a context whose page processes end when they take more than this many megabytes. The
+/// number is brought into the range of what a page needs and a machine has.
 GObjectPtr<WebKitWebContext> newLimitedContext(std::int64_t megabytes);
-/// A session whose pages keep 64 MB at most below `directory`, all of them together, beside what
-/// the engine's own cache of the net takes.
+/// Returns a session whose pages together keep at most 64 MB below `directory`, without the web
+/// engine's own network cache.
 GObjectPtr<WebKitNetworkSession> newLimitedSession(const std::string& directory);
 
 }  // namespace zovk::helper

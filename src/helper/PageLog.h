@@ -8,17 +8,17 @@
 
 namespace zovk::helper {
 
-/// Lines that pages can cause as often as they like: at most one a second reaches the game, with
-/// the number of the others. Main thread only.
+/// Writes lines that pages can cause as often as they like: at most one a second reaches the game,
+/// with the number of the others. Main thread only.
 class PageLog {
  public:
   explicit PageLog(EventSink events, LineLimit::Clock clock = LineLimit::steadySeconds);
-  /// Says how many were held back.
+  /// Writes how many were held back.
   ~PageLog();
   PageLog(const PageLog&) = delete;
   PageLog& operator=(const PageLog&) = delete;
 
-  /// A line that stands for `count` events, at least one.
+  /// Writes a line that stands for `count` events, at least one.
   void write(const std::string& line, std::size_t count = 1);
 
  private:

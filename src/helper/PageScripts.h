@@ -5,20 +5,21 @@
 
 namespace zovk::helper {
 
-// The scripts as files hold them: each is a function that is called with what it depends on.
+// The scripts as they are in their files: each is a function, to be called with its parameters.
 std::string BoundedJson_js();
 std::string PageMessages_js();
 std::string PageMessageGuard_js();
 std::string GamePad_js();
 
-/// The name of the world of scripts, and of the handler in it, that no page reaches.
+/// The name of the script world that no page can reach, and of the handler in it.
 inline constexpr const char* kGuardWorld = "zovk";
 
-/// A function that makes JSON text of a value, unless the text or the values are too many.
+/// Returns a function that makes JSON text of a value, unless the text is too long or the values
+/// too many.
 std::string boundedJsonScript(std::size_t longest);
-/// For the pages: gives them the handlers of these names.
+/// Returns the script for the pages, which gives them the handlers of these names.
 std::string pageMessagesScript(const std::vector<std::string>& handlers);
-/// For the world of its own.
+/// Returns the script for the separate world.
 std::string pageMessageGuardScript();
 
 }  // namespace zovk::helper

@@ -4,14 +4,15 @@
 
 namespace zovk::helper {
 
-/// The type of the web views here: those of the engine, which also know when they were painted.
+/// The type of our web views: those of the web engine, which also know when they were painted.
 /// Where GL draws, a page's pictures come late, from a process that does not say when.
 GType pageViewType();
 
-/// Whether the view has a page, and was not painted with any yet.
+/// Returns whether the view has a page, but was not painted with any yet.
 bool waitsForPicture(WebKitWebView* view);
-/// Whether the view shows what a page that answered at that time (of the monotonic clock) had drawn
-/// until then, as far as can be told: its pictures have come to rest, or never do.
+/// Returns whether the view shows everything that the page had drawn when it answered, at that time
+/// of the monotonic clock, as far as that can be known: its pictures have stopped changing, or
+/// never do.
 bool showsAnswer(WebKitWebView* view, gint64 answered);
 
 }  // namespace zovk::helper

@@ -6,9 +6,9 @@
 
 namespace zovk::helper {
 
-/// Notices the end of the game, which is the parent process and holds the other end of the socket,
-/// on a thread of its own: the main loop may be busy for long. `gone` is called from the main loop.
-/// Where that has not ended the process half a second later, the thread ends it.
+/// Notices the end of the game, which is the parent process and holds the other end of the socket.
+/// It watches on a separate thread, because the main loop may be busy for long. `gone` is called
+/// from the main loop. If the process has not ended half a second later, the thread ends it.
 class ParentWatch {
  public:
   ParentWatch(int socket, std::function<void()> gone);

@@ -12,31 +12,32 @@
 
 namespace zovk::helper {
 
-/// The navigations of one page that wait for the game's answer. Each is answered once; those that
-/// are left at the end are cancelled.
+/// The navigations of one page that wait for the game's answer. Each is answered once; those left
+/// at the end are cancelled.
 class PolicyBook {
  public:
-  /// With a `refusal` no page is loaded, whatever the game says: every load fails for that reason.
+  /// With a `refusal` no page is loaded, whatever the game answers: every load fails for that
+  /// reason.
   PolicyBook(Id view, EventSink events, std::string refusal);
   ~PolicyBook();
   PolicyBook(const PolicyBook&) = delete;
   PolicyBook& operator=(const PolicyBook&) = delete;
 
-  /// What the game is to be asked. It answers by `decide`.
+  /// A question for the game, which answers with `decide`.
   struct Question {
     Id number = 0;
     std::string address;
     const char* target = "";
   };
 
-  /// Absent when the decision is none that the game makes.
+  /// Returns the question; absent if the game does not make this decision.
   std::optional<Question> ask(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
-  /// The first navigation to that address that the program itself begins goes on before the game
-  /// has answered; an empty address takes that back.
+  /// Lets the next navigation to this address that the program itself begins go on before the game
+  /// has answered. An empty address withdraws that.
   void allowAhead(const std::string& address) { allowedAhead_ = address; }
-  /// True when the game cancels what has gone on already: whoever has the page stops it.
+  /// Returns true if the game cancels what has already gone on; the caller then stops the page.
   bool decide(Id number, bool allow);
-  /// How many navigations wait for the game.
+  /// Returns how many navigations wait for the game.
   std::size_t waiting() const { return waiting_.size(); }
 
  private:
@@ -46,7 +47,7 @@ class PolicyBook {
     GObjectPtr<WebKitPolicyDecision> decision;
     std::string address;
   };
-  /// Why it is not loaded although the game allows it; empty when it is.
+  /// Returns why an address is not loaded although the game allows it; empty if it is loaded.
   std::string refusalOf(const std::string& address) const;
 
   Id view_;

@@ -10,43 +10,45 @@ namespace zovk::helper {
 
 class GameWindow;
 
-/// Where a popup's window stands: in a frame of its own, or over the game. Over the game it takes
-/// the first of several ways that the display lets work: the game's own frame, then the whole
-/// screen. A full-screen window hides what is below it on many displays, so it comes last.
+/// Places a popup's window: in a frame of its own, or over the game. Over the game it uses the
+/// first way that the display allows: the game's own frame, then the whole screen. A full-screen
+/// window hides what is below it on many displays, so it comes last.
 class PopupPlace {
  public:
-  /// An empty frame, or one that is as large as what there is to cover, means over the game.
+  /// An empty frame, or one as large as the area to cover, means over the game.
   PopupPlace(GtkWindow* window, const Frame& frame, GameWindow& game);
 
-  /// Before the window is shown, once it is realised.
+  /// Call it once the window is realised, before it is shown.
   void prepare();
-  /// After it was shown: its place is the display's to give only then.
+  /// Call it after the window was shown: only then does the display give it a place.
   void settle();
-  /// The game's window moved or changed its size.
+  /// Reports that the game's window moved or changed its size.
   void follow();
-  /// The popup takes the keyboard now. A game that minds gives up its place, or even its size.
+  /// Reports that the popup takes the keyboard now. Some games then give up their place, or even
+  /// their size.
   void remember() { remembered_ = asked_; }
-  /// The game was minimised for that: stands for itself from now on, where the game stood.
+  /// Reports that the game was minimised because of that: from now on the window stays alone where
+  /// the game was.
   void detach();
-  /// The game is back: stands before it again.
+  /// Reports that the game is back: the window is in front of it again.
   void attach();
   bool isDetached() const { return detached_; }
-  /// Where nobody else hands it out. Once the window is on screen.
+  /// Takes the keyboard where nothing else gives it. Call it once the window is on screen.
   void takeKeyboard();
   bool isLastWay() const { return way_ != Way::kGameFrame; }
   bool coversGame() const { return coversGame_; }
-  /// Whether nothing can be seen through the window, as far as is known.
+  /// Returns whether nothing can be seen through the window, as far as is known.
   bool hidesGame() const;
-  /// The same, before there is any window.
+  /// Returns the same before there is a window.
   static bool willHide(GameWindow& game);
-  /// Takes the next way, to be shown anew; false when none is left.
+  /// Takes the next way; the window must be shown again. Returns false if none is left.
   bool fallBack();
 
  private:
   enum class Way { kOwnFrame, kGameFrame, kFullScreen };
   Way firstWay() const;
   bool isFullScreen() const;
-  /// Whether a window manager, or the display itself, hands out places and the keyboard.
+  /// Returns whether a window manager, or the display itself, gives places and the keyboard.
   bool isManaged() const;
   Frame wanted() const;
   void moveTo(const Frame& frame);

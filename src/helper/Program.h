@@ -23,7 +23,7 @@
 
 namespace zovk::helper {
 
-/// What the game said about itself.
+/// The game's settings for the helper.
 struct Greeting {
   std::string application;
   std::string dataDirectory;
@@ -31,17 +31,17 @@ struct Greeting {
   bool developerTools = false;
   std::int64_t pageMemory = 0;  ///< In megabytes.
   std::string waylandWindow{};  ///< The exported handle of the game's window; empty for none.
-  Frame gameSize{};             ///< In logical pixels; empty when the game did not tell.
+  Frame gameSize{};             ///< In logical pixels; empty if the game did not report it.
   std::string display{};        ///< The display system to use, "x11" or "wayland"; empty for any.
   DrawingWish drawing{};
-  bool wholeScreen = false;  ///< Popups take it, whatever the size of the game's window.
+  bool wholeScreen = false;  ///< Popups take the whole screen, whatever the game's size.
   bool pageConsole = false;  ///< Pages' console lines go to standard output.
 };
 
 /// Everything that the game has made in this process, by number.
 class Program {
  public:
-  /// Needs a display.
+  /// Requires a display.
   Program(const Greeting& greeting, EventSink events, Drawing drawing = Drawing::kPlain);
   ~Program();
   Program(const Program&) = delete;
@@ -49,14 +49,14 @@ class Program {
 
   const EventSink& events() const { return events_; }
   GameWindow& game() { return game_; }
-  /// What popups cover, as events write it.
+  /// Returns the area that popups cover, in the form of events.
   boost::json::array screen() const;
   ViewRegistry& views() { return views_; }
   ConstraintBook& constraints() { return constraints_; }
   WebViewFactory& webViewFactory() { return webViewFactory_; }
   OpenLimit& openLimit() { return openLimit_; }
 
-  /// Tells the game that its last frame will be wanted, where that is known beforehand.
+  /// Tells the game in advance that its last frame will be needed, if that is known.
   void askForBackdropAhead();
   /// The page that may come next is given up, or held ready again.
   void rest();
@@ -64,11 +64,11 @@ class Program {
   void takeBackdrop(GObjectPtr<GdkTexture> picture);
   void openWindow(Id id, Id rootView, const Frame& frame);
   void closeWindow(Id id);
-  /// A press of a game pad's, for the youngest window that is shown: a direction, "press" or
-  /// "leave". The names are those of the buttons that press and leave.
+  /// Passes a press of a game pad, a direction, "press" or "leave", to the newest window that is
+  /// shown. The names are those of the buttons for press and leave.
   void pressPad(const std::string& press, const std::string& pressName,
                 const std::string& leaveName);
-  /// Null when there is none.
+  /// Returns a window; null if there is none.
   ToolkitWindow* window(Id id) const;
 
   void openLayout(Id id, Id rootView, const std::string& bundle, const std::string& name);
@@ -77,7 +77,7 @@ class Program {
 
   void openWebView(Id id, const WebViewWishes& wishes, const std::vector<std::string>& handlers);
   ToolkitWebView* webView(Id id) const;
-  /// A web view that stands in a shown window; null when there is none.
+  /// Returns a web view in a shown window; null if there is none.
   const ToolkitWebView* webViewIn(Id windowId) const;
 
  private:
@@ -87,14 +87,14 @@ class Program {
   void onViewDropped(Id id, GtkWidget* widget);
   void dropBackdrop();
   void carryOut(const std::string& press, const PadQueue::Done& done) const;
-  /// The youngest window that is shown; null when there is none.
+  /// Returns the newest window that is shown; null if there is none.
   ToolkitWindow* shownInFront() const;
   std::string padTextOf(const ToolkitWindow& window, const char* name, const char* usual) const;
-  /// To the youngest window that is shown, or else to the game.
+  /// Passes the keyboard to the newest window that is shown, or else to the game.
   void passKeyboardOn() const;
   GameWindow::Listener gameListener();
   void forEachWindow(void (ToolkitWindow::*act)());
-  /// Tells what there is to cover when that is another place than before.
+  /// Reports the area to cover, if it has changed.
   void tellScreen();
 
   EventSink events_;

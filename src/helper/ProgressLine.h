@@ -4,17 +4,17 @@
 
 namespace zovk::helper {
 
-/// A thin line along the top of the page while it loads. It lies over the window's content, so that
-/// neither the layouts nor the game have to know of it.
+/// A thin line along the top of the page while it loads. It is drawn over the window's content, so
+/// neither the layouts nor the game need to know of it.
 class ProgressLine {
  public:
   explicit ProgressLine(GtkWidget* content);
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
 
-  /// The content with the line over it, for the window to own.
+  /// Returns the content with the line over it, for the window to own.
   GtkWidget* widget() const { return GTK_WIDGET(overlay_); }
-  /// How much of the page has loaded; 1 is all. Pages of other windows are left alone.
+  /// Sets how much of the page has loaded; 1 is all. Ignores pages of other windows.
   void update(GtkWidget* page, double loaded);
 
  private:

@@ -4,23 +4,22 @@
 
 namespace zovk::helper {
 
-/// Whether the machine has a device that a graphics driver works with; what the processor draws by
-/// itself needs none.
+/// Returns whether the machine has a device for a graphics driver. Software rendering needs none.
 bool hasGraphicsDevice();
 
-/// The name of what draws for GL on the display that the toolkit takes; empty when there is none or
-/// the driver fails. A process of its own asks, with `program`, the helper itself: a driver can
-/// crash, hang, and keep much memory. Waits for five seconds at most.
-/// `displays` are those to try, in order, as the toolkit takes them.
+/// Returns the name of the GL renderer on the display that the toolkit uses; empty if there is none
+/// or the driver fails. A separate process asks, with `program`, which is the helper itself,
+/// because a driver can crash, hang, and keep much memory. Waits for at most five seconds.
+/// `displays` are those to try, in order, in the toolkit's form.
 std::string rendererOf(const std::string& program, const std::string& displays);
 
-/// Whether a renderer of that name is the processor.
+/// Returns whether the renderer of that name is the processor.
 bool isSoftwareRenderer(const std::string& name);
 
-/// What that process does: writes the name to its standard output. Its exit status.
+/// The work of that process: writes the name to its standard output. Returns its exit status.
 int writeRenderer(const char* displays);
 
-/// What the helper is started with to write the name, before the displays.
+/// The helper's argument for writing the name, before the displays.
 constexpr const char* kWriteRenderer = "--renderer";
 
 }  // namespace zovk::helper

@@ -7,11 +7,12 @@ namespace zovk::helper {
 
 class GameWindow;
 
-/// The monitor that most of the game stands on, or else the first one; null when there is none.
+/// Returns the monitor with the largest part of the game, or else the first one; null if there is
+/// none.
 GObjectPtr<GdkMonitor> monitorOf(const GameWindow& game);
-/// That monitor's part of the whole screen; empty when there is none.
+/// Returns that monitor's part of the whole screen; empty if there is none.
 Frame monitorFrame(const GameWindow& game);
-/// What a popup covers: the game's window where that is known, else the monitor.
+/// Returns the area that a popup covers: the game's window if it is known, else the monitor.
 Frame coveredFrame(const GameWindow& game);
 
 }  // namespace zovk::helper

@@ -8,9 +8,9 @@
 
 namespace zovk::helper {
 
-/// The text that a value is; of any other value what the engine makes of it.
+/// Returns the text of a text value; of any other value, the web engine's text for it.
 std::string textOfScriptValue(JSCValue* value);
-/// The value of a script that the game had evaluated. It is measured while it is written as text.
+/// Returns the value of a script that the game ran. It is measured while it is written as text.
 ScriptValue readScriptValue(JSCValue* value);
 
 }  // namespace zovk::helper

@@ -6,23 +6,22 @@
 
 namespace zovk::helper {
 
-/// Looks half a second after a window was shown whether it came up, and tells once when it did not.
-/// A window that is drawn late because this process is slow is given more time: nobody but itself
-/// is to blame.
+/// Checks half a second after a window was shown whether it came up, and reports once if it did
+/// not. A window that is drawn late because this process is slow gets more time.
 class ShowWatch {
  public:
   enum class State { kUp, kSlow, kWithoutKeyboard, kStuck };
   struct Duty {
-    std::function<State()> look;           ///< How far the window is.
-    std::function<void()> askForKeyboard;  ///< Once, before the window counts as stuck for it.
-    std::function<void()> stuck;           ///< May begin the watch anew.
+    std::function<State()> look;           ///< Returns how far the window has come.
+    std::function<void()> askForKeyboard;  ///< Called once, before the window counts as stuck.
+    std::function<void()> stuck;           ///< May start the watch again.
   };
   explicit ShowWatch(Duty duty);
   ShowWatch(const ShowWatch&) = delete;
   ShowWatch& operator=(const ShowWatch&) = delete;
 
   void begin();
-  /// Something changed: ends the watch if the window is up now.
+  /// Reports a change: ends the watch if the window is up now.
   void notice();
   void end();
   bool active() const { return timer_.active(); }

@@ -7,11 +7,11 @@
 
 namespace zovk::helper {
 
-/// Runs `next` once what the page shows now is on its way to the window, or after a while when the
+/// Runs `next` once the page's present picture is on its way to the window, or after a while if the
 /// page does not paint.
 void whenPagePainted(WebKitWebView* view, std::function<void()> next);
 
-/// Writes what a shown window looks like as a PNG file. Whether it could.
+/// Writes a picture of a shown window to a PNG file. Returns whether that succeeded.
 bool writeSnapshot(GtkWidget* window, const std::string& path);
 
 }  // namespace zovk::helper

@@ -4,8 +4,8 @@
 
 namespace zovk::helper {
 
-/// Which style wins, from weak to strong. The colours that the engine sets come last: a restyled
-/// page area still darkens while a page loads.
+/// The priorities of styles, from weak to strong. The colours that the engine sets come last: even
+/// a restyled page area darkens while a page loads.
 inline constexpr guint kOwnStylePriority = GTK_STYLE_PROVIDER_PRIORITY_APPLICATION;
 inline constexpr guint kStudioStylePriority = kOwnStylePriority + 1;
 inline constexpr guint kEngineStylePriority = kOwnStylePriority + 2;

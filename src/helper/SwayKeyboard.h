@@ -2,8 +2,8 @@
 
 namespace zovk::helper {
 
-/// Asks sway, where it runs, to give the keyboard to the window of this process. Sway gives it to
-/// no window that comes up over a full-screen one, nor to one that asks for it by the usual ways.
+/// Asks sway, if it runs, to give the keyboard to this process's window. Sway gives it neither to a
+/// window that appears over a full-screen one, nor to one that asks for it in the usual ways.
 void askSwayForKeyboard();
 bool isSwayRunning();
 

@@ -4,7 +4,7 @@
 
 namespace zovk::helper {
 
-/// Makes one press of the tab key one step also on the way from a page to the buttons.
+/// Makes one press of the tab key one step, even on the way from a page to the buttons.
 void keepTabSteps(GtkWindow* window);
 
 }  // namespace zovk::helper

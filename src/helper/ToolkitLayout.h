@@ -14,21 +14,22 @@ namespace zovk::helper {
 /// One loaded layout file. A file that cannot be loaded gives a layout without views.
 class ToolkitLayout {
  public:
-  /// `perform` hears the handler name of a button that was pressed.
+  /// `perform` gets the handler name of a button that was pressed.
   ToolkitLayout(const std::string& bundle, const std::string& name,
                 std::function<void(const std::string&)> perform);
-  /// Takes the views out of where they stand.
+  /// Removes the views from their parents.
   ~ToolkitLayout();
   ToolkitLayout(const ToolkitLayout&) = delete;
   ToolkitLayout& operator=(const ToolkitLayout&) = delete;
 
-  /// Null when there is none.
+  /// Returns the root; null if there is none.
   GtkWidget* root() const { return root_.get(); }
   GtkWidget* outlet(const std::string& name) const;
   std::vector<std::string> outletNames() const;
-  /// A text of the bundle's that no view has, in the player's language; empty when there is none.
+  /// Returns a text of the bundle that no view has, in the player's language; empty if there is
+  /// none.
   std::string text(const std::string& name) const;
-  /// Why the file could not be loaded; empty when it could.
+  /// Returns why the file could not be loaded; empty if it was loaded.
   const std::string& error() const { return error_; }
 
  private:

@@ -16,13 +16,13 @@
 
 namespace zovk::helper {
 
-/// One web view: carries out the game's commands and sends what happens in the page.
+/// One web view: carries out the game's commands and sends the page's events.
 class ToolkitWebView {
  public:
-  /// How much of its page a view has loaded; 1 is all.
+  /// Receives how much of its page a view has loaded; 1 is all.
   using Progress = std::function<void(GtkWidget* view, double loaded)>;
 
-  /// `refusal` as for PolicyBook.
+  /// For `refusal` see PolicyBook.
   ToolkitWebView(Id id, GObjectPtr<WebKitWebView> view, const std::vector<std::string>& handlers,
                  EventSink events, Progress progress, std::string refusal, Drawing drawing);
   ~ToolkitWebView();
@@ -31,7 +31,7 @@ class ToolkitWebView {
 
   WebKitWebView* view() const { return view_.get(); }
   GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }
-  /// What is behind the page is seen through a colour that is not opaque.
+  /// Sets the ground. Through a colour that is not opaque, the things behind the page are seen.
   void setBackground(const GdkRGBA& color);
   /// The navigation to it need not wait for the game's answer where the game allowed it ahead.
   void load(const std::string& url, bool allowed);
@@ -39,7 +39,7 @@ class ToolkitWebView {
   void reload();
   void terminate();
   void evaluate(Id request, const std::string& script);
-  /// Nobody hears what becomes of it.
+  /// Runs a script without reporting its result.
   void run(const std::string& script);
   void decide(Id number, bool allow);
   /// Runs `script` as soon as a page navigates to that very address; an empty one ends that.
@@ -78,7 +78,7 @@ class ToolkitWebView {
   Progress progress_;
   PageLog lostMessages_;
   const std::vector<std::string> handlers_;
-  /// How far the game's last load has come.
+  /// The progress of the game's last load.
   enum class Stage { kNone, kAsked, kStarted, kCommitted };
   bool pageIsMissing() const { return stage_ == Stage::kAsked || stage_ == Stage::kStarted; }
   std::string asked_;

@@ -20,10 +20,10 @@ namespace zovk::helper {
 class Backdrop;
 class GameWindow;
 
-/// One popup window. It has no decorations and closes only when the game says so.
+/// One popup window. It has no decorations, and closes only when the game asks for it.
 class ToolkitWindow {
  public:
-  /// `painted` is called after each time the window was arranged and painted.
+  /// `painted` is called each time after the window was arranged and painted.
   ToolkitWindow(Id id, GtkWidget* root, const Frame& frame, GameWindow& game, Backdrop& backdrop,
                 EventSink events, std::function<void()> painted);
   ~ToolkitWindow();
@@ -35,17 +35,18 @@ class ToolkitWindow {
   bool isShown() const { return shown_; }
   void show();
   void hide();
-  /// The game's window moved, was minimised, or came back.
+  /// Reports that the game's window moved, was minimised, or came back.
   void gameMoved();
   void gameMinimised();
   void gameRestored();
-  /// What is seen through the window, or the game's frame that is shown instead, is another.
+  /// Reports a change of what is seen through the window, or of the game's frame that is shown
+  /// instead.
   void updateGround();
   void setBackground(const GdkRGBA& color);
   ProgressLine& progress() { return progress_; }
   PadLine& padLine() { return padLine_; }
-  /// Runs `next` once the window has been painted with all that was changed so far: at once when
-  /// it is not shown, and after a while when the display does not paint it.
+  /// Runs `next` once the window has been painted with all changes so far: at once if it is not
+  /// shown, and after a while if the display does not paint it.
   void whenPainted(std::function<void()> next);
 
  private:

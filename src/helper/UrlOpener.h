@@ -7,9 +7,9 @@
 
 namespace zovk::helper {
 
-/// Schemes of the addresses that some program on this system opens.
+/// Returns the schemes of the addresses that some program on this system opens.
 std::vector<std::string> openableSchemes();
-/// Hands the address to the system and sends `url.opened`.
+/// Passes the address to the system, and sends `url.opened`.
 void openUrl(Id request, const std::string& url, const EventSink& events);
 
 }  // namespace zovk::helper

@@ -12,22 +12,23 @@
 namespace zovk::helper {
 
 /// The views that the game knows by number. It holds a reference to each of them, so that a view
-/// outlives its place in a window; when one is dropped, `dropped` hears of it first.
+/// outlives its place in a window. Before it drops one, it calls `dropped`.
 class ViewRegistry {
  public:
   explicit ViewRegistry(std::function<void(Id, GtkWidget*)> dropped);
 
-  /// A number that is taken stays with its view. `layout` is the layout that brought it, or 0.
+  /// Adds a view. A number in use stays with its view. `layout` is the layout of the view, or 0.
   void add(Id id, GtkWidget* widget, Id layout = 0);
-  /// Null when there is no such view.
+  /// Returns a view; null if there is none.
   GtkWidget* find(Id id) const;
   void drop(Id id);
   void dropAllIn(GtkWidget* ancestor);
   void dropLayout(Id layout);
-  /// The game holds no handle any more: the view goes as soon as it stands in no window.
+  /// Reports that the game has no handle any more: the view is dropped as soon as it is in no
+  /// window.
   void release(Id id);
   void dropReleased();
-  /// Sends the places that have changed of the views in `window`.
+  /// Sends the changed places of the views in `window`.
   void reportFrames(Id windowId, GtkWidget* window, const EventSink& events);
 
  private:

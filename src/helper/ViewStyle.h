@@ -7,8 +7,8 @@
 namespace zovk::helper {
 
 void setBackground(GtkWidget* widget, const GdkRGBA& color);
-/// Shows the picture in `path` on a button, the one beside it named "NAME@2x.png" where the screen
-/// is that fine. A file that is no picture leaves the button without one.
+/// Shows the picture in `path` on a button; on fine screens the one beside it named "NAME@2x.png".
+/// If the file is not a picture, the button has none.
 void setButtonImage(GtkWidget* widget, const std::string& path);
 
 }  // namespace zovk::helper

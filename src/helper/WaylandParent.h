@@ -12,20 +12,21 @@ struct zxdg_importer_v2;
 
 namespace zovk::helper {
 
-/// The game's window on Wayland, by the handle that an exporter gave to the game. Has no effect on
-/// other display systems, and where the compositor takes no handles.
+/// The game's window on Wayland, by the handle that the game got from an exporter. Has no effect on
+/// other display systems, and if the compositor accepts no handles.
 class WaylandParent {
  public:
-  /// `handle` is empty when there is none.
+  /// `handle` is empty if there is none.
   explicit WaylandParent(std::string handle);
   ~WaylandParent();
   WaylandParent(const WaylandParent&) = delete;
   WaylandParent& operator=(const WaylandParent&) = delete;
 
   bool isKnown() const { return !handle_.empty(); }
-  /// Lets a realised window stand before the game's. Before it is shown, when it is placed.
+  /// Puts a realised window in front of the game's. Call it before the window is shown and placed.
   void prepare(GtkWindow* window);
-  /// The same, for compositors that know the newer version of the protocol only: once it is shown.
+  /// Does the same for compositors that know only the newer version of the protocol. Call it once
+  /// the window is shown.
   void settle(GtkWindow* window) const;
 
  private:

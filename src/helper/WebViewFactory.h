@@ -11,7 +11,7 @@
 
 namespace zovk::helper {
 
-/// What the game wants of a web view beyond the safe defaults. Bouncing and insets have no
+/// The game's settings of a web view besides the safe defaults. Bouncing and insets have no
 /// counterpart here.
 struct WebViewWishes {
   bool inlineMedia = false;
@@ -20,13 +20,13 @@ struct WebViewWishes {
   bool opaque = true;
 };
 
-/// What all pages have in common.
+/// The settings that all pages share.
 struct PageTerms {
-  std::string directory;  ///< Below it they store.
+  std::string directory;  ///< The directory for their stored data.
   bool developerTools = false;
   std::int64_t memory = 0;  ///< In megabytes.
   Drawing drawing = Drawing::kSoftware;
-  bool console = false;  ///< What pages tell their console goes to standard output.
+  bool console = false;  ///< The pages' console goes to standard output.
 };
 
 /// Makes web views that share one store of cookies and caches. Making the first one takes long, so
@@ -35,12 +35,13 @@ class WebViewFactory {
  public:
   explicit WebViewFactory(const PageTerms& terms);
 
-  /// Calls `next` once it is settled whether the rules that keep pages from other files are there.
+  /// Calls `next` once it is known whether the rules that keep pages from other files are stored.
   void whenReady(std::function<void()> next);
-  /// Why no page may be loaded: without those rules none may. Empty when pages may be.
+  /// Returns why no page may be loaded, which is the case without those rules; empty if pages may
+  /// be loaded.
   const std::string& refusal() const { return refusal_; }
   GObjectPtr<WebKitWebView> make(const WebViewWishes& wishes);
-  /// Makes the view that the next `make` hands out.
+  /// Makes the view that the next `make` returns.
   void prepareSpare();
   /// Gives it up, with its process.
   void dropSpare();

@@ -12,10 +12,10 @@ namespace zovk::helper {
 /// The number of an X11 window.
 using X11Id = unsigned long;
 
-/// The display that the toolkit uses when it is an X11 one; null elsewhere.
+/// Returns the toolkit's display if it is an X11 one, and null otherwise.
 GdkDisplay* x11Display();
 
-/// The X11 library ends the process on an error unless someone takes it; the windows of other
+/// Catches X11 errors, on which the X11 library would end the process. The windows of other
 /// programs can go at any time.
 class X11ErrorTrap {
  public:
@@ -28,7 +28,8 @@ class X11ErrorTrap {
   GdkDisplay* display_;
 };
 
-/// Without one, windows stand where they were put, and nobody hands the keyboard around.
+/// Returns whether there is a window manager. Without one, windows stay where they were put, and
+/// nothing moves the keyboard.
 bool x11HasWindowManager(GdkDisplay* display);
 X11Id x11ActiveWindow(GdkDisplay* display);
 
@@ -38,21 +39,21 @@ class X11Window {
   X11Window(GdkDisplay* display, X11Id id) : display_(display), id_(id) {}
 
   X11Id id() const { return id_; }
-  /// Where it stands on the whole screen, in the display's pixels; empty when it is gone.
+  /// Returns its place on the whole screen, in the display's pixels; empty if it is gone.
   Frame frame() const;
   bool isViewable() const;
-  /// The work space that it is on, as window managers count them.
+  /// Returns its work space, as window managers count them.
   std::optional<unsigned long> workSpace() const;
   std::string title() const;
-  /// From now on the display's events tell of its moves, its state and its keyboard.
+  /// Makes the display's events report its moves, its state and its keyboard from now on.
   void watch() const;
 
   void moveResize(const Frame& frame) const;
   void setTransientFor(X11Id other) const;
   void endTransience() const;
-  /// Dialogs are let stand over other windows at their own size.
+  /// Makes it a dialog: dialogs may stand over other windows at their own size.
   void setDialog() const;
-  /// Whether no window manager has a say in it, from the next time it is shown.
+  /// Sets whether window managers ignore it, from the next time it is shown.
   void setUnmanaged(bool unmanaged) const;
   void askForWorkSpace(unsigned long number) const;
   void askToBeActive() const;
@@ -66,7 +67,7 @@ class X11Window {
   X11Id id_;
 };
 
-/// The window behind a realised one of ours; none on other display systems.
+/// Returns the X11 window of a realised window of ours; nothing on other display systems.
 std::optional<X11Window> x11WindowOf(GtkWindow* window);
 
 }  // namespace zovk::helper
