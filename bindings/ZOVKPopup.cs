@@ -70,7 +70,7 @@ namespace ZOVKPopup {
     public long Stride;
     /// <summary>One of `zovkpopup_pixels`.</summary>
     public ulong Format;
-    /// <summary>One with its size, all else zero.</summary>
+    /// <summary>Returns one with its size set and all else zero.</summary>
     public static Picture New() {
       return new Picture { Size = (UIntPtr)Marshal.SizeOf(typeof(Picture)) };
     }
@@ -135,7 +135,7 @@ namespace ZOVKPopup {
     /// minutes later it ends. The next popup brings it back, and so does a `zovkpopup_have_popup`
     /// that is true.</summary>
     public ulong ReadySeconds;
-    /// <summary>One with its size, all else zero.</summary>
+    /// <summary>Returns one with its size set and all else zero.</summary>
     public static Settings New() {
       return new Settings { Size = (UIntPtr)Marshal.SizeOf(typeof(Settings)) };
     }
@@ -152,7 +152,7 @@ namespace ZOVKPopup {
     public Event PopupsDidDisappear;
     public IntPtr User;
     public Destroy Destroy;
-    /// <summary>One with its size, all else zero.</summary>
+    /// <summary>Returns one with its size set and all else zero.</summary>
     public static Hooks New() {
       return new Hooks { Size = (UIntPtr)Marshal.SizeOf(typeof(Hooks)) };
     }
@@ -180,7 +180,7 @@ namespace ZOVKPopup {
     /// <summary>The place in the order of showing: 1 is first, 0 means not shown.</summary>
     public ulong Rank;
     public long PopId;
-    /// <summary>One with its size, all else zero.</summary>
+    /// <summary>Returns one with its size set and all else zero.</summary>
     public static ExplainedPopup New() {
       return new ExplainedPopup { Size = (UIntPtr)Marshal.SizeOf(typeof(ExplainedPopup)) };
     }
@@ -227,7 +227,7 @@ namespace ZOVKPopup {
     public TextEvent NewWindowAsked;
     public IntPtr User;
     public Destroy Destroy;
-    /// <summary>One with its size, all else zero.</summary>
+    /// <summary>Returns one with its size set and all else zero.</summary>
     public static WebWindowSettings New() {
       return new WebWindowSettings { Size = (UIntPtr)Marshal.SizeOf(typeof(WebWindowSettings)) };
     }
@@ -278,7 +278,7 @@ namespace ZOVKPopup {
     public const int FrameMain = 1;
     public const int FrameSub = 2;
 
-    /// <summary>A text of the library's; null for none.</summary>
+    /// <summary>Returns a text of the library; null for none.</summary>
     public static string Text(IntPtr text) {
       return Marshal.PtrToStringUTF8(text);
     }

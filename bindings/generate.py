@@ -169,7 +169,7 @@ def python(header):
 
 Texts are str and become UTF-8; in structs and callbacks they are bytes. Wrap functions that the
 library calls in the type of their callback, such as `@Complete`, and keep them as long as they may
-be called. One thread makes all calls. `check` turns a status that is no success into an Error.
+be called. One thread makes all calls. `check` turns every status but success into an Error.
 The environment variable ZOVKPOPUP_LIBRARY names another file than libzovkpopup.so.1."""
 import os
 from ctypes import (CDLL, CFUNCTYPE, POINTER, Structure, byref, c_bool, c_char_p, c_double, c_int,
@@ -188,7 +188,7 @@ class Error(Exception):
 
 
 def check(status: int) -> None:
-    """Raises Error for a status that is no success."""
+    """Raises Error unless the status is success."""
     if status != OK:
         raise Error(status)
 
@@ -306,7 +306,7 @@ namespace ZOVKPopup {
         parts.append(f"{xml(comment, '  ')}  [StructLayout(LayoutKind.Sequential)]\n  public struct {camel(name)} {{")
         for field, kind, note in fields:
             parts.append(f"{xml(note, '    ')}    public {sharp_kind(header, kind)} {camel(field)};")
-        parts.append(f"    /// <summary>One with its size, all else zero.</summary>\n"
+        parts.append(f"    /// <summary>Returns one with its size set and all else zero.</summary>\n"
                      f"    public static {camel(name)} New() {{\n"
                      f"      return new {camel(name)} {{ Size = (UIntPtr)Marshal.SizeOf(typeof({camel(name)})) }};\n"
                      "    }\n  }\n")
@@ -314,7 +314,7 @@ namespace ZOVKPopup {
     for name, value, note in header.constants:
         parts.append(f"{xml(note, '    ')}    public const int {camel(name.lower())} = {value};")
     parts.append("""
-    /// <summary>A text of the library's; null for none.</summary>
+    /// <summary>Returns a text of the library; null for none.</summary>
     public static string Text(IntPtr text) {
       return Marshal.PtrToStringUTF8(text);
     }

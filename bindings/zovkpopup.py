@@ -2,7 +2,7 @@
 
 Texts are str and become UTF-8; in structs and callbacks they are bytes. Wrap functions that the
 library calls in the type of their callback, such as `@Complete`, and keep them as long as they may
-be called. One thread makes all calls. `check` turns a status that is no success into an Error.
+be called. One thread makes all calls. `check` turns every status but success into an Error.
 The environment variable ZOVKPOPUP_LIBRARY names another file than libzovkpopup.so.1."""
 import os
 from ctypes import (CDLL, CFUNCTYPE, POINTER, Structure, byref, c_bool, c_char_p, c_double, c_int,
@@ -21,7 +21,7 @@ class Error(Exception):
 
 
 def check(status: int) -> None:
-    """Raises Error for a status that is no success."""
+    """Raises Error unless the status is success."""
     if status != OK:
         raise Error(status)
 

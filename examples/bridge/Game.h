@@ -14,18 +14,18 @@
 
 namespace harbour {
 
-/// The popups' host for as long as the object lives.
+/// Sets the popups' host up for as long as the object lives.
 class Host {
  public:
-  /// `lastFrame` gives what the player saw last, for where the shop would hide the harbour.
+  /// `lastFrame` gives the last frame, for displays on which the shop would hide the harbour.
   Host(const Options& options, const std::string& gameWindow, zovk::ZOVKPopupBackdrop lastFrame);
   ~Host();
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
 };
 
-/// The game: its window and its loop. A ferry pays the player a coin every few seconds; space, or a
-/// tap, opens the shop, and what is bought there hangs over the harbour.
+/// The game: its window and its loop. A ferry pays the player a coin every few seconds. Space or a
+/// tap opens the shop; bought lanterns hang over the harbour.
 class Game {
  public:
   explicit Game(const Options& options);

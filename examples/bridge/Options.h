@@ -6,17 +6,16 @@
 
 namespace harbour {
 
-/// What the command line says.
+/// The options of the command line.
 struct Options {
   sdl::WindowOptions window;
   std::string player = "Mira";
-  /// The player's own data; the library's own choice when empty.
+  /// The folder of the player's data; if empty, the library's choice.
   std::string dataDirectory;
-  /// Where the page lies: beside the program.
+  /// The folder of the page, which is the program's.
   std::string resourceDirectory;
-  /// For whoever plays by program: a script file that tells what the page shows. Its result is
-  /// written whenever it changes, and the window stands at the corner of the screen without a
-  /// frame.
+  /// For tests that play the game: a script file that reads the page's state. Its result is written
+  /// whenever it changes, and the window is at the corner of the screen, without a frame.
   std::string lookFile;
 };
 

@@ -8,16 +8,16 @@
 
 namespace harbour {
 
-/// What the player has. Whoever shows the coins hears of every change.
+/// The player's coins and lanterns. A listener gets every change.
 class Purse {
  public:
-  /// Empty when a lantern was bought, else what to tell the player.
+  /// Buys a lantern. Returns an empty text, or what to tell the player if that fails.
   std::string buy(const Lantern& lantern);
   void add(int coins);
   bool owns(const Lantern& lantern) const;
 
   int coins() const { return coins_; }
-  /// In the order in which they were bought.
+  /// Returns the lanterns in the order of buying.
   const std::vector<const Lantern*>& lanterns() const { return lanterns_; }
   void onChange(std::function<void(int coins)> listener) { listener_ = std::move(listener); }
 

@@ -15,7 +15,7 @@ class Scene {
   void draw(const std::vector<const Lantern*>& lanterns) const;
 
  private:
-  /// Where the line hangs, `across` being 0 at its left end and 1 at its right one.
+  /// Returns a point of the line; `across` is 0 at its left end and 1 at its right one.
   SDL_FPoint lineAt(float across) const;
   void drawLine() const;
   void drawLantern(SDL_FPoint place, SDL_Color colour) const;

@@ -15,14 +15,15 @@ namespace harbour {
 /// The game's half of the shop. The other half is resources/shop.html. Main thread only.
 class Shop {
  public:
-  /// Hears what happens, as one line of text.
+  /// Receives each event as one line of text.
   using Listener = std::function<void(const std::string& line)>;
 
   Shop(std::string pageFile, std::string player, Purse& purse, Listener listener);
 
-  /// Does nothing while the shop is open.
+  /// Opens the shop, unless it is open.
   void open();
-  /// The text that a script finds in the page; empty when the shop is closed or finds none.
+  /// Runs a script in the page and passes on its text; empty if the shop is closed or there is
+  /// none.
   void look(const std::string& script, std::function<void(const std::string& text)> found);
   /// Tells the page that the coins have changed.
   void coinsChanged(int coins);

@@ -14,10 +14,10 @@ struct Lantern {
   unsigned colour;
 };
 
-/// What the shop sells. The game knows the prices; the page only shows them.
+/// The shop's goods. The game knows the prices; the page only shows them.
 extern const std::array<Lantern, 4> kStock;
 
-/// Null when there is no such lantern.
+/// Returns a lantern; null if there is none of that name.
 const Lantern* lanternNamed(std::string_view id);
 
 }  // namespace harbour

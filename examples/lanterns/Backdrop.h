@@ -9,7 +9,7 @@ class Backdrop {
  public:
   Backdrop(SDL_Renderer* renderer, int width, int height);
 
-  /// Height of the waterline, from the top.
+  /// Returns the height of the waterline, from the top.
   int horizon() const { return horizon_; }
   void draw(double seconds) const;
 

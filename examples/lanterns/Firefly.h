@@ -6,18 +6,18 @@
 
 namespace lanterns {
 
-/// The pointer of those who play with a game pad or the arrow keys: it flies where it is sent, and
-/// taps what it is over. Out of sight until it is used, and again when the mouse is.
+/// The pointer for game pads and the arrow keys: it flies in the given direction, and taps the
+/// thing below it. It is hidden until it is used, and again when the mouse is.
 class Firefly {
  public:
   explicit Firefly(SDL_Renderer* renderer);
 
-  /// True when the event asks for a tap at `place`.
+  /// Returns true if the event asks for a tap at `place`.
   bool handle(const SDL_Event& event);
   void update(double seconds, int width, int height);
   void draw() const;
   SDL_Point place() const { return {static_cast<int>(x_), static_cast<int>(y_)}; }
-  /// It stops where it is.
+  /// Stops it where it is.
   void rest() { pushX_ = pushY_ = 0; }
 
  private:

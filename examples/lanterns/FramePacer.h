@@ -12,7 +12,7 @@ class FramePacer {
 
   /// Waits until the next frame is due; returns the seconds since the last one.
   double nextFrame();
-  /// Tells how long the popups' share of a frame took.
+  /// Reports how long the popups' share of a frame took.
   void notePump(Clock::duration duration);
   std::string summary() const;
 

@@ -18,7 +18,7 @@
 
 namespace lanterns {
 
-/// The game: its window, its loop, and what keys, taps and game pads do.
+/// The game: its window, its loop, and the effects of keys, taps and game pads.
 class Game {
  public:
   explicit Game(const Options& options);

@@ -8,7 +8,7 @@
 
 namespace lanterns {
 
-/// What stands over the scene: the row of buttons, and the lines that tell what happened.
+/// The layer over the scene: the row of buttons, and lines that report events.
 class Hud {
  public:
   Hud(SDL_Renderer* renderer, const std::string& fontPath, const std::vector<MenuItem>& items);
@@ -17,9 +17,9 @@ class Hud {
   void addLine(const std::string& line);
   void setScore(const std::string& score) { score_.set(score); }
   void draw() const;
-  /// The item whose button is at a place, or null.
+  /// Returns the item whose button is at a place, or null.
   const MenuItem* itemAt(int x, int y) const;
-  /// Middle of every button, in the order of the items.
+  /// Returns the middle of every button, in the order of the items.
   std::vector<SDL_Point> buttonMiddles() const;
 
  private:

@@ -6,19 +6,19 @@
 
 namespace lanterns {
 
-/// What the command line says.
+/// The options of the command line.
 struct Options {
   sdl::WindowOptions window;
-  /// Where the fonts and the resource bundle lie: beside the program.
+  /// The folder of the fonts and the resource bundle, which is the program's.
   std::string resourceDirectory;
-  /// The player's own data; the library's own choice when empty.
+  /// The folder of the player's data; if empty, the library's choice.
   std::string dataDirectory;
-  /// Address of a popup service; without one there are only the popups that the game ships.
+  /// The address of a popup service; without one there are only the popups shipped with the game.
   std::string service;
-  /// For whoever plays the game by program: the window stands at the top left corner of the screen,
-  /// without a frame, and the game tells where its buttons are.
+  /// For tests that play the game: the window is at the top left corner of the screen, without a
+  /// frame, and the game prints where its buttons are.
   bool tour = false;
-  /// A game pad whose buttons are pressed by lines of standard input.
+  /// Adds a game pad whose buttons are pressed by lines of standard input.
   bool pad = false;
 };
 

@@ -14,18 +14,18 @@ struct Color {
   float alpha = 1;
 };
 
-/// `0xRRGGBB` as a colour.
+/// Returns `0xRRGGBB` as a colour.
 Color rgb(unsigned hex, float alpha = 1);
 Color mix(const Color& from, const Color& to, float share);
-/// 0 below `from`, 1 above `to`, smooth between.
+/// Returns 0 below `from`, 1 above `to`, and a smooth value between.
 float smooth(float from, float to, float value);
 
-/// Tells the colour at the middle of a pixel.
+/// Returns the colour at the middle of a pixel.
 using Painter = std::function<Color(float x, float y)>;
 
-/// A texture painted pixel by pixel, once.
+/// Paints a texture pixel by pixel, once.
 sdl::TexturePointer paint(SDL_Renderer* renderer, int width, int height, const Painter& painter);
-/// A filled rectangle with round corners.
+/// Paints a filled rectangle with round corners.
 sdl::TexturePointer paintPill(SDL_Renderer* renderer, int width, int height, float radius,
                               const Color& color);
 

@@ -4,7 +4,7 @@
 
 namespace lanterns {
 
-/// While a popup is up, what a game pad does is meant for the popup. Main thread only.
+/// Passes the presses of a game pad to the popup while one is up. Main thread only.
 class PopupPad {
  public:
   void handle(const SDL_Event& event);

@@ -12,15 +12,15 @@
 
 namespace lanterns {
 
-/// Everything that this game does with the popup library. Main thread only.
+/// All of this game's use of the popup library. Main thread only.
 class Popups {
  public:
-  /// Hears of every call and every answer as one line of text.
+  /// Receives every call and every answer as one line of text.
   using Listener = std::function<void(const std::string& line)>;
 
-  /// `gameWindow` is what the display system calls the game's window, empty when it does not.
-  /// `lastFrame` gives what the player saw last, for where a popup hides the game.
-  /// `covered` hears when popups are about to cover the game, and when the last is gone.
+  /// `gameWindow` is the display system's name for the game's window, empty if it has none.
+  /// `lastFrame` gives the last frame, for displays on which a popup hides the game. `covered` is
+  /// called when popups are about to cover the game, and when the last one is gone.
   Popups(const Options& options, const std::string& gameWindow,
          const std::function<zovk::ZOVKPopupPicture()>& lastFrame, Listener listener,
          std::function<void(bool)> covered);
@@ -28,23 +28,23 @@ class Popups {
   Popups(const Popups&) = delete;
   Popups& operator=(const Popups&) = delete;
 
-  /// Once a frame: this is where the answers come from.
+  /// Call it once a frame: the answers come from here.
   void pump();
-  /// Says that the game's window took the keyboard, or lost it.
+  /// Reports that the game's window took the keyboard, or lost it.
   static void keyboardMoved(bool here);
-  /// Says how large the game's window is, in the units of the window system.
+  /// Reports the size of the game's window, in the units of the window system.
   static void windowResized(int width, int height);
-  /// When the game begins: the policy if there is a new one, then a welcome.
+  /// Call it when the game begins: shows the policy if there is a new one, then a welcome.
   void greet();
-  /// When all is done for tonight.
+  /// Call it when the night is over.
   void endNight();
-  /// The ways to ask for a popup, for the game's buttons and keys.
+  /// Returns the ways to ask for a popup, for the game's buttons and keys.
   std::vector<MenuItem> menu();
 
  private:
   void show(const std::string& scene, std::uint64_t sceneType);
   void showPolicy();
-  /// Tells of a call and makes what hears its answer.
+  /// Reports a call, and returns a callback that reports its answer.
   std::function<void(std::int32_t, const std::string&)> announce(const std::string& call);
 
   Listener listener_;

@@ -14,7 +14,7 @@ class Scene {
 
   void update(double seconds);
   void draw() const;
-  /// Lights the lantern at a place; false when there is none that is dark.
+  /// Lights the lantern at a place. Returns false if there is no dark one.
   bool tap(int x, int y);
   int litCount() const;
   int count() const { return static_cast<int>(lanterns_.size()); }

@@ -25,7 +25,7 @@ class Sound {
 
   SDL_AudioDeviceID device_ = 0;
   std::atomic<unsigned> chimes_{0};
-  // The sound thread's own.
+  // Used by the sound thread only.
   unsigned chimesBegun_ = 0;
   double now_ = 0;
   double chimeBegan_ = -60;

@@ -7,13 +7,13 @@
 
 namespace lanterns {
 
-/// One line of text that is drawn anew only when it changes.
+/// One line of text. It is drawn again only when it changes.
 class Text {
  public:
   Text(SDL_Renderer* renderer, TTF_Font* font, const Color& color)
       : renderer_(renderer), font_(font), color_(color) {}
 
-  /// Cuts the text off, with an ellipsis, where it would be wider than `widest` pixels.
+  /// Sets the text, cut off with an ellipsis if it would be wider than `widest` pixels.
   void set(const std::string& text, int widest = 10000);
   int width() const { return width_; }
   int height() const { return height_; }

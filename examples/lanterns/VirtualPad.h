@@ -6,9 +6,9 @@
 
 namespace lanterns {
 
-/// A game pad without hardware, for whoever plays by program: each line of standard input is the
-/// name of a button, as "dpdown" or "a", that is pressed and let go. SDL knows it like any other
-/// pad.
+/// A game pad without hardware, for tests that play the game. Each line of standard input is the
+/// name of a button, such as "dpdown" or "a", which is pressed and released. SDL treats it like any
+/// other pad.
 class VirtualPad {
  public:
   VirtualPad();
@@ -16,7 +16,7 @@ class VirtualPad {
   VirtualPad(const VirtualPad&) = delete;
   VirtualPad& operator=(const VirtualPad&) = delete;
 
-  /// Once a frame: presses what was asked for, or lets it go again.
+  /// Call it once a frame: presses the requested button, or releases it again.
   void update();
 
  private:

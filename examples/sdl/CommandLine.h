@@ -6,8 +6,8 @@
 
 namespace sdl {
 
-/// Adds what players say of the window to a game's options and reads the command line. Ends the
-/// program when it asks for help or cannot be understood.
+/// Adds the options for the window to a game's options, and reads the command line. Ends the
+/// program if it asks for help or cannot be understood.
 void readCommandLine(CLI::App& app, int count, const char* const* words, WindowOptions& window);
 
 }  // namespace sdl

@@ -7,13 +7,13 @@
 
 namespace sdl {
 
-/// What a renderer has drawn last, for popups that hide the game.
+/// The last frame of a renderer, for popups that hide the game.
 class LastFrame {
  public:
-  /// Reads it; false when SDL cannot.
+  /// Reads the frame. Returns false if SDL cannot.
   bool read(SDL_Renderer* renderer);
 
-  /// Four bytes a pixel: blue, green, red, and one without meaning. Until the next reading.
+  /// Returns four bytes a pixel: blue, green, red, and an unused one. Valid until the next reading.
   const std::uint32_t* pixels() const { return pixels_.data(); }
   int width() const { return width_; }
   int height() const { return height_; }

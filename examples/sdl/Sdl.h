@@ -7,8 +7,8 @@
 
 #include <SDL.h>
 
-/// What the example games share: SDL's objects as C++ owns them, and a window for popups to stand
-/// in front of.
+/// The common parts of the example games: SDL's objects, owned the C++ way, and a window for popups
+/// to stand in front of.
 namespace sdl {
 
 struct Deleter {
@@ -23,7 +23,7 @@ using RendererPointer = std::unique_ptr<SDL_Renderer, Deleter>;
 using TexturePointer = std::unique_ptr<SDL_Texture, Deleter>;
 using SurfacePointer = std::unique_ptr<SDL_Surface, Deleter>;
 
-/// SDL for as long as the object lives.
+/// Starts SDL for as long as the object lives.
 class Session {
  public:
   explicit Session(Uint32 subsystems);
@@ -32,29 +32,29 @@ class Session {
   Session& operator=(const Session&) = delete;
 };
 
-/// Ends the program's run with SDL's own words when `good` is false.
+/// Ends the program with SDL's message if `good` is false.
 void require(bool good, const char* what);
 
-/// What a player says of a game's window.
+/// The player's options for a game's window.
 struct WindowOptions {
   int width = 1280;
   int height = 800;
-  /// The flag of SDL's for a window that fills the screen, 0 for one that does not.
+  /// SDL's flag for a window that fills the screen, or 0.
   Uint32 fullScreen = 0;
 };
 
-/// A window for a person, or, `atCorner`, for whoever plays by program: at the top left corner of
-/// the screen and without a frame.
+/// Opens a window for a person or, with `atCorner`, for tests: at the top left corner of the screen
+/// and without a frame.
 WindowPointer openWindow(const char* title, const WindowOptions& options, bool atCorner);
 
-/// A renderer without an engine's demands: what is drawn is light, and so the same everywhere.
+/// Opens a renderer. The games draw little, so it draws in software, the same everywhere.
 RendererPointer openRenderer(SDL_Window* window);
 
-/// What an event says of the keyboard: true when the window took it, false when it lost it, nothing
-/// for any other event.
+/// Returns true if the event says that the window took the keyboard, false if it lost it, and
+/// nothing for any other event.
 std::optional<bool> keyboardIn(const SDL_Event& event);
 
-/// Where the program lies, with a slash at its end.
+/// Returns the program's directory, with a slash at its end.
 std::string programDirectory();
 
 }  // namespace sdl

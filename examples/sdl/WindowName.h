@@ -7,9 +7,8 @@ struct SDL_Window;
 
 namespace sdl {
 
-/// What the display system calls an SDL window, in the form in which the popups are told:
-/// "x11:NUMBER" or "wayland:HANDLE". The name holds for as long as the object lives, which must go
-/// before the window does.
+/// The display system's name for an SDL window, in the form for the popups: "x11:NUMBER" or
+/// "wayland:HANDLE". The name is valid as long as the object lives. Destroy it before the window.
 class WindowName {
  public:
   explicit WindowName(SDL_Window* window);
@@ -17,7 +16,7 @@ class WindowName {
   WindowName(const WindowName&) = delete;
   WindowName& operator=(const WindowName&) = delete;
 
-  /// Empty where the display system has none to give.
+  /// Returns the name; empty if the display system has none.
   const std::string& text() const { return text_; }
 
  private:

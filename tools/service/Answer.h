@@ -9,7 +9,7 @@
 
 namespace zovk::service {
 
-/// What an endpoint answers, before a fault may spoil it.
+/// The answer of an endpoint, before a fault may spoil it.
 struct Answer {
   int status = 200;
   std::string body;
@@ -18,7 +18,7 @@ struct Answer {
 };
 
 Answer jsonAnswer(const boost::json::value& value, int status = 200);
-/// An error answer: an object with "code" (the status) and "message".
+/// Returns an error answer: an object with "code" (the status) and "message".
 Answer problem(int status, std::string_view message);
 
 }  // namespace zovk::service

@@ -8,8 +8,8 @@
 
 namespace zovk::service {
 
-/// The body of a request; absent, with the answer's status set, when it is longer than `largest` or
-/// cannot be read.
+/// Returns the body of a request. Returns nothing, and sets the answer's status, if it is longer
+/// than `largest` or cannot be read.
 std::optional<std::string> readBody(const httplib::Request& request, httplib::Response& response,
                                     const httplib::ContentReader& reader, std::size_t largest);
 

@@ -15,11 +15,11 @@ struct FreeX509 {
   void operator()(X509* certificate) const { X509_free(certificate); }
 };
 
-/// A self-signed certificate that is made anew at each start and good for a week, with its key,
-/// which never leaves the process. It is its own authority, so that a client can trust just it.
+/// A self-signed certificate that is made at each start and is valid for a week, with its key,
+/// which never leaves the process. It is its own authority, so that a client can trust it alone.
 class Certificate {
  public:
-  /// For localhost, the loopback addresses and `address`. Throws std::runtime_error.
+  /// Makes one for localhost, the loopback addresses and `address`. Throws std::runtime_error.
   explicit Certificate(const std::string& address);
 
   X509* x509() const { return x509_.get(); }

@@ -12,22 +12,22 @@
 
 namespace zovk::service {
 
-/// Configuration documents of the folder, completed for their author: `{{base}}` stands for the
-/// service's address, and an entry may name its page file in a member "page" instead of giving
-/// "uri", "sig" and "content_type". Members that are given stay as they are. Any thread.
+/// Completes the configuration documents of the folder: `{{base}}` stands for the service's
+/// address, and an entry may name its page file in a member "page" instead of giving "uri", "sig"
+/// and "content_type". Given members stay unchanged. Any thread.
 class ConfigDocument {
  public:
   ConfigDocument(const Folder& folder, std::string base)
       : folder_(folder), base_(std::move(base)) {}
 
-  /// The bytes of a page file by its name; absent when there is none.
+  /// Returns the bytes of a page file by its name, or nothing if there is none.
   using PageSource = tool::PageSource;
 
-  /// Throws FolderError when the file is not there or cannot be completed.
+  /// Throws FolderError if the file is missing or cannot be completed.
   std::string text(const std::string& fileName) const;
-  /// The same for a text that is in no file yet; `what` names it in the error.
+  /// Does the same for a text that is not in a file yet; `what` names it in the error.
   std::string completed(std::string text, const std::string& what, const PageSource& pages) const;
-  /// The pages of the folder.
+  /// Returns the pages of the folder.
   PageSource pages() const;
   const std::string& base() const { return base_; }
 

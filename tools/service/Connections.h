@@ -4,11 +4,11 @@
 
 namespace zovk::service {
 
-// The HTTP library hands its sockets to nobody, so they are found among the open descriptors.
+// The HTTP library does not give its sockets away, so they are found among the open descriptors.
 
-/// Closes the connection with this peer in both directions; nothing more gets through.
+/// Closes the connection with this peer in both directions at once.
 void cutConnection(const std::string& remoteAddress, int remotePort);
-/// Lets every connection on the port end after the answer that is under way.
+/// Makes every connection on the port end after its present answer.
 void stopReading(int localPort);
 
 }  // namespace zovk::service

@@ -17,7 +17,7 @@ struct FinalizeStatement {
   void operator()(sqlite3_stmt* statement) const;
 };
 
-/// An SQLite file. One thread at a time. Failures throw std::runtime_error with SQLite's words.
+/// An SQLite file. One thread at a time. Failures throw std::runtime_error with SQLite's message.
 class Database {
  public:
   explicit Database(const std::string& path);
@@ -30,15 +30,15 @@ class Database {
   std::unique_ptr<sqlite3, CloseDatabase> handle_;
 };
 
-/// One prepared statement; lives no longer than its database.
+/// One prepared statement; the database must outlive it.
 class Statement {
  public:
   Statement(const Database& database, std::string_view sql);
 
-  /// Gives the next placeholder its value.
+  /// Sets the value of the next placeholder.
   Statement& bind(std::string_view text);
   Statement& bind(std::int64_t number);
-  /// Whether there is another row.
+  /// Returns whether there is another row.
   bool step();
   std::string text(int column) const;
   std::int64_t number(int column) const;

@@ -13,19 +13,19 @@
 namespace zovk::service {
 
 enum class FaultKind {
-  kDelay,         ///< The answer comes so many milliseconds late.
+  kDelay,         ///< The answer is late by that many milliseconds.
   kDrop,          ///< The connection closes without an answer.
-  kTruncate,      ///< So many bytes more are announced than are sent.
-  kSlowDrip,      ///< The body comes at so many bytes a second.
+  kTruncate,      ///< The announced length is that many bytes too large.
+  kSlowDrip,      ///< The body comes at that many bytes a second.
   kStatus500,     ///< A server error with a page of HTML.
   kEmpty,         ///< An answer without a body.
-  kNotJson,       ///< A body that is no JSON.
-  kHuge,          ///< A body of so many megabytes.
+  kNotJson,       ///< A body that is not JSON.
+  kHuge,          ///< A body of that many megabytes.
   kRedirectLoop,  ///< A redirect to the same address.
   kChanged,       ///< From the n-th request on, another document of the folder.
 };
 
-/// How the answers for one path are spoilt.
+/// The fault of the answers for one path.
 struct Fault {
   FaultKind kind = FaultKind::kDelay;
   std::string kindName;
@@ -34,18 +34,19 @@ struct Fault {
   std::uint64_t times = 0;   ///< How many answers it spoils; 0 for all.
 };
 
-/// Throws std::invalid_argument, with a text for the user, for an unknown kind or a bad argument.
+/// Makes a fault. Throws std::invalid_argument, with a text for the user, for an unknown kind or a
+/// bad argument.
 Fault makeFault(const std::string& kind, const std::string& argument, std::uint64_t times);
 
-/// The faults that are set, one for each path at most. Any thread.
+/// The faults in force, at most one for each path. Any thread.
 class FaultBook {
  public:
-  /// From PATH=KIND[:ARGUMENT]; throws std::invalid_argument.
+  /// Sets a fault from PATH=KIND[:ARGUMENT]; throws std::invalid_argument.
   void set(const std::string& text);
-  /// From an object with "path", "fault" and perhaps "arg" and "times"; the fault "none" takes
-  /// away what is set. Throws std::invalid_argument.
+  /// Sets a fault from an object with "path", "fault" and, optionally, "arg" and "times". The fault
+  /// "none" removes the present one. Throws std::invalid_argument.
   void set(const boost::json::object& request);
-  /// The fault for this request, which counts it.
+  /// Returns the fault for this request, and counts the request.
   std::optional<Fault> take(const std::string& path);
   boost::json::array list() const;
 

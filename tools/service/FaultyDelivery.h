@@ -10,8 +10,9 @@
 
 namespace zovk::service {
 
-/// Hands an answer to the HTTP library, as it is or spoilt. Answers that take long end when the
-/// service stops, so `stop` must outlive them. kChanged is not for here: it is another answer.
+/// Passes an answer to the HTTP library, unchanged or spoilt. Answers that take long end when the
+/// service stops, so `stop` must outlive them. Does not handle kChanged, which is a different
+/// answer.
 void deliver(const httplib::Request& request, httplib::Response& response, Answer answer,
              const std::optional<Fault>& fault, StopSignal& stop);
 

@@ -10,7 +10,7 @@
 
 namespace zovk::service {
 
-/// Something in the served folder is not as it should be; the text is meant for its author.
+/// Something in the served folder is wrong; the text is for its author.
 class FolderError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -21,15 +21,15 @@ struct FolderFile {
   std::time_t changed = 0;
 };
 
-/// The folder that is served. Files are read anew each time, so that they can be edited while the
-/// service runs. Any thread. What is there but cannot be used throws FolderError.
+/// The served folder. Files are read again each time, so that they can be edited while the service
+/// runs. Any thread. A file that exists but cannot be used throws FolderError.
 class Folder {
  public:
   explicit Folder(std::filesystem::path root) : root_(std::move(root)) {}
 
-  /// Absent when there is no such regular file.
+  /// Returns a file, or nothing if there is no such regular file.
   std::optional<FolderFile> read(const std::filesystem::path& name) const;
-  /// Absent when there is no such file.
+  /// Returns the object in a file, or nothing if there is no such file.
   std::optional<boost::json::object> readObject(const std::string& name) const;
   std::filesystem::path path(const std::filesystem::path& name) const { return root_ / name; }
 
@@ -37,9 +37,9 @@ class Folder {
   std::filesystem::path root_;
 };
 
-/// Whether a name from a request can only mean a file that stands directly in a directory.
+/// Returns whether a name from a request can only mean a file directly in a directory.
 bool isPlainName(std::string_view name);
-/// The object that a JSON text holds; `what` names the text in the error.
+/// Returns the object of a JSON text; `what` names the text in the error.
 boost::json::object objectOf(const std::string& text, const std::string& what);
 
 }  // namespace zovk::service

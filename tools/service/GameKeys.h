@@ -9,10 +9,10 @@
 
 namespace zovk::service {
 
-/// The keys of the games that the service knows: those given at start, then `games.json`.
+/// The keys of the games: those given at the start, then those of `games.json`.
 class GameKeys {
  public:
-  /// Throws std::invalid_argument for a text that is not ID=KEY.
+  /// Throws std::invalid_argument if a text is not ID=KEY.
   GameKeys(const Folder& folder, const std::vector<std::string>& idsAndKeys);
 
   std::optional<std::string> keyOf(const std::string& gameId) const;

@@ -6,9 +6,9 @@
 
 namespace zovk::service {
 
-/// A moment as HTTP headers write it.
+/// Returns a moment in the form of HTTP headers.
 std::string httpDate(std::time_t moment);
-/// Absent when the text is no such date.
+/// Returns nothing if the text is not such a date.
 std::optional<std::time_t> parseHttpDate(const std::string& text);
 
 }  // namespace zovk::service

@@ -6,7 +6,7 @@
 
 namespace zovk::service {
 
-/// What the command line asks for.
+/// The options of the command line.
 struct Options {
   std::string folder;
   std::string listen = "127.0.0.1";
@@ -21,7 +21,7 @@ struct Options {
   bool verbose = false;
 };
 
-/// The options, or the code to exit with after help or an error has been shown.
+/// Returns the options, or the exit code after help or an error has been shown.
 std::variant<Options, int> parseOptions(int argc, const char* const* argv);
 
 }  // namespace zovk::service

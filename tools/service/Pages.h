@@ -8,16 +8,16 @@
 
 namespace zovk::service {
 
-/// What a client says it has already; empty where it says nothing.
+/// The version that a client already has; empty if it says nothing.
 struct Validators {
   std::string ifNoneMatch;
   std::string ifModifiedSince;
 };
 
-/// A page file, from `pages/` of the folder; absent when there is none of that name.
+/// Returns a page file from `pages/` of the folder, or nothing if there is none of that name.
 std::optional<FolderFile> readPage(const Folder& folder, const std::string& name);
 
-/// A page with its validators, or the news that the client's copy is still good.
+/// Returns a page with its validators, or the answer that the client's copy is still good.
 Answer answerPage(const Folder& folder, const std::string& name, const Validators& validators);
 
 }  // namespace zovk::service

@@ -11,15 +11,15 @@
 
 namespace zovk::service {
 
-/// The reports that came in, kept in an SQLite file over restarts. Any thread. Throws
-/// std::runtime_error when the file cannot be used.
+/// The received reports, kept in an SQLite file over restarts. Any thread. Throws
+/// std::runtime_error if the file cannot be used.
 class Reports {
  public:
   explicit Reports(const std::string& path);
 
-  /// Keeps a report and returns it as it is listed. `body` is JSON.
+  /// Stores a report, and returns it in the form of the list. `body` is JSON.
   boost::json::object add(const Caller& caller, const std::string& name, const std::string& body);
-  /// The latest thousand with a number above `after`, oldest first.
+  /// Returns the latest thousand with a number above `after`, oldest first.
   boost::json::array list(std::int64_t after) const;
 
  private:

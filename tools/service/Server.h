@@ -20,20 +20,20 @@
 
 namespace zovk::service {
 
-/// The port or the address cannot be listened on.
+/// The service cannot listen on the port or the address.
 class ListenError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// The whole service. The constructor takes the port, so that `base` is known; requests are
-/// answered, each on a thread of its own, from `start` on and until the object goes. Throws
-/// std::exception when it cannot be set up.
+/// The whole service. The constructor takes the port, so that `base` is known. From `start` until
+/// the object is destroyed, each request is answered on its own thread. Throws std::exception if it
+/// cannot be set up.
 class Server {
  public:
-  /// Gets each report as one line of JSON, one call at a time.
+  /// Receives each report as one line of JSON, one call at a time.
   using ReportSink = std::function<void(const std::string& line)>;
-  /// Gets each answer to a request whose signature is refused; many calls at a time.
+  /// Receives each answer to a request with a refused signature; several calls at a time.
   using RefusalSink = std::function<void(const std::string& path, const Answer& answer)>;
 
   Server(const Options& options, ReportSink reportSink, RefusalSink refusalSink);
@@ -43,14 +43,14 @@ class Server {
 
   /// Returns once requests are answered.
   void start();
-  /// Ends every answer that is under way, and waits for that.
+  /// Ends every running answer, and waits for that.
   void stop();
-  /// Where it listens.
+  /// Returns the address on which it listens.
   const std::string& address() const { return address_; }
   int port() const { return port_; }
   bool knowsGames() const { return !keys_.empty(); }
 
-  /// For endpoints of others, which are added before `start`.
+  /// Returns the server for further endpoints; add them before `start`.
   httplib::Server& http() { return *http_; }
   const Folder& folder() const { return folder_; }
   const ConfigDocument& config() const { return *config_; }

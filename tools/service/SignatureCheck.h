@@ -12,10 +12,10 @@ namespace zovk::service {
 /// The two halves of a signed query, exactly as they were sent.
 struct SignedQuery {
   std::string parameters;  ///< From the last "game_id=" up to the signature.
-  std::string signature;   ///< What follows the last "&sig="; empty when there is none.
+  std::string signature;   ///< The text after the last "&sig="; empty if there is none.
 };
 
-/// The common parameters of a request whose signature is right.
+/// The common parameters of a request with a right signature.
 struct Caller {
   std::string gameId;
   std::string installId;
@@ -23,14 +23,14 @@ struct Caller {
   std::string version;
 };
 
-/// An address may have a query of its own in front, which is not part of what is signed.
+/// Splits a query. An address may already have a query in front, which is not signed.
 SignedQuery splitSignedQuery(std::string_view query);
-/// What is signed, the game's key last. `path` is without percent-encoding; the parameters are
-/// taken as they were sent.
+/// Returns the signed text, with the game's key last. `path` is without percent-encoding; the
+/// parameters are unchanged.
 std::string signedText(std::string_view path, std::string_view parameters, std::string_view body,
                        std::string_view key);
 
-/// Tells who signed a request, or why it is refused. Any thread.
+/// Finds out who signed a request, or why it is refused. Any thread.
 class SignatureCheck {
  public:
   SignatureCheck(const GameKeys& keys, bool showKeys) : keys_(keys), showKeys_(showKeys) {}

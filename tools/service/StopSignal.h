@@ -6,7 +6,7 @@
 
 namespace zovk::service {
 
-/// Lets answers that take their time on purpose end early when the service stops. Any thread.
+/// Lets answers that are slow on purpose end early when the service stops. Any thread.
 class StopSignal {
  public:
   void raise() {
@@ -17,7 +17,7 @@ class StopSignal {
     changed_.notify_all();
   }
 
-  /// Waits so long, or until the service stops. Returns whether it does.
+  /// Waits for that time, or until the service stops. Returns whether it stops.
   bool waitFor(std::chrono::milliseconds time) {
     std::unique_lock lock(mutex_);
     return changed_.wait_for(lock, time, [this] { return raised_; });

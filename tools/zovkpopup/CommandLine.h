@@ -2,7 +2,7 @@
 
 namespace zovk::tool {
 
-/// Reads the command line, runs the command that it names, and gives the exit code.
+/// Reads the command line and runs its command. Returns the exit code.
 int runCommandLine(int argc, const char* const* argv);
 
 }  // namespace zovk::tool

@@ -4,16 +4,16 @@
 
 namespace zovk::tool {
 
-/// An object store, reached by its own command line, which is run once for each object. In it stand
-/// {file}, what to store; {key}, as what; {type}, its media type; and {cache}, its Cache-Control.
-/// Objects are stored uncompressed: what serves them compresses.
+/// An object store, reached by its own command line, which is run once for each object. The line
+/// contains {file}, the file to store; {key}, its key; {type}, its media type; and {cache}, its
+/// Cache-Control. Objects are stored uncompressed: their server compresses them.
 class CommandTarget : public PublishTarget {
  public:
-  /// Throws ToolError when the line does not say what is stored as what.
+  /// Throws ToolError if the line lacks the file or the key.
   explicit CommandTarget(std::string line);
 
   void upload(const Release& release) override;
-  /// Lasting pages first, and the document as the last object.
+  /// Uploads lasting pages first, and the document last.
   void activate(const Release& release) override;
 
  private:

@@ -4,8 +4,8 @@
 
 namespace zovk::tool {
 
-// One function for each command. They write to standard output and give the exit code; what keeps
-// them from doing their work is thrown as a ToolError.
+// One function for each command. Each writes to standard output and returns the exit code. Failures
+// are thrown as ToolError.
 int runSig(const SigOptions& options);
 int runCheck(const CheckOptions& options);
 int runExplain(const ExplainOptions& options);

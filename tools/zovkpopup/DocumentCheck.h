@@ -5,8 +5,8 @@
 
 namespace zovk::tool {
 
-/// All that is wrong with a document and its pages, in the order in which they are looked at. Makes
-/// an engine, so one at a time.
+/// Returns all problems of a document and its pages, in the order of examination. Makes an engine,
+/// so only one call at a time.
 Problems problemsIn(const OpenDocument& opened);
 
 }  // namespace zovk::tool

@@ -13,8 +13,8 @@
 
 namespace zovk::tool {
 
-/// The engine itself, on a platform in memory, so that it says what it would do with a document
-/// and touches nothing. One at a time.
+/// The engine itself, on a platform in memory, so that it shows what it would do with a document,
+/// and changes no file. One at a time.
 class DocumentEngine {
  public:
   explicit DocumentEngine(double now);
@@ -22,13 +22,13 @@ class DocumentEngine {
   DocumentEngine(const DocumentEngine&) = delete;
   DocumentEngine& operator=(const DocumentEngine&) = delete;
 
-  /// Takes a document in and puts its pages where the engine looks for them. The engine's own error
-  /// line when it rejects the document.
+  /// Loads a document, and puts its pages where the engine looks for them. Returns the engine's
+  /// error line if it rejects the document.
   std::optional<std::string> load(std::string_view document, std::uint64_t configType,
                                   const PageFolder& pages);
   const PopupList& popups() const { return popups_; }
 
-  /// Whether the page is there and has the digest that the popup gives.
+  /// Judges whether the page exists and has the popup's digest.
   Judgement judgeContent(const ZOVKPopupModel& popup);
   ZOVKPopupExplanation explain(const std::string& scene, std::uint64_t sceneType,
                                std::int32_t channel);

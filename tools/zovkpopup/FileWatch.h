@@ -10,12 +10,12 @@ namespace zovk::tool {
 /// Notices that a file was written or replaced, as editors do when they save.
 class FileWatch {
  public:
-  /// Throws ToolError when the file's folder cannot be watched.
+  /// Throws ToolError if the file's folder cannot be watched.
   explicit FileWatch(const std::filesystem::path& file);
 
-  /// Readable when something happened in the folder.
+  /// Returns a descriptor that is readable when something changed in the folder.
   int descriptor() const { return notifier_.get(); }
-  /// Whether it happened to the file, since the last call.
+  /// Returns whether the file changed since the last call.
   bool changed();
 
  private:

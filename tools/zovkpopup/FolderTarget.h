@@ -6,8 +6,8 @@
 
 namespace zovk::tool {
 
-/// A folder of this machine, as the edge serves it: `current` is a link to the release, and is
-/// replaced in one step.
+/// A folder of this machine, in the form that the edge serves: `current` is a link to the release,
+/// and is replaced in one step.
 class FolderTarget : public PublishTarget {
  public:
   explicit FolderTarget(std::filesystem::path site) : site_(std::move(site)) {}

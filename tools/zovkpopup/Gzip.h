@@ -5,8 +5,8 @@
 
 namespace zovk::tool {
 
-/// The bytes as a gzip file, without a name or a time, so that the same bytes always give the same
-/// file. Throws ToolError when there is no memory for it.
+/// Returns the bytes as a gzip file, without a name or a time, so that the same bytes always give
+/// the same file. Throws ToolError if there is not enough memory.
 std::string gzip(std::string_view bytes);
 
 }  // namespace zovk::tool

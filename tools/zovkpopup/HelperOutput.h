@@ -8,20 +8,21 @@
 
 namespace zovk::tool {
 
-/// Takes what the helper program and its children write to standard error, where the engine puts
-/// what pages tell their console, for as long as it lives. Meanwhile this program says what it has
-/// to say by `say`. One at a time.
+/// Captures the standard error of the helper program and its children while it lives. The web
+/// engine writes the pages' console there. Meanwhile this program writes its own lines with `say`.
+/// One at a time.
 class HelperOutput {
  public:
-  /// Throws ToolError when the process has no descriptors left.
+  /// Throws ToolError if the process has no descriptors left.
   HelperOutput();
   ~HelperOutput();
   HelperOutput(const HelperOutput&) = delete;
   HelperOutput& operator=(const HelperOutput&) = delete;
 
-  /// Readable when there is something to read.
+  /// Returns a descriptor that is readable when there is something to read.
   int descriptor() const { return pipe_.get(); }
-  /// Gives every whole line that came since, without its end. A line is cut after 16 KiB.
+  /// Passes on every whole line that has come since, without its end. Lines are cut off after 16
+  /// KiB.
   void read(const std::function<void(std::string_view line)>& take);
   /// Writes a line to this program's own standard error.
   void say(const std::string& line) const;

@@ -12,14 +12,14 @@ namespace zovk::tool {
 /// bytes.
 struct JsonText {
   boost::json::value value;
-  std::string error;  ///< Empty when it is JSON.
+  std::string error;  ///< Empty if it is JSON.
   std::size_t line = 0;
   std::size_t column = 0;
 };
 
 JsonText parseJson(std::string_view text);
 
-/// JSON with one member a line, for people to edit; ends with a line end.
+/// Returns JSON with one member a line, for people to edit; ends with a line end.
 std::string prettyJson(const boost::json::value& value);
 
 }  // namespace zovk::tool

@@ -7,8 +7,8 @@
 
 namespace zovk::tool {
 
-/// What is wrong with a text that is no JSON: the parser's words, the line, and what is usually the
-/// cause of that.
+/// Returns what is wrong with a text that is not JSON: the parser's message, the line, and the
+/// usual cause.
 std::string whyNoJson(std::string_view text, const JsonText& json);
 
 }  // namespace zovk::tool

@@ -8,7 +8,7 @@
 
 namespace zovk::tool {
 
-/// A document on disk, as the options say it is to be taken.
+/// A document on disk, read as the options ask.
 struct OpenDocument {
   std::string text;
   std::uint64_t configType;
@@ -17,7 +17,7 @@ struct OpenDocument {
   bool mayTakeBack = false;  ///< A past `expire_time` takes a popup back.
 };
 
-/// Throws ToolError when there is no such document, or no such folder.
+/// Throws ToolError if there is no such document, or no such folder.
 OpenDocument openDocument(const DocumentOptions& options);
 
 }  // namespace zovk::tool

@@ -10,7 +10,7 @@ struct SigOptions {
   bool json = false;
 };
 
-/// A configuration document on disk and where its pages lie.
+/// A configuration document on disk, and the place of its pages.
 struct DocumentOptions {
   std::string file;
   std::string pages;  ///< Empty: beside the document.
@@ -46,7 +46,7 @@ struct ExplainOptions {
 struct NewOptions {
   std::string name = "welcome";
   std::string folder = ".";
-  std::string page = "announcement";  ///< Which page to start from.
+  std::string page = "announcement";  ///< The page to start from.
   bool force = false;
 };
 
@@ -55,7 +55,7 @@ struct PreviewOptions {
   std::string kind;    ///< Empty: ordinary, or with a matrix all.
   std::string size;    ///< WIDTHxHEIGHT; empty for the whole screen.
   std::string theme;
-  int scale = 0;  ///< 0: as the desktop has it.
+  int scale = 0;  ///< 0: the desktop's scale.
   std::string screenshot;
   std::string matrix;  ///< The sheet to write.
   bool watch = false;

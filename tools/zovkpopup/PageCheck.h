@@ -12,8 +12,8 @@ struct PageProblem {
   std::string message;
 };
 
-/// What is wrong with a page file as a popup: what it lacks, what it cannot load, and whether it is
-/// too large. Its scripts are not run.
+/// Returns the problems of a page file as a popup: what it lacks, what it cannot load, and whether
+/// it is too large. Does not run its scripts.
 std::vector<PageProblem> pageProblems(const std::string& page);
 
 }  // namespace zovk::tool

@@ -9,15 +9,15 @@
 
 namespace zovk::tool {
 
-/// A folder with page files: called as the engine calls them, or as in the address that they are
+/// A folder with page files, which have the engine's names, or those in the addresses that they are
 /// downloaded from.
 class PageFolder {
  public:
   explicit PageFolder(std::filesystem::path folder) : folder_(std::move(folder)) {}
 
-  /// The file of a page-file popup; absent when there is none.
+  /// Returns the file of a page-file popup, or nothing if there is none.
   std::optional<std::filesystem::path> find(const ZOVKPopupModel& popup) const;
-  /// Where `find` looks, best place first.
+  /// Returns the places where `find` looks, best first.
   std::vector<std::filesystem::path> places(const ZOVKPopupModel& popup) const;
   const std::filesystem::path& folder() const { return folder_; }
 

@@ -7,8 +7,8 @@
 
 namespace zovk::tool {
 
-/// Why the game takes no answer from what a page posted to a handler, and what to post instead, or
-/// what of an answer does not arrive. Empty when all of it does.
+/// Returns why the game ignores a page's post to a handler, and what to post instead, or which part
+/// of an answer does not arrive. Empty if all of it does.
 std::string remarkOn(const std::string& handler, const std::optional<boost::json::value>& body);
 
 }  // namespace zovk::tool

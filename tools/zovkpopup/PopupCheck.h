@@ -11,8 +11,8 @@
 
 namespace zovk::tool {
 
-/// Checks the records of a document that was accepted, one by one: whether each can ever be shown,
-/// and whether it says what its author is likely to mean.
+/// Checks the records of an accepted document, one by one: whether each can ever be shown, and
+/// whether it is probably what its author means.
 class PopupCheck {
  public:
   /// `mayTakeBack` is for documents in which a past `expire_time` takes a popup back.
@@ -48,9 +48,9 @@ class PopupCheck {
   const bool mayTakeBack_;
   Problems& problems_;
   std::size_t index_ = 0;
-  std::map<std::string, std::size_t> scenes_;  ///< Where each was met first.
+  std::map<std::string, std::size_t> scenes_;  ///< Where each was found first.
   std::set<std::filesystem::path> readPages_;
-  std::map<std::int32_t, std::size_t> popIds_;  ///< The same.
+  std::map<std::int32_t, std::size_t> popIds_;  ///< Where each was found first.
 };
 
 }  // namespace zovk::tool

@@ -19,38 +19,38 @@
 
 namespace zovk::tool {
 
-/// What the game would have been told.
+/// The answer that a game would have got.
 struct PreviewAnswer {
   std::int32_t code = -1;
   std::string message;
 };
 
-/// What was said about the page so far. Only the first thousand of each are kept.
+/// The findings about the page so far. Only the first thousand of each are kept.
 struct PreviewFindings {
   std::vector<ConsoleMessage> console;
   std::vector<std::string> remarks;  ///< On what it posted.
 };
 
-/// Shows the popup of a bundle with the real library and its helper, and says on standard error
-/// what the page's console says and which posts are passed over. Main thread only; one at a time.
-/// Ends early when the program is asked to end.
+/// Shows the popup of a bundle with the real library and its helper. Writes the page's console and
+/// the ignored posts to standard error. Main thread only; one at a time. Ends early when the
+/// program is asked to end.
 class Preview {
  public:
-  /// Without a size, on the whole screen. Throws ToolError when nothing can be shown: without a
-  /// display, in a size that does not fit, or for an address that the server refuses.
+  /// Without a size, the popup takes the whole screen. Throws ToolError if nothing can be shown:
+  /// without a display, in a size that does not fit, or for an address that the server refuses.
   Preview(const PreviewBundle& bundle, const std::optional<Size>& size, const StopSignals& signals);
   ~Preview();
   Preview(const Preview&) = delete;
   Preview& operator=(const Preview&) = delete;
 
-  /// Waits for the page's answer. Throws ToolError when the page does not load, and when nothing
-  /// can be shown.
+  /// Waits for the page's answer. Throws ToolError if the page does not load, or if nothing can be
+  /// shown.
   std::optional<PreviewAnswer> awaitAnswer();
-  /// Writes a picture once the page has loaded; false when it ended before. Throws ToolError when
-  /// it cannot.
+  /// Writes a picture once the page has loaded. Returns false if it ended before. Throws ToolError
+  /// if it fails.
   bool takePicture(const std::string& file);
-  /// Lets everything run until something happens, at `descriptor` too, or it is over. A page that
-  /// does not load is only said.
+  /// Runs everything until something happens, also at `descriptor`, or the preview is over. A page
+  /// that does not load is only reported.
   void run(int descriptor);
   /// Loads the page again.
   void reload();
@@ -67,7 +67,7 @@ class Preview {
   void refuseSizeBeyondScreen(const Size& size);
   void refuseBadStatus(const std::string& address);
   void turn(int milliseconds = -1, int descriptor = -1);
-  /// Until there is enough of it, or it is over.
+  /// Runs everything for `time`, or until `enough` returns true or the preview is over.
   void turnFor(std::chrono::milliseconds time, const std::function<bool()>& enough);
   void hear(std::string_view line);
   void hearPost(const std::string& handler, const std::optional<boost::json::value>& body);
@@ -81,8 +81,8 @@ class Preview {
   const PageConsole console_;
   HelperOutput output_;
   std::atomic<Page> page_ = Page::kLoading;
-  std::shared_ptr<HostedPlatform> platform_;    ///< The real one.
-  std::shared_ptr<PreviewPlatform> previewed_;  ///< What the library sees of it.
+  std::shared_ptr<HostedPlatform> platform_;    ///< The real platform.
+  std::shared_ptr<PreviewPlatform> previewed_;  ///< The platform that the library sees.
   std::optional<PreviewAnswer> answer_;
   PreviewFindings findings_;
   bool stopped_ = false;

@@ -4,9 +4,9 @@
 
 namespace zovk::tool {
 
-/// Prints the answer to standard output; gives what the program exits with.
+/// Prints the answer to standard output. Returns the exit code.
 int printAnswer(const PreviewAnswer& answer);
-/// The same as JSON, with what was said about the page.
+/// Prints the same as JSON, with the findings about the page.
 int printAnswerAsJson(const PreviewAnswer& answer, const PreviewFindings& findings);
 
 }  // namespace zovk::tool

@@ -7,10 +7,10 @@
 
 namespace zovk::tool {
 
-/// A folder of the program's own, gone with all it holds when the object is.
+/// A temporary folder; it is removed with its contents when the object is destroyed.
 class OwnFolder {
  public:
-  /// Throws ToolError when it cannot be made.
+  /// Throws ToolError if it cannot be made.
   OwnFolder();
   ~OwnFolder();
   OwnFolder(const OwnFolder&) = delete;
@@ -21,27 +21,27 @@ class OwnFolder {
   std::filesystem::path path_;
 };
 
-/// A game of nothing but one popup: a resource directory with the library's bundle and a local
-/// document, and a home directory.
+/// A game with only one popup: a resource directory with the library's bundle and a local document,
+/// and a home directory.
 class PreviewBundle {
  public:
-  /// Throws ToolError when the page cannot be read or is none, or the library's bundle is not
-  /// installed.
+  /// Throws ToolError if the page cannot be read or is not a page, or if the library's bundle is
+  /// not installed.
   explicit PreviewBundle(const PreviewOptions& options);
 
   std::filesystem::path resources() const { return folder_.path() / "resources"; }
   std::filesystem::path home() const { return folder_.path() / "home"; }
-  /// The library's helper program.
+  /// Returns the library's helper program.
   std::filesystem::path helper() const;
-  /// The scene of the popup.
+  /// Returns the scene of the popup.
   const std::string& scene() const { return scene_; }
-  /// The page file, or the address, that was asked for.
+  /// Returns the requested page file or address.
   const std::string& target() const { return target_; }
-  /// Where the popup's page is loaded from.
+  /// Returns the address from which the popup's page is loaded.
   std::string pageAddress() const;
-  /// What to call the page to people.
+  /// Returns the page's name for people.
   std::string pageName() const;
-  /// Takes the page file in as it is now. Throws ToolError like the constructor.
+  /// Reads the page file again. Throws ToolError like the constructor.
   void update() const;
 
  private:
@@ -50,7 +50,7 @@ class PreviewBundle {
   OwnFolder folder_;
   std::string scene_;
   std::string target_;
-  std::string file_;  ///< Of the page, in the bundle; empty for an address.
+  std::string file_;  ///< The page's file in the bundle; empty for an address.
 };
 
 }  // namespace zovk::tool

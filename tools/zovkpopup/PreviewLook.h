@@ -4,7 +4,7 @@
 
 namespace zovk::tool {
 
-/// Dresses helpers that are started from now on as the options say.
+/// Sets the look of helpers that are started from now on, as the options ask.
 void setLook(const PreviewOptions& options);
 
 }  // namespace zovk::tool

@@ -5,8 +5,8 @@
 
 namespace zovk::tool {
 
-/// Pictures a page in every size, theme and kind that the options leave open, and writes them as
-/// one HTML sheet that needs no other file. Throws ToolError when one cannot be taken.
+/// Takes pictures of a page in every size, theme and kind that the options leave open, and writes
+/// them as one HTML sheet that needs no other file. Throws ToolError if a picture fails.
 int writeMatrix(const PreviewOptions& options, const StopSignals& signals);
 
 }  // namespace zovk::tool

@@ -12,22 +12,23 @@
 
 namespace zovk::tool {
 
-/// Width and height of WIDTHxHEIGHT; absent for an empty text. Throws ToolError for another.
+/// Returns width and height of WIDTHxHEIGHT, or nothing for an empty text. Throws ToolError for any
+/// other text.
 std::optional<Size> sizeOf(const std::string& text);
 
-/// What is different from a game.
+/// The differences from a game.
 struct PreviewWishes {
   using Posted = std::function<void(const std::string& handler,
                                     const std::optional<boost::json::value>& body)>;
 
-  std::optional<Size> size;  ///< In which popups open; absent for the whole screen.
-  Posted posted;             ///< Hears every post of a page, on the main thread.
+  std::optional<Size> size;  ///< The size of popups; absent for the whole screen.
+  Posted posted;             ///< Receives every post of a page, on the main thread.
 };
 
 /// A platform that shows one page.
 class PreviewPlatform : public HostedPlatform {
  public:
-  /// Loads the page again that is shown.
+  /// Loads the shown page again.
   virtual void reloadPage() = 0;
 };
 

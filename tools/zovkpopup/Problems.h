@@ -8,15 +8,16 @@
 
 namespace zovk::tool {
 
-/// An error makes the engine reject the document, or never show the popup; a warning is legal but
-/// hardly meant; a hint is good to know, and never counts as an error.
+/// An error makes the engine reject the document, or never show the popup. A warning marks
+/// something that is allowed but probably not intended. A hint is good to know, and never counts as
+/// an error.
 enum class Severity { kError, kWarning, kHint };
 
 struct Problem {
   Severity severity = Severity::kError;
   std::string path;  ///< As a JSON pointer, such as /popups/3/sig; empty for the whole document.
   std::string message;
-  std::size_t line = 0;  ///< With the column, where the text stops being JSON; else 0.
+  std::size_t line = 0;  ///< With `column`, the place where the text stops being JSON; else 0.
   std::size_t column = 0;
 };
 
@@ -44,7 +45,7 @@ class Problems {
   std::vector<Problem> list_;
 };
 
-/// The JSON pointer of a member of an entry of "popups".
+/// Returns the JSON pointer of a member of an entry of "popups".
 inline std::string entryPath(std::size_t index, std::string_view key = {}) {
   std::string path = "/popups/" + std::to_string(index);
   return key.empty() ? path : path + "/" + std::string(key);

@@ -10,10 +10,10 @@
 
 namespace zovk::tool {
 
-/// What is put live at once. Its files lie in a folder of its own as they will lie in the site:
-/// `pages/SIG/NAME`, which never change; and `releases/ID`, which has the document as
-/// `popup/get_info` and, below `pages`, the files of lasting addresses. Beside each stands the same
-/// compressed, with `.gz`.
+/// The files that go live together. They are in a separate folder, in the same places as in the
+/// site: `pages/SIG/NAME`, which never change, and `releases/ID`, which has the document as
+/// `popup/get_info` and, below `pages`, the files of lasting addresses. Each has a compressed copy
+/// beside it, with `.gz`.
 struct Release {
   std::string id;
   std::time_t time = 0;
@@ -21,7 +21,7 @@ struct Release {
   std::vector<std::string> pages;  ///< The keys of the page files, without the compressed ones.
 };
 
-/// The keys of all files below a piece of the release's folder, sorted.
+/// Returns the keys of all files below a part of the release's folder, sorted.
 std::vector<std::string> filesOf(const Release& release, const std::string& below);
 
 /// Writes a release into `folder`, below its identifier. Page files get addresses with their

@@ -8,7 +8,7 @@
 
 namespace zovk::tool {
 
-/// Whether the document has the members that the parser wants, of the kinds that it wants.
+/// Checks that the document has the members that the parser needs, of the right kinds.
 void checkShape(const boost::json::value& document, std::uint64_t configType, Problems& problems);
 
 }  // namespace zovk::tool

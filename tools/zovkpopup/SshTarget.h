@@ -4,8 +4,8 @@
 
 namespace zovk::tool {
 
-/// The same folder as that of FolderTarget on another machine, reached by ssh. The other side needs
-/// a shell, tar and GNU's commands for files.
+/// A folder like that of FolderTarget on another machine, reached by ssh. The other side needs a
+/// shell, tar and GNU's commands for files.
 class SshTarget : public PublishTarget {
  public:
   SshTarget(std::string host, std::string site) : host_(std::move(host)), site_(std::move(site)) {}

@@ -4,12 +4,12 @@
 
 namespace zovk::tool {
 
-/// SIGINT, SIGTERM and SIGHUP as something to be read instead of the end of the program. Make it
-/// before there is another thread.
+/// Turns SIGINT, SIGTERM and SIGHUP into a readable descriptor instead of the program's end. Make
+/// it before there is another thread.
 class StopSignals {
  public:
   StopSignals();
-  /// Readable when one came.
+  /// Returns a descriptor that is readable when one came.
   int descriptor() const { return signals_.get(); }
 
  private:

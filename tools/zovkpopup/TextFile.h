@@ -6,12 +6,12 @@
 
 namespace zovk::tool {
 
-/// The whole file. Throws ToolError when it cannot be read.
+/// Returns the whole file. Throws ToolError if it cannot be read.
 std::string readFile(const std::filesystem::path& path);
-/// Throws ToolError when it cannot be written.
+/// Throws ToolError if it cannot be written.
 void writeFile(const std::filesystem::path& path, std::string_view bytes);
 
-/// Whether a target is an address rather than a file.
+/// Returns whether a target is an address, not a file.
 bool isAddress(std::string_view target);
 
 }  // namespace zovk::tool

@@ -7,8 +7,8 @@
 
 namespace zovk::tool {
 
-/// Something that the user can put right: what is wrong, where, and what to do. By default it is
-/// the command line.
+/// A mistake that the user can correct: what is wrong, where, and what to do. By default it is
+/// in the command line.
 class ToolError : public std::runtime_error {
  public:
   explicit ToolError(const std::string& text, ExitCode code = kUsage)

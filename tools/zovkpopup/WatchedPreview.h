@@ -5,7 +5,7 @@
 
 namespace zovk::tool {
 
-/// Shows a page file, loads it again when it is saved, and prints each answer, until the program is
+/// Shows a page file, reloads it when it is saved, and prints each answer, until the program is
 /// asked to end. Keys on standard input change theme, size and kind meanwhile.
 int watchPreview(PreviewOptions options, const StopSignals& signals);
 

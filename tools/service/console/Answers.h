@@ -12,16 +12,16 @@
 
 namespace zovk::service {
 
-/// Which answers are meant; what is empty or 0 limits nothing.
+/// Selects answers; an empty or zero member does not limit them.
 struct AnswerFilter {
   std::int64_t popup = 0;  ///< pop_id
   std::int64_t from = 0;   ///< Seconds since 1970; `until` is no longer included.
   std::int64_t until = 0;
-  std::string text;  ///< Is part of the answer's text, without regard to case.
+  std::string text;  ///< A part of the answer's text, in upper or lower case.
   bool utc = false;  ///< Days are those of UTC, not of this machine's time zone.
 };
 
-/// What players answered, read from the reports. Any thread.
+/// The players' answers, read from the reports. Any thread.
 class Answers {
  public:
   static constexpr std::size_t kMostTotals = 50;
@@ -30,11 +30,11 @@ class Answers {
 
   explicit Answers(const std::string& file);
 
-  /// How many there are, by popup, by day and by text; and the latest few.
+  /// Returns their number, by popup, by day and by text, and the latest few.
   boost::json::object totals(const AnswerFilter& filter) const;
-  /// The latest ones, latest first, up to a count and a size.
+  /// Returns the latest ones, latest first, up to a count and a size.
   boost::json::array list(const AnswerFilter& filter, std::size_t most) const;
-  /// The same as comma-separated values with a line of names.
+  /// Returns the same as comma-separated values, with a line of names.
   std::string csv(const AnswerFilter& filter) const;
 
  private:

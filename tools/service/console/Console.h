@@ -17,8 +17,8 @@
 
 namespace zovk::service {
 
-/// The page at `/` and all that it calls. It adds its endpoints to the service, which must not have
-/// been started and must be stopped before the console goes. Throws std::exception when its file
+/// The page at `/` and all its endpoints. It adds the endpoints to the service. Make it before the
+/// service starts, and destroy it after the service has stopped. Throws std::exception if its file
 /// cannot be used.
 class Console {
  public:
@@ -28,7 +28,7 @@ class Console {
 
   Console(Server& server, const Options& options, ReportFeed& feed, Refusals& refusals);
 
-  /// The address to open, with the token where only the page can read it.
+  /// Returns the address to open, with the token where only the page can read it.
   std::string address() const;
 
  private:

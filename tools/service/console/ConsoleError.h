@@ -8,7 +8,7 @@
 
 namespace zovk::service {
 
-/// A request of the console's that cannot be carried out: the status of the answer, and why.
+/// A request of the console that cannot be carried out: the status of the answer, and the reason.
 class ConsoleError : public std::runtime_error {
  public:
   ConsoleError(int status, const std::string& message, boost::json::object details = {})

@@ -5,7 +5,7 @@
 
 namespace zovk {
 
-// The files of the console's page, which the program carries with it.
+// The files of the console's page, which are built into the program.
 std::string consoleFile_index_html();
 std::string consoleFile_console_css();
 std::string consoleFile_answers_js();
@@ -27,8 +27,8 @@ struct ConsoleFile {
   std::string type;
 };
 
-/// A file by the name that the page knows it by; absent when there is none. The library that draws
-/// plots belongs to the system and may not be there.
+/// Returns a file by its name in the page, or nothing if there is none. The library that draws
+/// plots belongs to the system and may be missing.
 std::optional<ConsoleFile> consoleFile(const std::string& name);
 
 }  // namespace zovk::service

@@ -8,9 +8,9 @@
 
 namespace zovk::service {
 
-/// A member as a number; 0 when it is none. Texts of digits count, as they do for games.
+/// Returns a member as a number, or 0 if it is not one. Texts of digits count, as in games.
 std::int64_t numberIn(const boost::json::object& object, std::string_view name);
-/// A member as a text; empty when it is none.
+/// Returns a member as a text; empty if it is not one.
 std::string textIn(const boost::json::object& object, std::string_view name);
 
 }  // namespace zovk::service

@@ -9,19 +9,20 @@
 
 namespace zovk::service {
 
-/// Lets nobody use the console but the person who read its address: requests must come from this
-/// machine, to a name of this machine, from no other origin, and with the token. Any thread.
+/// Admits only the person who read the console's address: requests must come from this machine, to
+/// a name of this machine, from no other origin, and with the token. Any thread.
 class Gate {
  public:
-  /// Makes a new token. Throws std::runtime_error when there is no randomness to be had.
+  /// Makes a new token. Throws std::runtime_error if the system gives no random bytes.
   Gate(bool tls, const std::string& listened, int port);
 
   const std::string& token() const { return token_; }
-  /// Where a browser on this machine finds the console, whatever the service listens on.
+  /// Returns the address of the console for a browser on this machine, whatever the service listens
+  /// on.
   const std::string& origin() const { return origin_; }
-  /// Why even the empty page is not for this request; absent when it is.
+  /// Returns why this request must not even get the empty page; nothing if it may.
   std::optional<Answer> refuseStranger(const httplib::Request& request) const;
-  /// Why this request may neither read nor change anything; absent when it may.
+  /// Returns why this request may neither read nor change anything; nothing if it may.
   std::optional<Answer> refuse(const httplib::Request& request) const;
 
  private:

@@ -20,16 +20,16 @@ struct PlayerQuestion {
   double moment = 0;
 };
 
-/// Says of documents what the command-line tool and the library say of them. Both need the one
-/// engine that a process can have, so that one question is answered at a time. Any thread.
+/// Judges documents like the command-line tool and the library. Both need the only engine of a
+/// process, so one question is answered at a time. Any thread.
 class Judge {
  public:
   explicit Judge(const ConfigDocument& config) : config_(config) {}
 
-  /// What is wrong with a document as it stands in `config.json`, with these pages.
+  /// Returns the problems of a document in the form of `config.json`, with these pages.
   std::vector<tool::Problem> problems(const std::string& document,
                                       const ConfigDocument::PageSource& pages);
-  /// Why a player would see something, or nothing. Throws FolderError when games reject the
+  /// Returns why a player would see something, or nothing. Throws FolderError if games reject the
   /// document.
   ZOVKPopupExplanation explain(const std::string& document, const ConfigDocument::PageSource& pages,
                                const PlayerQuestion& question);

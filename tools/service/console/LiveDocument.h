@@ -15,37 +15,37 @@
 
 namespace zovk::service {
 
-/// What games get now: `config.json` of the folder, and whose its entries are.
+/// The document that games get now: `config.json` of the folder, with the owners of its entries.
 struct LiveDocument {
   std::string text;
   boost::json::object document;      ///< With an array "popups".
   std::vector<std::int64_t> popups;  ///< The workshop's popup of each entry, or kNoPopup.
-  std::string problem;               ///< Why the file cannot be worked with; else empty.
+  std::string problem;               ///< The reason why the file cannot be edited; else empty.
 
-  /// Whose the entry is that stands in an otherwise empty list.
+  /// The owner of the entry in an otherwise empty list.
   static constexpr std::int64_t kNoPopup = 0;
 
-  /// Games reject an empty list and go on with the popups that they have: one entry that is past
-  /// and is nobody's makes it one that takes those back.
+  /// Fills an empty list with one expired entry without an owner. Games reject an empty list and
+  /// keep their popups; with the entry they accept it, and their popups are taken back.
   void fillWhenEmpty();
   boost::json::array& entries() { return document.at("popups").as_array(); }
   const boost::json::array& entries() const { return document.at("popups").as_array(); }
-  /// The place of a popup's entry; absent when it is not live.
+  /// Returns the place of a popup's entry, or nothing if it is not live.
   std::optional<std::size_t> placeOf(std::int64_t popup) const;
 };
 
-/// Keeps the folder and the store in step: a release that a crash kept from going live does so, and
-/// what was changed in the folder by hand becomes a release of its own. One thread at a time.
+/// Keeps the folder and the store in agreement: a release that a crash kept from going live goes
+/// live, and changes made in the folder by hand become another release. One thread at a time.
 class LiveFolder {
  public:
-  /// With more entries the document is not worked with, as each is checked for the overview.
+  /// A document with more entries cannot be edited, because each is checked for the overview.
   static constexpr std::size_t kMostPopups = 500;
 
   LiveFolder(const Folder& folder, PopupStore& store) : folder_(folder), store_(store) {}
 
-  /// What is live, read anew. What cannot be read is told in `problem`.
+  /// Reads what is live. `problem` says if it cannot be read.
   LiveDocument read();
-  /// Puts a release live that the store has.
+  /// Puts a stored release live.
   void putLive(const Release& release);
 
  private:
@@ -57,7 +57,7 @@ class LiveFolder {
   PopupStore& store_;
 };
 
-/// The pages of a document's entries, kept in the store: name and digest of each.
+/// Stores the pages of a document's entries. Returns name and digest of each.
 std::vector<std::pair<std::string, std::string>> keepPages(
     const boost::json::array& entries, PopupStore& store,
     const std::function<std::optional<std::string>(const std::string&)>& pages);

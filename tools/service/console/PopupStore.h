@@ -13,7 +13,7 @@
 
 namespace zovk::service {
 
-/// A popup as it stands in the workshop, published or not.
+/// A popup in the workshop, published or not.
 struct WorkedPopup {
   std::int64_t id = 0;
   std::int64_t version = 0;   ///< Counts its changes.
@@ -22,19 +22,20 @@ struct WorkedPopup {
   bool paused = false;
 };
 
-/// What was put live at once.
+/// The things that were put live together.
 struct Release {
   std::int64_t id = 0;
   std::int64_t time = 0;
   std::string who;
   std::string what;
   std::string document;              ///< The whole text of `config.json`.
-  std::vector<std::int64_t> popups;  ///< Whose the document's entries are, one by one.
+  std::vector<std::int64_t> popups;  ///< The owner of each of the document's entries.
   std::vector<std::pair<std::string, std::string>> pages;  ///< Name and digest of each page file.
 };
 
-/// The console's tables in the service's file. What belongs together is written in one transaction,
-/// which is on disk when it is done. One thread at a time. Failures throw std::runtime_error.
+/// The console's tables in the service's file. Changes that belong together are written in one
+/// transaction, which is on disk when it ends. One thread at a time. Failures throw
+/// std::runtime_error.
 class PopupStore {
  public:
   static constexpr std::size_t kMostReleases = 100;
@@ -47,15 +48,15 @@ class PopupStore {
   std::vector<WorkedPopup> popups() const;
   std::optional<WorkedPopup> popup(std::int64_t id) const;
   std::int64_t add(const WorkedPopup& popup);
-  /// Keeps a change, and counts it.
+  /// Stores a change, and counts it.
   void save(const WorkedPopup& popup);
   void remove(std::int64_t id);
 
-  /// Keeps the bytes of a page; returns their digest.
+  /// Stores the bytes of a page; returns their digest.
   std::string addPage(const std::string& bytes);
   std::optional<std::string> page(const std::string& digest) const;
 
-  /// Keeps a release that is not live yet. Old ones go, and the pages that only they had.
+  /// Stores a release that is not live yet. Removes old ones, with the pages that only they had.
   std::int64_t add(const Release& release);
   void markLive(std::int64_t release);
   std::optional<Release> release(std::int64_t id) const;
@@ -76,7 +77,7 @@ class PopupStore {
   Database database_;
 };
 
-/// Everything that is written between its making and `commit` is on disk together, or not at all.
+/// Everything written between its construction and `commit` is on disk together, or not at all.
 class Transaction {
  public:
   explicit Transaction(Database& database);

@@ -9,8 +9,8 @@
 
 namespace zovk::service {
 
-/// Pages that are shown in a frame of the console before they are saved anywhere. The latest few
-/// are kept, each under a name that nobody can guess. Any thread.
+/// Pages for a frame of the console that are not saved yet. It keeps the latest few, each under a
+/// name that nobody can guess. Any thread.
 class Previews {
  public:
   static constexpr std::size_t kMost = 8;

@@ -4,8 +4,8 @@
 
 namespace zovk::service {
 
-/// 64 hexadecimal digits that nobody can guess. Throws std::runtime_error when there is no
-/// randomness to be had.
+/// Returns 64 hexadecimal digits that nobody can guess. Throws std::runtime_error if the system
+/// gives no random bytes.
 std::string unguessable();
 
 }  // namespace zovk::service

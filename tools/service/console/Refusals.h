@@ -16,7 +16,7 @@ namespace zovk::service {
 class Refusals {
  public:
   static constexpr std::size_t kMost = 100;
-  /// What is longer is cut: a body may have a megabyte.
+  /// Longer texts are cut off: a body may have a megabyte.
   static constexpr std::size_t kLongestText = 8192;
 
   void add(const std::string& path, const Answer& answer);

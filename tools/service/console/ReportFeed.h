@@ -12,12 +12,12 @@
 
 namespace zovk::service {
 
-/// Hands reports to those who listen, as they come in. Any thread.
+/// Passes reports to listeners as they come in. Any thread.
 class ReportFeed {
  public:
-  /// Each has a thread of the service's to itself.
+  /// Each listener takes one thread of the service.
   static constexpr std::size_t kMostListeners = 8;
-  /// How many lines wait for one that does not keep up; older ones are dropped.
+  /// The most lines that wait for a slow listener; older ones are dropped.
   static constexpr std::size_t kMostWaiting = 256;
 
   class Listener {
@@ -27,7 +27,7 @@ class ReportFeed {
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
 
-    /// The next line; absent when none came in that time, or the feed is closed.
+    /// Returns the next line, or nothing if none came in that time or the feed is closed.
     std::optional<std::string> next(std::chrono::milliseconds time);
 
    private:
@@ -36,10 +36,10 @@ class ReportFeed {
     std::deque<std::string> lines_;
   };
 
-  /// Null when there are as many as may be, or the feed is closed.
+  /// Returns a listener; null if there are too many, or the feed is closed.
   std::shared_ptr<Listener> listen();
   void publish(const std::string& line);
-  /// Nobody waits any more, and nobody can listen again.
+  /// Ends all waiting; nobody can listen again.
   void close();
   bool closed() const;
 

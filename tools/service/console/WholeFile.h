@@ -5,8 +5,8 @@
 
 namespace zovk::service {
 
-/// Puts a file in its place in one step: whoever reads it, and whatever dies meanwhile, it is the
-/// old one or the new one. On disk when this returns. Throws std::runtime_error.
+/// Replaces a file in one step: a reader sees the old or the new file, even after a crash. It is on
+/// disk when this returns. Throws std::runtime_error.
 void writeWhole(const std::filesystem::path& path, std::string_view bytes);
 
 }  // namespace zovk::service

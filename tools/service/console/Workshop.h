@@ -18,9 +18,9 @@
 
 namespace zovk::service {
 
-/// Where popups are made and changed before they are published, and taken back after that. What is
-/// published is written to the served folder, so that the service serves it as ever. Any thread.
-/// What cannot be done throws ConsoleError.
+/// The place where popups are made, changed, published and taken back. Published popups are written
+/// to the served folder, from which the service serves them. Any thread. A request that cannot be
+/// carried out throws ConsoleError.
 class Workshop {
  public:
   static constexpr std::size_t kLongestEntry = 64 << 10;
@@ -29,9 +29,9 @@ class Workshop {
   Workshop(const Folder& folder, const ConfigDocument& config, Judge& judge,
            const std::string& file);
 
-  /// All popups with their state, and the releases.
+  /// Returns all popups with their state, and the releases.
   boost::json::object overview();
-  /// The bytes of a popup's page as it is in the workshop.
+  /// Returns the bytes of a popup's page in the workshop.
   std::string page(std::int64_t id);
 
   std::int64_t create(const std::string& who, boost::json::object entry,
@@ -40,7 +40,7 @@ class Workshop {
             boost::json::object entry, const std::optional<std::string>& page);
   std::int64_t duplicate(const std::string& who, std::int64_t id);
   void remove(const std::string& who, std::int64_t id);
-  /// Gives the popup a priority between its new neighbours; `before` is 0 for the last place.
+  /// Sets the popup's priority between its new neighbours; `before` is 0 for the last place.
   void move(const std::string& who, std::int64_t id, std::int64_t before);
 
   void publish(const std::string& who, const std::vector<std::int64_t>& ids);
