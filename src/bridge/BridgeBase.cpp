@@ -46,7 +46,8 @@ void ZOVKPopupWebViewJavascriptBridgeBase::setDelegate(
   delegate_ = std::move(delegate);
 }
 
-// What is replaced or removed may own things that call back when they go, so it goes unlocked.
+// A replaced or removed handler may own things that call back when they are destroyed, so it is
+// destroyed without the lock.
 
 void ZOVKPopupWebViewJavascriptBridgeBase::setHandler(const std::string& handlerName,
                                                       Handler handler) {

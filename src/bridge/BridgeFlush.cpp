@@ -1,4 +1,4 @@
-// What a page has sent, taken apart and handed to handlers and waiting callbacks.
+// Parses the messages of a page and passes them to handlers and waiting callbacks.
 #include <string_view>
 #include <utility>
 
@@ -29,7 +29,7 @@ std::optional<std::string> textOf(const boost::json::value* value) {
   return std::string(value->get_string());
 }
 
-/// What a page sent by mistake, as far as people care to read it.
+/// Returns the part of a wrong value that people care to read.
 std::string textForLog(const boost::json::value& value) {
   if (const auto* text = value.if_string())
     return shortText(std::string_view(*text), kLongestMistake);

@@ -9,7 +9,7 @@
 
 namespace zovk {
 
-// What all messages share is freed at one stroke, however many values there are.
+// The memory that all messages share is freed at once, however many values there are.
 ReceivedQueue::ReceivedQueue(boost::json::string text)
     : text_(std::move(text)), parser_(boost::json::storage_ptr(), messageOptions()) {
   parser_.reset(boost::json::make_shared_resource<boost::json::monotonic_resource>());

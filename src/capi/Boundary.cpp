@@ -57,7 +57,7 @@ void requireHost() {
   if (ZOVKPopupHost::pollDescriptor() < 0) {
     throw Fault{ZOVKPOPUP_ERROR_STATE, "the host is not set up, or was shut down"};
   }
-  // What a copy took from the helper's socket would be missing to the game.
+  // Bytes that a copy of the process took from the helper's socket would be missing to the game.
   if (hostProcess != 0 && hostProcess != getpid()) {
     throw Fault{ZOVKPOPUP_ERROR_STATE, "this process is a copy of the one that set the host up"};
   }

@@ -65,7 +65,7 @@ zovk::ZOVKPopupHostSettings hostSettings(const zovkpopup_settings& given) {
   return settings;
 }
 
-/// For what has told the log why it failed.
+/// For calls that have already written to the log why they failed.
 void check(bool success) {
   if (!success) throw zovk::Fault{ZOVKPOPUP_ERROR_STATE, {}, true};
 }

@@ -9,8 +9,8 @@ using zovk::ZOVKPopup;
 using zovk::ZOVKPopupComplete;
 using Complete = zovk::Callback<std::int32_t, const char*>;
 
-/// A callback that the game did not give is none for the popups, too: they treat requests without
-/// one in a way of their own.
+/// A missing callback stays missing for the popups, which treat requests without one in their own
+/// way.
 ZOVKPopupComplete completeOf(const Complete& callback) {
   if (!callback) return nullptr;
   return [callback](std::int32_t code, const std::string& message) {

@@ -12,7 +12,7 @@ bool isWanted(const boost::json::object& answer) {
   try {
     return needed != nullptr && intValue(*needed) == 1;
   } catch (const std::invalid_argument&) {
-    return false;  // null, an array or an object is no yes
+    return false;  // null, an array or an object is not a yes
   }
 }
 

@@ -30,7 +30,7 @@ bool wouldBlock() {
 
 using Files = std::deque<UniqueFd>;
 
-/// Those that came with what was read. What does not fit, the system has closed.
+/// Takes the files that came with the bytes read. The system has closed those that do not fit.
 void takeFiles(msghdr& message, Files& files) {
   for (cmsghdr* part = CMSG_FIRSTHDR(&message); part != nullptr;
        part = CMSG_NXTHDR(&message, part)) {
@@ -45,8 +45,8 @@ void takeFiles(msghdr& message, Files& files) {
   }
 }
 
-/// What pages can cause without end and games can do without. Everything else is an answer, or
-/// changes what the game must know.
+/// Events that pages can cause in any number and that games can do without. Every other event is an
+/// answer, or changes what the game must know.
 bool mayBeLeftOut(const HelperMessage& message) {
   const std::string_view type = message.at("type").as_string();
   return type == "web.message" || type == "web.window";

@@ -9,8 +9,8 @@ GtkLayoutManagerClass* constraintLayoutClass() {
 
 void measure(GtkLayoutManager* manager, GtkWidget* widget, GtkOrientation orientation, int forSize,
              int* minimum, int* natural, int* minimumBaseline, int* naturalBaseline) {
-  // GTK's own measure is what tells its solver the sizes of the children; what it makes of them for
-  // the container is not always a size (its natural one can be less than its minimum).
+  // GTK's own measure tells its solver the sizes of the children. Its result for the container is
+  // not always a size: the natural one can be less than the minimum.
   constraintLayoutClass()->measure(manager, widget, orientation, forSize, minimum, natural,
                                    minimumBaseline, naturalBaseline);
   *minimum = 0;

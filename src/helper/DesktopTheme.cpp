@@ -34,7 +34,7 @@ void applyColorScheme(GSettings* look) {
   g_object_set(toolkit, kDark, g_str_equal(scheme.get(), "prefer-dark"), nullptr);
 }
 
-/// The themes of high contrast are light or dark by themselves.
+/// The themes of high contrast decide themselves whether they are light or dark.
 void applyContrast(GSettings* access) {
   GtkSettings* toolkit = gtk_settings_get_default();
   if (!g_settings_get_boolean(access, "high-contrast")) {

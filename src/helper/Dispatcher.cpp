@@ -45,7 +45,7 @@ std::string askedWindow(const Arguments& arguments) {
   return arguments.has("popupWindow") ? arguments.text("popupWindow") : std::string();
 }
 
-/// Throws for a word that nobody knows.
+/// Throws for an unknown word.
 bool isWholeScreen(const std::string& window) {
   if (g_ascii_strcasecmp(window.c_str(), "fullscreen") == 0) return true;
   if (window.empty() || g_ascii_strcasecmp(window.c_str(), "auto") == 0) return false;
@@ -66,7 +66,7 @@ bool startToolkit(const Greeting& greeting) {
   return gtk_init_check() == TRUE;
 }
 
-/// What is made once, slowly, is made before it is needed.
+/// Makes in advance the objects that are made once and slowly.
 void warmUpWindow() {
   // It stays: GTK fails on a window that is destroyed before it was ever shown.
   gtk_widget_realize(gtk_window_new());

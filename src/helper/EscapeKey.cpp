@@ -40,7 +40,7 @@ gboolean EscapeKey::onPassing(GtkEventController* controller, guint key, guint, 
                               gpointer self) {
   auto* escape = static_cast<EscapeKey*>(self);
   const guint32 time = gtk_event_controller_get_current_event_time(controller);
-  // What the page has no use for comes by once more, with its old time.
+  // A key that the page does not use comes a second time, with its old time.
   if (key != GDK_KEY_Escape || time == escape->lastTime_) return FALSE;
   escape->lastTime_ = time;
   if (!escape->down_) escape->freshTime_ = time;

@@ -114,7 +114,7 @@ struct Field {
     askPage(page, padScript("focus", static_cast<int>(number)), [done](JSCValue*) { done(); });
   }
 
-  /// Whether there is more of the page to be seen in that direction.
+  /// Returns whether the page continues in that direction.
   bool mayScroll(PadDirection direction) const {
     const bool up = direction == PadDirection::kUp && found.above;
     const bool down = direction == PadDirection::kDown && found.below;
@@ -130,7 +130,7 @@ struct Field {
     const auto now = focused();
     auto next = now ? nextPlace(places[*now], places, direction) : std::nullopt;
     if (!now && !places.empty()) next = 0;
-    // What is left of the page comes before the buttons around it.
+    // The rest of the page comes before the buttons around it.
     const bool isInPage = next && *next < found.places.size();
     if (!isInPage && mayScroll(direction)) return scroll(direction, done);
     if (!next) return done();

@@ -84,7 +84,7 @@ void GameWindow::watch() {
 }
 
 void GameWindow::onRootProperty(unsigned long changed) const {
-  // Two changes can be read as the last one, twice; then the game hears it twice.
+  // If two changes are read at once, the last one is read twice; the game then gets two events.
   if (changed == atom(display_, "_NET_ACTIVE_WINDOW") && isActive()) {
     events_({{"type", "window.other"}});
   }
@@ -104,7 +104,7 @@ void GameWindow::onWindowEvent(const void* received) {
       if (event.xproperty.atom == atom(display_, "_NET_WM_DESKTOP")) listener_.moved();
       return;
     case FocusIn:
-      // A window manager tells it by a property, after which it is settled.
+      // A window manager reports it by a property, after which it is settled.
       if (!x11HasWindowManager(display_)) events_({{"type", "window.other"}});
       return;
     default:

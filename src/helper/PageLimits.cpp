@@ -28,8 +28,8 @@ double storageRatio(const std::string& path) {
   return bytes > 0 ? std::min(1.0, kStorageBytes / bytes) : 0;
 }
 
-/// The engine lets programs choose the ratios of a store only where they make it, and makes the
-/// store of a session itself; so what it takes when nobody chooses is changed.
+/// The web engine lets programs choose the ratios of a store only if they make it themselves, and
+/// makes the store of a session itself. So this changes the defaults.
 void setStorageRatio(double ratio) {
   auto* const store =
       static_cast<GObjectClass*>(g_type_class_ref(WEBKIT_TYPE_WEBSITE_DATA_MANAGER));

@@ -20,8 +20,8 @@ bool isLoneSurrogate(std::string_view escape) {
   return escape.size() == 6 && is(1, "u") && is(2, "dD") && is(3, "89abcdefABCDEF");
 }
 
-/// The engine writes half a surrogate pair, which is no character, as an escape; a whole pair it
-/// writes as the character. Nobody else takes the former.
+/// The web engine writes half a surrogate pair, which is not a character, as an escape, and a whole
+/// pair as the character. Other readers do not accept the former.
 std::string withoutLoneSurrogates(std::string_view json) {
   std::string text(json);
   for (std::size_t i = 0; i + 1 < text.size(); ++i) {
@@ -32,7 +32,7 @@ std::string withoutLoneSurrogates(std::string_view json) {
   return text;
 }
 
-/// Whether the text would hold more values than may be, taken for JSON.
+/// Returns whether the text, read as JSON, would hold too many values.
 bool holdsTooManyValues(std::string_view json) {
   JsonValueCount count;
   count.add(json);

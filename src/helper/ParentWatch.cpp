@@ -35,7 +35,7 @@ void watch(int socket, int game, int ended) {
 
 ParentWatch::ParentWatch(int socket, std::function<void()> gone)
     : gone_(std::move(gone)), ended_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
-  if (ended_ < 0) return;  // the socket's own end is heard by the main loop
+  if (ended_ < 0) return;  // the main loop notices the end of the socket itself
   source_ = SourceGuard(g_unix_fd_add(ended_, G_IO_IN, onEnd, this));
   // The process, and not the thread of it that started this one, which may end before.
   const int game = static_cast<int>(syscall(SYS_pidfd_open, getppid(), 0U));

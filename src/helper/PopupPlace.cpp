@@ -99,7 +99,7 @@ void PopupPlace::prepare() {
 
 void PopupPlace::goFullScreen() {
   const GObjectPtr<GdkMonitor> monitor = monitorOf(game_);
-  // Only X11 tells where the game is; elsewhere the display knows better than we.
+  // Only X11 says where the game is; elsewhere the display knows better than we do.
   if (!monitor || !game_.window()) return gtk_window_fullscreen(window_);
   gtk_window_fullscreen_on_monitor(window_, monitor.get());
 }
@@ -109,7 +109,7 @@ void PopupPlace::settle() {
   const auto own = x11WindowOf(window_);
   if (!own) return;
   takeKeyboard();
-  // Where windows are not managed, nobody else makes it as large as the screen.
+  // Without a window manager nothing else makes it as large as the screen.
   if (way_ != Way::kFullScreen || !isManaged()) moveTo(wanted());
 }
 

@@ -29,7 +29,7 @@ constexpr std::size_t kLongestName = 4096;
 /// As drivers that draw with the processor write it, or what they draw for.
 constexpr std::array kSoftware = {"llvmpipe",    "softpipe", "swrast",      "lavapipe",
                                   "swiftshader", "software", "basic render"};
-/// Those of drivers that do without the system's own folder of devices.
+/// Devices of drivers that do not use the system's own folder of devices.
 constexpr std::array kDevices = {"nvidia", "mali", "kgsl", "dxg", "pvr"};
 
 std::string small(std::string text) {
@@ -51,7 +51,7 @@ pid_t start(std::string program, std::string displays, int output) {
   return error == 0 ? pid : -1;
 }
 
-/// What comes out of the pipe until its end; whether that came in time.
+/// Reads the pipe until its end. Returns whether the end came in time.
 bool readAll(int pipe, std::string& text) {
   const gint64 deadline = g_get_monotonic_time() + kPatience;
   std::array<char, 256> bytes;
@@ -123,7 +123,7 @@ int writeRenderer(const char* displays) {
   if (name == nullptr) return 1;
   std::printf("\n%s\n", name);
   std::fflush(stdout);
-  _exit(0);  // what drivers do at the end of a process is no concern here
+  _exit(0);  // skips what drivers do at the end of a process
 }
 
 }  // namespace zovk::helper

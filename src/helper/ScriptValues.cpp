@@ -29,7 +29,8 @@ std::string textOfScriptValue(JSCValue* value) {
 
 ScriptValue readScriptValue(JSCValue* value) {
   if (value == nullptr) return {};
-  // What came out of a page is a copy in this process: no function of the page's is called here.
+  // A value that came from a page is a copy in this process: no function of the page is called
+  // here.
   JSCContext* context = jsc_value_get_context(value);
   const std::string script = boundedJsonScript(kMaximumResultText);
   const Value jsonOf = Value::adopt(jsc_context_evaluate(context, script.c_str(), -1));

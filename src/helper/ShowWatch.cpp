@@ -33,7 +33,7 @@ void ShowWatch::end() {
 gboolean ShowWatch::onDeadline(gpointer self) {
   auto* watch = static_cast<ShowWatch*>(self);
   watch->timer_.forget();
-  // What the display has sent meanwhile is heard first.
+  // Events that the display has sent meanwhile are handled first.
   watch->timer_ = SourceGuard(g_idle_add_full(G_PRIORITY_LOW, onIdle, watch, nullptr));
   return G_SOURCE_REMOVE;
 }

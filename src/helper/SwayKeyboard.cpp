@@ -41,7 +41,7 @@ class Connection {
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  /// Whether it worked is seen by the keyboard, which comes or does not.
+  /// The result shows in the keyboard, which comes or does not come.
   void send(const std::string& message) const {
     std::array<char, 4096> answers{};
     while (::recv(socket_, answers.data(), answers.size(), 0) > 0) {

@@ -34,7 +34,7 @@ GtkConstraintLayout* layoutFor(GtkConstraint* constraint) {
   return GTK_IS_CONSTRAINT_LAYOUT(manager) ? GTK_CONSTRAINT_LAYOUT(manager) : nullptr;
 }
 
-/// Whether the constraint ties its target to nothing but the container and its other children.
+/// Returns whether the constraint pins its target only to the container and its other children.
 bool staysInside(GtkConstraint* constraint) {
   GtkConstraintTarget* source = gtk_constraint_get_source(constraint);
   if (!GTK_IS_WIDGET(source)) return source == nullptr;
@@ -108,7 +108,7 @@ void ToolkitLayout::findRoot() {
 }
 
 void ToolkitLayout::addLooseConstraints() {
-  // A constraint with a name of its own stands outside of any container in the file.
+  // A constraint with its own name is outside of any container in the file.
   const ObjectList objects = objectsOf(builder_.get());
   for (const GSList* item = objects.get(); item != nullptr; item = item->next) {
     if (!GTK_IS_CONSTRAINT(item->data)) continue;

@@ -28,7 +28,8 @@ void sendResult(const Evaluation& evaluation, const ScriptValue& result) {
   evaluation.events(message);
 }
 
-/// The engine has no error of its own for it, and this one for nothing else that a page can meet.
+/// The web engine has no special error for this, and uses this one for nothing else that a page can
+/// meet.
 bool isNetworkProcessGone(const GError& error) {
   constexpr int kInternalError = 300;
   return error.code == kInternalError &&
@@ -96,7 +97,8 @@ void ToolkitWebView::load(const std::string& url, bool allowed) {
   policies_.allowAhead(allowed ? this->url() : "");
 }
 
-// It would never get to the next page. The game need not hear of its end: it asks for that page.
+// A hanging process would never load the next page. The game need not be told of its end, because
+// it asks for that page.
 void ToolkitWebView::endHangingProcess() {
   if (webkit_web_view_get_is_web_process_responsive(view_.get()) == TRUE) return;
   const gpointer heard = reinterpret_cast<gpointer>(onTerminated);
@@ -169,8 +171,8 @@ void ToolkitWebView::connectSignals() {
   g_signal_connect(view_.get(), "create", G_CALLBACK(onCreate), this);
 }
 
-// What pages post must be measured before the engine hands it to this process, which would stand
-// still for seconds over a list of millions. So pages are given handlers of ours.
+// Pages' posts must be measured before the web engine passes them to this process, which would
+// block for seconds on a list of millions. So pages get our own handlers.
 void ToolkitWebView::addHandlers() {
   WebKitUserContentManager* manager = webkit_web_view_get_user_content_manager(view_.get());
   const std::string signal = std::string("script-message-received::") + kGuardWorld;
@@ -233,7 +235,7 @@ void ToolkitWebView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpoint
   }
   if (event == WEBKIT_LOAD_COMMITTED) {
     own->drawing_.pageCame();
-    // What was still under way when the game asked for another page may come after that.
+    // Events that were on their way when the game asked for another page may come after that.
     if (own->stage_ == Stage::kStarted) own->stage_ = Stage::kCommitted;
     own->sendLoadEvent("web.committed");
   }
@@ -281,7 +283,7 @@ void ToolkitWebView::onProgress(GObject*, GParamSpec*, gpointer self) {
 }
 
 void ToolkitWebView::onTitleChanged(GObject* view, GParamSpec*, gpointer) {
-  // What a screen reader calls the page when the keyboard comes to it.
+  // The name that a screen reader gives the page when the keyboard comes to it.
   const char* title = webkit_web_view_get_title(WEBKIT_WEB_VIEW(view));
   gtk_accessible_update_property(GTK_ACCESSIBLE(view), GTK_ACCESSIBLE_PROPERTY_LABEL,
                                  title == nullptr ? "" : title, -1);

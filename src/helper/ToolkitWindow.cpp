@@ -121,7 +121,7 @@ void ToolkitWindow::gameMoved() {
 void ToolkitWindow::gameMinimised() {
   const bool forKeyboard = g_get_monotonic_time() - tookKeyboard_ < kMinimisesForKeyboard;
   if (!shown_ || !forKeyboard || !place_.coversGame()) return;
-  // What stands before a minimised window is minimised with it.
+  // A window in front of a minimised one is minimised with it.
   place_.detach();
   gtk_window_present(window_);
 }
@@ -133,8 +133,8 @@ void ToolkitWindow::gameRestored() {
 }
 
 bool ToolkitWindow::mayHaveKeyboard() const {
-  // Other programs may keep it, and so may a game that the player has put away.
-  // Where nobody tells, a popup without it is let be once it has the whole screen.
+  // Other programs may keep the keyboard, and so may a game that the player has put away. If
+  // nothing reports that, a popup without it stays as it is once it has the whole screen.
   return game_.hasKeyboard().value_or(!place_.isLastWay());
 }
 

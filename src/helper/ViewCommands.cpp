@@ -10,8 +10,8 @@ GtkWidget* viewOf(Program& program, const Arguments& arguments) {
   return program.views().find(arguments.id("view"));
 }
 
-/// Takes the view out of its container, with its constraints. Whether it now stands in none; what
-/// stands in a widget that is no container of ours has its place for good.
+/// Removes the view from its container, with its constraints. Returns whether it is in no container
+/// now. A view in a widget that is not one of our containers keeps its place for good.
 bool detach(Program& program, GtkWidget* view) {
   GtkWidget* parent = gtk_widget_get_parent(view);
   if (parent == nullptr) return true;
@@ -73,7 +73,7 @@ void setHidden(GtkWidget* view, bool hidden) {
   if (!closesUp) gtk_widget_set_child_visible(view, !hidden);
   // Its place is kept, but screen readers must not come upon it.
   gtk_accessible_update_state(GTK_ACCESSIBLE(view), GTK_ACCESSIBLE_STATE_HIDDEN, hidden, -1);
-  // A view that comes back at its old place is no reason for the toolkit to paint.
+  // The toolkit does not repaint for a view that comes back to its old place.
   if (parent != nullptr) gtk_widget_queue_draw(parent);
 }
 

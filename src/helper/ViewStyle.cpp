@@ -37,8 +37,8 @@ GObjectPtr<GdkTexture> textureOf(const std::string& path) {
   return GObjectPtr<GdkTexture>::adopt(gdk_texture_new_from_filename(path.c_str(), error));
 }
 
-/// A picture that is so many times finer than the screen's lengths, at its own size: a view that is
-/// asked for that size would take it for the least.
+/// A picture that is `scale` times finer than the screen's lengths, at its own size. A view that is
+/// asked for that size would take it for the least size.
 GObjectPtr<GdkPaintable> sized(GdkTexture* texture, int scale) {
   const auto width = static_cast<float>(gdk_texture_get_width(texture));
   const auto height = static_cast<float>(gdk_texture_get_height(texture));

@@ -43,7 +43,7 @@ void WaylandParent::prepare(GtkWindow* window) {
 
 void WaylandParent::bindImporter() {
   wl_display* connection = gdk_wayland_display_get_wl_display(gdk_display_get_default());
-  // A queue of its own, so that waiting for the list does not run the toolkit's events.
+  // A separate queue, so that waiting for the list does not run the toolkit's events.
   queue_ = wl_display_create_queue(connection);
   auto* wrapper = static_cast<wl_display*>(wl_proxy_create_wrapper(connection));
   wl_proxy_set_queue(reinterpret_cast<wl_proxy*>(wrapper), queue_);

@@ -38,8 +38,9 @@ void makePrivate(const std::string& file) {
   ::close(descriptor);
 }
 
-/// What the engine allows beyond what popups may. Of itself it keeps files from other files and
-/// from the web, windows from being opened by scripts, and `data:` from taking the page's place.
+/// Switches off what the web engine allows but popups must not have. The engine itself keeps files
+/// from other files and from the web, scripts from opening windows, and `data:` addresses from
+/// replacing the page.
 GObjectPtr<WebKitSettings> newSettings(const PageTerms& terms, bool opaque) {
   auto settings = GObjectPtr<WebKitSettings>::adopt(webkit_settings_new());
   WebKitSettings* raw = settings.get();
@@ -51,7 +52,7 @@ GObjectPtr<WebKitSettings> newSettings(const PageTerms& terms, bool opaque) {
   return settings;
 }
 
-/// The usual sign by which sites tell that their mobile pages are wanted.
+/// The usual sign by which sites recognise that their mobile pages are wanted.
 void askForMobilePages(WebKitSettings* settings) {
   std::string agent = webkit_settings_get_user_agent(settings);
   const std::size_t browser = agent.find("Safari/");

@@ -70,7 +70,7 @@ bool x11HasWindowManager(GdkDisplay* display) {
   const Window root = gdk_x11_display_get_xrootwindow(display);
   const auto told = propertyOf(display, root, "_NET_SUPPORTING_WM_CHECK", XA_WINDOW).number();
   if (!told) return false;
-  // One that died leaves the property behind; its window then names nobody.
+  // A window manager that died leaves the property behind; the window in it is then gone.
   return propertyOf(display, *told, "_NET_SUPPORTING_WM_CHECK", XA_WINDOW).number() == told;
 }
 

@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::chrono::seconds kRequestTimeout{15};
 
-// Every task that was started, newest first. None is ever taken out: a task that was sent lives
-// as long as the process, whoever lets go of it.
+// Every task that was started, newest first. None is ever removed: a sent task lives as long as the
+// process, whoever releases it.
 void keepTask(std::shared_ptr<UrlTask> task) {
   static Mutex mutex;
   static auto* const requestTaskArray = new std::deque<std::shared_ptr<UrlTask>>;
@@ -27,8 +27,8 @@ const void* identity(const auto& callback) {
   return callback ? &callback : nullptr;
 }
 
-// What is signed for an endpoint. An address that cannot be read has no path; the session reads it
-// in the same way and does not send it.
+// Returns the path to sign for an endpoint. An address that cannot be read has no path; the session
+// reads it in the same way and does not send it.
 std::string pathToSign(const ZOVKPopupUrlParams& p) {
   if (!p.actionPath.empty()) return p.actionPath;
   const auto address = readWebAddress(p.urlStr);

@@ -18,7 +18,7 @@ boost::json::object resultRecordOf(std::int32_t action, const boost::json::value
   return record;
 }
 
-// A text as it stands, anything else as JSON.
+// Returns a text unchanged, anything else as JSON.
 std::string messageText(const std::optional<boost::json::value>& message) {
   if (!message) return "(null)";
   return message->is_string() ? std::string(message->get_string()) : logText(*message);

@@ -33,7 +33,7 @@ void ZOVKPopupViewController::decidePolicyForNavigationAction(WebView&,
       });
 }
 
-// Another scheme than those of pages: the system's business, or nobody's.
+// A scheme that is not one of pages: for the system, if it has a program for it.
 void ZOVKPopupViewController::leaveForSystem(const std::string& url,
                                              const NavigationDecision& decide) {
   if (platform_->userInterface.canOpenUrl(url)) {
@@ -57,8 +57,8 @@ void ZOVKPopupViewController::decideByPrefix(const std::string& url,
   decide(NavigationPolicy::kCancel);
 }
 
-// What the rule says about this address is known before the web view asks: it is a page of the
-// popup's own, and a file is nobody else's business.
+// The rule's answer for this address is known before the web view asks: it is the popup's own page,
+// and no other program opens a file.
 void ZOVKPopupViewController::allowOwnFile(const std::string& address) {
   if (partsOfUrl(address).scheme == "file" && isOwnPage(address)) webView_->allowAhead(address);
 }

@@ -13,8 +13,8 @@ namespace {
 
 using Names = std::unordered_set<std::string_view>;
 
-// A hash of a window of bytes that costs the same to move on by one byte, however wide it is. The
-// base is chosen at random, so that nobody can make names that collide.
+// A hash of a window of bytes. Moving it on by one byte costs the same however wide the window is.
+// The base is chosen at random, so that nobody can make names that collide.
 class RollingHash {
  public:
   explicit RollingHash(std::size_t width) {

@@ -14,7 +14,8 @@ RecordText::RecordText(std::string text)
 
 bool RecordText::contains(std::string_view part) const {
   if (keys_.contains(part)) return true;
-  // What has no separator stands within one key, and what is as long as the longest is that key.
+  // A part without a separator is within one key, and a part as long as the longest key is that
+  // key.
   const bool isWithinAKey = part.find(',') == std::string_view::npos;
   if (isWithinAKey && part.size() >= longestKey_) return false;
   return text_.find(part) != std::string::npos;

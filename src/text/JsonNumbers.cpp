@@ -33,7 +33,7 @@ std::string_view withoutLeadingSpace(std::string_view text) {
   return start == std::string_view::npos ? std::string_view() : text.substr(start);
 }
 
-// Whether a text says "nan" or "inf", which from_chars would read as numbers.
+// Returns whether a text begins with "nan" or "inf", which from_chars would read as numbers.
 bool beginsWithAWord(std::string_view text) {
   if (text.starts_with('-')) text.remove_prefix(1);
   return !text.empty() && std::isalpha(static_cast<unsigned char>(text.front())) != 0;

@@ -100,7 +100,7 @@ constexpr std::string_view kMore = " [...]";
 constexpr std::string_view kLineSeparator = "\xE2\x80\xA8";
 constexpr std::string_view kParagraphSeparator = "\xE2\x80\xA9";
 
-// What stands for one character that may not stand in a literal; empty for all others.
+// Returns the escape of a character that a literal may not contain; empty for all others.
 std::string_view escapeOf(char character) {
   switch (character) {
     case '\\':

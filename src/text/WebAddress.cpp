@@ -30,7 +30,7 @@ bool isEscape(std::string_view text) {
          boost::urls::grammar::hexdig_chars(text[2]);
 }
 
-// Escapes stay; a "%" that begins none is meant as it stands, like all that needs an escape.
+// Escapes stay; a "%" that begins none means itself, like every character that needs an escape.
 std::string encodedPath(std::string_view path) {
   std::string encoded;
   while (!path.empty()) {
@@ -79,8 +79,8 @@ std::string withOtherScriptsEscaped(std::string_view text) {
   return escaped;
 }
 
-// Host and port of an address that is cut off before its path; absent when there is no host or the
-// address is none of the web. Names in other scripts pass: whoever looks them up knows them.
+// Returns host and port of an address that is cut off before its path; nothing if there is no host
+// or it is not a web address. Names in other scripts are accepted: the resolver knows them.
 std::optional<std::string> hostOf(std::string_view head) {
   const std::string readable = withOtherScriptsEscaped(head);
   const auto parsed = boost::urls::parse_uri(readable);

@@ -48,7 +48,8 @@ bool isWritable(const boost::json::value& value, std::size_t depth) {
   return array == nullptr || isWritable(*array, depth);
 }
 
-// Why a text that was written as JSON is none: it holds a number without end, or is not UTF-8.
+// Returns why a text that was written as JSON is not JSON: it holds an infinite number, or is not
+// UTF-8.
 boost::json::error_code faultOf(const std::string& text) {
   boost::json::error_code error;
   readJson(text, error);

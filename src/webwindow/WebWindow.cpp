@@ -29,7 +29,7 @@ bool isPlace(const Rect& frame) {
                         frame.width > 0 && frame.height > 0);
 }
 
-/// What is wrong with the settings; null when nothing is.
+/// Returns what is wrong with the settings; null if nothing is.
 const char* faultOf(const ZOVKPopupWebWindowSettings& settings) {
   if (settings.address.empty() == settings.pageFile.empty()) {
     return "it takes either an address or a page file";

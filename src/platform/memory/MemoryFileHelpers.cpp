@@ -1,4 +1,4 @@
-// What tests prepare in the file system, look at, and make fail.
+// The functions by which tests prepare and examine the file system, and make it fail.
 #include "platform/memory/MemoryFileSystem.h"
 
 namespace zovk {

@@ -158,7 +158,7 @@ void HelperClient::windowClosed(HelperId window) {
 void HelperClient::windowIsStuck(const std::string& display) {
   // Most systems have both, one within the other, and not the same troubles with both.
   hello_["display"] = display == "x11" ? "wayland" : "x11";
-  if (!mayStartAgain_) hello_.erase("display");  // no other is left, and the next popup begins anew
+  if (!mayStartAgain_) hello_.erase("display");  // none is left; the next popup starts afresh
   helperIsLost("a window does not come up on " + display);
 }
 
@@ -231,7 +231,7 @@ void HelperClient::helperIsLost(const std::string& reason) {
   const bool again = std::exchange(mayStartAgain_, false);
   logError("Helper lost (%s), %s", reason, again ? "starting it again" : "giving up");
   hello_["drawingFailed"] = true;  // it may have been the graphics driver
-  // A new helper is on its way before anybody is told, so that what they do now reaches it.
+  // A new helper is started before anybody is told, so that their new commands reach it.
   const auto replies = replies_.takeAll();
   if (again) {
     launch();

@@ -256,7 +256,7 @@ Delivery webUrl(HelperEventReader& event, HelperMessage&) {
   return toWebView(event, [url = event.text("url")](HelperWebView& view) { view.urlChanged(url); });
 }
 
-/// Delivers to whoever waits for the answer of that number.
+/// Delivers to the callback that waits for the answer of that number.
 Delivery toWaiting(HelperEventReader& event, HelperMessage& message) {
   return [id = event.id("id"), &message](HelperClient& session) {
     if (const auto reply = session.takeReply(id, message.at("type").as_string())) reply(&message);

@@ -17,7 +17,7 @@
 namespace zovk {
 namespace {
 
-/// What the helper inherits: its socket, the game's output, and nothing else that is open.
+/// The descriptors that the helper inherits: its socket, the game's output, and no others.
 class SpawnFiles {
  public:
   explicit SpawnFiles(int socket) {
@@ -35,8 +35,8 @@ class SpawnFiles {
   posix_spawn_file_actions_t actions_{};
 };
 
-/// Signals as in a fresh process, whatever the game blocks or ignores, and a process group of its
-/// own, so that a key that interrupts the game is the game's to answer.
+/// Signals as in a fresh process, whatever the game blocks or ignores, and a separate process
+/// group, so that the game alone handles a key that interrupts it.
 class SpawnAttributes {
  public:
   SpawnAttributes() {

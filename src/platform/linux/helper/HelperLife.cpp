@@ -130,7 +130,8 @@ bool HelperLife::read() {
   return filled == Filled::kSomething && !closed_;
 }
 
-// What it said last comes first, a part in each turn of the pump: this is called until it was said.
+// The last messages of the process come first, a part in each turn of the pump. This is called
+// until all were read.
 void HelperLife::processEnded() {
   if (!read()) lose({});
 }

@@ -11,7 +11,8 @@
 namespace zovk {
 namespace {
 
-// What is read in one go is parsed in one go, within the game's frame: some tens of microseconds.
+// Bytes that are read at once are parsed at once, within the game's frame: some tens of
+// microseconds.
 constexpr std::size_t kReadLength = 16384;
 
 }  // namespace

@@ -50,7 +50,7 @@ HelperReplies::Reply replyWith(const char* member, std::function<void(bool)> com
   };
 }
 
-/// Null for a number that is no press.
+/// Returns null for a number that is not a press.
 const char* nameOf(ZOVKPopupGamePad press) {
   constexpr std::array kNames = {"up", "down", "left", "right", "press", "leave"};
   const auto number = static_cast<std::size_t>(press);
@@ -165,7 +165,7 @@ void HelperUserInterface::sync(Completion completion) {
 
 std::optional<HelperInspector::ViewFrame> HelperUserInterface::viewFrame(
     const std::string& outlet) const {
-  // The helper tells the places of views that have a number only.
+  // The helper reports places only of views that have a number.
   if (const auto layout = youngestLayout_.lock()) layout->outlet(outlet);
   const HelperId window = session_->objects().frontWindow();
   std::optional<ViewFrame> youngest;

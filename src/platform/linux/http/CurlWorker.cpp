@@ -17,7 +17,7 @@ namespace {
 
 using SteadyClock = std::chrono::steady_clock;
 
-// What one download needs of the descriptors that all may use, until it is connected.
+// The descriptors that one download may need until it is connected.
 constexpr std::size_t kDescriptorsToBegin = 3;
 // Connections that are kept for later requests.
 constexpr long kIdleConnections = 8;

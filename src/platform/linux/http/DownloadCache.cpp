@@ -8,7 +8,8 @@ namespace zovk {
 namespace {
 
 constexpr SqliteFile::Manner kManner = {
-    // Not flushed: after a power cut, digests tell what is damaged, and that is fetched again.
+    // Not flushed: after a power cut, digests show which files are damaged, and those are
+    // downloaded again.
     .prepare =
         "PRAGMA journal_mode = PERSIST; PRAGMA synchronous = OFF;"
         "CREATE TABLE IF NOT EXISTS downloads("

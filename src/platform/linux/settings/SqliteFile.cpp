@@ -14,7 +14,8 @@ bool isCorrupt(int code) {
 }
 
 // SQLite gives the files that it makes beside a database the database's mode; older ones may have
-// another. Not to be opened when one of them is no file.
+// another. Returns false if one of them is not a file, because the database must then not be
+// opened.
 bool isPrivateDatabase(const std::string& path) {
   constexpr std::array<const char*, 3> kParts = {"-journal", "-wal", "-shm"};
   bool usable = makePrivateFile(path);
@@ -79,7 +80,7 @@ int SqliteFile::waitForOthers(void* file, int /*times*/) {
 
 void SqliteFile::getOutOfTheWay() {
   database_.reset();
-  // What was left of an unfinished change belongs to the old file.
+  // The rest of an unfinished change belongs to the old file.
   for (const char* part : {"", "-journal"}) {
     const std::string file = path_ + part;
     if (manner_.keepsCorruptFile) {

@@ -101,7 +101,7 @@ LinuxTimers::RepeatingTimer* LinuxTimers::Schedule::earliest() const {
 void LinuxTimers::Schedule::arm() {
   itimerspec setting{};
   if (const RepeatingTimer* const next = earliest()) setting.it_value = toTimespec(next->due());
-  // Setting the time anew also makes the descriptor unreadable until then.
+  // Setting the time again also makes the descriptor unreadable until then.
   ::timerfd_settime(clock_.get(), TFD_TIMER_ABSTIME, &setting, nullptr);
 }
 

@@ -44,7 +44,7 @@ std::int64_t nanoseconds(const timespec& time) {
   return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
 }
 
-// Opens a regular file and nothing else; `error` tells why not.
+// Opens a regular file and nothing else; `error` has the reason for a failure.
 UniqueFd openFile(const std::string& path, int flags, std::error_code& error) {
   if (!canExist(path)) {
     error = nothingThere();
@@ -126,7 +126,7 @@ std::optional<std::vector<std::string>> PosixFileSystem::listRecursively(
     const std::string& directory) const {
   std::vector<std::string> entries;
   std::error_code ignored;
-  // What is behind a link is not listed below, and not here: somebody may delete what is listed.
+  // Files behind a link are not listed below, and not here: a caller may delete the listed files.
   if (fs::is_symlink(directory, ignored)) return std::nullopt;
   if (!canExist(directory) || !listInto(directory, "", entries)) return std::nullopt;
   std::sort(entries.begin(), entries.end());  // keeps a directory before its entries

@@ -29,8 +29,8 @@ void StandardErrorLog::writeLine(std::string_view line) {
     sink_(line);
     return;
   }
-  // One write for the whole record keeps records of several threads apart. When standard error
-  // is gone there is nobody to tell.
+  // One write for the whole record keeps records of several threads apart. If standard error is
+  // gone, the failure cannot be reported.
   (void)writeAll(STDERR_FILENO, record(line));
 }
 

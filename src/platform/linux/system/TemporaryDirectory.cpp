@@ -38,7 +38,7 @@ bool isOwn(const UniqueFd& directory) {
   return ::fstat(directory.get(), &facts) == 0 && facts.st_uid == ::geteuid();
 }
 
-/// Whether the name still leads to what is open.
+/// Returns whether the name still leads to the open directory.
 bool isStillThere(const UniqueFd& directory, const std::string& path) {
   struct stat opened {};
   struct stat named {};
