@@ -19,7 +19,7 @@
 
 namespace zovk {
 
-/// User data that notes what came with it.
+/// User data that records the calls it came with.
 struct Note {
   std::vector<std::pair<std::int32_t, std::string>> answers;
   std::vector<std::string> texts;
@@ -36,14 +36,14 @@ struct Note {
   }
 };
 
-/// A game that has nothing but the C interface, and a home directory and a bundle of its own. Debug
-/// lines are on.
+/// A game that uses only the C interface, with its own home directory and bundle. Debug lines are
+/// on.
 class CGameFixture : public ::testing::Test {
  protected:
-  // While the test is still there: what it gave to the library is let go now.
+  // Ends the host while the test still exists, so that its user data is released now.
   void TearDown() override { zovkpopup_shut_down(); }
 
-  /// What the game says of itself; its texts live as long as the test.
+  /// Returns the game's settings; their texts live as long as the test.
   zovkpopup_settings settings() {
     zovkpopup_settings settings{};
     settings.size = sizeof settings;
@@ -73,7 +73,8 @@ class CGameFixture : public ::testing::Test {
   }
   LocalBundle& bundle() { return bundle_; }
 
-  /// Pumps as the descriptor tells until `done`; fails the test, naming `what`, after a minute.
+  /// Pumps whenever the descriptor asks for it, until `done`. Fails the test, naming `what`, after
+  /// a minute.
   void pumpUntil(const std::function<bool()>& done, const std::string& what) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
     while (!done()) {

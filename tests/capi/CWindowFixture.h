@@ -7,8 +7,8 @@
 
 namespace zovk {
 
-/// A game in C with a web window of its own. What happens in the window is noted in `note_`: each
-/// text is the name of the event, behind it what it was told.
+/// A game in C with a web window. `note_` records the window's events: each text is the name of the
+/// event, followed by its text.
 class CWindowFixture : public CGameFixture {
  protected:
   void TearDown() override {
@@ -31,7 +31,7 @@ class CWindowFixture : public CGameFixture {
     page.destroy = Note::destroy;
     return page;
   }
-  /// A page whose script is run with the bridge as `bridge`.
+  /// Writes a page whose script is run with the bridge as `bridge`.
   void writePage(const std::string& script) {
     std::ofstream(pageFile_) << R"(<!doctype html><meta charset="utf-8"><title>Page</title><body>
 <script>
@@ -58,7 +58,7 @@ document.documentElement.appendChild(asking);
     }
     return false;
   }
-  /// The result of a script as JSON, or what went wrong.
+  /// Returns the result of a script as JSON, or its error.
   std::string evaluate(const std::string& script) {
     Note result;
     const auto done = [](const char* json, const char* error, void* user) {

@@ -6,16 +6,16 @@
 extern "C" {
 #endif
 
-/// How long a C compiler finds the structs.
+/// The sizes of the structs for a C compiler.
 typedef struct header_sizes {
   size_t settings, hooks, explained_popup, web_window_settings;
 } header_sizes;
 header_sizes header_sizes_in_c(void);
 
-/// Sets up twice; the message of the second time's error.
+/// Sets up twice. Returns the message of the second time's error.
 const char* header_set_up_twice_in_c(const char* data_directory);
 
-/// How many functions a program in C can name.
+/// Returns how many functions a program in C can name.
 size_t header_functions_in_c(void);
 
 #ifdef __cplusplus

@@ -1,4 +1,4 @@
-// What stands around the pieces of code in the documents, so that they compile.
+// The surroundings of the pieces of code in the documents, so that they compile.
 #pragma once
 
 #include <cstdint>

@@ -13,8 +13,8 @@ namespace zovk {
 inline constexpr const char* kCacheDirectory = "/home/player/Library/Caches/ZOVKPopup/";
 inline constexpr const char* kBundleDirectory = "/app/ZOVKPopupResource.bundle/";
 
-/// The engine of one input, on a platform in memory. It is made by its first use, so that files can
-/// be laid out before.
+/// The engine for one input, on a platform in memory. The first use makes it, so that files can be
+/// written before.
 class Engine {
  public:
   Engine() {

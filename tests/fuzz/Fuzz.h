@@ -9,17 +9,17 @@
 
 namespace zovk {
 
-/// What the fuzzers have in common. Each is a file with a function `fuzz`, which plays one input.
+/// The common part of the fuzzers. Each is a file with a function `fuzz`, which plays one input.
 void fuzz(std::string_view input);
 
-/// Ends the run: something that must always hold does not.
+/// Ends the run, because a condition that must always hold does not hold.
 [[noreturn]] inline void fail(const char* what, std::string_view text) {
   std::fprintf(stderr, "%s: %.*s\n", what, static_cast<int>(text.size()), text.data());
   std::abort();
 }
 
-/// An input as several texts, which stand between lines of three dashes. At least `count`: those
-/// that it lacks are empty.
+/// Splits an input into texts at lines of three dashes. Returns at least `count`; missing ones are
+/// empty.
 inline std::vector<std::string> sectionsOf(std::string_view input, std::size_t count) {
   constexpr std::string_view kLine = "\n---\n";
   std::vector<std::string> sections;
@@ -32,7 +32,7 @@ inline std::vector<std::string> sectionsOf(std::string_view input, std::size_t c
   return sections;
 }
 
-/// The lines of a text.
+/// Returns the lines of a text.
 inline std::vector<std::string> linesOf(std::string_view text) {
   std::vector<std::string> lines;
   while (!text.empty()) {

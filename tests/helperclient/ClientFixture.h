@@ -17,7 +17,7 @@
 
 namespace zovk {
 
-/// A root controller that writes down what happens to it.
+/// A root controller that records its calls.
 class RecordingController : public ViewController {
  public:
   void loadView(std::shared_ptr<View> newView) override {
@@ -44,7 +44,7 @@ class RecordingController : public ViewController {
   std::function<void()> whenFailed;
 };
 
-/// A web view delegate that writes down what it hears and answers navigations as told.
+/// A web view delegate that records its events, and answers navigations as the test decides.
 class RecordingDelegate : public WebViewDelegate {
  public:
   void decidePolicyForNavigationAction(WebView&, const NavigationAction& action,
@@ -104,7 +104,7 @@ class RecordingOwner : public LayoutOwner {
   std::vector<std::string> calls;
 };
 
-/// The client with fakes for the helper and a log that is kept. Nothing runs but in `pump`.
+/// The client with fakes for the helper, and a log that is kept. Everything runs in `pump`.
 class ClientOfTheHelper : public testing::Test {
  protected:
   ClientOfTheHelper() {
@@ -122,7 +122,7 @@ class ClientOfTheHelper : public testing::Test {
     client_ =
         std::make_unique<HelperUserInterface>(settings_, queue_, device_, std::move(launcher));
   }
-  /// A client whose helper is ready and has read its greeting.
+  /// Starts a client whose helper is ready and has read its greeting.
   void startReady() {
     start();
     hosts_.last().becomeReady();
@@ -130,7 +130,7 @@ class ClientOfTheHelper : public testing::Test {
     hosts_.last().messages();
   }
   void pump() { queue_.pump(std::chrono::seconds(10)); }
-  /// Pumps on events until `done`, and fails the test when that takes too long.
+  /// Pumps on events until `done`. Fails the test if that takes too long.
   void pumpUntil(const char* what, const std::function<bool()>& done) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     pump();

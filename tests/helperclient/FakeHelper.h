@@ -22,7 +22,7 @@ class FakeHelper {
  public:
   explicit FakeHelper(UniqueFd socket) : socket_(std::move(socket)) {}
 
-  /// The commands that came since the last call, as JSON.
+  /// Returns the commands since the last call, as JSON.
   std::vector<std::string> commands() {
     std::vector<std::string> texts;
     for (const HelperMessage& message : messages()) {
@@ -30,7 +30,7 @@ class FakeHelper {
     }
     return texts;
   }
-  /// The same, of one type only.
+  /// Returns the same, of one type only.
   std::vector<HelperMessage> messages(const std::string& type = {}) {
     std::array<char, 65536> bytes{};
     ssize_t length = 0;
@@ -45,7 +45,7 @@ class FakeHelper {
     }
     return found;
   }
-  /// The files that came with what was read so far, oldest first.
+  /// Returns the files that came with the bytes read so far, oldest first.
   std::deque<UniqueFd>& files() { return files_; }
   void send(const std::string& json) {
     sendBytes(*encodeFrame(boost::json::parse(json).as_object()));

@@ -12,27 +12,28 @@
 
 namespace zovk {
 
-/// A game at 60 frames a second with popups on a real screen, a player with a pointer, and an eye
-/// on what its pumps cost. Debug lines are off, as in a game that ships.
+/// A game at 60 frames a second with popups on a real screen, and a player with a pointer. It
+/// measures the cost of its pumps. Debug lines are off, as in a shipped game.
 class HostileScreen : public HostFixture {
  protected:
   using Seconds = std::chrono::duration<double>;
 
   /// Writes the bundle and sets the popups up.
   void start();
-  /// One frame: a pump, and the rest of the frame's time waiting for something to pump.
+  /// Plays one frame: a pump, and then a wait for something to pump for the rest of the frame's
+  /// time.
   void playFrame();
-  /// Plays until `done`; false when it is not within `bound`.
+  /// Plays until `done`. Returns false if that is not within `bound`.
   bool playUntil(const std::function<bool()>& done, std::chrono::milliseconds bound);
   /// Plays on after an answer until the popup has left the screen and the helper has nothing to do.
   void settle();
-  /// Presses the cross with the real pointer; the time until the game had its answer. The trial
-  /// fails when none comes within ten seconds.
+  /// Presses the cross with the real pointer. Returns the time until the game had its answer. The
+  /// trial fails if none comes within ten seconds.
   Seconds pressTheCross();
   void forgetPumps() { longestPump_ = {}; }
-  /// The longest processor time that a pump took.
+  /// Returns the longest processor time of a pump.
   Seconds longestPump() const { return longestPump_; }
-  /// Of the game's own process.
+  /// Returns the memory of the game's own process.
   static double megabytes();
   HelperInspector& screen();
 

@@ -8,7 +8,7 @@
 
 namespace zovk {
 
-/// What comes back for a request, to the byte, and what happens to the connection then.
+/// The exact bytes of an answer, and what happens to the connection afterwards.
 struct RawAnswer {
   enum class Then { kClose, kStayOpen, kDrip, kReset };
 
@@ -40,10 +40,10 @@ class RawServer {
   std::thread thread_;
 };
 
-/// An answer that is HTTP, with the right length.
+/// Returns an answer in HTTP, with the right length.
 std::string httpAnswer(const std::string& body, const std::string& status = "200 OK",
                        const std::string& headers = "");
-/// Answers that no good service gives, around `good`, the body that a good one would give.
+/// Returns answers that no good service gives, around `good`, the body of a good one.
 std::vector<RawAnswer> hostileAnswers(const std::string& good);
 
 }  // namespace zovk

@@ -7,7 +7,7 @@
 
 namespace zovk {
 
-/// How many of a trial's rounds ended in which way, for people to read.
+/// Counts how a trial's rounds ended, for people to read.
 class Tally {
  public:
   explicit Tally(std::string trial) : trial_(std::move(trial)) {}
@@ -17,7 +17,7 @@ class Tally {
   Tally& operator=(const Tally&) = delete;
 
   void add(const std::string& outcome) { ++outcomes_[outcome]; }
-  /// A measured figure of a round; median and largest are printed.
+  /// Adds a measured figure of a round; median and largest are printed.
   void measure(const std::string& what, double value) { figures_[what].push_back(value); }
 
  private:
@@ -26,7 +26,7 @@ class Tally {
   std::map<std::string, std::vector<double>> figures_;
 };
 
-/// How often a trial is repeated: `quick` times in every run of the tests, `full` times by
+/// Returns how often a trial is repeated: `quick` times in every run of the tests, `full` times by
 /// scripts/test --hostile.
 std::size_t rounds(std::size_t quick, std::size_t full);
 

@@ -12,11 +12,11 @@ class ScriptEngine {
  public:
   ScriptEngine();
 
-  /// Runs a script and gives its value as a text. An error is thrown as std::runtime_error.
+  /// Runs a script and returns its value as a text. An error is thrown as std::runtime_error.
   std::string run(const std::string& script);
-  /// Whether the script runs into an error, and with which message.
+  /// Returns the message of the script's error.
   std::string errorOf(const std::string& script);
-  /// Runs the timers that are due, and those that they start, each failure ending in window.onerror
+  /// Runs the timers that are due, and those that they start. Each failure ends in window.onerror,
   /// as in a page.
   void runTimers();
 

@@ -8,19 +8,19 @@
 
 namespace zovk {
 
-/// A program in a process of its own. It is killed, should it still run, with the object.
+/// A program in a separate process. It is killed with the object if it still runs.
 class ChildProcess {
  public:
-  /// Starts the program that stands first; what it writes to standard error goes to the file.
+  /// Starts the program that comes first; its standard error goes to the file.
   ChildProcess(std::vector<std::string> arguments, const std::string& errorFile);
   ~ChildProcess();
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
 
-  /// Its next line on standard output; absent when that is closed.
+  /// Returns its next line on standard output, or nothing if that is closed.
   std::optional<std::string> nextLine();
   void signal(int number) const;
-  /// Waits for its end. Its exit code, or minus the signal that ended it.
+  /// Waits for its end. Returns its exit code, or minus the signal that ended it.
   int wait();
 
  private:

@@ -11,7 +11,7 @@
 
 namespace zovk {
 
-/// A page controller in a window of its own, without the engine's display queue.
+/// A page controller in its own window, without the engine's display queue.
 class ControllerFixture : public EngineFixture {
  protected:
   ControllerFixture() {
@@ -38,7 +38,7 @@ class ControllerFixture : public EngineFixture {
   std::shared_ptr<MemoryWindow> window() { return memory().userInterface.frontWindow(); }
   std::shared_ptr<MemoryLayout> layout() { return memory().userInterface.frontLayout(); }
 
-  /// Shows the popups, in a run of their own, and runs what that brings about.
+  /// Shows the popups in one run, and runs everything that follows.
   void show(std::vector<ZOVKPopupModel> popups) {
     if (std::exchange(used_, true)) controller_ = makeController();
     controller_->showPopup(listOf(std::move(popups)), window_.get(), recordAnswer());

@@ -18,11 +18,11 @@
 
 namespace zovk {
 
-/// What a host's callback was told.
+/// The arguments of a host's callback.
 using Answer = std::pair<std::int32_t, std::string>;
 
-/// The engine on a memory platform, with debug lines on. The shared objects are made by the first
-/// use, so that a test can lay out files before.
+/// The engine on a memory platform, with debug lines on. The first use makes the shared objects, so
+/// that a test can write files before.
 class EngineFixture : public ::testing::Test {
  protected:
   static constexpr const char* kCache = "/home/player/Library/Caches/ZOVKPopup";
@@ -30,7 +30,7 @@ class EngineFixture : public ::testing::Test {
 
   EngineFixture() {
     memory_->bundles.setMainInfo({{"ZOVK_DEBUG", true}});
-    setDefaultPlatform(nullptr);  // no test is to meet the platform that is linked in
+    setDefaultPlatform(nullptr);  // no test must use the platform that is linked in
     setUpLogger(memory_->shared(), memory_->sharedLog());
     setCurrentPlatform(memory_->shared());
   }
@@ -52,7 +52,7 @@ class EngineFixture : public ::testing::Test {
   MemoryPlatform& memory() { return *memory_; }
   MemoryLog& log() { return memory_->log; }
 
-  /// Runs all that is ready on the main queue.
+  /// Runs everything that is ready on the main queue.
   void settle() { memory_->settle(); }
 
   void addCacheFile(const std::string& name, const std::string& text) {
@@ -62,7 +62,7 @@ class EngineFixture : public ::testing::Test {
     memory_->files.addFile(std::string(kBundle) + "/" + name, text);
   }
 
-  /// A web-page popup that is valid for every player at any time.
+  /// Returns a web-page popup that is valid for every player at any time.
   static ZOVKPopupModel webPage(const std::string& scene, std::uint64_t sceneType = 1) {
     ZOVKPopupModel popup;
     popup.scene = scene;
@@ -72,7 +72,7 @@ class EngineFixture : public ::testing::Test {
     popup.pop_freq = 2;
     return popup;
   }
-  /// A downloaded page-file popup; its file is put into the cache.
+  /// Returns a downloaded page-file popup, and puts its file into the cache.
   ZOVKPopupModel pageFile(const std::string& scene, std::uint64_t sceneType = 1) {
     ZOVKPopupModel popup;
     popup.scene = scene;
@@ -83,7 +83,8 @@ class EngineFixture : public ::testing::Test {
     addCacheFile(popup.getPopupFileName(), "page of " + scene);
     return popup;
   }
-  /// A web-page popup whose service is asked first, and to which the player's choice is reported.
+  /// Returns a web-page popup whose service is asked first, and to which the player's choice is
+  /// reported.
   static ZOVKPopupModel conditional(const std::string& scene, std::uint64_t sceneType = 1) {
     ZOVKPopupModel popup = webPage(scene, sceneType);
     popup.pop_freq = 3;
@@ -99,25 +100,25 @@ class EngineFixture : public ::testing::Test {
     return list;
   }
 
-  /// The web view on screen; null when there is none.
+  /// Returns the web view on screen; null if there is none.
   std::shared_ptr<MemoryWebView> page() { return memory_->userInterface.frontWebView(); }
-  /// The page on screen posts what the player chose; all that follows from it is run.
+  /// Makes the page on screen post the player's choice, and runs everything that follows.
   void choose(const std::string& action, const std::string& message = "") {
     post(action, message);
     settle();
   }
-  /// The same, without running what it leaves on the main queue.
+  /// Does the same without running the tasks that it leaves on the main queue.
   void post(const std::string& action, const std::string& message = "") {
     const auto view = page();
     ASSERT_NE(view, nullptr) << "no page is on screen";
     view->postMessage("ZOVKPopup", boost::json::value(resultText(action, message)));
   }
-  /// What a host is told of a choice, which is also what a page posts.
+  /// Returns the text of a choice for a host, which is also the text that a page posts.
   static std::string resultText(const std::string& action, const std::string& message = "") {
     return R"({"action":")" + action + R"(","msg":")" + message + R"("})";
   }
 
-  /// A callback that adds what it is told to `answers_`.
+  /// Returns a callback that adds its arguments to `answers_`.
   ZOVKPopupComplete recordAnswer() {
     return [this](std::int32_t code, const std::string& message) {
       answers_.emplace_back(code, message);

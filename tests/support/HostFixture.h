@@ -18,8 +18,8 @@
 
 namespace zovk {
 
-/// A game without a screen of its own: it sets the popups up on the real platform, with a private
-/// home directory and resource bundle, and pumps until what it waits for has happened.
+/// A game without a screen of its own. It sets the popups up on the real platform, with a private
+/// home directory and resource bundle, and pumps until the event that it waits for.
 class HostFixture : public ::testing::Test {
  protected:
   using Answer = std::pair<std::int32_t, std::string>;
@@ -38,7 +38,7 @@ class HostFixture : public ::testing::Test {
     return settings;
   }
 
-  /// The same for tests that make the platform themselves, to look at its screen.
+  /// Returns the settings for tests that make the platform themselves, to examine its screen.
   ZOVKPopupHostSettings platformSettings() {
     const ZOVKPopupHostSettings wanted = settings();
     ZOVKPopupHostSettings platform;
@@ -52,7 +52,8 @@ class HostFixture : public ::testing::Test {
   LocalBundle& bundle() { return bundle_; }
   const std::filesystem::path& home() const { return home_.path(); }
 
-  /// Pumps as the poll descriptor tells until `done`; fails the test, naming `what`, after `bound`.
+  /// Pumps whenever the poll descriptor asks for it, until `done`. Fails the test, naming `what`,
+  /// after `bound`.
   void pumpUntil(const std::function<bool()>& done, const std::string& what,
                  std::chrono::seconds bound = std::chrono::seconds(30)) {
     const auto end = std::chrono::steady_clock::now() + bound;

@@ -12,8 +12,7 @@
 namespace zovk {
 
 /// While it lives, calls `look` whenever a log line that contains `part` has been written, on the
-/// thread that writes it. Shows what is done already, and what is not yet, at a step that is
-/// logged.
+/// thread that writes it. So a test can see what has happened, and what has not, at a logged step.
 class LineWatch {
  public:
   LineWatch(MemoryPlatform& memory, std::string part, std::function<void()> look)

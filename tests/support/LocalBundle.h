@@ -10,7 +10,7 @@
 
 namespace zovk {
 
-/// A directory of a test's own, gone when the test is.
+/// A test's own directory; it is removed with the test.
 class ScratchDirectory {
  public:
   ScratchDirectory();
@@ -23,8 +23,8 @@ class ScratchDirectory {
   std::filesystem::path path_;
 };
 
-/// A game's resource directory with a resource bundle of its own: the layouts and images of the
-/// build, and a local document with page files.
+/// A game's resource directory with its own resource bundle: the layouts and images of the build,
+/// and a local document with page files.
 class LocalBundle {
  public:
   LocalBundle();
@@ -34,7 +34,7 @@ class LocalBundle {
 
   /// Adds a popup whose page is `html`. Content type, digest and config type are filled in.
   void addPage(ZOVKPopupModel popup, const std::string& html);
-  /// The page files added so far.
+  /// Returns the page files added so far.
   const std::vector<std::string>& pagePaths() const { return pagePaths_; }
   /// Writes the document with all popups added so far.
   void write() const;
@@ -45,7 +45,7 @@ class LocalBundle {
   std::vector<std::string> pagePaths_;
 };
 
-/// A page that posts `action` when its button is clicked, or at once when `atOnce`.
+/// Returns a page that posts `action` when its button is clicked or, with `atOnce`, at once.
 std::string answeringPage(const std::string& action, const std::string& message, bool atOnce);
 
 }  // namespace zovk

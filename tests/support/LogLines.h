@@ -19,7 +19,7 @@ inline bool isIdentifier(std::string_view text) {
   return !text.empty();
 }
 
-/// Takes the piece before the next blank off `rest`.
+/// Removes the part before the next blank from `rest`, and returns it.
 inline std::string_view takeWord(std::string_view& rest) {
   const std::size_t blank = rest.find(' ');
   const std::string_view word = rest.substr(0, blank);
@@ -32,7 +32,7 @@ inline bool isLineNumber(std::string_view text) {
   return text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-/// "D operation: message" for a well-made debug line, else the line behind "MALFORMED ".
+/// Returns "D operation: message" for a well-formed debug line, else the line behind "MALFORMED ".
 inline std::string shortDebugLine(const std::string& line) {
   std::string_view rest = std::string_view(line).substr(std::string_view("[Debug]").size());
   const std::string_view fileName = takeWord(rest);
@@ -47,9 +47,9 @@ inline std::string shortDebugLine(const std::string& line) {
 
 }  // namespace logLines
 
-/// A log line without what a test cannot know: "D operation: message" for a debug line whose file
-/// name is the operation's class and whose line number is one, "E message" for an error line, and
-/// anything else as it stands.
+/// Returns a log line without the parts that a test cannot know: "D operation: message" for a debug
+/// line whose file name is the operation's class and whose line number is one, "E message" for an
+/// error line, and any other line unchanged.
 inline std::string shortLine(const std::string& line) {
   constexpr std::string_view kError = "[Error] ";
   if (line.starts_with("[Debug]")) return logLines::shortDebugLine(line);
@@ -57,8 +57,8 @@ inline std::string shortLine(const std::string& line) {
   return line;
 }
 
-/// Who wrote the debug lines whose message begins so: "Class Class::operation" for each, and the
-/// whole line behind "MALFORMED " where no line number follows.
+/// Returns who wrote the debug lines whose message begins with this text: "Class Class::operation"
+/// for each, or the whole line behind "MALFORMED " if there is no line number.
 inline std::set<std::string> ownersOf(const MemoryLog& log, std::string_view messageStart) {
   constexpr std::string_view kDebug = "[Debug]";
   std::set<std::string> owners;

@@ -10,7 +10,7 @@
 
 namespace zovk {
 
-/// The messages of the debug lines of one class, in order.
+/// Returns the messages of the debug lines of one class, in order.
 inline std::vector<std::string> debugMessages(const MemoryLog& log,
                                               std::string_view fileName = "ZOVKPopupManager") {
   std::vector<std::string> messages;
@@ -27,7 +27,7 @@ inline std::vector<std::string> controllerMessages(const MemoryLog& log) {
   return debugMessages(log, "ZOVKPopupViewController");
 }
 
-/// The messages of all error lines, in order.
+/// Returns the messages of all error lines, in order.
 inline std::vector<std::string> errorMessages(const MemoryLog& log) {
   constexpr std::string_view kStart = "[Error] ";
   std::vector<std::string> messages;

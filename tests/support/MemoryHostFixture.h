@@ -53,7 +53,7 @@ class MemoryHostFixture : public ::testing::Test {
     ZOVKPopup::showPopup("lobby", 0, complete);
   }
   void pump() { ZOVKPopupHost::pump(std::chrono::seconds(10)); }
-  /// The page on screen posts what the player chose.
+  /// Makes the page on screen post the player's choice.
   void choose(const std::string& action) {
     const auto page = memory().userInterface.frontWebView();
     ASSERT_NE(page, nullptr) << "no page is on screen";

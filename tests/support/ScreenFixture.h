@@ -16,7 +16,7 @@
 namespace zovk {
 
 /// The real engine with the real helper, and a player with a pointer and a keyboard. Debug lines
-/// are on. A display with a window manager is supplied from outside.
+/// are on. The display with its window manager is supplied from outside.
 class ScreenFixture : public HostFixture {
  protected:
   /// Writes the bundle's document and sets the popups up.
@@ -42,7 +42,7 @@ class ScreenFixture : public HostFixture {
     screen().sync([&](bool) { done = true; });
     pumpUntil([&] { return done; }, "the screen");
   }
-  /// A real click of the pointer on the middle of a view, or beside it. Only views that the engine
+  /// Clicks with the real pointer on the middle of a view, or beside it. Only views that the engine
   /// has named to the helper have a known place.
   void click(const std::string& outlet, double beside = 0) {
     sync();
@@ -55,7 +55,7 @@ class ScreenFixture : public HostFixture {
     run("mousemove" + middle(frame.x + beside, frame.width) + middle(frame.y, frame.height) +
         " click 1");
   }
-  /// Where a view stands on the popup's screen; absent for a layout that does not have it.
+  /// Returns the place of a view on the popup's screen, or nothing if the layout does not have it.
   std::optional<HelperInspector::ViewFrame> place(const std::string& outlet) {
     screen().viewFrame(outlet);
     sync();
@@ -71,7 +71,7 @@ class ScreenFixture : public HostFixture {
         },
         "the popup to fill " + std::to_string(width) + "x" + std::to_string(height));
   }
-  /// Real keys.
+  /// Presses real keys.
   static void press(const std::string& keys) { run("key " + keys); }
   bool isShown(const std::string& outlet) {
     sync();
@@ -81,7 +81,7 @@ class ScreenFixture : public HostFixture {
   HelperInspector& screen() {
     return dynamic_cast<HelperInspector&>(platform_->interfaces().userInterface);
   }
-  /// What the popup's screen logged, without the places in the source.
+  /// Returns the log messages of the popup's screen, without their places in the source.
   std::vector<std::string> screenMessages() {
     std::vector<std::string> messages;
     for (const std::string& line : lines()) {

@@ -6,8 +6,8 @@
 
 namespace zovk {
 
-/// The screen that scripts/with-display made, which a test may turn and resize; it has its first
-/// size again when the holder goes. A developer's own screen is left alone.
+/// The screen that scripts/with-display made. A test may turn and resize it; it gets its first size
+/// back with the end of the object. A developer's own screen is not changed.
 class VirtualScreen {
  public:
   ~VirtualScreen() {

@@ -13,12 +13,12 @@
 
 namespace zovk {
 
-/// Documents for the tool to judge, at a time of the test's own.
+/// Documents for the tool to judge, at a time that the test chooses.
 class DocumentTest : public ToolTest {
  protected:
   static constexpr const char* kNow = "1000000";
 
-  /// An entry without any problem.
+  /// Returns an entry without any problem.
   static boost::json::object webPage(const std::string& scene, int popId = 1) {
     const std::string uri = "https://popups.example/" + scene;
     return {{"pop_id", popId},     {"scene", scene},
@@ -27,14 +27,14 @@ class DocumentTest : public ToolTest {
             {"sig", md5Hex(uri)},  {"pop_freq", 2},
             {"publish_time", 100}, {"report_url", "https://popups.example/report"}};
   }
-  /// A page without any problem.
+  /// Returns a page without any problem.
   static std::string pageText(const std::string& scene) {
     return "<!doctype html><meta charset=\"utf-8\"><meta name=\"viewport\" content=\"x\">"
            "<title>" +
            scene + "</title><style>body { background: #000 }</style>" +
            "<script>window.webkit.messageHandlers.ZOVKPopup.postMessage('')</script>";
   }
-  /// The same with a page file, which is written as NAME.html.
+  /// Returns an entry with a page file, which is written as NAME.html.
   boost::json::object pageFile(const std::string& scene, int popId = 1) const {
     boost::json::object entry = webPage(scene, popId);
     const std::string page = pageText(scene);
@@ -58,7 +58,7 @@ class DocumentTest : public ToolTest {
     return write("popups.json", boost::json::serialize(boost::json::object{{"popups", entries}}));
   }
 
-  /// "error /path message" for each problem, in order.
+  /// Returns "error /path message" for each problem, in order.
   static std::vector<std::string> problems(const ProgramRun& run) {
     std::vector<std::string> result;
     const boost::json::value report = run.json();

@@ -11,17 +11,17 @@
 
 namespace zovk {
 
-/// What a program left behind.
+/// The results of a program.
 struct ProgramRun {
   int code = -1;
   std::string out;
   std::string err;
 
-  /// Standard output as JSON; fails the test when it is none.
+  /// Returns standard output as JSON. Fails the test if it is not JSON.
   boost::json::value json() const;
 };
 
-/// Runs a program to its end. The one that stands first is named by its path.
+/// Runs a program to its end. The first argument is its path.
 ProgramRun runProgram(const std::vector<std::string>& arguments);
 /// Runs the tool.
 ProgramRun runTool(std::vector<std::string> arguments);
@@ -30,7 +30,7 @@ ProgramRun runTool(std::vector<std::string> arguments);
 class ToolTest : public ::testing::Test {
  protected:
   std::string path(const std::string& name) const { return (folder_.path() / name).string(); }
-  /// Writes a file and gives its path.
+  /// Writes a file and returns its path.
   std::string write(const std::string& name, const std::string& text) const;
   static std::string read(const std::string& path);
 

@@ -31,7 +31,7 @@ class PublishTest : public DocumentTest {
   std::string live(const std::string& name = "popup/get_info") const {
     return read(site() + "/current/" + name);
   }
-  /// The only popup of a document that was published.
+  /// Returns the only popup of a published document.
   static boost::json::object popupOf(const std::string& text) {
     boost::json::error_code error;
     const boost::json::value document = boost::json::parse(text, error);

@@ -12,7 +12,8 @@
 
 namespace zovk {
 
-/// What a popup needs of a controller: one layout, one page in it, swapped on a turn.
+/// The parts of a controller that a popup needs: one layout, one page in it, swapped when the
+/// screen turns.
 class ClientScreen : public ViewController,
                      public LayoutOwner,
                      public WebViewDelegate,
@@ -80,16 +81,16 @@ class HelperClientLive : public testing::Test {
   HelperClientLive();
   ~HelperClientLive() override;
 
-  /// Opens a window with a page and waits until the page says that it is there.
+  /// Opens a window with a page, and waits until the page reports that it is there.
   void openPage();
-  /// Pumps on events until `done`; a wait that takes too long fails the test.
+  /// Pumps on events until `done`. Fails the test if the wait takes too long.
   void pumpUntil(const char* what, const std::function<bool()>& done);
   /// Waits until all commands so far are on screen.
   void sync();
-  /// A real click of the pointer on the middle of a button.
+  /// Clicks with the real pointer on the middle of a button.
   void click(const std::string& outlet);
   void killHelper();
-  /// No helper may be lost but those that the test killed.
+  /// Checks that no helper was lost except those that the test killed.
   void TearDown() override;
   static std::string pageUrl();
 

@@ -15,11 +15,11 @@ struct Place {
   bool operator==(const Place&) const = default;
 };
 
-/// The window of a game on a screen of the test's choice, and what a game does with it. Waits throw
+/// The window of a game on a screen that the test chooses, and a game's actions on it. Waits throw
 /// std::runtime_error after a bound.
 class GameStandIn {
  public:
-  /// `display` is an X11 display; empty for the one of this process.
+  /// `display` is an X11 display; empty for that of this process.
   explicit GameStandIn(const Place& place, const std::string& display = {});
   ~GameStandIn();
   GameStandIn(const GameStandIn&) = delete;
@@ -28,14 +28,14 @@ class GameStandIn {
   std::uint64_t id() const { return window_; }
   void move(const Place& place);
   void minimise();
-  /// Asks the window manager to make it the active one, which brings it back, too.
+  /// Asks the window manager to make it the active one, which also brings it back.
   void activate();
   void awaitFocus(bool focused);
-  /// Where its content stands on the screen.
+  /// Returns the place of its content on the screen.
   Place place() const;
-  /// The window that says it stands before this one; 0 when there is none.
+  /// Returns the window that is declared to be in front of this one; 0 if there is none.
   std::uint64_t popup() const;
-  /// Where some other window's content stands, once it stands there: waits for `wanted`.
+  /// Waits until another window's content is at `wanted`.
   void awaitPlace(std::uint64_t window, const Place& wanted) const;
   void awaitViewable(std::uint64_t window, bool viewable) const;
   bool isOverrideRedirect(std::uint64_t window) const;
@@ -47,7 +47,7 @@ class GameStandIn {
   std::uint64_t window_ = 0;
 };
 
-/// An X server with no window manager, for as long as the object lives; without pixels to see.
+/// An X server without a window manager, as long as the object lives; its pixels cannot be seen.
 class BareScreen {
  public:
   explicit BareScreen(const std::string& size = "1280x800");
@@ -55,7 +55,7 @@ class BareScreen {
   BareScreen(const BareScreen&) = delete;
   BareScreen& operator=(const BareScreen&) = delete;
   const std::string& name() const { return name_; }
-  /// What a program on this screen is to find in its environment.
+  /// Returns the environment for a program on this screen.
   std::vector<std::string> environment() const;
 
  private:
@@ -63,7 +63,8 @@ class BareScreen {
   std::string name_;
 };
 
-/// Tells programs on the display of this process that windows are blended there, as on a desktop.
+/// Makes programs on the display of this process believe that windows are blended there, as on a
+/// desktop.
 class BlendingManager {
  public:
   BlendingManager();
@@ -75,7 +76,7 @@ class BlendingManager {
   void* display_;
 };
 
-/// A window manager that never shows anything, as a screen on which popups do not come up.
+/// A window manager that never shows anything, like a screen on which popups do not come up.
 class IdleManager {
  public:
   explicit IdleManager(const BareScreen& screen);

@@ -4,8 +4,8 @@
 
 namespace zovk {
 
-/// A server on the loopback that a test plays by hand, without a thread of its own. Waits that take
-/// too long throw std::runtime_error.
+/// A server on the loopback that a test plays by hand, without its own thread. Waits that take too
+/// long throw std::runtime_error.
 class HandServer {
  public:
   HandServer();
@@ -16,7 +16,7 @@ class HandServer {
   std::string url() const;
   /// Waits for a request; the connection stays open without an answer.
   void awaitRequest();
-  /// Answers the request that was awaited last with a page of that title.
+  /// Answers the last awaited request with a page of that title.
   void answer(const std::string& title);
 
  private:

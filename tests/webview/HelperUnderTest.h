@@ -12,7 +12,7 @@
 
 namespace zovk {
 
-/// A directory that goes with its holder.
+/// A directory that is removed with its holder.
 class ScratchDirectory {
  public:
   ScratchDirectory();
@@ -25,13 +25,13 @@ class ScratchDirectory {
   std::filesystem::path path_;
 };
 
-/// The game's end of a running helper. Every wait has a bound and throws std::runtime_error, saying
-/// what it waited for, when the bound is reached or the helper ends.
+/// The game's end of a running helper. Every wait has a bound. It throws std::runtime_error, with
+/// the thing it waited for, when the bound is reached or the helper ends.
 class HelperUnderTest {
  public:
   enum class Start { kGreeted, kSilent };
-  /// Greets the helper and waits for its `ready`, or leaves it alone. `environment` replaces
-  /// variables of this process ("NAME=value") or leaves them out ("NAME").
+  /// Greets the helper and waits for its `ready`, or does neither. `environment` replaces variables
+  /// of this process ("NAME=value") or removes them ("NAME").
   explicit HelperUnderTest(Start start = Start::kGreeted,
                            const std::vector<std::string>& environment = {});
   ~HelperUnderTest();
@@ -47,14 +47,16 @@ class HelperUnderTest {
   /// The files go with the message.
   void sendWithFiles(const HelperMessage& message, const std::vector<int>& files);
   void sendBytes(std::string_view bytes);
-  /// The next event of the type whose members include `members`; it is taken out of the queue.
+  /// Waits for the next event of the type whose members include `members`, and takes it out of the
+  /// queue.
   HelperMessage await(std::string_view type, const HelperMessage& members = {});
-  /// Takes in all that was sent before this call had an answer, then whether such an event came.
+  /// Receives everything that was sent before this call had an answer. Returns whether such an
+  /// event came.
   bool came(std::string_view type, const HelperMessage& members = {});
   /// Waits for the answer to a `sync` of the window.
   void sync(int window = 1);
   void closeSocket();
-  /// Waits for the process to end; its exit status, or minus the signal that ended it.
+  /// Waits for the process to end. Returns its exit status, or minus the signal that ended it.
   int awaitEnd();
 
  private:
@@ -71,11 +73,11 @@ class HelperUnderTest {
   HelperMessage ready_;
 };
 
-/// Starts a helper that finds `socket` as its descriptor 3; its process.
+/// Starts a helper that gets `socket` as its descriptor 3. Returns its process.
 pid_t spawnHelper(int socket, const std::vector<std::string>& environment = {});
-/// Runs a program to its end; its exit status.
+/// Runs a program to its end. Returns its exit status.
 int runProgram(const std::vector<std::string>& arguments);
-/// Whether the process ends within the bound.
+/// Returns whether the process ends within the bound.
 bool endsSoon(pid_t pid);
 
 }  // namespace zovk

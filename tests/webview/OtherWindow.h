@@ -4,8 +4,8 @@
 
 namespace zovk {
 
-/// A window of another program, as the game's own: shown, and active at first. The bound of its
-/// waits is the time-out of the test.
+/// A window of another program, such as the game's: shown, and active at first. Its waits are
+/// bounded by the time-out of the test.
 class OtherWindow {
  public:
   OtherWindow();
@@ -14,15 +14,16 @@ class OtherWindow {
   OtherWindow& operator=(const OtherWindow&) = delete;
 
   std::uint64_t id() const { return window_; }
-  /// Has the window manager make it the active one.
+  /// Makes the window manager activate it.
   void activate();
   /// Waits until it gets or loses the keyboard.
   void awaitFocus(bool focused);
-  /// Whether some window on the screen says that it stands before this one.
+  /// Returns whether a window on the screen is declared to be in front of this one.
   bool hasTransient() const { return transient() != 0; }
-  /// From now on also hears when the window that stands before this one leaves the screen.
+  /// From now on also watches when the window in front of this one leaves the screen.
   void watchTransient();
-  /// Waits until it gets the keyboard; whether the watched window had left the screen by then.
+  /// Waits until it gets the keyboard. Returns whether the watched window had left the screen by
+  /// then.
   bool getsFocusAfterTransientLeft();
 
  private:

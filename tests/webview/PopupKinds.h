@@ -6,8 +6,8 @@
 
 namespace zovk {
 
-/// What the game hides on a fresh layout for one kind of popup, and what is left of the buttons, in
-/// the order of the tab key.
+/// The views that the game hides on a fresh layout for one kind of popup, and the remaining
+/// buttons, in the order of the tab key.
 struct PopupKind {
   const char* name;
   std::vector<std::string> hidden;
@@ -35,7 +35,7 @@ inline std::vector<PopupKind> popupKinds() {
        {"centerConfirmBtn"}}};
 }
 
-/// The action that the layouts connect to a button.
+/// Returns the action that the layouts connect to a button.
 inline std::string actionOf(const std::string& button) {
   if (button == "rejectBtn") return "rejectButtonDidClicked";
   if (button == "confirmBtn" || button == "centerConfirmBtn") return "confirmButtonDidClicked";

@@ -24,17 +24,17 @@ class PopupScreen {
   explicit PopupScreen(HelperUnderTest& helper) : helper_(helper) {}
 
   void createWindow();
-  /// The web view alone, see-through, in place of a layout.
+  /// Shows the web view alone, see-through, instead of a layout.
   void fillWithWebView();
   void loadLayout(const std::string& name = "ZOVKPopupView",
                   const std::string& bundle = HELPER_BUNDLE);
   void createWebView(bool opaque = false);
   void show();
-  /// A window with a layout and a web view, shown.
+  /// Opens a window with a layout and a web view, and shows it.
   void open();
   /// Loads one of the test's pages and allows its first navigation.
   void loadPage(const std::string& name);
-  /// All of the above.
+  /// Does all of the above.
   void openPage(const std::string& name);
   /// Asks for an address; the page's first navigation then waits.
   HelperMessage ask(const std::string& url);
@@ -43,14 +43,14 @@ class PopupScreen {
   void load(const std::string& url);
 
   static int view(const std::string& outlet);
-  /// Has the page run a script; its result, or the error's text.
+  /// Makes the page run a script. Returns its result, or the error's text.
   boost::json::value evaluate(const std::string& script);
-  /// The place of a view in its window, once it is seen.
+  /// Returns the place of a view in its window, once it is seen.
   boost::json::array place(int view);
   void hide(const std::string& outlet, bool hidden = true);
-  /// A real click of the pointer on the middle of a button.
+  /// Clicks with the real pointer on the middle of a button.
   void click(const std::string& outlet);
-  /// A real click on the middle of the page with one of the pointer's buttons.
+  /// Clicks really on the middle of the page with one of the pointer's buttons.
   void clickPage(int button = 1);
   static std::string pageUrl(const std::string& name);
 

@@ -2,7 +2,7 @@
 
 namespace zovk {
 
-/// How many windows stand on the screen, dialogs and menus of all programs included.
+/// Returns how many windows are on the screen, including dialogs and menus of all programs.
 int windowsOnScreen();
 
 }  // namespace zovk

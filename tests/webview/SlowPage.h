@@ -6,7 +6,8 @@
 
 namespace zovk {
 
-/// A server on the loopback with one page, of which the second half comes only when it is let go.
+/// A server on the loopback with one page. The second half of the page comes only when the test
+/// releases it.
 class SlowPage {
  public:
   SlowPage();
@@ -18,7 +19,7 @@ class SlowPage {
   void letGo() { rest_.set_value(true); }
 
  private:
-  /// A connection on which something was asked for; -1 when the server ends.
+  /// Returns a connection with a request; -1 when the server ends.
   int acceptRequest() const;
   void serve(std::future<bool> rest) const;
 

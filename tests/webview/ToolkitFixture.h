@@ -13,11 +13,11 @@ namespace zovk {
 class ToolkitFixture : public testing::Test {
  protected:
   static void SetUpTestSuite() {
-    setenv("GTK_A11Y", "test", 1);  // what a screen reader would be told can be asked for
+    setenv("GTK_A11Y", "test", 1);  // lets the test ask for the texts for screen readers
     setenv("GSK_RENDERER", "cairo", 0);
     if (gtk_init_check() == FALSE) throw std::runtime_error("no display");
   }
-  /// Runs the main loop until `done`; false when that takes too long.
+  /// Runs the main loop until `done`. Returns false if that takes too long.
   static bool runUntil(const std::function<bool()>& done) {
     bool late = false;
     const guint bound = g_timeout_add_seconds(

@@ -20,7 +20,7 @@
 
 namespace zovk {
 
-/// Main queue, timers and clock, with what moves them on.
+/// Main queue, timers and clock, and a way to move them on.
 class LoopBackend {
  public:
   MainQueue& queue() { return queue_; }
@@ -28,14 +28,14 @@ class LoopBackend {
   Clock& clock() { return clock_; }
   /// Runs what is due.
   void run() { queue_.pump(std::chrono::hours(24)); }
-  /// Runs what becomes due until `done`.
+  /// Runs tasks as they become due, until `done`.
   void runUntil(const std::function<bool()>& done, const std::string& what) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     for (run(); !done(); run()) {
       if (!waitUntil(end)) throw std::runtime_error("waited in vain for " + what);
     }
   }
-  /// Lets time pass, running what becomes due meanwhile.
+  /// Lets time pass, and runs tasks as they become due.
   void advance(std::chrono::milliseconds duration) {
     const auto end = std::chrono::steady_clock::now() + duration;
     do {
@@ -99,13 +99,13 @@ class UrlBackend {
  public:
   UrlSession& session() { return session_; }
   FileSystem& files() { return files_; }
-  /// Answers requests to `path`; gives the address.
+  /// Answers requests to `path`. Returns the address.
   std::string serve(const std::string& path, int status, const std::string& body) {
     return server_.serve(path, status, body);
   }
-  /// An address whose requests are never answered.
+  /// Returns an address whose requests are never answered.
   std::string silentUrl() const { return server_.url("/silent"); }
-  /// An address where no server is.
+  /// Returns an address without a server.
   std::string unreachableUrl() const { return unusedAddress() + "/"; }
   void shutDown() { session_.shutDown(); }
 

@@ -16,8 +16,8 @@
 
 namespace zovk {
 
-/// A web server on a port of the kernel's choice. "/silent" never answers. Its log of requests
-/// may be read at any time; answers are set up before they are asked for.
+/// A web server on a port that the kernel chooses. "/silent" never answers. Its log of requests may
+/// be read at any time; set answers up before they are asked for.
 class LoopbackServer {
  public:
   using Handler = std::function<void(const httplib::Request&, httplib::Response&)>;
@@ -28,10 +28,10 @@ class LoopbackServer {
   LoopbackServer& operator=(const LoopbackServer&) = delete;
 
   std::string url(const std::string& path) const;
-  /// Answers GET and POST requests to `path`; gives the address.
+  /// Answers GET and POST requests to `path`. Returns the address.
   std::string serve(const std::string& path, int status, const std::string& body);
   std::string handle(const std::string& path, Handler handler);
-  /// The requests so far.
+  /// Returns the requests so far.
   std::vector<httplib::Request> requests() const;
   /// Blocks until the server ends.
   void waitForEnd() const { ended_.wait(); }
@@ -54,7 +54,7 @@ class LoopbackServer {
   std::thread thread_;
 };
 
-/// The address of a port on which nobody listens.
+/// Returns the address of a port on which nobody listens.
 std::string unusedAddress();
 
 }  // namespace zovk

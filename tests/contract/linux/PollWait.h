@@ -7,7 +7,7 @@
 
 namespace zovk {
 
-/// Waits until the descriptor is readable, for so long at most; false when it is not.
+/// Waits until the descriptor is readable, for at most `bound`. Returns false if it is not.
 inline bool waitReadable(int fd, std::chrono::milliseconds bound) {
   pollfd entry{fd, POLLIN, 0};
   const auto milliseconds = std::max<std::chrono::milliseconds::rep>(bound.count(), 0);

@@ -6,7 +6,7 @@
 
 namespace zovk {
 
-/// Changes an environment variable for a while; without a value it takes it away.
+/// Changes an environment variable while it lives; without a value, removes it.
 class ScopedVariable {
  public:
   ScopedVariable(std::string name, const std::optional<std::string>& value)

@@ -7,7 +7,7 @@
 
 namespace zovk {
 
-/// A new directory that goes away with all it holds.
+/// A new directory that is removed with its contents.
 class ScratchDirectory {
  public:
   ScratchDirectory() : path_((std::filesystem::temp_directory_path() / "test-XXXXXX").string()) {

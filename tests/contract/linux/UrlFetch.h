@@ -11,7 +11,7 @@
 
 namespace zovk {
 
-/// A request under way, and the result that it is to bring.
+/// A running request, and its later result.
 struct Fetch {
   std::shared_ptr<UrlTask> task;
   std::future<DataResult> end;

@@ -14,7 +14,7 @@
 
 namespace zovk {
 
-/// Main queue, timers and clock, with what moves them on.
+/// Main queue, timers and clock, and a way to move them on.
 class LoopBackend {
  public:
   MainQueue& queue() { return scheduler_; }
@@ -22,11 +22,11 @@ class LoopBackend {
   Clock& clock() { return scheduler_; }
   /// Runs what is due.
   void run() { scheduler_.runReady(); }
-  /// Runs what becomes due until `done`.
+  /// Runs tasks as they become due, until `done`.
   void runUntil(const std::function<bool()>& done, const std::string& what) {
     if (!done()) scheduler_.runUntil(done, what);
   }
-  /// Lets time pass, running what becomes due meanwhile.
+  /// Lets time pass, and runs tasks as they become due.
   void advance(std::chrono::milliseconds duration) { scheduler_.advance(duration); }
   /// Lets time pass without running anything.
   void skip(std::chrono::milliseconds duration) { scheduler_.skip(duration); }
@@ -77,7 +77,7 @@ class UrlBackend {
   }
   UrlSession& session() { return session_; }
   FileSystem& files() { return files_; }
-  /// Answers requests to `path`; gives the address.
+  /// Answers requests to `path`. Returns the address.
   std::string serve(const std::string& path, int status, const std::string& body) {
     MemoryAnswer answer;
     answer.status = status;
@@ -85,9 +85,9 @@ class UrlBackend {
     answers_[url(path)] = answer;
     return url(path);
   }
-  /// An address whose requests are never answered.
+  /// Returns an address whose requests are never answered.
   std::string silentUrl() const { return url("/silent"); }
-  /// An address where no server is.
+  /// Returns an address without a server.
   std::string unreachableUrl() {
     MemoryAnswer answer;
     answer.error = "connection refused";

@@ -13,8 +13,8 @@
 
 namespace zovk {
 
-/// A game with a web window of its own, whose page is a real one. The game has the handlers "tell",
-/// which notes the text it is given, and "double", which responds with the text twice.
+/// A game with a web window that shows a real page. The game has the handlers "tell", which records
+/// its text, and "double", which responds with the text twice.
 class BridgePageFixture : public ScreenFixture {
  protected:
   using Value = std::optional<boost::json::value>;
@@ -27,10 +27,10 @@ class BridgePageFixture : public ScreenFixture {
     ZOVKPopupHost::shutDown();
   }
 
-  /// A page that runs `script` at once. The script has `withBridge(use)`, which asks for the bridge
-  /// once and calls `use(bridge)` as soon as it is there.
+  /// Returns a page that runs `script` at once. The script has `withBridge(use)`, which asks for
+  /// the bridge once and calls `use(bridge)` as soon as it exists.
   static std::string page(const std::string& script);
-  /// The same, with all of `script` run with the bridge as `bridge`.
+  /// Returns such a page; all of `script` is run with the bridge as `bridge`.
   static std::string bridgePage(const std::string& script);
 
   /// Opens the window with a page at "/page".
@@ -43,17 +43,17 @@ class BridgePageFixture : public ScreenFixture {
   ZOVKPopupWebWindowSettings& windowSettings() { return windowSettings_; }
   PageServer& site() { return site_; }
 
-  /// The texts that the page has told so far.
+  /// Returns the texts that the page has sent so far.
   const std::vector<std::string>& told() const { return told_; }
   void awaitTold(std::size_t count);
-  /// The result of a script, once it is there; what went wrong behind "ERROR " otherwise.
+  /// Waits for the result of a script; an error is returned behind "ERROR ".
   boost::json::value evaluate(const std::string& script);
   /// Evaluates again and again, until the result is true.
   void awaitTrue(const std::string& condition);
-  /// How often pages have taken the place of others.
+  /// Returns how often a page has replaced another.
   int pagesSeen() const { return pagesSeen_; }
   void awaitPages(int count);
-  /// The bridge's own lines so far.
+  /// Returns the bridge's own log lines so far.
   std::vector<std::string> bridgeLines();
   void awaitBridgeLines(std::size_t count);
 

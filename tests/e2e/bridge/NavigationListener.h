@@ -7,7 +7,8 @@
 
 namespace zovk {
 
-/// A game that decides on navigations, and notes what it hears. It cancels those to "forbidden".
+/// A game that decides on navigations and records its events. It cancels navigations to
+/// "forbidden".
 class NavigationListener final : public WebViewDelegate {
  public:
   void decidePolicyForNavigationAction(WebView&, const NavigationAction& action,

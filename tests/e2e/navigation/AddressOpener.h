@@ -10,13 +10,13 @@
 
 namespace zovk {
 
-/// The only program of the machine that opens addresses, as long as this lives: one that writes
-/// down what it was given. Programs that are started meanwhile find no other.
+/// While it lives, the only program of the machine that opens addresses: it records the addresses
+/// it gets. Programs that are started meanwhile find no other.
 class AddressOpener {
  public:
   explicit AddressOpener(std::initializer_list<const char*> schemes);
 
-  /// The addresses that came so far, in the order of their coming.
+  /// Returns the addresses so far, in the order of arrival.
   const std::vector<std::string>& opened();
 
  private:

@@ -7,8 +7,8 @@
 
 namespace zovk {
 
-/// A site of pages. A page that asks for its gate hears nothing until the test opens it, which is
-/// how a test tells a page that it has seen what it waited for.
+/// A site of pages. A page that asks for its gate gets no answer until the test opens it. In that
+/// way a test tells a page that it has seen what it waited for.
 class PageServer {
  public:
   PageServer();
@@ -17,12 +17,12 @@ class PageServer {
   PageServer& operator=(const PageServer&) = delete;
 
   std::string url(const std::string& path) const { return server_.url(path); }
-  /// Each gives the address.
+  /// Each of these returns the address.
   std::string page(const std::string& path, const std::string& html);
   std::string redirect(const std::string& path, const std::string& target);
-  /// Begins a page and breaks the connection off.
+  /// Begins a page and breaks off the connection.
   std::string brokenPage(const std::string& path);
-  /// The requests to `path` so far, each "METHOD body".
+  /// Returns the requests to `path` so far, each as "METHOD body".
   std::vector<std::string> requestsTo(const std::string& path) const;
   bool wasAsked() const { return !server_.requests().empty(); }
   std::string gate() const { return url("/gate"); }

@@ -15,16 +15,16 @@ class LogBook {
   void add(std::string_view line);
   void clear();
   std::vector<std::string> lines() const;
-  /// The error lines, in order and without the level in front.
+  /// Returns the error lines, in order and without the level in front.
   std::vector<std::string> errors() const;
-  /// Whether a line ends in this message.
+  /// Returns whether a line ends with this message.
   bool has(std::string_view message) const { return count(message) > 0; }
 
-  /// Waits until so many lines end in `message`. False, after a minute, when they
-  /// do not come.
+  /// Waits until `times` lines end with `message`. Returns false if they do not come within a
+  /// minute.
   bool waitFor(std::string_view message, std::size_t times = 1) const;
-  /// Calls `action`, once, from within the logging of the first line that ends in `message`: what
-  /// is logged goes on only when it returns.
+  /// Calls `action` once, while the first line that ends with `message` is logged. Logging
+  /// continues when it returns.
   void onLine(std::string message, std::function<void()> action);
 
  private:

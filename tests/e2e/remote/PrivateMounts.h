@@ -4,10 +4,10 @@
 
 namespace zovk {
 
-// Mounts that this process alone sees, with those it starts from now on. To be made while the
-// process has one thread. Not every machine allows them.
+// Mounts that only this process and its later children see. Make them while the process has one
+// thread. Not every machine allows them.
 
-/// An empty disk of so many kilobytes in place of a directory's content.
+/// Replaces a directory's contents by an empty disk of that many kilobytes.
 class SmallDisk {
  public:
   SmallDisk(const std::filesystem::path& directory, int kilobytes);
@@ -22,8 +22,8 @@ class SmallDisk {
   bool mounted_ = false;
 };
 
-/// Makes the certificates in the file the only authorities that the system's store knows. False
-/// where that is not allowed.
+/// Makes the certificates in the file the only authorities of the system's store. Returns false if
+/// that is not allowed.
 bool trustOnly(const std::filesystem::path& certificates);
 
 }  // namespace zovk

@@ -17,9 +17,9 @@
 
 namespace zovk {
 
-/// A game and its popup service: the real component on the real platform, the real service in a
-/// process of its own. The game ships a popup for the scene "lobby", of scene type 1; the service
-/// offers what a test tells it to. Starting the game again stands for the next day.
+/// A game and its popup service: the real component on the real platform, and the real service in
+/// its own process. The game ships a popup for the scene "lobby", of scene type 1; each test
+/// decides what the service offers. Starting the game again stands for the next day.
 class RemoteFixture : public HostFixture {
  protected:
   static constexpr const char* kGame = "1001";
@@ -35,20 +35,21 @@ class RemoteFixture : public HostFixture {
   // The service.
   void startService(std::vector<std::string> arguments = {});
   void stopService();
-  /// Sets or, with "none", takes away a fault while the service runs.
+  /// Sets a fault while the service runs or, with "none", removes it.
   void setFault(const std::string& path, const std::string& kind, std::uint64_t times = 0);
   const std::string& base() const { return base_; }
   ServiceFolder& folder() { return folder_; }
   boost::json::array reports() const;
   /// Writes a configuration document with these popups.
   void offer(const boost::json::array& popups, const std::string& name = "config.json");
-  /// A popup of the service with a page file.
+  /// Returns a popup of the service with a page file.
   static boost::json::object pageFile(const std::string& scene, std::uint64_t sceneType,
                                       const std::string& page);
-  /// A conditional popup of the service, a web page, that is asked about at `checkPath`.
+  /// Returns a conditional popup of the service, a web page, whose condition is asked at
+  /// `checkPath`.
   static boost::json::object conditional(const std::string& scene, const std::string& checkPath);
-  /// The request lines that the service has seen, each with the status of its answer. They are
-  /// whole once the service has been stopped.
+  /// Returns the request lines of the service, each with the status of its answer. They are
+  /// complete once the service has been stopped.
   std::string requestLog() const;
 
   // The game.
@@ -61,20 +62,20 @@ class RemoteFixture : public HostFixture {
   void letADayPass(std::size_t pages = 1);
   virtual ZOVKPopupHostSettings gameSettings();
   LogBook& log() { return *log_; }
-  /// Waits for the end of a line; fails the test with the log when it does not come.
+  /// Waits for a line with this end. Fails the test with the log if it does not come.
   void await(const std::string& message, std::size_t times = 1);
   void awaitPages(std::size_t count);
 
   std::filesystem::path cachePath(const std::string& name = "") const;
   std::filesystem::path settingsPath() const;
   std::string savedConfig() const { return readFile(cachePath("ZOVKPopupRemote.config")); }
-  /// Where the game keeps a page file of the service.
+  /// Returns where the game keeps a page file of the service.
   std::filesystem::path cachedPage(const std::string& html,
                                    std::uint64_t sceneType = kRemoteType) const;
   std::vector<std::string> cacheListing() const;
   static std::string readFile(const std::filesystem::path& path);
 
-  /// The error line of a request to the path that failed for this reason.
+  /// Matches the error line of a request to the path that failed for this reason.
   testing::Matcher<std::string> requestError(const std::string& path,
                                              const std::string& reason) const;
 

@@ -4,8 +4,8 @@
 
 namespace zovk {
 
-/// A large configuration document, as a service would send it. Documents of different numbers
-/// differ in length and all over their text.
+/// Returns a large configuration document, as a service would send it. Documents with different
+/// numbers differ in length and in all parts of their text.
 inline std::string savedDocument(int number) {
   constexpr int kPopups = 1000;
   std::string popups;

@@ -4,7 +4,7 @@
 
 namespace zovk {
 
-/// A plain connection to a port on this machine, for what no HTTP client would send or show.
+/// A plain connection to a port on this machine, for bytes that no HTTP client would send or show.
 class RawConnection {
  public:
   explicit RawConnection(int port);
@@ -14,18 +14,18 @@ class RawConnection {
 
   void send(const std::string& bytes) const;
   void finishSending() const;
-  /// Waits until something has come, and returns it; empty when the peer has closed.
+  /// Waits for bytes, and returns them; empty if the peer has closed.
   std::string readSome() const;
-  /// All that comes until the peer closes.
+  /// Returns everything that comes until the peer closes.
   std::string readAll() const;
 
  private:
   int socket_;
 };
 
-/// Sends a text and returns all that comes back until the peer closes.
+/// Sends a text and returns everything that comes back until the peer closes.
 std::string exchange(int port, const std::string& request);
-/// Sends a text and returns the status of the answer; 0 when there is none.
+/// Sends a text and returns the status of the answer; 0 if there is none.
 int statusOf(int port, const std::string& request);
 
 }  // namespace zovk

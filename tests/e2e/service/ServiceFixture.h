@@ -16,8 +16,7 @@
 
 namespace zovk {
 
-/// The service on a folder of its own, asked the way a game asks: requests are signed by the
-/// component's code.
+/// The service on its own folder. It gets requests as from a game: the component's code signs them.
 class ServiceFixture : public ::testing::Test {
  protected:
   static constexpr const char* kGame = "1001";
@@ -30,12 +29,12 @@ class ServiceFixture : public ::testing::Test {
 
   /// Starts the service and waits until it listens.
   void start(std::vector<std::string> arguments = {});
-  /// Starts it in the expectation that it ends at once; returns its exit code.
+  /// Starts it and expects that it ends at once. Returns its exit code.
   int startInVain(std::vector<std::string> arguments);
 
-  /// What every request of the game to one address carries.
+  /// Returns the parameters of every request of the game to one address.
   ZOVKPopupUrlParams paramsFor(const std::string& path) const;
-  /// The request target, signed, without the service's address.
+  /// Returns the signed request target, without the service's address.
   std::string signedTarget(const ZOVKPopupUrlParams& params) const;
   httplib::Result getSigned(const std::string& path);
   httplib::Result postSigned(const std::string& path, const boost::json::object& members);
@@ -57,7 +56,7 @@ class ServiceFixture : public ::testing::Test {
   int port_ = 0;
 };
 
-/// The JSON of an answer; null when it is none.
+/// Returns the JSON of an answer; null if it is not JSON.
 boost::json::value jsonOf(const httplib::Result& result);
 
 }  // namespace zovk

@@ -5,7 +5,7 @@
 
 namespace zovk {
 
-/// A temporary folder to serve; gone with the object.
+/// A temporary folder to serve; removed with the object.
 class ServiceFolder {
  public:
   ServiceFolder();

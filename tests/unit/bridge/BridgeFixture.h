@@ -17,7 +17,7 @@
 
 namespace zovk {
 
-/// Keeps the scripts that the bridge wants to have run.
+/// Records the scripts that the bridge runs.
 class ScriptRecorder : public ZOVKPopupWebViewJavascriptBridgeBaseDelegate {
  public:
   std::string _evaluateJavascript(const std::string& script) override {
@@ -35,7 +35,7 @@ inline constexpr const char* kNoQueue =
     "webview. This can happen if the WebViewJavascriptBridge JS is not currently present in the "
     "webview, e.g if the webview just loaded a new page.";
 
-/// The command that hands a JSON text without backslashes and single quotes to the page.
+/// Returns the command that passes a JSON text, without backslashes and single quotes, to the page.
 inline std::string commandFor(const std::string& json) {
   std::string escaped;
   for (const char c : json) {
@@ -60,26 +60,27 @@ class BridgeFixture : public ::testing::Test {
     ZPLogger::setEnvironment({});
   }
 
-  /// As after the injection, with nothing recorded yet.
+  /// Puts the bridge into the state after the injection, with nothing recorded yet.
   void open() {
     bridge_->setupMessageQueue();
     page_->scripts.clear();
   }
   std::vector<std::string>& scripts() { return page_->scripts; }
-  /// All lines but those of the traffic, which another test of the process may have switched on.
+  /// Returns all lines except those of the traffic, which another test of the process may have
+  /// switched on.
   std::vector<std::string> warnings() const {
     std::vector<std::string> lines = memory_->log.lines();
     std::erase_if(lines, [](const std::string& line) { return line.starts_with("WVJB "); });
     return lines;
   }
-  /// What a handler is told, as a text to compare: "none" or JSON.
+  /// Returns a handler's data as a text to compare: "none" or JSON.
   static std::string textOf(const Value& value) {
     return value ? boost::json::serialize(*value) : "none";
   }
   Bridge::ResponseCallback record(std::vector<std::string>& into) {
     return [&into](const Value& data) { into.push_back(textOf(data)); };
   }
-  /// Makes `handlerName` note its data.
+  /// Makes `handlerName` record its data.
   void noteCallsOf(const std::string& handlerName) {
     bridge_->setHandler(handlerName, [this](const Value& data, const Bridge::ResponseCallback&) {
       told_.push_back(textOf(data));

@@ -13,7 +13,7 @@ namespace zovk {
 inline constexpr const char* kAskForBridge = "https://__bridge_loaded__/";
 inline constexpr const char* kQueueSignal = "https://__wvjb_queue_message__/";
 
-/// A game's own delegate, which notes what it hears and leaves decisions open.
+/// A game's own delegate, which records its events and leaves decisions open.
 class NavigationRecorder : public WebViewDelegate {
  public:
   void decidePolicyForNavigationAction(WebView& webView, const NavigationAction& action,
@@ -61,9 +61,9 @@ class WebViewBridgeFixture : public BridgeFixture {
   std::shared_ptr<MemoryWebView> makeView() {
     return std::make_shared<MemoryWebView>(memory_->scheduler, WebViewConfiguration());
   }
-  /// The page asks for the bridge.
+  /// Makes the page ask for the bridge.
   void askForBridge() { view_->navigate(kAskForBridge); }
-  /// The page signals that `queue` is to be fetched; JSON, or absent for a script that fails.
+  /// Makes the page signal that `queue` can be fetched: JSON, or absent for a script that fails.
   void signal(const std::optional<boost::json::value>& queue) {
     view_->setScriptHandler([queue](const std::string& script) {
       ScriptResult result;

@@ -10,7 +10,7 @@
 
 namespace zovk {
 
-/// The engine and what documents make of it.
+/// The engine with documents of a test.
 class ConfigFixture : public EngineFixture {
  protected:
   static constexpr const char* kRemoteFile = "ZOVKPopupRemote.config";
@@ -22,7 +22,7 @@ class ConfigFixture : public EngineFixture {
     return files().text(std::string(kCache) + "/" + name);
   }
 
-  /// A document with these entries, each the text of an object.
+  /// Returns a document with these entries, each the text of an object.
   static std::string documentOf(const std::vector<std::string>& entries) {
     std::string text = R"({"popups":[)";
     for (const std::string& entry : entries) {

@@ -9,7 +9,7 @@
 
 namespace zovk {
 
-/// The engine with a merged list of the test's own, asked to explain itself.
+/// The engine with the test's own merged list, asked to explain itself.
 class ExplainFixture : public EngineFixture {
  protected:
   static constexpr std::int32_t kNow = 1'000'000;
@@ -36,7 +36,7 @@ class ExplainFixture : public EngineFixture {
   }
 };
 
-/// Verdict, what was wanted, what was found.
+/// Returns verdict, wanted value and found value.
 inline std::vector<std::string> compared(const ZOVKPopupExplainedPopup& popup) {
   return {popup.verdict, popup.wanted, popup.found};
 }

@@ -15,8 +15,8 @@
 
 namespace zovk {
 
-/// The logger of a host whose packaging a test lays out. The debug switch is decided once in the
-/// life of a process, so each test needs a process of its own.
+/// The logger of a host whose packaging a test writes. The debug switch is decided once in the life
+/// of a process, so each test needs its own process.
 class LoggerFixture : public ::testing::Test {
  protected:
   LoggerFixture() { setUpLogger(memory_->shared(), memory_->sharedLog()); }

@@ -14,7 +14,7 @@
 
 namespace zovk {
 
-/// The parameters of a request of the game 1001.
+/// Returns the parameters of a request of the game 1001.
 inline ZOVKPopupUrlParams params(const std::string& urlStr, const std::string& actionPath = "") {
   ZOVKPopupUrlParams result;
   result.urlStr = urlStr;
@@ -26,7 +26,7 @@ inline ZOVKPopupUrlParams params(const std::string& urlStr, const std::string& a
   return result;
 }
 
-/// A request object on the memory session, with an empty log, and what its completion was told.
+/// A request object on the memory session, with an empty log, and the arguments of its completion.
 class NetworkFixture : public EngineFixture {
  protected:
   using Result = std::pair<bool, std::optional<std::string>>;
@@ -40,7 +40,7 @@ class NetworkFixture : public EngineFixture {
   MemoryUrlSession& session() { return memory().urlSession; }
   std::vector<std::string> lines() { return shortLines(log()); }
 
-  /// A completion that adds what it is told to `results_`.
+  /// Returns a completion that adds its arguments to `results_`.
   ZOVKPopupNetwork::RequestComplete record() {
     return [this](bool success, const std::optional<std::string>& data) {
       results_.emplace_back(success, data);

@@ -11,8 +11,8 @@
 
 namespace zovk {
 
-/// Sees in which order the controller takes its steps: by the log, into which a test writes its own
-/// marks, and by what is there at the moment when a line is written.
+/// Observes the order of the controller's steps: by the log, into which a test writes its own
+/// marks, and by the state at the moment when a line is written.
 class OrderFixture : public ControllerFixture {
  protected:
   ~OrderFixture() override { setUpLogger(memory().shared(), memory().sharedLog()); }
@@ -30,7 +30,7 @@ class OrderFixture : public ControllerFixture {
     ZPLogger::setEnvironment(std::move(environment));
   }
   static void mark(const std::string& text) { ZPLogger::writeDirectly(text); }
-  /// Those of `texts` that the log's lines contain, in the order of the lines.
+  /// Returns those `texts` that the log's lines contain, in the order of the lines.
   std::vector<std::string> order(const std::vector<std::string>& texts) {
     std::vector<std::string> found;
     for (const std::string& line : log().lines()) {
@@ -41,7 +41,7 @@ class OrderFixture : public ControllerFixture {
     return found;
   }
 
-  /// Shows the popups with a callback that marks the log "told CODE"; the log begins empty.
+  /// Shows the popups with a callback that writes the mark "told CODE"; the log begins empty.
   void showMarked(std::vector<ZOVKPopupModel> popups) {
     controller().showPopup(
         listOf(std::move(popups)), window().get(),

@@ -16,13 +16,13 @@
 
 namespace zovk {
 
-/// Files whose identities a test chooses, so that content and identity can be made to disagree as
-/// coarse file times make them. Any thread, but for the two functions.
+/// Files whose identities a test chooses, so that content and identity can disagree, as they do
+/// with coarse file times. Any thread, except for the two functions.
 class StampedFileSystem final : public FileSystem {
  public:
-  /// What happens to the files between opening one and reading it.
+  /// Called between opening a file and reading it.
   std::function<void()> duringRead;
-  /// What happens to them once it has been read.
+  /// Called once it has been read.
   std::function<void()> afterRead;
 
   void put(const std::string& path, FileIdentity identity, std::string content) {
@@ -100,7 +100,7 @@ class StampedFileSystem final : public FileSystem {
   mutable int reads_ ZOVK_GUARDED_BY(mutex_) = 0;
 };
 
-/// A clock that stands where a test puts it.
+/// A clock that shows the time that a test sets.
 class StandingClock final : public Clock {
  public:
   explicit StandingClock(double now) : now_(now) {}
@@ -112,7 +112,7 @@ class StandingClock final : public Clock {
   double now_;
 };
 
-/// The identity of a file that was written at `seconds`.
+/// Returns the identity of a file that was written at `seconds`.
 inline FileIdentity stampedAt(double seconds, std::uint64_t size) {
   const auto time = static_cast<std::int64_t>(seconds * 1e9);
   return {1, 100, size, time, time};
