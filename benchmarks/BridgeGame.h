@@ -9,8 +9,8 @@
 
 namespace zovk {
 
-/// A game with a web window, whose page calls the game and is called by it, as fast as they can.
-/// Every answer is checked; the program ends when one is wrong.
+/// A game with a web window. Page and game call each other as fast as they can. Every answer is
+/// checked; a wrong one ends the program.
 class BridgeGame {
  public:
   /// How the game waits until the popups have something to do.
@@ -24,9 +24,10 @@ class BridgeGame {
   /// Waits on the poll descriptor and pumps.
   static void turn();
 
-  /// The page calls the game, `inFlight` calls at a time. The milliseconds that it took.
+  /// Makes the page call the game, `inFlight` calls at a time. Returns the milliseconds that it
+  /// took.
   double callsFromPage(int calls, int inFlight, const Turn& turn = BridgeGame::turn);
-  /// The game calls the page.
+  /// Makes the game call the page. Returns the milliseconds that it took.
   double callsFromGame(int calls, int inFlight, const Turn& turn = BridgeGame::turn);
   /// Closes the window and gives the processes time to clean up.
   void closeWindow();

@@ -8,11 +8,11 @@
 
 namespace zovk {
 
-/// A configuration document with `count` web-page popups, each with a scene of its own that begins
-/// with `scenePrefix`.
+/// Returns a configuration document with `count` web-page popups. Each has a different scene, which
+/// begins with `scenePrefix`.
 std::string documentOf(int count, const std::string& scenePrefix);
 
-/// `count` popups with scenes numbered from `first`.
+/// Returns `count` popups with scenes numbered from `first`.
 PopupList popupsWithScenes(int count, int first);
 
 /// Makes the memory platform the current one, with debug lines off, for as long as it lives.

@@ -8,7 +8,7 @@
 
 namespace zovk {
 
-/// The development service as a process of its own, on a folder with pages of 64 KiB.
+/// The development service in a separate process, on a folder with pages of 64 KiB.
 class LocalService {
  public:
   static constexpr const char* kGame = "1001";

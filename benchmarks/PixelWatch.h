@@ -8,23 +8,23 @@
 
 namespace zovk {
 
-/// Looks at one pixel of the X screen about a thousand times a second, on a thread and a connection
-/// of its own: what is found there is what the player sees, whoever drew it.
+/// Reads one pixel of the X screen about a thousand times a second, on a separate thread and
+/// connection. It shows what the player sees, whoever drew it.
 class PixelWatch {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// Ends the program when there is no X screen.
+  /// Ends the program if there is no X screen.
   PixelWatch(int x, int y);
   ~PixelWatch();
   PixelWatch(const PixelWatch&) = delete;
   PixelWatch& operator=(const PixelWatch&) = delete;
 
-  /// Looks from now on until the pixel has that colour, 0xRRGGBB.
+  /// Watches from now on until the pixel has that colour, 0xRRGGBB.
   void expect(unsigned long colour);
-  /// When the pixel had the colour; absent as long as it has not.
+  /// Returns when the pixel first had the colour, or nothing until then.
   std::optional<Clock::time_point> seen() const;
-  /// What the pixel shows now.
+  /// Returns the pixel's present colour.
   unsigned long colour() const;
 
  private:

@@ -18,8 +18,8 @@ struct RatioClaim {
   double bound;
 };
 
-/// Prints what Google Benchmark prints, and at the end each claim with the ratio of the medians of
-/// processor time, which does not count what other programs took.
+/// Prints the output of Google Benchmark, and at the end each claim with the ratio of the medians
+/// of processor time, which excludes the time of other programs.
 class RatioReporter : public benchmark::ConsoleReporter {
  public:
   explicit RatioReporter(std::vector<RatioClaim> claims);
@@ -33,8 +33,8 @@ class RatioReporter : public benchmark::ConsoleReporter {
   std::map<std::string, double> medians_;  // nanoseconds
 };
 
-/// Runs the program's benchmarks, interleaved and repeated, and prints its claims. The exit code
-/// tells whether they hold.
+/// Runs the program's benchmarks, interleaved and repeated, and prints its claims. Returns the exit
+/// code, which says whether they hold.
 int runWithClaims(int argc, char** argv, std::vector<RatioClaim> claims);
 
 }  // namespace zovk

@@ -8,7 +8,7 @@
 
 namespace zovk {
 
-/// One figure that a benchmark holds up, in the unit of its text.
+/// One figure with a bound that a benchmark checks, in the unit of its text.
 struct Claim {
   enum class Holds { kUpTo, kFrom };
 
@@ -21,17 +21,17 @@ struct Claim {
   bool holds() const { return side == Holds::kUpTo ? figure <= bound : figure >= bound; }
 };
 
-/// What a benchmark found. Prints each line as it comes, and writes all of it as JSON to the file
-/// that the environment variable ZOVKPOPUP_BENCHMARK_RESULT names, if it is set.
+/// The results of a benchmark. Prints each line as it comes, and writes all of them as JSON to the
+/// file that the environment variable ZOVKPOPUP_BENCHMARK_RESULT names, if it is set.
 class Report {
  public:
-  /// False when the claim does not hold.
+  /// Adds a claim. Returns false if it does not hold.
   bool add(const Claim& claim);
-  /// A figure that is told and has no bound.
+  /// Adds a figure without a bound.
   void tell(const std::string& text, double figure, const std::string& unit);
-  /// Single measurements, for a picture of how they are distributed.
+  /// Adds single measurements, for a picture of their distribution.
   void keep(const std::string& text, const std::vector<double>& milliseconds);
-  /// The exit code of the program: 0 when all claims hold.
+  /// Returns the exit code of the program: 0 if all claims hold.
   int finish() const;
 
  private:

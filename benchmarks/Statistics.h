@@ -7,7 +7,7 @@ namespace zovk {
 
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-/// 0 for no values.
+/// Returns the median, or 0 for no values.
 double medianOf(std::vector<double> values);
 double largestOf(const std::vector<double>& values);
 
