@@ -288,6 +288,7 @@ namespace ZOVKPopup {
     [DllImport(Library, EntryPoint = "zovkpopup_version")]
     public static extern IntPtr Version();
 
+    /// <summary>Returns the version of the running library as one number. Any thread.</summary>
     [DllImport(Library, EntryPoint = "zovkpopup_version_number")]
     public static extern uint VersionNumber();
 
@@ -328,11 +329,13 @@ namespace ZOVKPopup {
     [DllImport(Library, EntryPoint = "zovkpopup_release_popups")]
     public static extern int ReleasePopups();
 
-    /// <summary>Report that the game's window took the keyboard, or lost it. Not needed with
+    /// <summary>Reports that the game's window took the keyboard. Not needed with
     /// `native_window`.</summary>
     [DllImport(Library, EntryPoint = "zovkpopup_game_window_did_become_key")]
     public static extern int GameWindowDidBecomeKey();
 
+    /// <summary>Reports that the game's window lost the keyboard. Not needed with
+    /// `native_window`.</summary>
     [DllImport(Library, EntryPoint = "zovkpopup_game_window_did_resign_key")]
     public static extern int GameWindowDidResignKey();
 
@@ -390,7 +393,8 @@ namespace ZOVKPopup {
     public static extern int ShowPolicy(Complete complete, IntPtr user, Destroy destroy);
 
     /// <summary>Explains what `zovkpopup_show_popup` would select now, and why. Shows nothing.
-    /// Any thread; the same holds for all functions of an explanation.</summary>
+    /// Any thread; the same holds for all functions of an explanation. The caller frees
+    /// `*explanation`.</summary>
     [DllImport(Library, EntryPoint = "zovkpopup_explain")]
     public static extern int Explain([MarshalAs(UnmanagedType.LPUTF8Str)] string scene, ulong sceneType, out IntPtr explanation);
 
@@ -407,6 +411,7 @@ namespace ZOVKPopup {
     [DllImport(Library, EntryPoint = "zovkpopup_explanation_popup")]
     public static extern int ExplanationPopup(IntPtr explanation, UIntPtr index, ref ExplainedPopup popup);
 
+    /// <summary>Frees the explanation and its texts.</summary>
     [DllImport(Library, EntryPoint = "zovkpopup_explanation_free")]
     public static extern void ExplanationFree(IntPtr explanation);
 
@@ -416,8 +421,8 @@ namespace ZOVKPopup {
     public static extern int WebWindowOpen(ref WebWindowSettings settings, out IntPtr window);
 
     /// <summary>Closes the window and releases its callbacks and handlers. None of them is called
-    /// any more, except for scripts that are still running. The handle stays valid. May be called
-    /// twice, and within any callback of the window.</summary>
+    /// any more; only the results of scripts that still run are reported, as errors. The handle
+    /// stays valid. May be called twice, and within any callback of the window.</summary>
     [DllImport(Library, EntryPoint = "zovkpopup_web_window_close")]
     public static extern int WebWindowClose(IntPtr window);
 
@@ -458,6 +463,7 @@ namespace ZOVKPopup {
     [DllImport(Library, EntryPoint = "zovkpopup_web_window_register_handler")]
     public static extern int WebWindowRegisterHandler(IntPtr window, [MarshalAs(UnmanagedType.LPUTF8Str)] string name, Handler handler, IntPtr user, Destroy destroy);
 
+    /// <summary>Removes a handler.</summary>
     [DllImport(Library, EntryPoint = "zovkpopup_web_window_remove_handler")]
     public static extern int WebWindowRemoveHandler(IntPtr window, [MarshalAs(UnmanagedType.LPUTF8Str)] string name);
 

@@ -97,6 +97,7 @@ struct zovkpopup_web_window_settings {
 };
 // Returns the version of the running library, which may be newer than this header. Any thread.
 const char *zovkpopup_version(void);
+// Returns the version of the running library as one number. Any thread.
 uint32_t zovkpopup_version_number(void);
 // Returns the meaning of a status in English; never NULL. Do not free it. Any thread.
 const char *zovkpopup_error_message(zovkpopup_status status);
@@ -119,8 +120,9 @@ zovkpopup_status zovkpopup_set_hooks(const zovkpopup_hooks *hooks);
 zovkpopup_status zovkpopup_hold_popups(void);
 // Ends holding back. Waiting requests are shown first.
 zovkpopup_status zovkpopup_release_popups(void);
-// Report that the game's window took the keyboard, or lost it. Not needed with `native_window`.
+// Reports that the game's window took the keyboard. Not needed with `native_window`.
 zovkpopup_status zovkpopup_game_window_did_become_key(void);
+// Reports that the game's window lost the keyboard. Not needed with `native_window`.
 zovkpopup_status zovkpopup_game_window_did_resign_key(void);
 // Passes a press of a game pad, one of `zovkpopup_game_pad`, to the front popup or web window.
 // Has no effect if there is none. The game reads its pads; the library does not repeat a press
@@ -154,7 +156,7 @@ zovkpopup_status zovkpopup_show_popup(const char *scene, uint64_t scene_type, zo
 // Otherwise `complete` is called at once with -1 and "".
 zovkpopup_status zovkpopup_show_policy(zovkpopup_complete complete, void *user, zovkpopup_destroy destroy);
 // Explains what `zovkpopup_show_popup` would select now, and why. Shows nothing. Any thread; the
-// same holds for all functions of an explanation.
+// same holds for all functions of an explanation. The caller frees `*explanation`.
 zovkpopup_status zovkpopup_explain(const char *scene, uint64_t scene_type, zovkpopup_explanation **explanation);
 // Returns a sentence about the whole request. NULL for NULL.
 const char *zovkpopup_explanation_sentence(const zovkpopup_explanation *explanation);
@@ -163,13 +165,14 @@ size_t zovkpopup_explanation_popup_count(const zovkpopup_explanation *explanatio
 // Fills `popup` with the popup at `index`, counted from 0, in the order of examination. Set
 // `popup->size` before the call.
 zovkpopup_status zovkpopup_explanation_popup(const zovkpopup_explanation *explanation, size_t index, zovkpopup_explained_popup *popup);
+// Frees the explanation and its texts.
 void zovkpopup_explanation_free(zovkpopup_explanation *explanation);
 // Opens a window and begins to load its page. On failure `*window` is set to NULL. Handlers that
 // are registered before the next pump miss no message.
 zovkpopup_status zovkpopup_web_window_open(const zovkpopup_web_window_settings *settings, zovkpopup_web_window **window);
-// Closes the window and releases its callbacks and handlers. None of them is called any more,
-// except for scripts that are still running. The handle stays valid. May be called twice, and
-// within any callback of the window.
+// Closes the window and releases its callbacks and handlers. None of them is called any more;
+// only the results of scripts that still run are reported, as errors. The handle stays valid. May
+// be called twice, and within any callback of the window.
 zovkpopup_status zovkpopup_web_window_close(zovkpopup_web_window *window);
 // Closes the window if it is open, and frees the handle. May be called after the host was shut
 // down, and within any callback of the window.
@@ -190,6 +193,7 @@ void zovkpopup_response_free(zovkpopup_response *response);
 // Registers a handler that the page may call by name. It replaces an earlier handler of that
 // name.
 zovkpopup_status zovkpopup_web_window_register_handler(zovkpopup_web_window *window, const char *name, zovkpopup_handler handler, void *user, zovkpopup_destroy destroy);
+// Removes a handler.
 zovkpopup_status zovkpopup_web_window_remove_handler(zovkpopup_web_window *window, const char *name);
 // Calls a handler of the page. `json` may be NULL for no data, and `answer` NULL for no answer.
 // `answer` is called at most once. It is kept until the page answers or is left, or the window

@@ -209,6 +209,7 @@ _library.zovkpopup_version_number.restype = c_uint32
 
 
 def version_number() -> int:
+    """Returns the version of the running library as one number. Any thread."""
     return _library.zovkpopup_version_number()
 
 
@@ -287,8 +288,7 @@ _library.zovkpopup_game_window_did_become_key.restype = c_int32
 
 
 def game_window_did_become_key() -> int:
-    """Report that the game's window took the keyboard, or lost it. Not needed with
-    `native_window`."""
+    """Reports that the game's window took the keyboard. Not needed with `native_window`."""
     return _library.zovkpopup_game_window_did_become_key()
 
 
@@ -297,6 +297,7 @@ _library.zovkpopup_game_window_did_resign_key.restype = c_int32
 
 
 def game_window_did_resign_key() -> int:
+    """Reports that the game's window lost the keyboard. Not needed with `native_window`."""
     return _library.zovkpopup_game_window_did_resign_key()
 
 
@@ -395,7 +396,7 @@ _library.zovkpopup_explain.restype = c_int32
 
 def explain(scene: Optional[str], scene_type: int, explanation: Any) -> int:
     """Explains what `zovkpopup_show_popup` would select now, and why. Shows nothing. Any thread;
-    the same holds for all functions of an explanation."""
+    the same holds for all functions of an explanation. The caller frees `*explanation`."""
     return _library.zovkpopup_explain(_bytes(scene), scene_type, explanation)
 
 
@@ -432,6 +433,7 @@ _library.zovkpopup_explanation_free.restype = None
 
 
 def explanation_free(explanation: Any) -> None:
+    """Frees the explanation and its texts."""
     return _library.zovkpopup_explanation_free(explanation)
 
 
@@ -450,9 +452,9 @@ _library.zovkpopup_web_window_close.restype = c_int32
 
 
 def web_window_close(window: Any) -> int:
-    """Closes the window and releases its callbacks and handlers. None of them is called any more,
-    except for scripts that are still running. The handle stays valid. May be called twice, and
-    within any callback of the window."""
+    """Closes the window and releases its callbacks and handlers. None of them is called any more;
+    only the results of scripts that still run are reported, as errors. The handle stays valid.
+    May be called twice, and within any callback of the window."""
     return _library.zovkpopup_web_window_close(window)
 
 
@@ -531,6 +533,7 @@ _library.zovkpopup_web_window_remove_handler.restype = c_int32
 
 
 def web_window_remove_handler(window: Any, name: Optional[str]) -> int:
+    """Removes a handler."""
     return _library.zovkpopup_web_window_remove_handler(window, _bytes(name))
 
 

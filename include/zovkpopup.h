@@ -47,6 +47,7 @@ extern "C" {
 
 /// Returns the version of the running library, which may be newer than this header. Any thread.
 ZOVKPOPUP_EXPORT const char* zovkpopup_version(void);
+/// Returns the version of the running library as one number. Any thread.
 ZOVKPOPUP_EXPORT uint32_t zovkpopup_version_number(void);
 
 // ---- Errors ----
@@ -201,8 +202,9 @@ ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_hold_popups(void);
 /// Ends holding back. Waiting requests are shown first.
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_release_popups(void);
 
-/// Report that the game's window took the keyboard, or lost it. Not needed with `native_window`.
+/// Reports that the game's window took the keyboard. Not needed with `native_window`.
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_game_window_did_become_key(void);
+/// Reports that the game's window lost the keyboard. Not needed with `native_window`.
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_game_window_did_resign_key(void);
 
 /// The meaning of a press on a game pad.
@@ -286,7 +288,7 @@ typedef struct zovkpopup_explained_popup {
 } zovkpopup_explained_popup;
 
 /// Explains what `zovkpopup_show_popup` would select now, and why. Shows nothing. Any thread; the
-/// same holds for all functions of an explanation.
+/// same holds for all functions of an explanation. The caller frees `*explanation`.
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_explain(const char* scene, uint64_t scene_type,
                                                     zovkpopup_explanation** explanation);
 /// Returns a sentence about the whole request. NULL for NULL.
@@ -298,6 +300,7 @@ ZOVKPOPUP_EXPORT size_t zovkpopup_explanation_popup_count(const zovkpopup_explan
 /// `popup->size` before the call.
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_explanation_popup(
     const zovkpopup_explanation* explanation, size_t index, zovkpopup_explained_popup* popup);
+/// Frees the explanation and its texts.
 ZOVKPOPUP_EXPORT void zovkpopup_explanation_free(zovkpopup_explanation* explanation);
 
 // ---- A web window of the game's own, with a page that talks with the game ----
@@ -338,9 +341,9 @@ typedef struct zovkpopup_web_window_settings {
 /// are registered before the next pump miss no message.
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_web_window_open(
     const zovkpopup_web_window_settings* settings, zovkpopup_web_window** window);
-/// Closes the window and releases its callbacks and handlers. None of them is called any more,
-/// except for scripts that are still running. The handle stays valid. May be called twice, and
-/// within any callback of the window.
+/// Closes the window and releases its callbacks and handlers. None of them is called any more; only
+/// the results of scripts that still run are reported, as errors. The handle stays valid. May be
+/// called twice, and within any callback of the window.
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_web_window_close(zovkpopup_web_window* window);
 /// Closes the window if it is open, and frees the handle. May be called after the host was shut
 /// down, and within any callback of the window.
@@ -390,6 +393,7 @@ ZOVKPOPUP_EXPORT void zovkpopup_response_free(zovkpopup_response* response);
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_web_window_register_handler(
     zovkpopup_web_window* window, const char* name, zovkpopup_handler handler, void* user,
     zovkpopup_destroy destroy);
+/// Removes a handler.
 ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_web_window_remove_handler(zovkpopup_web_window* window,
                                                                       const char* name);
 /// Calls a handler of the page. `json` may be NULL for no data, and `answer` NULL for no answer.

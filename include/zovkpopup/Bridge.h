@@ -59,6 +59,7 @@ class ZOVKPOPUP_API ZOVKPopupWKWebViewJavascriptBridge final
   /// Registers a handler that the page may call by name. It replaces an earlier handler of that
   /// name, and is kept until it is removed.
   void registerHandler(const std::string& handlerName, Handler handler);
+  /// Removes a handler.
   void removeHandler(const std::string& handlerName);
   /// Drops callbacks that wait for the page, and holds messages back until the page asks for the
   /// bridge.

@@ -34,8 +34,8 @@ class ZOVKPOPUP_API ZOVKPopupHost {
   /// loop; -1 if the host is not set up. The library owns it and closes it in `shutDown`.
   static int pollDescriptor();
 
-  /// Report that the game's window took the keyboard, or lost it. A popup that is up takes the
-  /// keyboard back from the game, but not from other programs. Not needed on X11 with
+  /// These report that the game's window took the keyboard, or lost it. A popup that is up takes
+  /// the keyboard back from the game, but not from other programs. Not needed on X11 with
   /// `nativeWindow`.
   static void gameWindowDidBecomeKey();
   static void gameWindowDidResignKey();

@@ -73,6 +73,7 @@ class ZOVKPOPUP_API ZOVKPopupWebWindow final {
   /// Runs a script in the page. `completion` may be empty. It gets the result or an error, unless
   /// the host is shut down first.
   void evaluate(const std::string& script, std::function<void(ScriptResult)> completion);
+  /// Closes the window for good. May be called twice, and within any of its callbacks.
   void close();
 
  private:
