@@ -169,8 +169,8 @@ void ZOVKPopupManager::deleteExpirePopupOnceRecord(const PopupList& popups) {
 }
 
 double ZOVKPopupManager::getCurrentTime() const {
-  // The device's own clock decides, also when the service has told its time: a player with a wrong
-  // clock sees popups by that clock.
+  // The device's clock decides, even if the service has sent its time: a player with a wrong clock
+  // sees popups by that clock.
   return platform_->clock.secondsSince1970();
 }
 

@@ -42,7 +42,8 @@ void ZOVKPopupManager::showAfterCondition(const PopupList& popups,
           if (complete != nullptr) (*complete)(code, msg);
           return;
         }
-        // A lone conditional popup's commit is not told: nothing of the request is left to show.
+        // The callback is not called for the commit of a lone conditional popup: nothing of the
+        // request is left to show.
         if (popups.size() < 2) return;
         self->cachePopup(PopupList(popups.begin() + 1, popups.end()), complete);
       });

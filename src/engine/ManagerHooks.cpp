@@ -8,7 +8,7 @@ void ZOVKPopupManager::setHeldBack(bool heldBack) {
   if (queue_.setHeldBack(heldBack)) showPopup();
 }
 
-// Tells the game that popups are about to cover it. False when they must not.
+// Tells the game that popups are about to cover it. Returns false if they must not.
 bool ZOVKPopupManager::coverGame() {
   if (!isHeldBack()) cover_.cover();
   return !isHeldBack();  // the hook may have held them back, or shut the host down

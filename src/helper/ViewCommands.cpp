@@ -64,7 +64,7 @@ void releaseView(Program& program, const Arguments& arguments) {
   program.views().release(arguments.id("view"));
 }
 
-/// A hidden view keeps its place, so that others can be tied to it; in a row of buttons the rest
+/// A hidden view keeps its place, so that others can be pinned to it; in a row of buttons the rest
 /// close up.
 void setHidden(GtkWidget* view, bool hidden) {
   GtkWidget* parent = gtk_widget_get_parent(view);

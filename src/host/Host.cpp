@@ -14,13 +14,13 @@
 namespace zovk {
 namespace {
 
-/// What is true of the host at one moment.
+/// The state of the host at one moment.
 struct HostState {
   std::shared_ptr<HostedPlatform> platform;
   bool shutDown = false;
 };
 
-/// Changed by the main thread, looked at by any.
+/// Changed by the main thread, read by any.
 struct Host {
   mutable Mutex mutex;
   HostState state ZOVK_GUARDED_BY(mutex);

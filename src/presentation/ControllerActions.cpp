@@ -52,7 +52,8 @@ void ZOVKPopupViewController::commit(const boost::json::object& resultRecord) {
   const PopupPointer current = currentModel();
   const std::string reportUrl = current != nullptr ? current->report_url : "";
   if (reportUrl.empty()) {
-    // The popup stays on screen: a commit that cannot be reported is not a finished popup.
+    // The run ends here, without the next popup: a popup whose commit cannot be reported does not
+    // count as shown.
     debug("The currentModel report_url is illegal: %@, report ending", reportUrl);
     return callComplete(ZOVKPopupResultError, "");
   }

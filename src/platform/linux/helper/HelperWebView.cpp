@@ -12,8 +12,8 @@ constexpr const char* kCannotRun =
     "The page cannot be shown: its process ended before it was there";
 constexpr int kVainStarts = 2;
 
-/// Owed to a page that waits. It asks for the helper's number, because the page of a helper that
-/// was lost waits no more.
+/// The decision for a page that waits. It checks the helper's number, because the page of a lost
+/// helper does not wait any more.
 class PendingDecision {
  public:
   PendingDecision(const std::shared_ptr<HelperClient>& session, HelperId view, HelperId decision)

@@ -121,8 +121,8 @@ CurlWorker::Jobs CurlWorker::takeAdded() {
   return std::exchange(added_, {});
 }
 
-// The turns below keep to these; they make sure that an idle connection goes before one more is
-// opened.
+// Limits connections. The turns below keep to these limits, which also make sure that an idle
+// connection is closed before another is opened.
 void CurlWorker::limitConnections(const State& state) const {
   const auto most =
       static_cast<long>(settings_.mostDataRequests + settings_.mostDownloadDescriptors);

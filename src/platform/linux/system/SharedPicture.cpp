@@ -46,7 +46,7 @@ std::optional<Order> orderOf(ZOVKPopupPixels format) {
   return std::nullopt;
 }
 
-/// A row of the game's as the helper takes it. What a frame has for alpha means nothing.
+/// Converts a row of the game's frame for the helper. The frame's alpha is ignored.
 void convertRow(const Byte* from, std::size_t count, const Order& order, Byte* to) {
   for (std::size_t i = 0; i < count; ++i, from += order.length, to += kPicturePixelBytes) {
     to[0] = from[order.blue];
@@ -61,7 +61,7 @@ std::ptrdiff_t strideOf(const ZOVKPopupPicture& picture, const Order& order) {
   return picture.stride == 0 ? packed : picture.stride;
 }
 
-/// Empty when the numbers of a picture may be.
+/// Returns what is wrong with the numbers of a picture; empty if nothing is.
 std::string problemOf(const ZOVKPopupPicture& picture, const std::optional<Order>& order) {
   if (!order) return "its format is none";
   if (pictureBytes(picture.width, picture.height) == 0) return "its size is too large, or none";
@@ -99,7 +99,7 @@ SharedPicture sharePicture(const ZOVKPopupPicture& picture) {
   UniqueFd file(::memfd_create("zovkpopup-backdrop", MFD_CLOEXEC | MFD_ALLOW_SEALING));
   if (!file) return {{}, std::strerror(errno)};
   if (const auto error = writeRows(file.get(), picture, *order)) return {{}, error.message()};
-  // Whoever reads it must not be surprised by memory that changes or goes away.
+  // The reader's memory must not change or go away.
   constexpr int kSeals = F_SEAL_WRITE | F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL;
   if (::fcntl(file.get(), F_ADD_SEALS, kSeals) != 0) return {{}, std::strerror(errno)};
   return {std::move(file), {}};
