@@ -25,7 +25,7 @@ std::chrono::duration<double> processorTime() {
 
 void HostileScreen::start() {
   bundle().write();
-  platform_ = makeDefaultPlatform(platformSettings());
+  platform_ = makeDefaultPlatform(settings());
   ASSERT_TRUE(ZOVKPopupHost::setUp(platform_));
 }
 

@@ -38,17 +38,6 @@ class HostFixture : public ::testing::Test {
     return settings;
   }
 
-  /// Returns the settings for tests that make the platform themselves, to examine its screen.
-  ZOVKPopupHostSettings platformSettings() {
-    const ZOVKPopupHostSettings wanted = settings();
-    ZOVKPopupHostSettings platform;
-    platform.applicationId = wanted.applicationId;
-    platform.resourceDirectory = wanted.resourceDirectory;
-    platform.dataDirectory = wanted.dataDirectory;
-    platform.logSink = wanted.logSink;
-    return platform;
-  }
-
   LocalBundle& bundle() { return bundle_; }
   const std::filesystem::path& home() const { return home_.path(); }
 

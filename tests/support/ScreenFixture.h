@@ -24,7 +24,7 @@ class ScreenFixture : public HostFixture {
     bundle().write();
     std::ofstream(std::filesystem::path(bundle().resourceDirectory()) / "Info.json")
         << R"({"ZOVK_DEBUG": true})";
-    platform_ = makeDefaultPlatform(platformSettings());
+    platform_ = makeDefaultPlatform(settings());
     ASSERT_TRUE(ZOVKPopupHost::setUp(platform_));
   }
   /// Shows a scene and waits until its page has loaded and has the keyboard.
