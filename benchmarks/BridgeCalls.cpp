@@ -10,7 +10,7 @@
 #include "GameLoop.h"
 #include "Report.h"
 #include "Statistics.h"
-#include "support/ChildProcess.h"
+#include "fixtures/ChildProcess.h"
 
 namespace zovk {
 namespace {

@@ -4,7 +4,7 @@
 #include <functional>
 #include <memory>
 
-#include "support/LocalBundle.h"
+#include "fixtures/LocalBundle.h"
 #include "zovkpopup/WebWindow.h"
 
 namespace zovk {

@@ -13,8 +13,8 @@
 
 #include "BridgeGame.h"
 #include "Report.h"
-#include "support/ChildProcess.h"
-#include "support/ProcessFacts.h"
+#include "fixtures/ChildProcess.h"
+#include "fixtures/ProcessFacts.h"
 
 namespace zovk {
 namespace {

@@ -13,8 +13,8 @@
 
 #include "Report.h"
 #include "Statistics.h"
-#include "support/LocalBundle.h"
-#include "support/ProcessFacts.h"
+#include "fixtures/LocalBundle.h"
+#include "fixtures/ProcessFacts.h"
 
 namespace zovk {
 namespace {

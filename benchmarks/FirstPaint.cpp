@@ -9,8 +9,8 @@
 #include "GameLoop.h"
 #include "PixelWatch.h"
 #include "Report.h"
-#include "support/ChildProcess.h"
-#include "support/LocalBundle.h"
+#include "fixtures/ChildProcess.h"
+#include "fixtures/LocalBundle.h"
 #include "zovkpopup/Host.h"
 #include "zovkpopup/ZOVKPopup.h"
 

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <string>
 
-#include "support/ChildProcess.h"
-#include "support/LocalBundle.h"
+#include "fixtures/ChildProcess.h"
+#include "fixtures/LocalBundle.h"
 
 namespace zovk {
 

@@ -11,8 +11,8 @@
 #include <unistd.h>
 
 #include "Report.h"
-#include "support/LocalBundle.h"
-#include "support/ProcessFacts.h"
+#include "fixtures/LocalBundle.h"
+#include "fixtures/ProcessFacts.h"
 #include "zovkpopup/Host.h"
 #include "zovkpopup/ZOVKPopup.h"
 

@@ -11,7 +11,7 @@
 
 #include "GameLoop.h"
 #include "Report.h"
-#include "support/LocalBundle.h"
+#include "fixtures/LocalBundle.h"
 #include "zovkpopup/Host.h"
 #include "zovkpopup/ZOVKPopup.h"
 

@@ -8,9 +8,9 @@
 
 #include "GameLoop.h"
 #include "Report.h"
+#include "fixtures/LocalBundle.h"
+#include "fixtures/VirtualScreen.h"
 #include "platform/linux/helper/HelperInspector.h"
-#include "support/LocalBundle.h"
-#include "support/VirtualScreen.h"
 #include "zovkpopup/Host.h"
 #include "zovkpopup/ZOVKPopup.h"
 #include "zovkpopup/platform/HostedPlatform.h"

@@ -16,9 +16,9 @@
 #include "LocalService.h"
 #include "Report.h"
 #include "Statistics.h"
+#include "fixtures/ProcessFacts.h"
 #include "network/ZOVKPopupNetwork.h"
 #include "platform/linux/http/CurlUrlSession.h"
-#include "support/ProcessFacts.h"
 
 namespace zovk {
 namespace {

@@ -59,8 +59,8 @@ struct ZOVKPopupHostSettings {
   /// game's. For tools.
   bool pageConsole = false;
   /// For how many seconds after the last popup the next one can appear without delay. Then the
-  /// helper frees what it held ready, and ten minutes later it ends. The next popup starts it again;
-  /// so does a `havePopup` that returns true, best called a second ahead.
+  /// helper frees what it held ready, and ten minutes later it ends. The next popup starts it
+  /// again; so does a `havePopup` that returns true, best called a second ahead.
   std::uint32_t readySeconds = 60;
 };
 

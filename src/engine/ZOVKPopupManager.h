@@ -34,8 +34,9 @@ struct ConfigDocument;
 ///
 /// Show requests and selections may come on any thread and work on snapshots of the lists. What any
 /// thread can reach has a lock of its own, which is never held across a callback. Use window, timer
-/// and page controller on the main thread. The object owns everything it holds; later callbacks refer to it weakly.
-/// Nothing throws: a failure writes one log line and gives false, nothing or -1.
+/// and page controller on the main thread. The object owns everything it holds; later callbacks
+/// refer to it weakly. Nothing throws: a failure writes one log line and gives false, nothing or
+/// -1.
 class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
  public:
   /// Returns the shared object and makes it on first use; null if there is no platform.

@@ -5,8 +5,8 @@
 #include <unistd.h>
 
 #include "capi/CGameFixture.h"
-#include "support/ChildProcess.h"
-#include "support/ProcessFacts.h"
+#include "fixtures/ChildProcess.h"
+#include "fixtures/ProcessFacts.h"
 
 namespace zovk {
 namespace {

@@ -14,7 +14,7 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 
-#include "support/LocalBundle.h"
+#include "fixtures/LocalBundle.h"
 #include "zovkpopup.h"
 
 namespace zovk {

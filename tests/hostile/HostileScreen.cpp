@@ -6,7 +6,7 @@
 
 #include <malloc.h>
 
-#include "support/ProcessFacts.h"
+#include "fixtures/ProcessFacts.h"
 
 namespace zovk {
 namespace {

@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "fixtures/HostFixture.h"
 #include "platform/linux/helper/HelperInspector.h"
-#include "support/HostFixture.h"
 #include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {

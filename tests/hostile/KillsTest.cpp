@@ -4,9 +4,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "fixtures/ProcessFacts.h"
 #include "hostile/HostileScreen.h"
 #include "hostile/Tally.h"
-#include "support/ProcessFacts.h"
 
 namespace zovk {
 namespace {

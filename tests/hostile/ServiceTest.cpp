@@ -1,9 +1,9 @@
 #include <fstream>
 
 #include "e2e/remote/RemoteFixture.h"
+#include "fixtures/ProcessFacts.h"
 #include "hostile/RawServer.h"
 #include "hostile/Tally.h"
-#include "support/ProcessFacts.h"
 
 namespace zovk {
 namespace {

@@ -10,7 +10,7 @@
 #include <unistd.h>
 
 #include "ProgramRun.h"
-#include "support/ChildProcess.h"
+#include "fixtures/ChildProcess.h"
 
 namespace zovk {
 namespace {

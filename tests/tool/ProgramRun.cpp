@@ -5,7 +5,7 @@
 
 #include <boost/json/parse.hpp>
 
-#include "support/ChildProcess.h"
+#include "fixtures/ChildProcess.h"
 
 namespace zovk {
 namespace {

@@ -7,7 +7,7 @@
 #include <boost/json/value.hpp>
 #include <gtest/gtest.h>
 
-#include "support/LocalBundle.h"
+#include "fixtures/LocalBundle.h"
 
 namespace zovk {
 

@@ -7,7 +7,7 @@
 #include <gmock/gmock.h>
 
 #include "e2e/navigation/PageServer.h"
-#include "support/ScreenFixture.h"
+#include "fixtures/ScreenFixture.h"
 #include "zovkpopup/Bridge.h"
 #include "zovkpopup/WebWindow.h"
 

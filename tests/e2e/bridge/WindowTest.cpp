@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include "e2e/bridge/BridgePageFixture.h"
-#include "support/ProcessFacts.h"
+#include "fixtures/ProcessFacts.h"
 
 namespace zovk {
 namespace {

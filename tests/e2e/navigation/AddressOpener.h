@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "ScopedVariable.h"
-#include "support/LocalBundle.h"
+#include "fixtures/LocalBundle.h"
 #include "support/UniqueFd.h"
 
 namespace zovk {

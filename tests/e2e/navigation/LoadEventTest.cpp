@@ -4,7 +4,7 @@
 #include <unistd.h>
 
 #include "e2e/navigation/NavigationFixture.h"
-#include "support/ProcessFacts.h"
+#include "fixtures/ProcessFacts.h"
 
 namespace zovk {
 namespace {

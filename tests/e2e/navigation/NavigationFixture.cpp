@@ -7,7 +7,7 @@
 #include <boost/json/serialize.hpp>
 #include <fmt/format.h>
 
-#include "support/LogLines.h"
+#include "fixtures/LogLines.h"
 #include "text/Md5.h"
 
 namespace zovk {

@@ -8,7 +8,7 @@
 
 #include "e2e/navigation/AddressOpener.h"
 #include "e2e/navigation/PageServer.h"
-#include "support/HostFixture.h"
+#include "fixtures/HostFixture.h"
 
 namespace zovk {
 

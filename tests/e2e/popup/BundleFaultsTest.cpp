@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "support/ProcessFacts.h"
-#include "support/ScreenFixture.h"
+#include "fixtures/ProcessFacts.h"
+#include "fixtures/ScreenFixture.h"
 
 namespace zovk {
 namespace {

@@ -1,4 +1,4 @@
-#include "support/ScreenFixture.h"
+#include "fixtures/ScreenFixture.h"
 
 namespace zovk {
 namespace {

@@ -7,8 +7,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "support/HostFixture.h"
-#include "support/ProcessFacts.h"
+#include "fixtures/HostFixture.h"
+#include "fixtures/ProcessFacts.h"
 
 namespace zovk {
 namespace {

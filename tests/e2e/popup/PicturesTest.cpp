@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "support/ScreenFixture.h"
+#include "fixtures/ScreenFixture.h"
 
 namespace zovk {
 namespace {

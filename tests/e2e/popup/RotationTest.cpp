@@ -1,7 +1,7 @@
 #include <boost/json/parse.hpp>
 
-#include "support/ProcessFacts.h"
-#include "support/ScreenFixture.h"
+#include "fixtures/ProcessFacts.h"
+#include "fixtures/ScreenFixture.h"
 
 namespace zovk {
 namespace {

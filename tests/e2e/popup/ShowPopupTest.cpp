@@ -1,4 +1,4 @@
-#include "support/HostFixture.h"
+#include "fixtures/HostFixture.h"
 
 namespace zovk {
 namespace {

@@ -3,7 +3,7 @@
 #include <unistd.h>
 
 #include "e2e/remote/RemoteFixture.h"
-#include "support/ProcessFacts.h"
+#include "fixtures/ProcessFacts.h"
 
 namespace zovk {
 namespace {

@@ -5,9 +5,9 @@
 
 #include <sys/resource.h>
 
-#include "contract/linux/ScopedVariable.h"
 #include "e2e/remote/PrivateMounts.h"
 #include "e2e/remote/RemoteFixture.h"
+#include "linux/ScopedVariable.h"
 
 namespace zovk {
 namespace {

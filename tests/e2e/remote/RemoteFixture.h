@@ -12,8 +12,8 @@
 
 #include "e2e/remote/LogBook.h"
 #include "e2e/service/ServiceFolder.h"
-#include "support/ChildProcess.h"
-#include "support/HostFixture.h"
+#include "fixtures/ChildProcess.h"
+#include "fixtures/HostFixture.h"
 
 namespace zovk {
 

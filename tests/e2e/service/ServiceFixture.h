@@ -11,8 +11,8 @@
 #include <httplib.h>
 
 #include "e2e/service/ServiceFolder.h"
+#include "fixtures/ChildProcess.h"
 #include "network/ZOVKPopupUrlParams.h"
-#include "support/ChildProcess.h"
 
 namespace zovk {
 

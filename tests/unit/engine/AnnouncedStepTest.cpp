@@ -1,5 +1,5 @@
-#include "support/EngineFixture.h"
-#include "support/LineWatch.h"
+#include "fixtures/EngineFixture.h"
+#include "fixtures/LineWatch.h"
 
 namespace zovk {
 namespace {

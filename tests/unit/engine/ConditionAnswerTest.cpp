@@ -2,8 +2,8 @@
 #include <boost/json/serialize.hpp>
 
 #include "engine/ConditionAnswer.h"
-#include "support/EngineFixture.h"
-#include "support/LogMessages.h"
+#include "fixtures/EngineFixture.h"
+#include "fixtures/LogMessages.h"
 
 namespace zovk {
 namespace {

@@ -1,8 +1,8 @@
 #include <boost/json/parse.hpp>
 
-#include "support/EngineFixture.h"
-#include "support/LogLines.h"
-#include "support/LogMessages.h"
+#include "fixtures/EngineFixture.h"
+#include "fixtures/LogLines.h"
+#include "fixtures/LogMessages.h"
 
 namespace zovk {
 namespace {

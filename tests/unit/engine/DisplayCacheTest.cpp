@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
-#include "support/EngineFixture.h"
-#include "support/LineWatch.h"
-#include "support/LogLines.h"
+#include "fixtures/EngineFixture.h"
+#include "fixtures/LineWatch.h"
+#include "fixtures/LogLines.h"
 
 namespace zovk {
 namespace {

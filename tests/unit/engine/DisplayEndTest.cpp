@@ -1,6 +1,6 @@
-#include "support/EngineFixture.h"
-#include "support/LineWatch.h"
-#include "support/LogMessages.h"
+#include "fixtures/EngineFixture.h"
+#include "fixtures/LineWatch.h"
+#include "fixtures/LogMessages.h"
 
 namespace zovk {
 namespace {

@@ -1,6 +1,6 @@
 #include <boost/json/parse.hpp>
 
-#include "support/EngineFixture.h"
+#include "fixtures/EngineFixture.h"
 
 namespace zovk {
 namespace {

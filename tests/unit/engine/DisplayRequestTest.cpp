@@ -1,7 +1,7 @@
-#include "support/EngineFixture.h"
-#include "support/LineWatch.h"
-#include "support/LogLines.h"
-#include "support/LogMessages.h"
+#include "fixtures/EngineFixture.h"
+#include "fixtures/LineWatch.h"
+#include "fixtures/LogLines.h"
+#include "fixtures/LogMessages.h"
 
 namespace zovk {
 namespace {

@@ -1,7 +1,7 @@
 #include <atomic>
 #include <thread>
 
-#include "support/EngineFixture.h"
+#include "fixtures/EngineFixture.h"
 
 namespace zovk {
 namespace {

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "support/EngineFixture.h"
+#include "fixtures/EngineFixture.h"
 #include "zovkpopup/Explain.h"
 
 namespace zovk {

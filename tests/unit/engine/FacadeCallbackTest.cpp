@@ -1,4 +1,4 @@
-#include "support/EngineFixture.h"
+#include "fixtures/EngineFixture.h"
 #include "zovkpopup/ZOVKPopup.h"
 
 namespace zovk {

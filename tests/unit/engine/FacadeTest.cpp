@@ -1,7 +1,7 @@
 #include <thread>
 
-#include "support/EngineFixture.h"
-#include "support/LogMessages.h"
+#include "fixtures/EngineFixture.h"
+#include "fixtures/LogMessages.h"
 #include "zovkpopup/ZOVKPopup.h"
 
 namespace zovk {

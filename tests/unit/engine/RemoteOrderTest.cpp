@@ -1,5 +1,5 @@
-#include "support/LineWatch.h"
-#include "support/LogMessages.h"
+#include "fixtures/LineWatch.h"
+#include "fixtures/LogMessages.h"
 #include "unit/engine/ConfigFixture.h"
 
 namespace zovk {

@@ -1,4 +1,4 @@
-#include "support/EngineFixture.h"
+#include "fixtures/EngineFixture.h"
 
 namespace zovk {
 namespace {

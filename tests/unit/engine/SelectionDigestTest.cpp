@@ -3,8 +3,8 @@
 
 #include <gmock/gmock.h>
 
-#include "support/EngineFixture.h"
-#include "support/LogMessages.h"
+#include "fixtures/EngineFixture.h"
+#include "fixtures/LogMessages.h"
 
 namespace zovk {
 namespace {

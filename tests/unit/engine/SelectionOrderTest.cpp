@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "support/EngineFixture.h"
-#include "support/LogLines.h"
+#include "fixtures/EngineFixture.h"
+#include "fixtures/LogLines.h"
 
 namespace zovk {
 namespace {

@@ -1,5 +1,5 @@
-#include "support/EngineFixture.h"
-#include "support/LogMessages.h"
+#include "fixtures/EngineFixture.h"
+#include "fixtures/LogMessages.h"
 
 namespace zovk {
 namespace {

@@ -1,4 +1,4 @@
-#include "support/MemoryHostFixture.h"
+#include "fixtures/MemoryHostFixture.h"
 
 namespace zovk {
 namespace {

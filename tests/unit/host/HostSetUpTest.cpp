@@ -1,6 +1,6 @@
 #include <thread>
 
-#include "support/MemoryHostFixture.h"
+#include "fixtures/MemoryHostFixture.h"
 
 namespace zovk {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <boost/json/serialize.hpp>
 
-#include "support/MemoryHostFixture.h"
+#include "fixtures/MemoryHostFixture.h"
 
 namespace zovk {
 namespace {

@@ -1,6 +1,6 @@
+#include "fixtures/ControllerFixture.h"
+#include "fixtures/LogLines.h"
 #include "network/ZOVKPopupNetwork.h"
-#include "support/ControllerFixture.h"
-#include "support/LogLines.h"
 #include "text/ZOVKPopupCommonTool.h"
 
 namespace zovk {

@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "fixtures/EngineFixture.h"
 #include "logging/LogPause.h"
-#include "support/EngineFixture.h"
 
 namespace zovk {
 namespace {

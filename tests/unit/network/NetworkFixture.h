@@ -8,9 +8,9 @@
 
 #include <gmock/gmock.h>
 
+#include "fixtures/EngineFixture.h"
+#include "fixtures/LogLines.h"
 #include "network/ZOVKPopupNetwork.h"
-#include "support/EngineFixture.h"
-#include "support/LogLines.h"
 
 namespace zovk {
 

@@ -1,4 +1,4 @@
-#include "support/LogMessages.h"
+#include "fixtures/LogMessages.h"
 #include "unit/network/NetworkFixture.h"
 
 namespace zovk {

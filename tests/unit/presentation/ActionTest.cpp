@@ -1,7 +1,7 @@
 #include <limits>
 #include <stdexcept>
 
-#include "support/ControllerFixture.h"
+#include "fixtures/ControllerFixture.h"
 
 namespace zovk {
 namespace {

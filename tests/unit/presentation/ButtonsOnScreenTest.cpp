@@ -1,7 +1,7 @@
 #include <map>
 #include <set>
 
-#include "support/ControllerFixture.h"
+#include "fixtures/ControllerFixture.h"
 
 namespace zovk {
 namespace {

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "support/ControllerFixture.h"
+#include "fixtures/ControllerFixture.h"
 
 namespace zovk {
 namespace {

@@ -1,4 +1,4 @@
-#include "support/ControllerFixture.h"
+#include "fixtures/ControllerFixture.h"
 
 namespace zovk {
 namespace {

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "fixtures/ControllerFixture.h"
 #include "host/LoggerSetUp.h"
-#include "support/ControllerFixture.h"
 
 namespace zovk {
 

@@ -1,5 +1,5 @@
+#include "fixtures/ControllerFixture.h"
 #include "presentation/PageAddress.h"
-#include "support/ControllerFixture.h"
 
 namespace zovk {
 namespace {

@@ -1,6 +1,6 @@
 #include <boost/json/parse.hpp>
 
-#include "support/ControllerFixture.h"
+#include "fixtures/ControllerFixture.h"
 
 namespace zovk {
 namespace {

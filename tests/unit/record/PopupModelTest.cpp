@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "fixtures/EngineFixture.h"
 #include "record/ZOVKPopupModel.h"
-#include "support/EngineFixture.h"
 
 namespace zovk {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "support/EngineFixture.h"
-#include "support/LogLines.h"
+#include "fixtures/EngineFixture.h"
+#include "fixtures/LogLines.h"
 
 namespace zovk {
 namespace {

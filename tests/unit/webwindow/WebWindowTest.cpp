@@ -1,6 +1,6 @@
 #include <thread>
 
-#include "support/MemoryHostFixture.h"
+#include "fixtures/MemoryHostFixture.h"
 #include "zovkpopup/Bridge.h"
 #include "zovkpopup/WebWindow.h"
 

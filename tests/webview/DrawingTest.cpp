@@ -11,7 +11,7 @@
 #include "GameStandIn.h"
 #include "Picture.h"
 #include "PopupScreen.h"
-#include "support/ProcessFacts.h"
+#include "fixtures/ProcessFacts.h"
 
 namespace zovk {
 namespace {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "PopupScreen.h"
-#include "support/ProcessFacts.h"
+#include "fixtures/ProcessFacts.h"
 
 namespace zovk {
 namespace {

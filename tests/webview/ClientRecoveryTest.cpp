@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include "ClientFixture.h"
-#include "support/ProcessFacts.h"
+#include "fixtures/ProcessFacts.h"
 
 namespace zovk {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "HandServer.h"
 #include "PopupScreen.h"
-#include "support/ProcessFacts.h"
+#include "fixtures/ProcessFacts.h"
 
 namespace zovk {
 namespace {
