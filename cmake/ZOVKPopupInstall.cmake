@@ -23,11 +23,6 @@ install(TARGETS zovkpopup EXPORT ZOVKPopupTargets
   FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 if(ZOVKPOPUP_INSTALL_STATIC)
   set_target_properties(zovkpopup-static PROPERTIES EXCLUDE_FROM_ALL OFF)
-  if(CMAKE_BUILD_TYPE STREQUAL "Release")
-    # The debug symbols of a game are its own matter.
-    add_custom_command(TARGET zovkpopup-static POST_BUILD
-      COMMAND ${CMAKE_STRIP} --strip-debug $<TARGET_FILE:zovkpopup-static> VERBATIM)
-  endif()
   install(TARGETS zovkpopup-static EXPORT ZOVKPopupStaticTargets
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
