@@ -130,10 +130,10 @@ namespace ZOVKPopup {
     public Backdrop Backdrop;
     public IntPtr BackdropUser;
     public Destroy BackdropDestroy;
-    /// <summary>How many seconds popups stay ready to come up at once when nothing is shown; by
-    /// default 60. After that the helper gives up what it held ready for the next page, and ten
-    /// minutes later it ends. The next popup brings it back, and so does a `zovkpopup_have_popup`
-    /// that is true.</summary>
+    /// <summary>How many seconds popups stay ready to appear at once when nothing is shown.
+    /// Default: 60. After that the helper drops the page that it holds ready, and ten minutes
+    /// later it ends. The next popup starts it again, and so does a `zovkpopup_have_popup` that
+    /// returns true.</summary>
     public ulong ReadySeconds;
     /// <summary>Returns one with its size set and all else zero.</summary>
     public static Settings New() {

@@ -163,9 +163,9 @@ typedef struct zovkpopup_settings {
   zovkpopup_backdrop backdrop;
   void* backdrop_user;
   zovkpopup_destroy backdrop_destroy;
-  /// How many seconds popups stay ready to come up at once when nothing is shown; by default 60.
-  /// After that the helper gives up what it held ready for the next page, and ten minutes later it
-  /// ends. The next popup brings it back, and so does a `zovkpopup_have_popup` that is true.
+  /// How many seconds popups stay ready to appear at once when nothing is shown. Default: 60. After
+  /// that the helper drops the page that it holds ready, and ten minutes later it ends. The next
+  /// popup starts it again, and so does a `zovkpopup_have_popup` that returns true.
   uint64_t ready_seconds;
 } zovkpopup_settings;
 

@@ -10,35 +10,34 @@
 
 namespace zovk {
 
-/// A host's callback as the queue holds it: null for none, one object for each request, so that
-/// two requests are told apart by it.
+/// A host's callback in the queue. Null means no callback. Each request has its own object, which
+/// tells it from other requests.
 using CallbackPointer = std::shared_ptr<const ZOVKPopupComplete>;
 
-/// One request to show popups: the popups in showing order, and who hears the answer. Both may be
-/// absent.
+/// A waiting request: popups in showing order, and the callback. Both may be empty.
 struct QueueEntry {
   PopupList popups;
   CallbackPointer complete;
   friend bool operator==(const QueueEntry&, const QueueEntry&) = default;
 };
 
-/// The requests that wait, oldest first; whether one of them has the screen, and whether the game
-/// holds them back. Any thread.
+/// The waiting requests, oldest first. Knows whether one of them has the screen, and whether the
+/// game holds them back. Any thread.
 class DisplayQueue {
  public:
   void push(QueueEntry entry);
-  /// The oldest entry, which stays; absent when the queue is empty.
+  /// Returns the oldest entry, which stays in the queue; nothing if the queue is empty.
   std::optional<QueueEntry> front() const;
-  /// Gives the screen to `entry`. False when the screen is taken, or when `entry` is no longer the
-  /// oldest: it has ended on another thread, which goes on with the queue.
+  /// Gives the screen to `entry`. Returns false if the screen is taken, or if `entry` is no longer
+  /// the oldest: it has then ended on another thread, which goes on with the queue.
   bool takeScreenFor(const QueueEntry& entry);
   /// Gives the screen back; the entry that had it stays in the queue.
   void leaveScreen();
   /// Gives the screen back and drops all entries equal to `entry`.
   void finish(const QueueEntry& entry);
-  /// Drops all entries, unanswered.
+  /// Drops all entries without calling back.
   void drop();
-  /// Returns whether something waits now that could be shown.
+  /// Holds requests back or ends that. Returns whether a waiting request can be shown now.
   bool setHeldBack(bool heldBack);
 
   bool isScreenTaken() const;

@@ -7,15 +7,15 @@
 
 namespace zovk {
 
-/// The popups that the documents gave, and what they make together. A list never changes; it is
-/// exchanged as a whole.
+/// The popups of the documents, and their merged list. A list never changes; it is replaced as a
+/// whole.
 struct PopupLists {
   PopupListPointer remote = std::make_shared<const PopupList>();
   PopupListPointer local = std::make_shared<const PopupList>();
   PopupListPointer merged = std::make_shared<const PopupList>();
 };
 
-/// The game as it started the popups.
+/// The arguments with which the game started the popups.
 struct StartedGame {
   bool isStarted = false;
   std::string popUrl;
@@ -23,8 +23,8 @@ struct StartedGame {
   std::string gameKey;
 };
 
-/// The times of the request for the document, in seconds: when it began and how long it took, by
-/// the device's uptime; and the service's own clock, since 1970.
+/// The times of the request for the document, in seconds: its start and its length by the device's
+/// uptime, and the service's clock since 1970.
 struct ServiceTimes {
   double startTime = 0;
   double requestTime = 0;

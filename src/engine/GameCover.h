@@ -6,8 +6,8 @@
 
 namespace zovk {
 
-/// Whether popups cover the game, as the game's hooks were called. Main thread only. A hook may do
-/// anything, also set other hooks.
+/// Calls the game's hooks, and remembers whether popups cover the game. Main thread only. A hook
+/// may do anything, even set other hooks.
 class GameCover {
  public:
   void setHooks(ZOVKPopupHooks hooks) { hooks_ = std::move(hooks); }

@@ -8,7 +8,7 @@
 
 namespace zovk {
 
-/// The window of the popups, and the timer that looks whether it has the keyboard. Main thread
+/// The window of the popups, and the timer that checks whether it has the keyboard. Main thread
 /// only.
 class PopupWindow {
  public:
@@ -17,18 +17,18 @@ class PopupWindow {
   PopupWindow(const PopupWindow&) = delete;
   PopupWindow& operator=(const PopupWindow&) = delete;
 
-  /// Makes a clear window as large as the screen, in place of the earlier one.
+  /// Makes a clear window as large as the screen, and replaces the earlier one.
   void open();
-  /// Takes the controller off the window and lets go of both. Repeatable.
+  /// Removes the controller from the window, and releases both. May be repeated.
   void close();
-  /// Null while there is none.
+  /// Returns the window; null if there is none.
   const std::shared_ptr<Window>& window() const { return window_; }
 
-  /// Calls `check` at once and then every 100 ms, until `stopChecking`; keeps it until then. Does
-  /// nothing when it is called already.
+  /// Calls `check` at once and then every 100 ms, until `stopChecking`; keeps it until then. Has no
+  /// effect if a check is already running.
   void startChecking(std::function<void()> check);
   void stopChecking();
-  /// Null while nothing is checked.
+  /// Returns the timer; null while nothing is checked.
   const std::shared_ptr<Timer>& timer() const { return timer_; }
 
  private:

@@ -55,7 +55,7 @@ class PolicyBook {
   std::string refusal_;
   std::map<Id, Waiting> waiting_;
   std::string allowedAhead_;
-  Id wentAhead_ = 0;  // what the game has still to hear of
+  Id wentAhead_ = 0;  // the decision that the game still has to make
 };
 
 std::string addressOf(WebKitNavigationAction* action);

@@ -58,7 +58,7 @@ class Program {
 
   /// Tells the game in advance that its last frame will be needed, if that is known.
   void askForBackdropAhead();
-  /// The page that may come next is given up, or held ready again.
+  /// Drops the page that is held ready, or makes it again.
   void rest();
   void prepareSpareWhenIdle();
   void takeBackdrop(GObjectPtr<GdkTexture> picture);

@@ -33,7 +33,8 @@ class ToolkitWebView {
   GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }
   /// Sets the ground. Through a colour that is not opaque, the things behind the page are seen.
   void setBackground(const GdkRGBA& color);
-  /// The navigation to it need not wait for the game's answer where the game allowed it ahead.
+  /// Loads an address. If the game allowed the navigation in advance, it does not wait for the
+  /// game's answer.
   void load(const std::string& url, bool allowed);
   void stop();
   void reload();
@@ -42,7 +43,7 @@ class ToolkitWebView {
   /// Runs a script without reporting its result.
   void run(const std::string& script);
   void decide(Id number, bool allow);
-  /// Runs `script` as soon as a page navigates to that very address; an empty one ends that.
+  /// Runs `script` as soon as a page navigates to exactly that address; an empty one ends that.
   void fetchAhead(const std::string& address, const std::string& script);
 
  private:

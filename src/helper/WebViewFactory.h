@@ -43,7 +43,7 @@ class WebViewFactory {
   GObjectPtr<WebKitWebView> make(const WebViewWishes& wishes);
   /// Makes the view that the next `make` returns.
   void prepareSpare();
-  /// Gives it up, with its process.
+  /// Drops that view, with its process.
   void dropSpare();
 
  private:

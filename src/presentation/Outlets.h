@@ -1,6 +1,6 @@
 #pragma once
 
-/// What the controller's code calls the views and buttons of the two layouts.
+/// The names of the views and buttons of the two layouts.
 namespace zovk::outlets {
 
 inline constexpr const char* kBackground = "backgroundView";

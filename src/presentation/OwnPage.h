@@ -6,17 +6,16 @@
 
 namespace zovk {
 
-/// The page of the popup on screen, as addresses tell it from others. The popup may have its
-/// address in another form than the web view, which gives every address in the same one. Main
-/// thread only.
+/// Recognises the address of the popup's own page. The popup may have its address in a form other
+/// than the web view's, which is the same in all events. Main thread only.
 class OwnPage {
  public:
-  /// The popup's page is loaded from `address`, in the popup's form.
+  /// Reports that the popup's page is about to be loaded from `address`, in the popup's form.
   void willLoad(const std::string& address);
-  /// The web view wrote `asked` as `address`. Pages have addresses loaded, too, and a helper that
-  /// was started again loads where the page was: those are passed over.
+  /// Reports that the web view writes `asked` as `address`. Ignores the loads of pages, and those
+  /// of a helper that was started again and loads the page where it was.
   void resolve(const std::string& asked, const std::string& address);
-  /// Whether `url` leads to the popup's own page.
+  /// Returns whether `url` leads to the popup's own page.
   bool contains(const ZOVKPopupModel& popup, const std::string& url) const;
 
  private:

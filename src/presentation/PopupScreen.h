@@ -8,18 +8,19 @@
 
 namespace zovk {
 
-/// The views of one controller: the layout that fits how the device is held, its buttons, and where
-/// the page stands in it. Main thread only. Without a layout, so before `load` and after `letGo`,
-/// only what says so may be called.
+/// The views of one controller: the layout for the way the device is held, its buttons, and the
+/// place of the page. Main thread only. Before `load` and after `letGo` there is no layout; then
+/// call only the functions whose comments allow it.
 class PopupScreen {
  public:
   explicit PopupScreen(std::shared_ptr<Platform> platform) : platform_(std::move(platform)) {}
 
-  /// Where layouts and images are looked for; null when there is no bundle.
+  /// Sets the bundle with layouts and images; null if there is none.
   void setResources(std::shared_ptr<const Bundle> bundle) { resources_ = std::move(bundle); }
-  /// The layout for how the device is held; for how its status bar stands when it lies flat.
+  /// Returns the name of the layout for the way the device is held or, if it lies flat, for the
+  /// orientation of its status bar.
   std::string layoutName() const;
-  /// Loads the layout into `view`, also without an earlier one. Its buttons act on `owner`.
+  /// Loads the layout into `view`, with or without an earlier one. Its buttons act on `owner`.
   void load(View& view, std::weak_ptr<LayoutOwner> owner);
   bool isLoaded() const { return layout_ != nullptr; }
 
@@ -28,15 +29,15 @@ class PopupScreen {
   void setButtonImages() const;
   void apply(const ButtonChanges& changes) const;
   void setHidden(const char* button, bool hidden) const;
-  /// Takes the darkening off the page area. Does nothing without a layout.
+  /// Ends the darkening of the page area. Has no effect without a layout.
   void undimPage() const;
   /// Keeps the corner buttons clear of the status bar at the top of `view`.
   void pinCornerButtons(const View& view) const;
   /// Ends the page where the answer buttons begin.
   void endPageAboveAnswers(WebView& page) const;
 
-  /// Makes the layout see-through before the next one is loaded; `removeLeaving` takes it away once
-  /// that one is in its place. Without a layout both do nothing.
+  /// Makes the layout see-through before the next one is loaded; `removeLeaving` removes it once
+  /// the next one is in its place. Without a layout both have no effect.
   void beginLeaving();
   void removeLeaving();
   void letGo();

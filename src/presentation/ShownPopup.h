@@ -5,11 +5,11 @@
 
 namespace zovk {
 
-/// Which popup is on screen, and which one the refresh button loads. Any thread: a condition's
-/// answer comes on the session's thread.
+/// The popup on screen, and the one that the refresh button loads. Any thread: a condition's answer
+/// comes on the session's thread.
 class ShownPopup {
  public:
-  /// Null before the first and after the end.
+  /// Returns the popup on screen; null before the first and after the end.
   PopupPointer current() const;
   void setCurrent(PopupPointer popup);
   PopupPointer toRefresh() const;

@@ -6,21 +6,21 @@
 
 namespace zovk {
 
-/// A value with a lock of its own. Any thread.
+/// A value with its own lock. Any thread.
 template <class T>
 class Guarded {
  public:
-  /// The value of the moment.
+  /// Returns a copy of the present value.
   T get() const {
     const LockGuard lock(mutex_);
     return value_;
   }
-  /// The earlier value ends after the lock is free again.
+  /// Replaces the value. The earlier one is destroyed after the lock is released.
   void set(T value) {
     const LockGuard lock(mutex_);
     std::swap(value_, value);
   }
-  /// Calls `use` with the value while it is locked; gives what `use` gives. `use` must not call
+  /// Calls `use` with the value while it is locked, and returns its result. `use` must not call
   /// back into this object.
   template <class Use>
   auto with(Use&& use) {

@@ -7,10 +7,10 @@
 
 namespace zovk::tool {
 
-/// Puts right each "sig" that does not fit its page or address, and the names of page files, on
-/// disk; says what was changed, a line for each. The rest of the document stays as it is, byte by
-/// byte. Nothing is changed in a document that the engine rejects. Throws ToolError when a file
-/// cannot be read or written.
+/// Corrects on disk each "sig" that does not match its page or address, and the names of page
+/// files. Returns what was changed, one line for each. All other bytes of the document stay the
+/// same. Changes nothing in a document that the engine rejects. Throws ToolError if a file cannot
+/// be read or written.
 std::vector<std::string> fixDocument(const DocumentOptions& options);
 
 }  // namespace zovk::tool

@@ -23,7 +23,7 @@ struct DocumentOptions {
 struct CheckOptions {
   DocumentOptions document;
   bool strict = false;  ///< Warnings count as errors.
-  bool fix = false;     ///< Puts digests and file names right before.
+  bool fix = false;     ///< Corrects digests and file names first.
 };
 
 struct PublishOptions {

@@ -6,16 +6,16 @@
 
 namespace zovk::tool {
 
-/// Where an entry of "popups" has its "sig" in the text of a document, in bytes.
+/// The place of the "sig" of an entry of "popups" in the text of a document, in bytes.
 struct SigPlace {
-  std::size_t inside = 0;  ///< Behind the entry's opening brace.
-  std::size_t begin = 0;   ///< Of the value, with its quotes; 0 where there is none, or no text.
+  std::size_t inside = 0;  ///< After the entry's opening brace.
+  std::size_t begin = 0;   ///< The value, with its quotes; 0 if there is none or it is not a text.
   std::size_t end = 0;
   bool hasSig = false;
   bool isObject = false;
 };
 
-/// One for each element of "popups", in order; none for a text that is no JSON.
+/// Returns one for each element of "popups", in order; none for a text that is not JSON.
 std::vector<SigPlace> sigPlaces(std::string_view text);
 
 }  // namespace zovk::tool

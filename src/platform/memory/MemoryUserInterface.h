@@ -45,7 +45,7 @@ class MemoryUserInterface final : public UserInterface {
   /// Sets the decision whether an address is opened; at first addresses with openable schemes are.
   void setOpenAnswer(std::function<bool(const std::string& url)> answer);
   const std::vector<std::string>& openedUrls() const { return openedUrls_; }
-  /// How often it was told that something may be shown soon.
+  /// Returns how often `prepare` was called.
   int preparations() const { return preparations_; }
 
   struct PadPress {

@@ -63,7 +63,7 @@ class MemoryWebView final : public MemoryViewCommands<WebView> {
 
   const WebViewConfiguration& configuration() const { return configuration_; }
   const std::vector<std::string>& allowedAhead() const { return allowedAhead_; }
-  /// Address and script.
+  /// Returns address and script.
   const std::pair<std::string, std::string>& fetchedAhead() const { return fetchedAhead_; }
   const std::vector<MemoryLoad>& loads() const { return loads_; }
   /// Returns the address of the last load; empty if there was none.

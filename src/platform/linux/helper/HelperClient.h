@@ -96,7 +96,7 @@ class HelperClient : public std::enable_shared_from_this<HelperClient> {
   bool displayTellsOfGame() const;
   void launch();
   HelperLife::Events linkEvents();
-  /// A helper ends by itself when its socket closes.
+  /// How a helper ends: killed at once, or on its own because its socket closes.
   enum class HelperEnd { kAtOnce, kByItself };
   void dropLink(HelperEnd end);
   void watchHelper();
@@ -122,7 +122,7 @@ class HelperClient : public std::enable_shared_from_this<HelperClient> {
   std::string failure_ = "not started";
   bool mayStartAgain_ = true;
   bool isReady_ = false;
-  bool isResting_ = false;  // has given up what it held ready, or has ended for the same reason
+  bool isResting_ = false;  // has dropped the page that it held ready, or has ended after that
   int helperNumber_ = 0;
   HelperId lastId_ = 0;
 };

@@ -25,7 +25,7 @@ enum class HelperAspect {
   kEdges,
   kTop,
   kBottom,
-  kFetching,  ///< What is fetched from a page when it calls.
+  kFetching,  ///< The script that is run when a page calls.
   kAddress,
   kShown,
 };

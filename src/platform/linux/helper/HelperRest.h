@@ -8,10 +8,10 @@
 
 namespace zovk {
 
-/// Tells when nothing was shown for so long that the helper should give up what it holds ready, and
-/// later when it should end. It wakes the game for either, and for nothing else. Main thread only;
-/// both callbacks come from the pump. Making one throws std::system_error when the process has no
-/// descriptors left; the queue must outlive `close`.
+/// Reports when nothing was shown for so long that the helper should drop the page that it holds
+/// ready, and later when it should end. It wakes the game for these two and for nothing else. Main
+/// thread only; both callbacks come from the pump. The constructor throws std::system_error if the
+/// process has no descriptors left. The queue must outlive `close`.
 class HelperRest {
  public:
   struct Duty {
@@ -20,9 +20,10 @@ class HelperRest {
   };
   HelperRest(LinuxMainQueue& queue, const HelperLauncher& launcher, Duty duty);
 
-  /// Something is shown, or there is no helper: nothing is due. Otherwise the time begins anew.
+  /// If `idle` is false, because something is shown or there is no helper, nothing is due.
+  /// Otherwise the time begins again.
   void watch(bool idle);
-  /// For good, before the queue goes.
+  /// Stops for good. Call it before the queue is destroyed.
   void close();
 
  private:

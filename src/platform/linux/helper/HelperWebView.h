@@ -35,10 +35,11 @@ class HelperWebView final : public HelperViewOf<WebView> {
   void urlChanged(const std::string& url);
   void pageCommitted();
   void processEnded();
-  /// The helper may be fetching already what the delegate will ask for.
+  /// Asks the delegate. The helper may already be fetching the result that the delegate will ask
+  /// for.
   void decidePolicy(const NavigationAction& action, HelperId decision, bool fetching);
   void fetched(HelperId decision, HelperMessage& answer);
-  /// What was fetched ahead will not come.
+  /// Reports that results fetched in advance will not come.
   void fetchesLost();
   void receiveMessage(const std::string& name, const std::optional<boost::json::value>& body);
   std::shared_ptr<WebViewDelegate> delegate() const { return delegate_.lock(); }
@@ -57,7 +58,7 @@ class HelperWebView final : public HelperViewOf<WebView> {
   bool committed_ = false;  // since the last load, or since the page's process last ended
   std::string allowedAhead_;
   std::string fetchScript_;
-  HelperId fetching_ = 0;  // while the delegate is asked, what is fetched for it
+  HelperId fetching_ = 0;  // while the delegate is asked: the fetch for its decision
   std::map<HelperId, std::function<void(ScriptResult)>> fetches_;  // by decision
   int vainStarts_ = 0;  // processes in a row that ended before the page was there
 };
