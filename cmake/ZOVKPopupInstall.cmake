@@ -84,7 +84,10 @@ set(guides ${CMAKE_INSTALL_DATAROOTDIR}/doc/zovkpopup-doc)
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md
   DESTINATION ${guides} COMPONENT documentation)
 install(DIRECTORY docs examples DESTINATION ${guides} COMPONENT documentation
-  PATTERN Doxyfile EXCLUDE PATTERN __pycache__ EXCLUDE)
+  PATTERN Doxyfile EXCLUDE PATTERN __pycache__ EXCLUDE
+  # What begins with "#!".
+  REGEX "/(host|make_bundle|make_resources|play|pygame_host|tour)\\.py$" PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 if(PROJECT_IS_TOP_LEVEL)
   include(ZOVKPopupPackages)

@@ -73,7 +73,10 @@ def check_hardening(build):
             run("dpkg-deb", "-x", package, root)
         for pattern in PROGRAMS:
             (program,) = pathlib.Path(root, "usr").glob(pattern)
-            run("hardening-check", program)
+            # The mark for control flow is there only where the C library has it, which Debian's has
+            # not; the instructions are.
+            run("hardening-check", "--nocfprotection", program)
+            expect("endbr64" in run("objdump", "-d", program), f"{program} has no landing pads")
 
 
 def check_files(prefix):
