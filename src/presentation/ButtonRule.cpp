@@ -23,7 +23,7 @@ ButtonChanges buttonRule(const ZOVKPopupModel& popup, bool needRefresh) {
                          outlets::kLoneAnswer, outlets::kLoneConfirm},
                         {}};
   if (!needRefresh) {
-    changes.show.push_back(outlets::kRefresh);
+    changes.show.emplace_back(outlets::kRefresh);
     changes.dimContent = true;
   }
   return changes;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "record/ZOVKPopupModel.h"
@@ -9,8 +10,8 @@ namespace zovk {
 /// The changes that one popup makes on the screen. Views that are not named stay unchanged. So
 /// views that earlier popups hid stay hidden until the layout is loaded again.
 struct ButtonChanges {
-  std::vector<const char*> hide;  ///< Names of Outlets.h.
-  std::vector<const char*> show;
+  std::vector<std::string> hide;  ///< Names of Outlets.h.
+  std::vector<std::string> show;
   bool dimContent = false;  ///< Darkens the page area until the page has loaded.
 };
 

@@ -54,12 +54,12 @@ void PopupScreen::setButtonImages() const {
 }
 
 void PopupScreen::apply(const ButtonChanges& changes) const {
-  for (const char* name : changes.hide) setHidden(name, true);
-  for (const char* name : changes.show) setHidden(name, false);
+  for (const std::string& name : changes.hide) setHidden(name, true);
+  for (const std::string& name : changes.show) setHidden(name, false);
   if (changes.dimContent) outlet(outlets::kContent)->setBackgroundColor(kDimming);
 }
 
-void PopupScreen::setHidden(const char* button, bool hidden) const {
+void PopupScreen::setHidden(const std::string& button, bool hidden) const {
   outlet(button)->setHidden(hidden);
 }
 

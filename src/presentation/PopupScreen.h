@@ -28,7 +28,7 @@ class PopupScreen {
   void placePage(WebView& page) const;
   void setButtonImages() const;
   void apply(const ButtonChanges& changes) const;
-  void setHidden(const char* button, bool hidden) const;
+  void setHidden(const std::string& button, bool hidden) const;
   /// Ends the darkening of the page area. Has no effect without a layout.
   void undimPage() const;
   /// Keeps the corner buttons clear of the status bar at the top of `view`.
@@ -43,7 +43,7 @@ class PopupScreen {
   void letGo();
 
  private:
-  std::shared_ptr<View> outlet(const char* name) const { return layout_->outlet(name); }
+  std::shared_ptr<View> outlet(const std::string& name) const { return layout_->outlet(name); }
 
   std::shared_ptr<Platform> platform_;
   std::shared_ptr<const Bundle> resources_;
