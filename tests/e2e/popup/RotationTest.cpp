@@ -10,12 +10,13 @@ constexpr int kTurns = 10;
 constexpr const char* kTurnEnd = "did remove the viewToRemove";
 
 /// A page with something to lose: a count that runs, and a form that the player is filling in.
-constexpr const char* kFormPage = R"(<!doctype html><input id="name" autofocus><script>
+constexpr const char* kFormPage = R"(<!doctype html><input id="name"><script>
   let ticks = 0, turns = 0, lost = 0;
   setInterval(() => ++ticks, 20);
   const upright = matchMedia('(orientation: portrait)');
   upright.addEventListener('change', () => ++turns);
   const name = document.getElementById('name');
+  name.focus();  // at once: autofocus waits for the first frame
   addEventListener('keydown', event => {
     if (event.key !== 'Enter') return;
     const msg = JSON.stringify({name: name.value, ticks, turns, height: innerHeight});
@@ -35,6 +36,8 @@ class Rotation : public ScreenFixture {
     bundle().addPage(model, kFormPage);
     start();
     show(scene);
+    // A page can be there before the window manager has handed the keyboard over.
+    pumpUntil([this] { return screen().hasKeyboard(); }, "the keyboard");
     turnsBefore_ = countOf(kTurnEnd);
   }
   void turnOver(int number) {

@@ -175,6 +175,11 @@ std::optional<HelperInspector::ViewFrame> HelperUserInterface::viewFrame(
   return youngest;
 }
 
+bool HelperUserInterface::hasKeyboard() const {
+  const HelperObjects& objects = session_->objects();
+  return objects.frontWindow() != 0 && objects.activeWindow == objects.frontWindow();
+}
+
 void HelperUserInterface::terminateWebProcess() {
   const auto& views = session_->objects().webViews;
   if (views.empty()) return;

@@ -51,6 +51,7 @@ class HelperUserInterface final : public UserInterface, public HelperInspector {
   void snapshot(const Window* window, const std::string& path, Completion completion) override;
   void sync(Completion completion) override;
   std::optional<ViewFrame> viewFrame(const std::string& outlet) const override;
+  bool hasKeyboard() const override;
   void terminateWebProcess() override;
   pid_t helperProcessId() const override;
 

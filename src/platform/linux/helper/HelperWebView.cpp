@@ -43,9 +43,9 @@ class PendingDecision {
 
 /// Tells everybody who waits that nothing comes, from the pump.
 void failLater(HelperClient& session,
-               std::map<HelperId, std::function<void(ScriptResult)>> waiting) {
-  for (auto& [decision, completion] : waiting) {
-    session.later([completion = std::move(completion)] { completion({std::nullopt, kGone}); });
+               const std::map<HelperId, std::function<void(ScriptResult)>>& waiting) {
+  for (const auto& [decision, completion] : waiting) {
+    session.later([completion = completion] { completion({std::nullopt, kGone}); });
   }
 }
 
