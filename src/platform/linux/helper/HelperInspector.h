@@ -30,7 +30,8 @@ class HelperInspector {
   /// Returns the last reported place of a view that the newest layout calls `outlet`, in the window
   /// that was shown last. A view that was not asked for before has a place after the next `sync`.
   virtual std::optional<ViewFrame> viewFrame(const std::string& outlet) const = 0;
-  /// Returns whether the window that was shown last has the keyboard, as far as the helper reported.
+  /// Returns whether the window that was shown last has the keyboard, as far as the helper
+  /// reported.
   virtual bool hasKeyboard() const = 0;
   /// Ends the web process of the newest web view, as a crash would.
   virtual void terminateWebProcess() = 0;
