@@ -130,6 +130,14 @@ class Deployment:
                 os.kill(pid, number)
         return pids
 
+    def edge_workers(self):
+        """The ones that take connections: what a reload replaces serves those it has, and ends."""
+        def title(pid):
+            with contextlib.suppress(OSError):
+                return pathlib.Path(f"/proc/{pid}/cmdline").read_bytes().rstrip(b"\0 ")
+        return {pid for pid in processes_in(self.places.part("edge"))
+                if title(pid) == b"nginx: worker process"}
+
     def signal_supervisor(self, number):
         for pid in processes_in(self.places.parts):
             if folder_of(pid) == self.places.parts:
