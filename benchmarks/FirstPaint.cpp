@@ -4,13 +4,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
-#include "GameLoop.h"
 #include "PixelWatch.h"
+#include "PopupGame.h"
 #include "Report.h"
 #include "fixtures/ChildProcess.h"
-#include "fixtures/LocalBundle.h"
 #include "zovkpopup/Host.h"
 #include "zovkpopup/ZOVKPopup.h"
 
@@ -23,7 +21,6 @@ constexpr unsigned long kLoud = 0xff00aa;  // nothing else on the screen has it
 constexpr int kMiddleX = 640;
 constexpr int kMiddleY = 400;
 constexpr int kFramesBetween = 45;
-constexpr const char* kLoadedLine = "Did finish navigation";
 constexpr const char* kPage =
     "<!doctype html><meta charset=utf-8><title>Loud</title><style>html{background:#ff00aa}</style>"
     "<h1>Welcome back</h1><script>addEventListener('load', () => setTimeout(() => "
@@ -106,38 +103,17 @@ int main(int argc, char** argv) {
   const int openings = argc > 1 ? std::atoi(argv[1]) : 21;
   const std::string bare =
       (std::filesystem::path(argv[0]).parent_path() / "zovkpopup-bare-webkit").string();
-  LocalBundle bundle;
-  ScratchDirectory home;
-  ZOVKPopupModel page;
-  page.scene = "page";
-  page.pop_freq = 2;
-  bundle.addPage(page, kPage);
-  bundle.write();
-  // The log tells when the page has loaded.
-  std::ofstream(std::filesystem::path(bundle.resourceDirectory()) / "Info.json")
-      << R"({"ZOVK_DEBUG": true})";
-
-  GameLoop game;
+  PopupGame game(kPage);
   PixelWatch watch(kMiddleX, kMiddleY);
-  bool loaded = false;
-  ZOVKPopupHostSettings settings;
-  settings.applicationId = "zovkpopup-benchmark";
-  settings.resourceDirectory = bundle.resourceDirectory();
-  settings.dataDirectory = home.path().string();
-  settings.nativeWindow = game.nativeWindow();
-  settings.logSink = [&](std::string_view line) {
-    if (line.find(kLoadedLine) != std::string_view::npos) loaded = true;
-  };
-  if (!ZOVKPopupHost::setUp(settings)) return 1;
-  game.runFrames(180);  // the helper gets warm while the game shows its own start
+  if (!game.start()) return 1;
 
   Times times;
-  Openings opening(game, watch, loaded);
+  Openings opening(game.loop, watch, game.loaded);
   opening.run(times);
   times = {};  // the first opening of a process is not counted as a warm one
   for (int i = 0; i < openings; ++i) opening.run(times);
   for (int i = 0; i < (openings + 2) / 3; ++i) {
-    times.bare.push_back(openBare(game, watch, bare, bundle.pagePaths().front()));
+    times.bare.push_back(openBare(game.loop, watch, bare, game.pagePath));
   }
   ZOVKPopupHost::shutDown();
   return report(times);

@@ -4,12 +4,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "GameLoop.h"
+#include "PopupGame.h"
 #include "Report.h"
 #include "fixtures/LocalBundle.h"
 #include "zovkpopup/Host.h"
@@ -21,7 +20,6 @@ namespace {
 constexpr int kFramesAfterLoading = 10;  // until what was loaded is on the screen
 constexpr const char* kWorstFrame = "worst frame while a popup opens, over the floor";
 constexpr double kWorstFrameBound = 4;
-constexpr const char* kLoadedLine = "Did finish navigation";
 // An answer given while the page loads would close it before it has loaded.
 constexpr const char* kAnswerAfterLoading =
     "<script>addEventListener('load', () => setTimeout(answer, 250))</script>";
@@ -110,38 +108,16 @@ int main(int argc, char** argv) {
   const int openings = argc > 1 ? std::atoi(argv[1]) : 21;
   const std::string bare =
       (std::filesystem::path(argv[0]).parent_path() / "zovkpopup-bare-webkit").string();
-  LocalBundle bundle;
-  ScratchDirectory home;
-  ZOVKPopupModel page;
-  page.scene = "page";
-  page.pop_freq = 2;
-  bundle.addPage(page, answeringPage("skip", "", false) + kAnswerAfterLoading);
-  bundle.write();
-  // The log tells when the page has loaded.
-  std::ofstream(std::filesystem::path(bundle.resourceDirectory()) / "Info.json")
-      << R"({"ZOVK_DEBUG": true})";
-  const std::string pagePath = bundle.pagePaths().front();
-
-  GameLoop game;
-  bool loaded = false;
-  ZOVKPopupHostSettings settings;
-  settings.applicationId = "zovkpopup-benchmark";
-  settings.resourceDirectory = bundle.resourceDirectory();
-  settings.dataDirectory = home.path().string();
-  settings.nativeWindow = game.nativeWindow();
-  settings.logSink = [&](std::string_view line) {
-    if (line.find(kLoadedLine) != std::string_view::npos) loaded = true;
-  };
-  if (!ZOVKPopupHost::setUp(settings)) return 1;
-  game.runFrames(180);  // the helper gets warm while the game shows its own start
+  PopupGame game(answeringPage("skip", "", false) + kAnswerAfterLoading);
+  if (!game.start()) return 1;
 
   Measurement measurement;
-  Opening opening(game, loaded);
+  Opening opening(game.loop, game.loaded);
   opening.run(measurement);
   measurement = {};  // the first opening of a process is not counted as a warm one
   for (int i = 0; i < openings; ++i) {
     opening.run(measurement);
-    measurement.bareToLoaded.push_back(openBare(bare, pagePath));
+    measurement.bareToLoaded.push_back(openBare(bare, game.pagePath));
   }
   ZOVKPopupHost::shutDown();
   return reportAll(measurement);

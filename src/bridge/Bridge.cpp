@@ -2,16 +2,10 @@
 
 #include <utility>
 
+#include "bridge/QueueSignal.h"
 #include "logging/ZPLogger.h"
 
 namespace zovk {
-namespace {
-
-/// The address by which the page's half says that it has something, as web views write it.
-constexpr const char* kSignal = "https://__wvjb_queue_message__/";
-
-}  // namespace
-
 void ZOVKPopupWKWebViewJavascriptBridge::enableLogging() {
   Base::enableLogging();
 }
@@ -34,7 +28,9 @@ ZOVKPopupWKWebViewJavascriptBridge::ZOVKPopupWKWebViewJavascriptBridge(
 void ZOVKPopupWKWebViewJavascriptBridge::_setupInstance(const std::shared_ptr<WebView>& webView) {
   webView_ = webView;
   webView->setNavigationDelegate(weak_from_this());
-  webView->fetchAhead(kSignal, base_->webViewJavascriptFetchQueyCommand());
+  // The signal's address as web views write it.
+  webView->fetchAhead(std::string("https://") + kQueueSignalHost + "/",
+                      base_->webViewJavascriptFetchQueyCommand());
   base_->setDelegate(weak_from_this());
 }
 

@@ -1,21 +1,14 @@
 // The fixed texts of the bridge: commands to the page, addresses by which the page calls, and the
 // traffic in the log.
-#include <algorithm>
-#include <cctype>
-
+#include "bridge/QueueSignal.h"
 #include "logging/ZPLogger.h"
 #include "text/JsonText.h"
+#include "text/LowerCase.h"
 #include "text/UrlText.h"
 #include "zovkpopup/BridgeBase.h"
 
 namespace zovk {
 namespace {
-
-std::string lowerCase(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return text;
-}
 
 bool hasHost(const std::string& url, std::string_view host) {
   return lowerCase(partsOfUrl(url).host) == host;
@@ -42,7 +35,7 @@ bool ZOVKPopupWebViewJavascriptBridgeBase::isSchemeMatch(const std::string& url)
 }
 
 bool ZOVKPopupWebViewJavascriptBridgeBase::isQueueMessageURL(const std::string& url) const {
-  return isSchemeMatch(url) && hasHost(url, "__wvjb_queue_message__");
+  return isSchemeMatch(url) && hasHost(url, kQueueSignalHost);
 }
 
 bool ZOVKPopupWebViewJavascriptBridgeBase::isBridgeLoadedURL(const std::string& url) const {

@@ -10,7 +10,8 @@ void ZOVKPopupManager::queryConditionPopup(const PopupPointer& popup,
                                            const CallbackPointer& complete) {
   constexpr DebugLog debug = managerLog("ZOVKPopupManager::queryConditionPopup");
   debug("Query condition Popup");
-  const PlayerIdentity player{gameID(), gameKey(), loginState_};
+  const StartedGame game = game_.get();
+  const PlayerIdentity player{game.gameID, game.gameKey, loginState_};
   const auto network = std::make_shared<ZOVKPopupNetwork>(platform_->urlSession);
   network->startRequest(ZOVKPopupNetwork::kPost, playerRequest(popup->check_url, player, *popup),
                         [self = shared_from_this(), popup, complete](

@@ -107,7 +107,8 @@ void ZOVKPopupManager::present(const QueueEntry& entry) {
         const auto manager = self.lock();
         return manager != nullptr && manager->parseConditionPopupResp(data, extraJson);
       });
-  controller->setLoginState(gameID(), gameKey(), loginState_);
+  const StartedGame game = game_.get();
+  controller->setLoginState(game.gameID, game.gameKey, loginState_);
   controller->showPopup(entry.popups, window().get(),
                         [self, entry](std::int32_t code, const std::string& msg) {
                           if (const auto manager = self.lock()) {

@@ -10,8 +10,9 @@ void ZOVKPopupManager::requestRemoteConfig() {
   debug("Request remote config");
   const double now = platform_->clock.systemUptime();
   times_.with([&](ServiceTimes& times) { times.startTime = now; });
-  ZOVKPopupUrlParams params = serviceRequest(gameID(), gameKey());
-  params.urlStr = popUrl();
+  const StartedGame game = game_.get();
+  ZOVKPopupUrlParams params = serviceRequest(game.gameID, game.gameKey);
+  params.urlStr = game.popUrl;
   params.actionPath = "/popup/get_info";
   const auto network = std::make_shared<ZOVKPopupNetwork>(platform_->urlSession);
   network->startRequest(

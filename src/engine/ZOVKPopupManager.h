@@ -149,7 +149,9 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   static std::shared_ptr<ZOVKPopupManager> make();
 
   void expectPopup();
-  PopupListPointer mergedPopups() const { return lists_.get().merged; }
+  PopupListPointer mergedPopups() const {
+    return lists_.with([](const PopupLists& lists) { return lists.merged; });
+  }
   void setList(PopupListPointer PopupLists::*list, PopupList popups);
   bool takeDocument(const ConfigDocument& document, std::string_view text, std::uint64_t configType,
                     PopupList* popUps);

@@ -145,8 +145,11 @@ void ToolkitWebView::terminate() {
 }
 
 void ToolkitWebView::evaluate(Id request, const std::string& script) {
-  auto evaluation = std::make_unique<Evaluation>(
-      Evaluation{{{"type", "web.evaluated"}, {"id", request}}, events_});
+  runAndSend(script, {{"type", "web.evaluated"}, {"id", request}});
+}
+
+void ToolkitWebView::runAndSend(const std::string& script, HelperMessage answer) {
+  auto evaluation = std::make_unique<Evaluation>(Evaluation{std::move(answer), events_});
   webkit_web_view_evaluate_javascript(view_.get(), script.c_str(), -1, nullptr, nullptr, nullptr,
                                       onEvaluated, evaluation.release());
 }
@@ -209,11 +212,9 @@ gboolean ToolkitWebView::askGame(WebKitPolicyDecision* decision, WebKitPolicyDec
                       {"target", asked->target}};
   if (fetches) event["fetching"] = true;
   events_(event);
-  if (!fetches) return TRUE;
-  auto evaluation = std::make_unique<Evaluation>(
-      Evaluation{{{"type", "web.fetched"}, {"view", id_}, {"decision", asked->number}}, events_});
-  webkit_web_view_evaluate_javascript(view_.get(), fetchScript_.c_str(), -1, nullptr, nullptr,
-                                      nullptr, onEvaluated, evaluation.release());
+  if (fetches) {
+    runAndSend(fetchScript_, {{"type", "web.fetched"}, {"view", id_}, {"decision", asked->number}});
+  }
   return TRUE;
 }
 

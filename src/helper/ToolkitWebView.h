@@ -47,6 +47,8 @@ class ToolkitWebView {
   void fetchAhead(const std::string& address, const std::string& script);
 
  private:
+  /// Runs a script and sends `answer` with its value or error.
+  void runAndSend(const std::string& script, HelperMessage answer);
   static gboolean onDecidePolicy(WebKitWebView* view, WebKitPolicyDecision* decision,
                                  WebKitPolicyDecisionType type, gpointer self);
   static void onLoadChanged(WebKitWebView* view, WebKitLoadEvent event, gpointer self);

@@ -99,7 +99,7 @@ void ZOVKPopupViewController::handleWebViewJsMessage(
 }
 
 void ZOVKPopupViewController::refreshButtonClicked() {
-  const PopupPointer loaded = shown_.toRefresh();
+  const PopupPointer loaded = modelToRefresh_.get();
   if (loaded != nullptr) loadPopupUri(loaded, uriToRefresh_);
 }
 

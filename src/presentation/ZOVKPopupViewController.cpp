@@ -51,7 +51,7 @@ void ZOVKPopupViewController::showNextPopup() {
   PopupPointer next = getPopupModel();
   if (next == nullptr) return callComplete(ZOVKPopupResultSkip, "");
   debug("Start show %@", next->scene);
-  shown_.setCurrent(next);
+  currentModel_.set(next);
   pageHangs_ = false;  // the next page gets a process that answers
   applyButtonRule();
   if (window_ != nullptr) window_->setNeedsUpdateConstraints();
@@ -68,7 +68,7 @@ std::string ZOVKPopupViewController::getLoadUri(const std::string& uri,
 }
 
 void ZOVKPopupViewController::loadPopupUri(const PopupPointer& popup, const std::string& uriFinal) {
-  shown_.setToRefresh(popup);
+  modelToRefresh_.set(popup);
   platform_->mainQueue.async([self = shared_from_this(), popup, uriFinal] {
     if (self->tornDown_) return;
     self->uriToRefresh_ = uriFinal;
@@ -133,9 +133,9 @@ void ZOVKPopupViewController::letGo() {
   player_ = {};
   complete_ = nullptr;
   popupArr_.clear();
-  shown_.setCurrent(nullptr);
+  currentModel_.set(nullptr);
   uriToRefresh_.clear();
-  shown_.setToRefresh(nullptr);
+  modelToRefresh_.set(nullptr);
 }
 
 }  // namespace zovk

@@ -15,10 +15,10 @@
 #include "network/ZOVKPopupNetwork.h"
 #include "presentation/OwnPage.h"
 #include "presentation/PopupScreen.h"
-#include "presentation/ShownPopup.h"
 #include "record/LoginStateRecord.h"
 #include "record/PlayerRequest.h"
 #include "record/ZOVKPopupModel.h"
+#include "support/Guarded.h"
 #include "zovkpopup/Result.h"
 #include "zovkpopup/platform/Platform.h"
 
@@ -103,7 +103,7 @@ class ZOVKPopupViewController : public ViewController,
   std::string getNibFileName() const { return screen_.layoutName(); }
 
   /// Returns the popup on screen; null before the first and after the end. Any thread.
-  PopupPointer currentModel() const { return shown_.current(); }
+  PopupPointer currentModel() const { return currentModel_.get(); }
   const std::deque<PopupPointer>& popupArr() const { return popupArr_; }
   /// Returns whether the last allowed navigation led to a popup's own page; shared by all
   /// controllers.
@@ -136,7 +136,9 @@ class ZOVKPopupViewController : public ViewController,
   PlayerIdentity player_;
   Complete complete_;
   std::deque<PopupPointer> popupArr_;
-  ShownPopup shown_;
+  // Also read and set by a condition's answer, which comes on the session's thread.
+  Guarded<PopupPointer> currentModel_;
+  Guarded<PopupPointer> modelToRefresh_;
   OwnPage ownPage_;
   std::string uriToRefresh_;
   std::shared_ptr<View> view_;

@@ -1,12 +1,11 @@
 #include "zovkpopup/WebWindow.h"
 
-#include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <utility>
 
 #include "logging/ZPLogger.h"
 #include "platform/HostPlatform.h"
+#include "text/LowerCase.h"
 #include "text/UrlText.h"
 #include "webwindow/WebWindowController.h"
 #include "zovkpopup/Bridge.h"
@@ -16,9 +15,7 @@ namespace zovk {
 namespace {
 
 bool isWebAddress(const std::string& address) {
-  std::string scheme = partsOfUrl(address).scheme;
-  std::transform(scheme.begin(), scheme.end(), scheme.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  const std::string scheme = lowerCase(partsOfUrl(address).scheme);
   return scheme == "http" || scheme == "https";
 }
 

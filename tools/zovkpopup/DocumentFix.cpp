@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "platform/linux/system/AtomicWrite.h"
+#include "text/LowerCase.h"
 #include "text/Md5.h"
 #include "text/ZOVKPopupCommonTool.h"
 #include "zovkpopup/DocumentEngine.h"
@@ -34,11 +35,6 @@ struct Fix {
   std::string digest;  ///< What "sig" has to be; empty where that is not known.
   std::optional<fs::path> file;
 };
-
-std::string lowerCase(std::string text) {
-  for (char& c : text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  return text;
-}
 
 std::string nameOf(ZOVKPopupModel popup, const std::string& sig) {
   popup.sig = sig;

@@ -7,6 +7,7 @@
 
 #include "bridge/ZOVKPopupWebviewMessageHandler.h"
 #include "support/Utf8.h"
+#include "text/LowerCase.h"
 #include "text/ZOVKPopupCommonTool.h"
 #include "zovkpopup/Spelling.h"
 
@@ -30,11 +31,6 @@ std::string shown(const boost::json::value& value) {
   constexpr std::size_t kLongest = 80;
   std::string text = boost::json::serialize(value);
   if (text.size() > kLongest) text = repairedUtf8(text.substr(0, kLongest)) + "…";
-  return text;
-}
-
-std::string lowerCase(std::string text) {
-  for (char& c : text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
   return text;
 }
 

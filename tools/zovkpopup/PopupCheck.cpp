@@ -5,6 +5,7 @@
 #include <fmt/chrono.h>
 #include <fmt/format.h>
 
+#include "text/LowerCase.h"
 #include "zovkpopup/PageCheck.h"
 #include "zovkpopup/TextFile.h"
 
@@ -15,11 +16,6 @@ constexpr std::uint64_t kPopTypeOrdinary = 1;
 
 std::string dateText(std::int32_t seconds) {
   return fmt::format("{} ({:%Y-%m-%d %H:%M:%S} UTC)", seconds, fmt::gmtime(std::time_t{seconds}));
-}
-
-std::string lowerCase(std::string text) {
-  for (char& c : text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  return text;
 }
 
 std::int64_t number(std::uint64_t kind) {

@@ -6,7 +6,8 @@
 
 #include <sys/epoll.h>
 #include <sys/socket.h>
-#include <sys/timerfd.h>
+
+#include "platform/linux/system/TimerDescriptor.h"
 
 namespace zovk {
 namespace {
@@ -20,13 +21,8 @@ UniqueFd opened(int descriptor, const char* what) {
 }
 
 UniqueFd timerOf(std::chrono::milliseconds timeout) {
-  UniqueFd timer =
-      opened(::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK), "timerfd_create");
-  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(timeout);
-  itimerspec when{};
-  when.it_value.tv_sec = seconds.count();
-  when.it_value.tv_nsec = std::chrono::nanoseconds(timeout - seconds).count();
-  ::timerfd_settime(timer.get(), 0, &when, nullptr);
+  UniqueFd timer = openTimer();
+  setTimer(timer, timeout);
   return timer;
 }
 

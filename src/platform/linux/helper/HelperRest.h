@@ -27,7 +27,6 @@ class HelperRest {
   void close();
 
  private:
-  void arm(std::chrono::milliseconds time) const;
   void look();
 
   LinuxMainQueue& queue_;

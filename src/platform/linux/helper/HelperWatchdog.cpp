@@ -3,18 +3,15 @@
 #include <cstdint>
 #include <utility>
 
-#include <sys/timerfd.h>
+#include <unistd.h>
+
+#include "platform/linux/system/TimerDescriptor.h"
 
 namespace zovk {
 namespace {
 
 // A game that draws a frame a second looks often enough.
 constexpr std::chrono::seconds kLongestGap{1};
-
-timespec timespecOf(std::chrono::milliseconds time) {
-  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
-  return {seconds.count(), std::chrono::nanoseconds(time - seconds).count()};
-}
 
 }  // namespace
 
@@ -23,7 +20,7 @@ HelperWatchdog::HelperWatchdog(LinuxMainQueue& queue, const HelperLauncher& laun
       interval_(launcher.pingInterval),
       now_(launcher.now),
       duty_(std::move(duty)),
-      timer_(::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK)),
+      timer_(openTimer()),
       silence_(launcher.answerTimeout, kLongestGap) {
   queue_.addSource(timer_.get(), [this] { look(); });
 }
@@ -31,13 +28,8 @@ HelperWatchdog::HelperWatchdog(LinuxMainQueue& queue, const HelperLauncher& laun
 void HelperWatchdog::watch(bool on) {
   if (std::exchange(watching_, on) == on) return;
   if (on) silence_.begin(now_());
-  arm(on);
-}
-
-void HelperWatchdog::arm(bool on) const {
-  itimerspec when{};
-  if (on) when.it_value = when.it_interval = timespecOf(interval_);
-  ::timerfd_settime(timer_.get(), 0, &when, nullptr);
+  const auto interval = on ? interval_ : std::chrono::milliseconds(0);
+  setTimer(timer_, interval, interval);
 }
 
 void HelperWatchdog::look() {

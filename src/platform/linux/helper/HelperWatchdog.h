@@ -28,7 +28,6 @@ class HelperWatchdog {
   void close();
 
  private:
-  void arm(bool on) const;
   void look();
 
   LinuxMainQueue& queue_;

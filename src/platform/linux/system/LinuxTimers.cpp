@@ -1,12 +1,12 @@
 #include "platform/linux/system/LinuxTimers.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include <sys/timerfd.h>
+
+#include "platform/linux/system/TimerDescriptor.h"
 
 namespace zovk {
 namespace {
@@ -25,10 +25,6 @@ timespec toTimespec(TimePoint time) {
 /// The running timers and the descriptor that becomes readable when the next one is due.
 class LinuxTimers::Schedule {
  public:
-  Schedule() : clock_(::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK)) {
-    if (!clock_) throw std::system_error(errno, std::generic_category(), "timerfd_create");
-  }
-
   int descriptor() const { return clock_.get(); }
   void add(RepeatingTimer* timer) { timers_.push_back(timer), arm(); }
   void remove(RepeatingTimer* timer) { std::erase(timers_, timer), arm(); }
@@ -38,7 +34,7 @@ class LinuxTimers::Schedule {
   RepeatingTimer* earliest() const;
   void arm();
 
-  UniqueFd clock_;
+  UniqueFd clock_ = openTimer();
   std::vector<RepeatingTimer*> timers_;  // each takes itself out when it stops
 };
 
