@@ -1,13 +1,12 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <gtk/gtk.h>
 
-#include "helper/Events.h"
+#include "protocol/MessageReader.h"
 
 namespace zovk::helper {
 
@@ -20,29 +19,26 @@ struct Frame {
   bool operator==(const Frame&) const = default;
 };
 
-/// The members of one command. Every reader throws std::invalid_argument with the member's name if
-/// it is missing or of the wrong kind. Numbers are brought into the range that the toolkit accepts.
-class Arguments {
+/// The members of one command, with their values in the range that the toolkit accepts. Every
+/// reader throws std::invalid_argument as that of a message does, also for a text with a zero
+/// character.
+class Arguments : private MessageReader {
  public:
-  explicit Arguments(const HelperMessage& message) : message_(message) {}
+  using MessageReader::flag;
+  using MessageReader::flagOr;
+  using MessageReader::has;
+  using MessageReader::id;
+  using MessageReader::ids;
+  using MessageReader::MessageReader;
+  using MessageReader::wholeNumber;
 
-  bool has(std::string_view name) const;
-  Id id(std::string_view name) const;
-  std::vector<Id> ids(std::string_view name) const;
-  bool flag(std::string_view name) const;
-  /// Reads a number that is zero or more.
-  std::int64_t wholeNumber(std::string_view name) const;
   double number(std::string_view name) const;
   std::string text(std::string_view name) const;
+  /// Reads a text that may be missing, and is `absent` then.
+  std::string textOr(std::string_view name, std::string absent) const;
   std::vector<std::string> texts(std::string_view name) const;
   GdkRGBA color(std::string_view name) const;
   Frame frame(std::string_view name) const;
-
- private:
-  const boost::json::value& member(std::string_view name) const;
-  std::vector<double> numbers(std::string_view name, std::size_t count) const;
-
-  const HelperMessage& message_;
 };
 
 }  // namespace zovk::helper

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "protocol/MessageNames.h"
+
 namespace zovk::helper {
 namespace {
 
@@ -14,7 +16,7 @@ Backdrop::Backdrop(EventSink events) : events_(std::move(events)) {}
 
 void Backdrop::ask() {
   asked_ = true;
-  events_({{"type", "backdrop.wanted"}});
+  events_({{member::kType, event::kBackdropWanted}});
 }
 
 void Backdrop::want() {

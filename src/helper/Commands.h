@@ -2,7 +2,7 @@
 
 #include <functional>
 #include <map>
-#include <string>
+#include <string_view>
 
 #include "helper/Arguments.h"
 
@@ -12,8 +12,7 @@ class Program;
 
 /// The effect of each type of command. Every command reads all of its arguments before it changes
 /// anything.
-using CommandTable =
-    std::map<std::string, std::function<void(Program&, const Arguments&)>, std::less<>>;
+using CommandTable = std::map<std::string_view, std::function<void(Program&, const Arguments&)>>;
 
 void addWindowCommands(CommandTable& table);
 void addViewCommands(CommandTable& table);

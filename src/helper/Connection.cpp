@@ -13,6 +13,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "protocol/MessageNames.h"
+
 namespace zovk::helper {
 namespace {
 
@@ -48,8 +50,8 @@ void takeFiles(msghdr& message, Files& files) {
 /// Events that pages can cause in any number and that games can do without. Every other event is an
 /// answer, or changes what the game must know.
 bool mayBeLeftOut(const HelperMessage& message) {
-  const std::string_view type = message.at("type").as_string();
-  return type == "web.message" || type == "web.window";
+  const std::string_view type = message.at(member::kType).as_string();
+  return type == event::kWebMessage || type == event::kWebWindow;
 }
 
 }  // namespace
@@ -80,7 +82,7 @@ void Connection::send(const HelperMessage& message) {
 }
 
 void Connection::sendLine(const std::optional<std::string>& line) {
-  if (line) send({{"type", "log"}, {"line", *line}});
+  if (line) send({{member::kType, event::kLog}, {member::kLine, *line}});
 }
 
 void Connection::keep(std::string frame) {
@@ -193,7 +195,7 @@ void Connection::end() {
 }
 
 void Connection::endWith(const std::string& line) {
-  send({{"type", "log"}, {"line", line}});
+  send({{member::kType, event::kLog}, {member::kLine, line}});
   end();
 }
 

@@ -10,23 +10,24 @@
 #include "helper/ReceivedPicture.h"
 #include "helper/Renderer.h"
 #include "helper/UrlOpener.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk::helper {
 namespace {
 
 Greeting readGreeting(const Arguments& arguments) {
   Greeting greeting;
-  greeting.application = arguments.text("application");
-  greeting.dataDirectory = arguments.text("dataDirectory");
-  greeting.nativeWindow = static_cast<unsigned long>(arguments.wholeNumber("nativeWindow"));
-  greeting.developerTools = arguments.flag("developerTools");
-  greeting.pageMemory = arguments.wholeNumber("pageMemory");
-  if (arguments.has("waylandWindow")) greeting.waylandWindow = arguments.text("waylandWindow");
-  if (arguments.has("gameSize")) greeting.gameSize = arguments.frame("gameSize");
-  if (arguments.has("pageConsole")) greeting.pageConsole = arguments.flag("pageConsole");
-  if (arguments.has("display")) greeting.display = arguments.text("display");
-  greeting.drawing.asked = askedDrawing(arguments.text("drawing"));
-  greeting.drawing.failedBefore = arguments.flag("drawingFailed");
+  greeting.application = arguments.text(member::kApplication);
+  greeting.dataDirectory = arguments.text(member::kDataDirectory);
+  greeting.nativeWindow = static_cast<unsigned long>(arguments.wholeNumber(member::kNativeWindow));
+  greeting.developerTools = arguments.flag(member::kDeveloperTools);
+  greeting.pageMemory = arguments.wholeNumber(member::kPageMemory);
+  greeting.waylandWindow = arguments.textOr(member::kWaylandWindow, "");
+  if (arguments.has(member::kGameSize)) greeting.gameSize = arguments.frame(member::kGameSize);
+  greeting.pageConsole = arguments.flagOr(member::kPageConsole, false);
+  greeting.display = arguments.textOr(member::kDisplay, "");
+  greeting.drawing.asked = askedDrawing(arguments.text(member::kDrawing));
+  greeting.drawing.failedBefore = arguments.flag(member::kDrawingFailed);
   return greeting;
 }
 
@@ -42,7 +43,7 @@ std::string displaysFor(const Greeting& greeting) {
 std::string askedWindow(const Arguments& arguments) {
   const char* player = g_getenv("ZOVKPOPUP_WINDOW");
   if (player != nullptr && *player != '\0') return player;
-  return arguments.has("popupWindow") ? arguments.text("popupWindow") : std::string();
+  return arguments.textOr(member::kPopupWindow, "");
 }
 
 /// Throws for an unknown word.
@@ -75,12 +76,12 @@ void warmUpWindow() {
 void sendReady(const EventSink& events, const Program& program, const DrawingChoice& choice) {
   boost::json::array schemes;
   for (const std::string& scheme : openableSchemes()) schemes.emplace_back(scheme);
-  events({{"type", "ready"},
-          {"version", kHelperProtocolVersion},
-          {"screen", program.screen()},
-          {"schemes", schemes},
-          {"drawing", nameOf(choice.drawing)},
-          {"renderer", choice.renderer}});
+  events({{member::kType, event::kReady},
+          {member::kVersion, kHelperProtocolVersion},
+          {member::kScreen, program.screen()},
+          {member::kSchemes, schemes},
+          {member::kDrawing, nameOf(choice.drawing)},
+          {member::kRenderer, choice.renderer}});
 }
 
 }  // namespace
@@ -91,13 +92,13 @@ Dispatcher::Dispatcher(EventSink events, Control control)
   addViewCommands(table_);
   addLayoutCommands(table_);
   addWebCommands(table_);
-  table_["backdrop"] = [this](Program& program, const Arguments& arguments) {
+  table_[command::kBackdrop] = [this](Program& program, const Arguments& arguments) {
     takeBackdrop(program, arguments);
   };
 }
 
 void Dispatcher::receive(const HelperMessage& message) {
-  const std::string type(message.at("type").as_string());
+  const std::string type(message.at(member::kType).as_string());
   try {
     carryOut(type, Arguments(message));
   } catch (const std::invalid_argument& error) {
@@ -106,7 +107,7 @@ void Dispatcher::receive(const HelperMessage& message) {
 }
 
 void Dispatcher::carryOut(const std::string& type, const Arguments& arguments) {
-  if (!program_ && type == "hello") return greet(arguments);
+  if (!program_ && type == command::kHello) return greet(arguments);
   if (!program_) throw std::invalid_argument("no greeting");
   const auto command = table_.find(type);
   if (command == table_.end()) throw std::invalid_argument("unknown");
@@ -114,7 +115,8 @@ void Dispatcher::carryOut(const std::string& type, const Arguments& arguments) {
 }
 
 void Dispatcher::greet(const Arguments& arguments) {
-  if (arguments.wholeNumber("version") != kHelperProtocolVersion) return fail("other version");
+  if (arguments.wholeNumber(member::kVersion) != kHelperProtocolVersion)
+    return fail("other version");
   Greeting greeting = readGreeting(arguments);
   const std::string window = askedWindow(arguments);
   try {
@@ -144,13 +146,13 @@ void Dispatcher::start(const Greeting& greeting) {
 
 void Dispatcher::takeBackdrop(Program& program, const Arguments& arguments) const {
   const UniqueFd pixels = control_.takeFile ? control_.takeFile() : UniqueFd();
-  const auto width = arguments.wholeNumber("width");
-  const auto height = arguments.wholeNumber("height");
+  const auto width = arguments.wholeNumber(member::kWidth);
+  const auto height = arguments.wholeNumber(member::kHeight);
   program.takeBackdrop(pictureIn(pixels.get(), width, height));
 }
 
 void Dispatcher::fail(const std::string& reason) {
-  events_({{"type", "failed"}, {"reason", reason}});
+  events_({{member::kType, event::kFailed}, {member::kReason, reason}});
   control_.quit();
 }
 

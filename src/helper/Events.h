@@ -1,21 +1,20 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <string>
 
 #include "protocol/FrameCodec.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk::helper {
 
-/// The game's number of a window, a view, a layout or a request.
-using Id = std::int64_t;
+using Id = HelperId;
 
 /// Sends one event to the game.
 using EventSink = std::function<void(const HelperMessage&)>;
 
 inline void sendLog(const EventSink& events, const std::string& line) {
-  events({{"type", "log"}, {"line", line}});
+  events({{member::kType, event::kLog}, {member::kLine, line}});
 }
 
 }  // namespace zovk::helper

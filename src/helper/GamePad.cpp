@@ -10,6 +10,7 @@
 #include "helper/GObjectPtr.h"
 #include "helper/PadPage.h"
 #include "helper/PageScripts.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk::helper {
 namespace {
@@ -141,10 +142,10 @@ struct Field {
 }  // namespace
 
 std::optional<PadDirection> padDirection(std::string_view name) {
-  if (name == "up") return PadDirection::kUp;
-  if (name == "down") return PadDirection::kDown;
-  if (name == "left") return PadDirection::kLeft;
-  if (name == "right") return PadDirection::kRight;
+  if (name == word::kUp) return PadDirection::kUp;
+  if (name == word::kDown) return PadDirection::kDown;
+  if (name == word::kLeft) return PadDirection::kLeft;
+  if (name == word::kRight) return PadDirection::kRight;
   return std::nullopt;
 }
 

@@ -6,6 +6,7 @@
 #include <gdk/x11/gdkx.h>
 
 #include "helper/GObjectPtr.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk::helper {
 namespace {
@@ -86,7 +87,7 @@ void GameWindow::watch() {
 void GameWindow::onRootProperty(unsigned long changed) const {
   // If two changes are read at once, the last one is read twice; the game then gets two events.
   if (changed == atom(display_, "_NET_ACTIVE_WINDOW") && isActive()) {
-    events_({{"type", "window.other"}});
+    events_({{member::kType, event::kWindowOther}});
   }
 }
 
@@ -105,7 +106,7 @@ void GameWindow::onWindowEvent(const void* received) {
       return;
     case FocusIn:
       // A window manager reports it by a property, after which it is settled.
-      if (!x11HasWindowManager(display_)) events_({{"type", "window.other"}});
+      if (!x11HasWindowManager(display_)) events_({{member::kType, event::kWindowOther}});
       return;
     default:
       return;

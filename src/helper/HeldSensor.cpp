@@ -41,18 +41,19 @@ std::string edgeThatIsUp(GDBusProxy* proxy) {
 /// The service's words, and what they mean on a machine whose screen is upright, or is not.
 struct Meaning {
   const char* edge;
-  const char* upright;
-  const char* wide;
+  std::string_view upright;
+  std::string_view wide;
 };
-constexpr std::array kMeanings = {
-    Meaning{"normal", "portrait", "left"}, Meaning{"bottom-up", "upsideDown", "right"},
-    Meaning{"left-up", "right", "portrait"}, Meaning{"right-up", "left", "upsideDown"}};
+constexpr std::array kMeanings = {Meaning{"normal", word::kPortrait, word::kLeft},
+                                  Meaning{"bottom-up", word::kUpsideDown, word::kRight},
+                                  Meaning{"left-up", word::kRight, word::kPortrait},
+                                  Meaning{"right-up", word::kLeft, word::kUpsideDown}};
 
-std::string meaningOf(const std::string& edge, bool upright) {
+std::string_view meaningOf(const std::string& edge, bool upright) {
   const auto* const found =
       std::find_if(kMeanings.begin(), kMeanings.end(),
                    [&edge](const Meaning& meaning) { return edge == meaning.edge; });
-  if (found == kMeanings.end()) return "unknown";
+  if (found == kMeanings.end()) return word::kUnknown;
   return upright ? found->upright : found->wide;
 }
 
@@ -87,7 +88,7 @@ void HeldSensor::onAppeared(GDBusConnection* bus, const char*, const char*, gpoi
 void HeldSensor::onVanished(GDBusConnection*, const char*, gpointer self) {
   auto* sensor = static_cast<HeldSensor*>(self);
   sensor->forgetService();
-  sensor->tell("unknown");
+  sensor->tell(word::kUnknown);
 }
 
 void HeldSensor::onProxy(GObject*, GAsyncResult* result, gpointer self) {
@@ -105,7 +106,7 @@ void HeldSensor::onChanged(GDBusProxy*, GVariant*, char**, gpointer self) {
 }
 
 void HeldSensor::look() {
-  if (!hasAccelerometer(proxy_.get())) return tell("unknown");
+  if (!hasAccelerometer(proxy_.get())) return tell(word::kUnknown);
   claim();
   tell(meaningOf(edgeThatIsUp(proxy_.get()), upright_));
 }
@@ -125,8 +126,8 @@ void HeldSensor::forgetService() {
   claimed_ = false;
 }
 
-void HeldSensor::tell(const std::string& held) {
-  if (std::exchange(told_, held) != held) listener_(held);
+void HeldSensor::tell(std::string_view held) {
+  if (std::exchange(told_, held) != held) listener_(told_);
 }
 
 bool hasUprightScreen(const std::string& folder) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "helper/GObjectPtr.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk::helper {
 
@@ -30,11 +31,11 @@ class HeldSensor {
   void look();
   void claim();
   void forgetService();
-  void tell(const std::string& held);
+  void tell(std::string_view held);
 
   const bool upright_;
   const Listener listener_;
-  std::string told_ = "unknown";
+  std::string told_{word::kUnknown};
   guint watch_ = 0;
   GObjectPtr<GCancellable> cancel_;
   GObjectPtr<GDBusProxy> proxy_;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "helper/LoadRefusal.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk::helper {
 namespace {
@@ -45,7 +46,7 @@ std::optional<PolicyBook::Question> PolicyBook::ask(WebKitPolicyDecision* decisi
   } else {
     waiting_.emplace(number, Waiting{GObjectPtr<WebKitPolicyDecision>::retain(decision), address});
   }
-  return Question{number, address, newWindow ? "none" : "main"};
+  return Question{number, address, newWindow ? word::kNone : word::kMain};
 }
 
 // A page that is where the address leads may navigate there, too, by a link, say.
@@ -75,10 +76,10 @@ bool PolicyBook::decide(Id number, bool allow) {
   }
   webkit_policy_decision_ignore(answered.decision.get());
   if (refusal.empty()) return false;
-  events_({{"type", "web.provisionalFailed"},
-           {"view", view_},
-           {"url", answered.address},
-           {"error", refusal}});
+  events_({{member::kType, event::kWebProvisionalFailed},
+           {member::kView, view_},
+           {member::kUrl, answered.address},
+           {member::kError, refusal}});
   return false;
 }
 

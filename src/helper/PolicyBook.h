@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include <webkit/webkit.h>
 
@@ -27,7 +28,7 @@ class PolicyBook {
   struct Question {
     Id number = 0;
     std::string address;
-    const char* target = "";
+    std::string_view target;
   };
 
   /// Returns the question; absent if the game does not make this decision.

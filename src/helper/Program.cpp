@@ -11,6 +11,7 @@
 #include "helper/PageGuards.h"
 #include "helper/PlayerInput.h"
 #include "helper/Screen.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk::helper {
 namespace {
@@ -35,7 +36,7 @@ Program::Program(const Greeting& greeting, EventSink events, Drawing drawing)
       views_([this](Id id, GtkWidget* widget) { onViewDropped(id, widget); }),
       toldScreen_(coveredFrame(game_)),
       held_(hasUprightScreen(), [this](const std::string& held) {
-        events_({{"type", "held"}, {"held", held}});
+        events_({{member::kType, event::kHeld}, {member::kHeld, held}});
       }) {
   game_.setWholeScreen(greeting.wholeScreen);
   g_signal_connect(gdk_display_get_monitors(gdk_display_get_default()), "items-changed",
@@ -68,7 +69,7 @@ void Program::tellScreen() {
   const Frame now = coveredFrame(game_);
   if (now == toldScreen_) return;
   toldScreen_ = now;
-  events_({{"type", "screen"}, {"screen", screen()}});
+  events_({{member::kType, event::kScreen}, {member::kScreen, screen()}});
 }
 
 GameWindow::Listener Program::gameListener() {
@@ -141,8 +142,8 @@ void Program::carryOut(const std::string& press, const PadQueue::Done& done) con
   const ToolkitWebView* const inFront = webViewIn(front->id());
   WebKitWebView* const page = inFront == nullptr ? nullptr : inFront->view();
   if (const auto direction = padDirection(press)) return movePad(window, page, *direction, done);
-  if (press == "press") return zovk::helper::pressPad(window, page, done);
-  if (press == "leave") return leavePad(window, page, done);
+  if (press == word::kPress) return zovk::helper::pressPad(window, page, done);
+  if (press == word::kLeave) return leavePad(window, page, done);
   done();
 }
 
@@ -170,16 +171,16 @@ ToolkitWindow* Program::window(Id id) const {
 void Program::openLayout(Id id, Id rootView, const std::string& bundle, const std::string& name) {
   if (layouts_.contains(id)) return;
   auto perform = [this, id](const std::string& action) {
-    events_({{"type", "action"}, {"layout", id}, {"action", action}});
+    events_({{member::kType, event::kAction}, {member::kLayout, id}, {member::kAction, action}});
   };
   auto layout = std::make_unique<ToolkitLayout>(bundle, name, perform);
   if (layout->root() != nullptr) views_.add(rootView, layout->root(), id);
   boost::json::array outlets;
   for (const std::string& outlet : layout->outletNames()) outlets.emplace_back(outlet);
-  events_({{"type", "layout.loaded"},
-           {"layout", id},
-           {"found", layout->root() != nullptr},
-           {"outlets", outlets}});
+  events_({{member::kType, event::kLayoutLoaded},
+           {member::kLayout, id},
+           {member::kFound, layout->root() != nullptr},
+           {member::kOutlets, outlets}});
   layouts_.emplace(id, std::move(layout));
 }
 

@@ -5,6 +5,7 @@
 
 #include "helper/PageScripts.h"
 #include "helper/ScriptValues.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk::helper {
 namespace {
@@ -21,9 +22,9 @@ struct Evaluation {
 void sendResult(const Evaluation& evaluation, const ScriptValue& result) {
   HelperMessage message = evaluation.answer;
   if (result.error.empty()) {
-    message["value"] = result.value.value_or(nullptr);
+    message[member::kValue] = result.value.value_or(nullptr);
   } else {
-    message["error"] = result.error;
+    message[member::kError] = result.error;
   }
   evaluation.events(message);
 }
@@ -115,7 +116,10 @@ void ToolkitWebView::loadAsked() {
 void ToolkitWebView::loadAddress(const std::string& url) {
   g_object_freeze_notify(G_OBJECT(view_.get()));  // what is said here comes first
   webkit_web_view_load_uri(view_.get(), url.c_str());
-  events_({{"type", "web.address"}, {"view", id_}, {"asked", url}, {"url", this->url()}});
+  events_({{member::kType, event::kWebAddress},
+           {member::kView, id_},
+           {member::kAsked, url},
+           {member::kUrl, this->url()}});
   g_object_thaw_notify(G_OBJECT(view_.get()));
 }
 
@@ -145,7 +149,7 @@ void ToolkitWebView::terminate() {
 }
 
 void ToolkitWebView::evaluate(Id request, const std::string& script) {
-  runAndSend(script, {{"type", "web.evaluated"}, {"id", request}});
+  runAndSend(script, {{member::kType, event::kWebEvaluated}, {member::kId, request}});
 }
 
 void ToolkitWebView::runAndSend(const std::string& script, HelperMessage answer) {
@@ -190,8 +194,8 @@ std::string ToolkitWebView::url() const {
   return address == nullptr ? "" : address;
 }
 
-void ToolkitWebView::sendLoadEvent(const char* type) {
-  events_({{"type", type}, {"view", id_}, {"url", url()}});
+void ToolkitWebView::sendLoadEvent(std::string_view type) {
+  events_({{member::kType, type}, {member::kView, id_}, {member::kUrl, url()}});
 }
 
 gboolean ToolkitWebView::onDecidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
@@ -205,15 +209,17 @@ gboolean ToolkitWebView::askGame(WebKitPolicyDecision* decision, WebKitPolicyDec
   const std::optional<PolicyBook::Question> asked = policies_.ask(decision, type);
   if (!asked) return FALSE;
   const bool fetches = isEarly && !fetchAddress_.empty() && asked->address == fetchAddress_;
-  HelperMessage event{{"type", "web.policy"},
-                      {"view", id_},
-                      {"decision", asked->number},
-                      {"url", asked->address},
-                      {"target", asked->target}};
-  if (fetches) event["fetching"] = true;
+  HelperMessage event{{member::kType, event::kWebPolicy},
+                      {member::kView, id_},
+                      {member::kDecision, asked->number},
+                      {member::kUrl, asked->address},
+                      {member::kTarget, asked->target}};
+  if (fetches) event[member::kFetching] = true;
   events_(event);
   if (fetches) {
-    runAndSend(fetchScript_, {{"type", "web.fetched"}, {"view", id_}, {"decision", asked->number}});
+    runAndSend(fetchScript_, {{member::kType, event::kWebFetched},
+                              {member::kView, id_},
+                              {member::kDecision, asked->number}});
   }
   return TRUE;
 }
@@ -232,18 +238,18 @@ void ToolkitWebView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpoint
   if (event == WEBKIT_LOAD_STARTED) {
     own->failed_ = false;
     if (own->stage_ == Stage::kAsked) own->stage_ = Stage::kStarted;
-    own->sendLoadEvent("web.started");
+    own->sendLoadEvent(event::kWebStarted);
   }
   if (event == WEBKIT_LOAD_COMMITTED) {
     own->drawing_.pageCame();
     // Events that were on their way when the game asked for another page may come after that.
     if (own->stage_ == Stage::kStarted) own->stage_ = Stage::kCommitted;
-    own->sendLoadEvent("web.committed");
+    own->sendLoadEvent(event::kWebCommitted);
   }
   // The engine also calls a load that failed finished.
   if (event != WEBKIT_LOAD_FINISHED || own->failed_) return;
   own->retried_ = false;
-  own->sendLoadEvent("web.finished");
+  own->sendLoadEvent(event::kWebFinished);
 }
 
 gboolean ToolkitWebView::onLoadFailed(WebKitWebView*, WebKitLoadEvent event, const char* url,
@@ -251,10 +257,11 @@ gboolean ToolkitWebView::onLoadFailed(WebKitWebView*, WebKitLoadEvent event, con
   auto* own = static_cast<ToolkitWebView*>(self);
   own->failed_ = true;
   if (own->retry(url, *error)) return TRUE;
-  own->events_({{"type", event == WEBKIT_LOAD_STARTED ? "web.provisionalFailed" : "web.failed"},
-                {"view", own->id_},
-                {"url", url},
-                {"error", error->message}});
+  own->events_({{member::kType,
+                 event == WEBKIT_LOAD_STARTED ? event::kWebProvisionalFailed : event::kWebFailed},
+                {member::kView, own->id_},
+                {member::kUrl, url},
+                {member::kError, error->message}});
   return TRUE;  // the engine's own error page stays away
 }
 
@@ -262,18 +269,20 @@ void ToolkitWebView::onTerminated(WebKitWebView*, WebKitWebProcessTerminationRea
                                   gpointer self) {
   auto* own = static_cast<ToolkitWebView*>(self);
   if (reason == WEBKIT_WEB_PROCESS_CRASHED) own->drawing_.crashed();
-  own->events_({{"type", "web.terminated"}, {"view", own->id_}});
+  own->events_({{member::kType, event::kWebTerminated}, {member::kView, own->id_}});
 }
 
 void ToolkitWebView::onResponsiveness(GObject* view, GParamSpec*, gpointer self) {
   const auto* own = static_cast<ToolkitWebView*>(self);
   const bool responsive =
       webkit_web_view_get_is_web_process_responsive(WEBKIT_WEB_VIEW(view)) == TRUE;
-  own->events_({{"type", "web.responsive"}, {"view", own->id_}, {"responsive", responsive}});
+  own->events_({{member::kType, event::kWebResponsive},
+                {member::kView, own->id_},
+                {member::kResponsive, responsive}});
 }
 
 void ToolkitWebView::onUrlChanged(GObject*, GParamSpec*, gpointer self) {
-  static_cast<ToolkitWebView*>(self)->sendLoadEvent("web.url");
+  static_cast<ToolkitWebView*>(self)->sendLoadEvent(event::kWebUrl);
 }
 
 void ToolkitWebView::onProgress(GObject*, GParamSpec*, gpointer self) {
@@ -292,8 +301,10 @@ void ToolkitWebView::onTitleChanged(GObject* view, GParamSpec*, gpointer) {
 
 GtkWidget* ToolkitWebView::onCreate(WebKitWebView*, WebKitNavigationAction* action, gpointer self) {
   const auto* own = static_cast<ToolkitWebView*>(self);
-  own->events_(
-      {{"type", "web.window"}, {"view", own->id_}, {"url", addressOf(action)}, {"target", "none"}});
+  own->events_({{member::kType, event::kWebWindow},
+                {member::kView, own->id_},
+                {member::kUrl, addressOf(action)},
+                {member::kTarget, word::kNone}});
   return nullptr;
 }
 
@@ -310,8 +321,10 @@ void ToolkitWebView::receive(PageMessage message) {
     return lostMessages_.write("helper: a page's message was left out: " + message.body.error);
   }
   if (message.handler >= handlers_.size()) return;
-  HelperMessage event{{"type", "web.message"}, {"view", id_}, {"name", handlers_[message.handler]}};
-  if (message.body.value) event["body"] = std::move(*message.body.value);
+  HelperMessage event{{member::kType, event::kWebMessage},
+                      {member::kView, id_},
+                      {member::kName, handlers_[message.handler]}};
+  if (message.body.value) event[member::kBody] = std::move(*message.body.value);
   events_(event);
 }
 

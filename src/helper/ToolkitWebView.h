@@ -65,7 +65,7 @@ class ToolkitWebView {
   void connectSignals();
   void addHandlers();
   void receive(PageMessage message);
-  void sendLoadEvent(const char* type);
+  void sendLoadEvent(std::string_view type);
   void endHangingProcess();
   gboolean askGame(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
   void loadAsked();

@@ -8,6 +8,7 @@
 #include "helper/TabOrder.h"
 #include "helper/ViewStyle.h"
 #include "helper/X11Window.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk::helper {
 namespace {
@@ -149,8 +150,10 @@ ShowWatch::State ToolkitWindow::progressOfShowing() const {
 
 void ToolkitWindow::showAnotherWay() {
   if (!place_.fallBack()) {
-    const char* display = x11Display() != nullptr ? "x11" : "wayland";
-    return events_({{"type", "window.stuck"}, {"window", id_}, {"display", display}});
+    const std::string_view display = x11Display() != nullptr ? word::kX11 : word::kWayland;
+    return events_({{member::kType, event::kWindowStuck},
+                    {member::kWindow, id_},
+                    {member::kDisplay, display}});
   }
   sendLog(events_, "helper: the popup did not come up, trying the whole screen");
   hide();
@@ -189,7 +192,8 @@ void ToolkitWindow::onActiveChanged(GObject* window, GParamSpec*, gpointer self)
     own->place_.remember();
   }
   own->showWatch_.notice();
-  own->events_({{"type", "window.key"}, {"window", own->id_}, {"key", active}});
+  own->events_(
+      {{member::kType, event::kWindowKey}, {member::kWindow, own->id_}, {member::kKey, active}});
 }
 
 void ToolkitWindow::onStateChanged(GObject*, GParamSpec*, gpointer self) {
@@ -205,11 +209,11 @@ void ToolkitWindow::onLayout(GdkSurface*, int width, int height, gpointer self) 
   }
   own->width_ = width;
   own->height_ = height;
-  own->events_({{"type", "window.size"},
-                {"window", own->id_},
-                {"width", width},
-                {"height", height},
-                {"safeArea", {0, 0, 0, 0}}});
+  own->events_({{member::kType, event::kWindowSize},
+                {member::kWindow, own->id_},
+                {member::kWidth, width},
+                {member::kHeight, height},
+                {member::kSafeArea, {0, 0, 0, 0}}});
 }
 
 void ToolkitWindow::onAfterPaint(GdkFrameClock*, gpointer self) {

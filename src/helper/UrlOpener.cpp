@@ -8,6 +8,7 @@
 
 #include "helper/GObjectPtr.h"
 #include "helper/MemoryRank.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk::helper {
 namespace {
@@ -24,7 +25,9 @@ void onOpened(GObject*, GAsyncResult* result, gpointer data) {
   goFirstWhenMemoryRunsOut();
   ErrorOut error;
   const bool opened = g_app_info_launch_default_for_uri_finish(result, error) == TRUE;
-  opening->events({{"type", "url.opened"}, {"id", opening->request}, {"opened", opened}});
+  opening->events({{member::kType, event::kUrlOpened},
+                   {member::kId, opening->request},
+                   {member::kOpened, opened}});
 }
 
 void addSchemes(GAppInfo* program, std::set<std::string>& schemes) {

@@ -2,12 +2,13 @@
 #include "helper/ContainerView.h"
 #include "helper/Program.h"
 #include "helper/ViewStyle.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk::helper {
 namespace {
 
 GtkWidget* viewOf(Program& program, const Arguments& arguments) {
-  return program.views().find(arguments.id("view"));
+  return program.views().find(arguments.id(member::kView));
 }
 
 /// Removes the view from its container, with its constraints. Returns whether it is in no container
@@ -27,8 +28,8 @@ struct Nesting {
 };
 
 Nesting nestingOf(Program& program, const Arguments& arguments) {
-  const Id parent = arguments.id("view");
-  const Id child = arguments.id("child");
+  const Id parent = arguments.id(member::kView);
+  const Id child = arguments.id(member::kChild);
   return {program.views().find(parent), program.views().find(child)};
 }
 
@@ -61,7 +62,7 @@ void removeView(Program& program, const Arguments& arguments) {
 }
 
 void releaseView(Program& program, const Arguments& arguments) {
-  program.views().release(arguments.id("view"));
+  program.views().release(arguments.id(member::kView));
 }
 
 /// A hidden view keeps its place, so that others can be pinned to it; in a row of buttons the rest
@@ -78,24 +79,24 @@ void setHidden(GtkWidget* view, bool hidden) {
 }
 
 void hideView(Program& program, const Arguments& arguments) {
-  const bool hidden = arguments.flag("hidden");
+  const bool hidden = arguments.flag(member::kHidden);
   if (GtkWidget* view = viewOf(program, arguments)) setHidden(view, hidden);
 }
 
 void fadeView(Program& program, const Arguments& arguments) {
-  const double alpha = arguments.number("alpha");
+  const double alpha = arguments.number(member::kAlpha);
   if (GtkWidget* view = viewOf(program, arguments)) gtk_widget_set_opacity(view, alpha);
 }
 
 void colorView(Program& program, const Arguments& arguments) {
-  const GdkRGBA color = arguments.color("color");
-  if (ToolkitWebView* page = program.webView(arguments.id("view")))
+  const GdkRGBA color = arguments.color(member::kColor);
+  if (ToolkitWebView* page = program.webView(arguments.id(member::kView)))
     return page->setBackground(color);
   if (GtkWidget* view = viewOf(program, arguments)) setBackground(view, color);
 }
 
 void clipView(Program& program, const Arguments& arguments) {
-  const bool clips = arguments.flag("clips");
+  const bool clips = arguments.flag(member::kClips);
   GtkWidget* view = viewOf(program, arguments);
   if (view != nullptr) {
     gtk_widget_set_overflow(view, clips ? GTK_OVERFLOW_HIDDEN : GTK_OVERFLOW_VISIBLE);
@@ -103,12 +104,12 @@ void clipView(Program& program, const Arguments& arguments) {
 }
 
 void setImage(Program& program, const Arguments& arguments) {
-  const std::string path = arguments.text("path");
+  const std::string path = arguments.text(member::kPath);
   if (GtkWidget* view = viewOf(program, arguments)) setButtonImage(view, path);
 }
 
 void pinEdges(Program& program, const Arguments& arguments) {
-  GtkWidget* to = program.views().find(arguments.id("to"));
+  GtkWidget* to = program.views().find(arguments.id(member::kTo));
   GtkWidget* view = viewOf(program, arguments);
   if (view == nullptr || to == nullptr) return;
   for (const auto edge : {GTK_CONSTRAINT_ATTRIBUTE_LEFT, GTK_CONSTRAINT_ATTRIBUTE_TOP,
@@ -118,9 +119,9 @@ void pinEdges(Program& program, const Arguments& arguments) {
 }
 
 void pinTop(Program& program, const Arguments& arguments) {
-  GtkWidget* to = program.views().find(arguments.id("to"));
-  const double offset = arguments.number("offset");
-  arguments.flag("safeArea");  // no part of a window is unsafe here
+  GtkWidget* to = program.views().find(arguments.id(member::kTo));
+  const double offset = arguments.number(member::kOffset);
+  arguments.flag(member::kSafeArea);  // no part of a window is unsafe here
   GtkWidget* view = viewOf(program, arguments);
   if (view == nullptr || to == nullptr) return;
   program.constraints().pin(
@@ -128,7 +129,7 @@ void pinTop(Program& program, const Arguments& arguments) {
 }
 
 void pinBottom(Program& program, const Arguments& arguments) {
-  const std::vector<Id> candidates = arguments.ids("candidates");
+  const std::vector<Id> candidates = arguments.ids(member::kCandidates);
   GtkWidget* view = viewOf(program, arguments);
   for (const Id candidate : candidates) {
     GtkWidget* to = program.views().find(candidate);
@@ -141,18 +142,18 @@ void pinBottom(Program& program, const Arguments& arguments) {
 }  // namespace
 
 void addViewCommands(CommandTable& table) {
-  table["view.add"] = addView;
-  table["view.back"] = sendBack;
-  table["view.remove"] = removeView;
-  table["view.release"] = releaseView;
-  table["view.hidden"] = hideView;
-  table["view.alpha"] = fadeView;
-  table["view.background"] = colorView;
-  table["view.clip"] = clipView;
-  table["view.image"] = setImage;
-  table["view.pinEdges"] = pinEdges;
-  table["view.pinTop"] = pinTop;
-  table["view.pinBottom"] = pinBottom;
+  table[command::kViewAdd] = addView;
+  table[command::kViewBack] = sendBack;
+  table[command::kViewRemove] = removeView;
+  table[command::kViewRelease] = releaseView;
+  table[command::kViewHidden] = hideView;
+  table[command::kViewAlpha] = fadeView;
+  table[command::kViewBackground] = colorView;
+  table[command::kViewClip] = clipView;
+  table[command::kViewImage] = setImage;
+  table[command::kViewPinEdges] = pinEdges;
+  table[command::kViewPinTop] = pinTop;
+  table[command::kViewPinBottom] = pinBottom;
 }
 
 }  // namespace zovk::helper

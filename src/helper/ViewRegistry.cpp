@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "protocol/MessageNames.h"
+
 namespace zovk::helper {
 
 ViewRegistry::ViewRegistry(std::function<void(Id, GtkWidget*)> dropped)
@@ -74,11 +76,11 @@ void ViewRegistry::reportFrames(Id windowId, GtkWidget* window, const EventSink&
     const Place place = placeOf(entry.widget.get(), window);
     if (entry.reported == place) continue;
     entry.reported = place;
-    events({{"type", "view.frame"},
-            {"view", id},
-            {"window", windowId},
-            {"frame", {place.x, place.y, place.width, place.height}},
-            {"visible", place.visible}});
+    events({{member::kType, event::kViewFrame},
+            {member::kView, id},
+            {member::kWindow, windowId},
+            {member::kFrame, {place.x, place.y, place.width, place.height}},
+            {member::kVisible, place.visible}});
   }
 }
 

@@ -2,27 +2,29 @@
 #include "helper/Program.h"
 #include "helper/Snapshot.h"
 #include "helper/UrlOpener.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk::helper {
 namespace {
 
 void createWindow(Program& program, const Arguments& arguments) {
-  const Id id = arguments.id("window");
-  const Id view = arguments.id("view");
-  program.openWindow(id, view, arguments.frame("frame"));
+  const Id id = arguments.id(member::kWindow);
+  const Id view = arguments.id(member::kView);
+  program.openWindow(id, view, arguments.frame(member::kFrame));
 }
 
 void setWindowBackground(Program& program, const Arguments& arguments) {
-  const GdkRGBA color = arguments.color("color");
-  if (ToolkitWindow* window = program.window(arguments.id("window"))) window->setBackground(color);
+  const GdkRGBA color = arguments.color(member::kColor);
+  if (ToolkitWindow* window = program.window(arguments.id(member::kWindow)))
+    window->setBackground(color);
 }
 
 void showWindow(Program& program, const Arguments& arguments) {
-  if (ToolkitWindow* window = program.window(arguments.id("window"))) window->show();
+  if (ToolkitWindow* window = program.window(arguments.id(member::kWindow))) window->show();
 }
 
 void closeWindow(Program& program, const Arguments& arguments) {
-  program.closeWindow(arguments.id("window"));
+  program.closeWindow(arguments.id(member::kWindow));
 }
 
 void afterPaint(const Program& program, Id windowId, const std::function<void()>& next) {
@@ -31,13 +33,14 @@ void afterPaint(const Program& program, Id windowId, const std::function<void()>
 }
 
 void takeSnapshot(Program& program, const Arguments& arguments) {
-  const Id id = arguments.id("id");
-  const Id windowId = arguments.id("window");
-  const auto finish = [&program, id, windowId, path = arguments.text("path")] {
+  const Id id = arguments.id(member::kId);
+  const Id windowId = arguments.id(member::kWindow);
+  const auto finish = [&program, id, windowId, path = arguments.text(member::kPath)] {
     const ToolkitWindow* window = program.window(windowId);
     const bool done =
         window != nullptr && window->isShown() && writeSnapshot(window->widget(), path);
-    program.events()({{"type", "snapshot.done"}, {"id", id}, {"done", done}});
+    program.events()(
+        {{member::kType, event::kSnapshotDone}, {member::kId, id}, {member::kDone, done}});
   };
   const auto afterPage = [&program, windowId, finish] { afterPaint(program, windowId, finish); };
   const ToolkitWebView* page = program.webViewIn(windowId);
@@ -45,22 +48,24 @@ void takeSnapshot(Program& program, const Arguments& arguments) {
 }
 
 void sync(Program& program, const Arguments& arguments) {
-  const Id id = arguments.id("id");
-  const auto finish = [&program, id] { program.events()({{"type", "synced"}, {"id", id}}); };
-  afterPaint(program, arguments.id("window"), finish);
+  const Id id = arguments.id(member::kId);
+  const auto finish = [&program, id] {
+    program.events()({{member::kType, event::kSynced}, {member::kId, id}});
+  };
+  afterPaint(program, arguments.id(member::kWindow), finish);
 }
 
 void pressPad(Program& program, const Arguments& arguments) {
-  program.pressPad(arguments.text("press"), arguments.text("pressName"),
-                   arguments.text("leaveName"));
+  program.pressPad(arguments.text(member::kPress), arguments.text(member::kPressName),
+                   arguments.text(member::kLeaveName));
 }
 
 void resizeGame(Program& program, const Arguments& arguments) {
-  program.game().setSize(arguments.frame("size"));
+  program.game().setSize(arguments.frame(member::kSize));
 }
 
 void noteKeyboardOfGame(Program& program, const Arguments& arguments) {
-  program.game().setKeyboard(arguments.flag("key"));
+  program.game().setKeyboard(arguments.flag(member::kKey));
 }
 
 void restUntilNext(Program& program, const Arguments&) {
@@ -72,35 +77,36 @@ void prepareNext(Program& program, const Arguments&) {
 }
 
 void answerPing(const Program& program, const Arguments&) {
-  program.events()({{"type", "pong"}});
+  program.events()({{member::kType, event::kPong}});
 }
 
 void openAddress(Program& program, const Arguments& arguments) {
-  const Id id = arguments.id("id");
-  const std::string url = arguments.text("url");
+  const Id id = arguments.id(member::kId);
+  const std::string url = arguments.text(member::kUrl);
   if (program.openLimit().take(std::chrono::steady_clock::now())) {
     return openUrl(id, url, program.events());
   }
   if (const auto line = program.openLimit().refusalLine()) sendLog(program.events(), *line);
-  program.events()({{"type", "url.opened"}, {"id", id}, {"opened", false}});
+  program.events()(
+      {{member::kType, event::kUrlOpened}, {member::kId, id}, {member::kOpened, false}});
 }
 
 }  // namespace
 
 void addWindowCommands(CommandTable& table) {
-  table["window.create"] = createWindow;
-  table["window.background"] = setWindowBackground;
-  table["window.show"] = showWindow;
-  table["window.close"] = closeWindow;
-  table["game.size"] = resizeGame;
-  table["game.key"] = noteKeyboardOfGame;
-  table["snapshot"] = takeSnapshot;
-  table["sync"] = sync;
-  table["ping"] = answerPing;
-  table["rest"] = restUntilNext;
-  table["prepare"] = prepareNext;
-  table["pad.press"] = pressPad;
-  table["url.open"] = openAddress;
+  table[command::kWindowCreate] = createWindow;
+  table[command::kWindowBackground] = setWindowBackground;
+  table[command::kWindowShow] = showWindow;
+  table[command::kWindowClose] = closeWindow;
+  table[command::kGameSize] = resizeGame;
+  table[command::kGameKey] = noteKeyboardOfGame;
+  table[command::kSnapshot] = takeSnapshot;
+  table[command::kSync] = sync;
+  table[command::kPing] = answerPing;
+  table[command::kRest] = restUntilNext;
+  table[command::kPrepare] = prepareNext;
+  table[command::kPadPress] = pressPad;
+  table[command::kUrlOpen] = openAddress;
 }
 
 }  // namespace zovk::helper

@@ -5,6 +5,7 @@
 
 #include <boost/json/serialize.hpp>
 
+#include "protocol/MessageNames.h"
 #include "support/Utf8.h"
 
 namespace zovk {
@@ -42,7 +43,8 @@ boost::json::parse_options optionsOfMessages() {
 /// The message that `value` is, or what is wrong with it.
 std::optional<HelperMessage> messageOf(boost::json::value value, std::string& error) {
   boost::json::object* message = value.if_object();
-  const boost::json::value* type = message == nullptr ? nullptr : message->if_contains("type");
+  const boost::json::value* type =
+      message == nullptr ? nullptr : message->if_contains(member::kType);
   if (type == nullptr || !type->is_string()) {
     error = message == nullptr ? "frame is not an object" : "message without a type";
     return std::nullopt;

@@ -12,6 +12,9 @@
 
 namespace zovk {
 
+/// The game's number of a window, a view, a layout or a request.
+using HelperId = std::int64_t;
+
 /// One message between the game and its helper: an object with a text member "type".
 using HelperMessage = boost::json::object;
 

@@ -31,7 +31,7 @@ void readMember(const Arguments& arguments, std::string_view name, std::string_v
     if (arguments.id(name) <= 0) fail("an identifier that is none", input);
   });
   read([&] {
-    for (const Id id : arguments.ids(name)) {
+    for (const HelperId id : arguments.ids(name)) {
       if (id <= 0) fail("an identifier that is none", input);
     }
   });

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "logging/ZPLogger.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk {
 
@@ -19,7 +20,9 @@ std::optional<HelperBackdrop::Answer> HelperBackdrop::ask(TimePoint now) {
     if (line) logError("%s", *line);
     return std::nullopt;
   }
-  return Answer{{{"type", "backdrop"}, {"width", picture.width}, {"height", picture.height}},
+  return Answer{{{member::kType, command::kBackdrop},
+                 {member::kWidth, picture.width},
+                 {member::kHeight, picture.height}},
                 std::move(shared.pixels)};
 }
 

@@ -9,6 +9,7 @@
 #include "platform/linux/helper/HelperEvents.h"
 #include "platform/linux/helper/HelperWebView.h"
 #include "platform/linux/helper/HelperWindow.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk {
 namespace {
@@ -28,7 +29,7 @@ HelperClient::HelperClient(LinuxMainQueue& queue, LinuxDevice& device, HelperLau
       watchdog_(queue, launcher_,
                 {.ping =
                      [this] {
-                       send({{"type", "ping"}});
+                       send({{member::kType, command::kPing}});
                      },
                  .silent = [this] { helperIsLost("it does not answer"); }}),
       rest_(queue, launcher_, {.rest = [this] { restHelper(); }, .end = [this] { endHelper(); }}),
@@ -55,7 +56,7 @@ void HelperClient::start() {
 void HelperClient::prepare() {
   if (!isResting_ || isShutDown() || isForeignProcess()) return;
   start();
-  if (isReady_) send({{"type", "prepare"}});
+  if (isReady_) send({{member::kType, command::kPrepare}});
   isResting_ = false;
   watchHelper();
 }
@@ -63,7 +64,7 @@ void HelperClient::prepare() {
 void HelperClient::restHelper() {
   if (!objects_.windows.empty()) return;
   isResting_ = true;
-  send({{"type", "rest"}});
+  send({{member::kType, command::kRest}});
 }
 
 // Not a loss: the next window, or whoever expects one, starts another.
@@ -113,7 +114,7 @@ HelperLife::Events HelperClient::linkEvents() {
 
 void HelperClient::send(const HelperMessage& command) {
   if (!link_ || isForeignProcess()) return;
-  if (!link_->send(command)) logError("Helper command too long: %@", command.at("type"));
+  if (!link_->send(command)) logError("Helper command too long: %@", command.at(member::kType));
 }
 
 void HelperClient::command(HelperId object, HelperAspect aspect, const HelperMessage& command) {
@@ -122,13 +123,13 @@ void HelperClient::command(HelperId object, HelperAspect aspect, const HelperMes
   journal_.remember(object, aspect, command);
 }
 
-void HelperClient::request(HelperMessage command, std::string event, HelperId about,
+void HelperClient::request(HelperMessage command, std::string_view event, HelperId about,
                            HelperReplies::Reply reply) {
   if (isForeignProcess()) return;
   const HelperId id = newId();
-  command["id"] = id;
+  command[member::kId] = id;
   if (!link_ || !link_->send(command)) return later([reply] { reply(nullptr); });
-  replies_.expect(id, std::move(event), about, std::move(reply));
+  replies_.expect(id, event, about, std::move(reply));
 }
 
 void HelperClient::forget(HelperId object) {
@@ -157,8 +158,9 @@ void HelperClient::windowClosed(HelperId window) {
 
 void HelperClient::windowIsStuck(const std::string& display) {
   // Most systems have both, one within the other, and not the same troubles with both.
-  hello_["display"] = display == "x11" ? "wayland" : "x11";
-  if (!mayStartAgain_) hello_.erase("display");  // none is left; the next popup starts afresh
+  hello_[member::kDisplay] = display == word::kX11 ? word::kWayland : word::kX11;
+  if (!mayStartAgain_)
+    hello_.erase(member::kDisplay);  // none is left; the next popup starts afresh
   helperIsLost("a window does not come up on " + display);
 }
 
@@ -192,19 +194,20 @@ void HelperClient::sizeKnown(const Size& size) {
 }
 
 bool HelperClient::displayTellsOfGame() const {
-  return hello_.at("nativeWindow").to_number<std::uint64_t>() != 0;
+  return hello_.at(member::kNativeWindow).to_number<std::uint64_t>() != 0;
 }
 
 void HelperClient::gameHasKeyboard(bool has) {
-  if (!isShutDown() && !displayTellsOfGame()) send({{"type", "game.key"}, {"key", has}});
+  if (!isShutDown() && !displayTellsOfGame())
+    send({{member::kType, command::kGameKey}, {member::kKey, has}});
 }
 
 void HelperClient::gameHasSize(const Size& size) {
   if (isShutDown() || displayTellsOfGame() || size.width <= 0 || size.height <= 0) return;
   const boost::json::array frame{0, 0, size.width, size.height};
-  hello_["gameSize"] = frame;
+  hello_[member::kGameSize] = frame;
   objects_.screen = {0, 0, size.width, size.height};
-  send({{"type", "game.size"}, {"size", frame}});
+  send({{member::kType, command::kGameSize}, {member::kSize, frame}});
 }
 
 void HelperClient::later(Task task) {
@@ -230,7 +233,7 @@ void HelperClient::helperIsLost(const std::string& reason) {
   dropLink(HelperEnd::kAtOnce);
   const bool again = std::exchange(mayStartAgain_, false);
   logError("Helper lost (%s), %s", reason, again ? "starting it again" : "giving up");
-  hello_["drawingFailed"] = true;  // it may have been the graphics driver
+  hello_[member::kDrawingFailed] = true;  // it may have been the graphics driver
   // A new helper is started before anybody is told, so that their new commands reach it.
   const auto replies = replies_.takeAll();
   if (again) {

@@ -51,7 +51,7 @@ class HelperClient : public std::enable_shared_from_this<HelperClient> {
   /// Sends a command, and remembers it for a later helper.
   void command(HelperId object, HelperAspect aspect, const HelperMessage& command);
   /// Sends `command` with a new number. The helper answers with `event` and the same number.
-  void request(HelperMessage command, std::string event, HelperId about,
+  void request(HelperMessage command, std::string_view event, HelperId about,
                HelperReplies::Reply reply);
   /// Forgets an object: a new helper does not get it, and its waiting replies are told so, from the
   /// pump.

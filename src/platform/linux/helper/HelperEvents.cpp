@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <stdexcept>
 #include <string_view>
 #include <utility>
 
@@ -9,14 +10,16 @@
 #include "platform/linux/helper/HelperEventReader.h"
 #include "platform/linux/helper/HelperWebView.h"
 #include "platform/linux/helper/HelperWindow.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk {
 namespace {
 
-/// The event to deliver, once all of it was read and found well-formed.
+/// Delivers an event, all of which was read before.
 using Delivery = std::function<void(HelperClient&)>;
-/// A parser may take values out of the message that it has no further use for.
-using Parser = Delivery (*)(HelperEventReader& event, HelperMessage& message);
+/// Throws std::invalid_argument for an ill-formed event. A parser may take values out of the
+/// message that have no further use there.
+using Parser = Delivery (*)(const HelperEventReader& event, HelperMessage& message);
 
 constexpr std::size_t kLongestLogLine = 4096;
 
@@ -27,10 +30,10 @@ std::string printable(std::string_view text) {
   return line;
 }
 
-Delivery ready(HelperEventReader& event, HelperMessage&) {
-  const HelperId version = event.id("version");
-  const Rect screen = event.rect("screen");
-  const auto schemes = event.texts("schemes");
+Delivery ready(const HelperEventReader& event, HelperMessage&) {
+  const HelperId version = event.id(member::kVersion);
+  const Rect screen = event.rect(member::kScreen);
+  const auto schemes = event.texts(member::kSchemes);
   return [=](HelperClient& session) {
     if (version != kHelperProtocolVersion) {
       return session.helperIsLost("it speaks version " + std::to_string(version));
@@ -41,38 +44,36 @@ Delivery ready(HelperEventReader& event, HelperMessage&) {
   };
 }
 
-Delivery failed(HelperEventReader& event, HelperMessage&) {
-  return [reason = printable(event.text("reason"))](HelperClient& session) {
+Delivery failed(const HelperEventReader& event, HelperMessage&) {
+  return [reason = printable(event.text(member::kReason))](HelperClient& session) {
     session.helperIsLost(reason);
   };
 }
 
-Delivery screen(HelperEventReader& event, HelperMessage&) {
-  return
-      [bounds = event.rect("screen")](HelperClient& session) { session.objects().screen = bounds; };
+Delivery screen(const HelperEventReader& event, HelperMessage&) {
+  return [bounds = event.rect(member::kScreen)](HelperClient& session) {
+    session.objects().screen = bounds;
+  };
 }
 
-Delivery held(HelperEventReader& event, HelperMessage&) {
+Delivery held(const HelperEventReader& event, HelperMessage&) {
   constexpr std::array<std::pair<std::string_view, Orientation>, 5> kWays{{
-      {"unknown", Orientation::kUnknown},
-      {"portrait", Orientation::kPortrait},
-      {"upsideDown", Orientation::kPortraitUpsideDown},
-      {"left", Orientation::kLandscapeLeft},
-      {"right", Orientation::kLandscapeRight},
+      {word::kUnknown, Orientation::kUnknown},
+      {word::kPortrait, Orientation::kPortrait},
+      {word::kUpsideDown, Orientation::kPortraitUpsideDown},
+      {word::kLeft, Orientation::kLandscapeLeft},
+      {word::kRight, Orientation::kLandscapeRight},
   }};
-  const std::string way = event.text("held");
+  const std::string way = event.text(member::kHeld);
   const auto* const found = std::find_if(kWays.begin(), kWays.end(),
                                          [&way](const auto& known) { return known.first == way; });
-  if (found == kWays.end()) {
-    event.reject();
-    return {};
-  }
+  if (found == kWays.end()) HelperEventReader::refuse(member::kHeld, "is no way");
   return [orientation = found->second](HelperClient& session) { session.heldAs(orientation); };
 }
 
-Delivery windowKey(HelperEventReader& event, HelperMessage&) {
+Delivery windowKey(const HelperEventReader& event, HelperMessage&) {
   // Losing the keyboard says nothing: only what takes it counts, and other programs do not.
-  return [id = event.id("window"), key = event.flag("key")](HelperClient& session) {
+  return [id = event.id(member::kWindow), key = event.flag(member::kKey)](HelperClient& session) {
     HelperObjects& objects = session.objects();
     if (!objects.windows.contains(id)) return;
     if (key) objects.keyWindow = objects.activeWindow = id;
@@ -80,14 +81,14 @@ Delivery windowKey(HelperEventReader& event, HelperMessage&) {
   };
 }
 
-Delivery windowOther(HelperEventReader&, HelperMessage&) {
+Delivery windowOther(const HelperEventReader&, HelperMessage&) {
   return [](HelperClient& session) { session.objects().keyWindow = 0; };
 }
 
-Delivery windowSize(HelperEventReader& event, HelperMessage&) {
-  const HelperId id = event.id("window");
-  const Size size{event.length("width"), event.length("height")};
-  event.rect("safeArea");
+Delivery windowSize(const HelperEventReader& event, HelperMessage&) {
+  const HelperId id = event.id(member::kWindow);
+  const Size size{event.length(member::kWidth), event.length(member::kHeight)};
+  event.rect(member::kSafeArea);
   return [id, size](HelperClient& session) {
     if (size.width == 0 || size.height == 0) return;
     const auto window = findObject(session.objects().windows, id);
@@ -99,30 +100,32 @@ Delivery windowSize(HelperEventReader& event, HelperMessage&) {
   };
 }
 
-Delivery windowStuck(HelperEventReader& event, HelperMessage&) {
-  const HelperId id = event.id("window");
-  const std::string display = event.text("display");
-  if (display != "x11" && display != "wayland") event.reject();
+Delivery windowStuck(const HelperEventReader& event, HelperMessage&) {
+  const HelperId id = event.id(member::kWindow);
+  const std::string display = event.text(member::kDisplay);
+  if (display != word::kX11 && display != word::kWayland) {
+    HelperEventReader::refuse(member::kDisplay, "is no display system");
+  }
   return [id, display](HelperClient& session) {
     if (session.objects().windows.contains(id)) session.windowIsStuck(display);
   };
 }
 
-Delivery backdropWanted(HelperEventReader&, HelperMessage&) {
+Delivery backdropWanted(const HelperEventReader&, HelperMessage&) {
   return [](HelperClient& session) { session.backdropWanted(); };
 }
 
-Delivery layoutLoaded(HelperEventReader& event, HelperMessage&) {
-  event.id("layout");
-  event.flag("found");
-  event.texts("outlets");
+Delivery layoutLoaded(const HelperEventReader& event, HelperMessage&) {
+  event.id(member::kLayout);
+  event.flag(member::kFound);
+  event.texts(member::kOutlets);
   return [](HelperClient&) {};  // commands to what a layout lacks have no effect anyway
 }
 
-Delivery viewFrame(HelperEventReader& event, HelperMessage&) {
-  const HelperId id = event.id("view");
-  const HelperId window = event.id("window");
-  const HelperInspector::ViewFrame frame{event.rect("frame"), event.flag("visible")};
+Delivery viewFrame(const HelperEventReader& event, HelperMessage&) {
+  const HelperId id = event.id(member::kView);
+  const HelperId window = event.id(member::kWindow);
+  const HelperInspector::ViewFrame frame{event.rect(member::kFrame), event.flag(member::kVisible)};
   return [=](HelperClient& session) {
     const auto found = session.objects().outlets.find(id);
     if (found == session.objects().outlets.end()) return;
@@ -131,189 +134,196 @@ Delivery viewFrame(HelperEventReader& event, HelperMessage&) {
   };
 }
 
-Delivery action(HelperEventReader& event, HelperMessage&) {
-  return [id = event.id("layout"), name = event.text("action")](HelperClient& session) {
-    if (const auto owner = findObject(session.objects().layoutOwners, id)) {
-      owner->performAction(name);
-    }
-  };
+Delivery action(const HelperEventReader& event, HelperMessage&) {
+  return
+      [id = event.id(member::kLayout), name = event.text(member::kAction)](HelperClient& session) {
+        if (const auto owner = findObject(session.objects().layoutOwners, id)) {
+          owner->performAction(name);
+        }
+      };
 }
 
 /// Delivers to the web view of the event, if there is one still.
-Delivery toWebView(HelperEventReader& event, std::function<void(HelperWebView&)> deliver) {
-  return [id = event.id("view"), deliver = std::move(deliver)](HelperClient& session) {
+Delivery toWebView(const HelperEventReader& event, std::function<void(HelperWebView&)> deliver) {
+  return [id = event.id(member::kView), deliver = std::move(deliver)](HelperClient& session) {
     if (const auto view = findObject(session.objects().webViews, id)) deliver(*view);
   };
 }
 
-Delivery toDelegate(HelperEventReader& event,
+Delivery toDelegate(const HelperEventReader& event,
                     std::function<void(WebViewDelegate&, WebView&)> deliver) {
   return toWebView(event, [deliver = std::move(deliver)](HelperWebView& view) {
     if (const auto delegate = view.delegate()) deliver(*delegate, view);
   });
 }
 
-Delivery webMessage(HelperEventReader& event, HelperMessage& message) {
+Delivery webMessage(const HelperEventReader& event, HelperMessage& message) {
   std::optional<boost::json::value> body;
-  if (auto* found = message.if_contains("body")) body.emplace(std::move(*found));
-  return toWebView(event, [name = event.text("name"), body = std::move(body)](HelperWebView& view) {
-    view.receiveMessage(name, body);
-  });
+  if (auto* found = message.if_contains(member::kBody)) body.emplace(std::move(*found));
+  return toWebView(event, [name = event.text(member::kName), body = std::move(body)](
+                              HelperWebView& view) { view.receiveMessage(name, body); });
 }
 
-NavigationAction navigationAction(HelperEventReader& event) {
-  NavigationAction action{event.text("url"), TargetFrame::kNone};
-  const std::string target = event.text("target");
-  if (target == "main") {
+NavigationAction navigationAction(const HelperEventReader& event) {
+  NavigationAction action{event.text(member::kUrl), TargetFrame::kNone};
+  const std::string target = event.text(member::kTarget);
+  if (target == word::kMain) {
     action.targetFrame = TargetFrame::kMain;
-  } else if (target == "sub") {
+  } else if (target == word::kSub) {
     action.targetFrame = TargetFrame::kSub;
-  } else if (target != "none") {
-    event.reject();
+  } else if (target != word::kNone) {
+    HelperEventReader::refuse(member::kTarget, "is no frame");
   }
   return action;
 }
 
-Delivery webPolicy(HelperEventReader& event, HelperMessage&) {
+Delivery webPolicy(const HelperEventReader& event, HelperMessage&) {
   const NavigationAction wanted = navigationAction(event);
-  const bool fetching = event.has("fetching") && event.flag("fetching");
-  return toWebView(event, [wanted, fetching, decision = event.id("decision")](HelperWebView& view) {
-    view.decidePolicy(wanted, decision, fetching);
-  });
+  const bool fetching = event.flagOr(member::kFetching, false);
+  return toWebView(event,
+                   [wanted, fetching, decision = event.id(member::kDecision)](HelperWebView& view) {
+                     view.decidePolicy(wanted, decision, fetching);
+                   });
 }
 
 /// Scripts have a value or an error.
-void checkResult(HelperEventReader& event) {
-  if (event.has("error")) event.text("error");
-  if (event.has("error") == event.has("value")) event.reject();
+void checkResult(const HelperEventReader& event) {
+  if (event.has(member::kError)) event.text(member::kError);
+  if (event.has(member::kError) == event.has(member::kValue)) {
+    HelperEventReader::refuse(member::kValue, "and an error exclude each other");
+  }
 }
 
-Delivery webFetched(HelperEventReader& event, HelperMessage& message) {
+Delivery webFetched(const HelperEventReader& event, HelperMessage& message) {
   checkResult(event);
-  return toWebView(event, [decision = event.id("decision"), &message](HelperWebView& view) {
+  return toWebView(event, [decision = event.id(member::kDecision), &message](HelperWebView& view) {
     view.fetched(decision, message);
   });
 }
 
-Delivery webWindow(HelperEventReader& event, HelperMessage&) {
+Delivery webWindow(const HelperEventReader& event, HelperMessage&) {
   return toDelegate(event, [wanted = navigationAction(event)](WebViewDelegate& d, WebView& view) {
     d.createWebView(view, wanted);
   });
 }
 
-Delivery webAddress(HelperEventReader& event, HelperMessage&) {
+Delivery webAddress(const HelperEventReader& event, HelperMessage&) {
   return toDelegate(
-      event, [asked = event.text("asked"), address = event.text("url")](
+      event, [asked = event.text(member::kAsked), address = event.text(member::kUrl)](
                  WebViewDelegate& d, WebView& view) { d.didResolveAddress(view, asked, address); });
 }
 
-Delivery webStarted(HelperEventReader& event, HelperMessage&) {
-  event.text("url");
+Delivery webStarted(const HelperEventReader& event, HelperMessage&) {
+  event.text(member::kUrl);
   return toDelegate(
       event, [](WebViewDelegate& d, WebView& view) { d.didStartProvisionalNavigation(view); });
 }
 
-Delivery webCommitted(HelperEventReader& event, HelperMessage&) {
-  event.text("url");
+Delivery webCommitted(const HelperEventReader& event, HelperMessage&) {
+  event.text(member::kUrl);
   return toWebView(event, [](HelperWebView& view) { view.pageCommitted(); });
 }
 
-Delivery webFinished(HelperEventReader& event, HelperMessage&) {
-  event.text("url");
+Delivery webFinished(const HelperEventReader& event, HelperMessage&) {
+  event.text(member::kUrl);
   return toDelegate(event, [](WebViewDelegate& d, WebView& view) { d.didFinishNavigation(view); });
 }
 
-Delivery webProvisionalFailed(HelperEventReader& event, HelperMessage&) {
-  event.text("url");
-  return toDelegate(event, [error = event.text("error")](WebViewDelegate& d, WebView& view) {
+Delivery webProvisionalFailed(const HelperEventReader& event, HelperMessage&) {
+  event.text(member::kUrl);
+  return toDelegate(event, [error = event.text(member::kError)](WebViewDelegate& d, WebView& view) {
     d.didFailProvisionalNavigation(view, error);
   });
 }
 
-Delivery webFailed(HelperEventReader& event, HelperMessage&) {
-  event.text("url");
-  return toDelegate(event, [error = event.text("error")](WebViewDelegate& d, WebView& view) {
+Delivery webFailed(const HelperEventReader& event, HelperMessage&) {
+  event.text(member::kUrl);
+  return toDelegate(event, [error = event.text(member::kError)](WebViewDelegate& d, WebView& view) {
     d.didFailNavigation(view, error);
   });
 }
 
-Delivery webTerminated(HelperEventReader& event, HelperMessage&) {
+Delivery webTerminated(const HelperEventReader& event, HelperMessage&) {
   return toWebView(event, [](HelperWebView& view) { view.processEnded(); });
 }
 
-Delivery webResponsive(HelperEventReader& event, HelperMessage&) {
-  return toDelegate(event,
-                    [responsive = event.flag("responsive")](WebViewDelegate& d, WebView& view) {
-                      d.webContentProcessResponsivenessDidChange(view, responsive);
-                    });
+Delivery webResponsive(const HelperEventReader& event, HelperMessage&) {
+  return toDelegate(
+      event, [responsive = event.flag(member::kResponsive)](WebViewDelegate& d, WebView& view) {
+        d.webContentProcessResponsivenessDidChange(view, responsive);
+      });
 }
 
-Delivery pong(HelperEventReader&, HelperMessage&) {
+Delivery pong(const HelperEventReader&, HelperMessage&) {
   return [](HelperClient&) {};  // that it came is all there is to it
 }
 
-Delivery webUrl(HelperEventReader& event, HelperMessage&) {
-  return toWebView(event, [url = event.text("url")](HelperWebView& view) { view.urlChanged(url); });
+Delivery webUrl(const HelperEventReader& event, HelperMessage&) {
+  return toWebView(event,
+                   [url = event.text(member::kUrl)](HelperWebView& view) { view.urlChanged(url); });
 }
 
 /// Delivers to the callback that waits for the answer of that number.
-Delivery toWaiting(HelperEventReader& event, HelperMessage& message) {
-  return [id = event.id("id"), &message](HelperClient& session) {
-    if (const auto reply = session.takeReply(id, message.at("type").as_string())) reply(&message);
+Delivery toWaiting(const HelperEventReader& event, HelperMessage& message) {
+  return [id = event.id(member::kId), &message](HelperClient& session) {
+    if (const auto reply = session.takeReply(id, message.at(member::kType).as_string()))
+      reply(&message);
   };
 }
 
-Delivery webEvaluated(HelperEventReader& event, HelperMessage& message) {
+Delivery webEvaluated(const HelperEventReader& event, HelperMessage& message) {
   checkResult(event);
   return toWaiting(event, message);
 }
 
-Delivery urlOpened(HelperEventReader& event, HelperMessage& message) {
-  event.flag("opened");
+Delivery urlOpened(const HelperEventReader& event, HelperMessage& message) {
+  event.flag(member::kOpened);
   return toWaiting(event, message);
 }
 
-Delivery snapshotDone(HelperEventReader& event, HelperMessage& message) {
-  event.flag("done");
+Delivery snapshotDone(const HelperEventReader& event, HelperMessage& message) {
+  event.flag(member::kDone);
   return toWaiting(event, message);
 }
 
-Delivery logLine(HelperEventReader& event, HelperMessage&) {
-  return [line = printable(event.text("line"))](HelperClient&) { ZPLogger::writeDirectly(line); };
+Delivery logLine(const HelperEventReader& event, HelperMessage&) {
+  return [line = printable(event.text(member::kLine))](HelperClient&) {
+    ZPLogger::writeDirectly(line);
+  };
 }
 
 constexpr std::array<std::pair<std::string_view, Parser>, 31> kParsers{{
-    {"ready", ready},
-    {"failed", failed},
-    {"screen", screen},
-    {"held", held},
-    {"window.key", windowKey},
-    {"window.other", windowOther},
-    {"window.size", windowSize},
-    {"window.stuck", windowStuck},
-    {"backdrop.wanted", backdropWanted},
-    {"layout.loaded", layoutLoaded},
-    {"view.frame", viewFrame},
-    {"action", action},
-    {"web.message", webMessage},
-    {"web.policy", webPolicy},
-    {"web.fetched", webFetched},
-    {"web.window", webWindow},
-    {"web.address", webAddress},
-    {"web.started", webStarted},
-    {"web.committed", webCommitted},
-    {"web.finished", webFinished},
-    {"web.provisionalFailed", webProvisionalFailed},
-    {"web.failed", webFailed},
-    {"web.terminated", webTerminated},
-    {"web.responsive", webResponsive},
-    {"web.url", webUrl},
-    {"web.evaluated", webEvaluated},
-    {"url.opened", urlOpened},
-    {"snapshot.done", snapshotDone},
-    {"synced", toWaiting},
-    {"pong", pong},
-    {"log", logLine},
+    {event::kReady, ready},
+    {event::kFailed, failed},
+    {event::kScreen, screen},
+    {event::kHeld, held},
+    {event::kWindowKey, windowKey},
+    {event::kWindowOther, windowOther},
+    {event::kWindowSize, windowSize},
+    {event::kWindowStuck, windowStuck},
+    {event::kBackdropWanted, backdropWanted},
+    {event::kLayoutLoaded, layoutLoaded},
+    {event::kViewFrame, viewFrame},
+    {event::kAction, action},
+    {event::kWebMessage, webMessage},
+    {event::kWebPolicy, webPolicy},
+    {event::kWebFetched, webFetched},
+    {event::kWebWindow, webWindow},
+    {event::kWebAddress, webAddress},
+    {event::kWebStarted, webStarted},
+    {event::kWebCommitted, webCommitted},
+    {event::kWebFinished, webFinished},
+    {event::kWebProvisionalFailed, webProvisionalFailed},
+    {event::kWebFailed, webFailed},
+    {event::kWebTerminated, webTerminated},
+    {event::kWebResponsive, webResponsive},
+    {event::kWebUrl, webUrl},
+    {event::kWebEvaluated, webEvaluated},
+    {event::kUrlOpened, urlOpened},
+    {event::kSnapshotDone, snapshotDone},
+    {event::kSynced, toWaiting},
+    {event::kPong, pong},
+    {event::kLog, logLine},
 }};
 
 Parser parserOf(std::string_view type) {
@@ -326,14 +336,17 @@ Parser parserOf(std::string_view type) {
 }  // namespace
 
 void deliverHelperEvent(HelperClient& session, HelperMessage event) {
-  const std::string type(event.at("type").as_string());
+  const std::string type(event.at(member::kType).as_string());
   const Parser parser = parserOf(type);
   if (parser == nullptr) {
     return logError("Helper sent an unknown event: %s", printable(type));
   }
-  HelperEventReader reader(event);
-  const Delivery delivery = parser(reader, event);
-  if (!reader.isWellFormed()) return logError("Helper sent an ill-formed %s event", type);
+  Delivery delivery;
+  try {
+    delivery = parser(HelperEventReader(event), event);
+  } catch (const std::invalid_argument&) {
+    return logError("Helper sent an ill-formed %s event", type);
+  }
   delivery(session);
 }
 

@@ -9,8 +9,6 @@
 
 namespace zovk {
 
-using HelperId = std::int64_t;
-
 /// The property of an object that a remembered command sets. A later command of the same aspect
 /// replaces it.
 enum class HelperAspect {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/linux/helper/HelperView.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk {
 
@@ -12,18 +13,18 @@ HelperLayout::HelperLayout(std::shared_ptr<HelperClient> session, const std::str
   const HelperId root = session_->newId();
   session_->objects().layoutOwners[id_] = std::move(owner);
   session_->command(id_, HelperAspect::kExistence,
-                    {{"type", "layout.load"},
-                     {"layout", id_},
-                     {"view", root},
-                     {"bundle", bundlePath},
-                     {"name", name}});
+                    {{member::kType, command::kLayoutLoad},
+                     {member::kLayout, id_},
+                     {member::kView, root},
+                     {member::kBundle, bundlePath},
+                     {member::kName, name}});
   root_ = std::make_shared<HelperView>(session_, root);
 }
 
 HelperLayout::~HelperLayout() {
   session_->forget(id_);
   session_->objects().layoutOwners.erase(id_);
-  session_->send({{"type", "layout.close"}, {"layout", id_}});
+  session_->send({{member::kType, command::kLayoutClose}, {member::kLayout, id_}});
 }
 
 std::shared_ptr<View> HelperLayout::outlet(const std::string& name) const {
@@ -32,7 +33,10 @@ std::shared_ptr<View> HelperLayout::outlet(const std::string& name) const {
   const HelperId id = session_->newId();
   session_->objects().outlets[id].name = name;
   session_->command(id, HelperAspect::kExistence,
-                    {{"type", "layout.outlet"}, {"layout", id_}, {"view", id}, {"name", name}});
+                    {{member::kType, command::kLayoutOutlet},
+                     {member::kLayout, id_},
+                     {member::kView, id},
+                     {member::kName, name}});
   view = std::make_shared<HelperView>(session_, id);
   return view;
 }

@@ -4,8 +4,8 @@
 
 namespace zovk {
 
-void HelperReplies::expect(HelperId id, std::string event, HelperId about, Reply reply) {
-  waiting_.insert_or_assign(id, Waiting{std::move(event), about, std::move(reply)});
+void HelperReplies::expect(HelperId id, std::string_view event, HelperId about, Reply reply) {
+  waiting_.insert_or_assign(id, Waiting{std::string(event), about, std::move(reply)});
 }
 
 HelperReplies::Reply HelperReplies::take(HelperId id, std::string_view event) {

@@ -18,7 +18,7 @@ class HelperReplies {
   using Reply = std::function<void(HelperMessage* answer)>;
 
   /// Adds a waiting callback. `about` is the object whose end also ends the wait, or 0 for none.
-  void expect(HelperId id, std::string event, HelperId about, Reply reply);
+  void expect(HelperId id, std::string_view event, HelperId about, Reply reply);
   /// Removes and returns the callback that waits for `event` with that number; null if there is
   /// none.
   Reply take(HelperId id, std::string_view event);

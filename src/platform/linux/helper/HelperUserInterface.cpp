@@ -9,6 +9,7 @@
 #include "platform/linux/helper/HelperWindow.h"
 #include "platform/linux/system/Container.h"
 #include "platform/linux/system/GameWindowName.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk {
 namespace {
@@ -17,18 +18,18 @@ constexpr bool kDeveloperTools = ZOVKPOPUP_DEVELOPER_TOOLS != 0;
 
 HelperMessage helloOf(const ZOVKPopupHostSettings& settings, const LinuxDevice& device) {
   const GameWindowName window = gameWindowName(settings);
-  HelperMessage hello{{"type", "hello"},
-                      {"version", kHelperProtocolVersion},
-                      {"application", applicationId(settings)},
-                      {"dataDirectory", device.homeDirectory()},
-                      {"nativeWindow", window.x11},
-                      {"developerTools", kDeveloperTools},
-                      {"pageMemory", settings.pageMemory},
-                      {"drawing", settings.drawing.c_str()},
-                      {"drawingFailed", false}};
-  if (!settings.popupWindow.empty()) hello["popupWindow"] = settings.popupWindow;
-  if (!window.wayland.empty()) hello["waylandWindow"] = window.wayland;
-  if (settings.pageConsole) hello["pageConsole"] = true;
+  HelperMessage hello{{member::kType, command::kHello},
+                      {member::kVersion, kHelperProtocolVersion},
+                      {member::kApplication, applicationId(settings)},
+                      {member::kDataDirectory, device.homeDirectory()},
+                      {member::kNativeWindow, window.x11},
+                      {member::kDeveloperTools, kDeveloperTools},
+                      {member::kPageMemory, settings.pageMemory},
+                      {member::kDrawing, settings.drawing.c_str()},
+                      {member::kDrawingFailed, false}};
+  if (!settings.popupWindow.empty()) hello[member::kPopupWindow] = settings.popupWindow;
+  if (!window.wayland.empty()) hello[member::kWaylandWindow] = window.wayland;
+  if (settings.pageConsole) hello[member::kPageConsole] = true;
   return hello;
 }
 
@@ -44,17 +45,18 @@ std::string schemeOf(const std::string& url) {
 }
 
 /// Hears whether the answering event has a true `member`.
-HelperReplies::Reply replyWith(const char* member, std::function<void(bool)> completion) {
+HelperReplies::Reply replyWith(std::string_view member, std::function<void(bool)> completion) {
   return [member, completion = std::move(completion)](const HelperMessage* answer) {
     if (completion) completion(answer != nullptr && answer->at(member).as_bool());
   };
 }
 
-/// Returns null for a number that is not a press.
-const char* nameOf(ZOVKPopupGamePad press) {
-  constexpr std::array kNames = {"up", "down", "left", "right", "press", "leave"};
+/// Returns an empty text for a number that is not a press.
+std::string_view nameOf(ZOVKPopupGamePad press) {
+  constexpr std::array kNames = {word::kUp,    word::kDown,  word::kLeft,
+                                 word::kRight, word::kPress, word::kLeave};
   const auto number = static_cast<std::size_t>(press);
-  return number < kNames.size() ? kNames[number] : nullptr;
+  return number < kNames.size() ? kNames[number] : std::string_view();
 }
 
 }  // namespace
@@ -92,10 +94,12 @@ void HelperUserInterface::gameWindowDidResize(int width, int height) {
 
 void HelperUserInterface::gamePadDidPress(ZOVKPopupGamePad press, const std::string& pressName,
                                           const std::string& leaveName) {
-  const char* const name = nameOf(press);
-  if (name == nullptr) return;
-  session_->send(
-      {{"type", "pad.press"}, {"press", name}, {"pressName", pressName}, {"leaveName", leaveName}});
+  const std::string_view name = nameOf(press);
+  if (name.empty()) return;
+  session_->send({{member::kType, command::kPadPress},
+                  {member::kPress, name},
+                  {member::kPressName, pressName},
+                  {member::kLeaveName, leaveName}});
 }
 
 void HelperUserInterface::shutDown() {
@@ -139,18 +143,19 @@ bool HelperUserInterface::canOpenUrl(const std::string& url) const {
 
 void HelperUserInterface::openUrl(const std::string& url,
                                   std::function<void(bool opened)> completion) {
-  session_->request({{"type", "url.open"}, {"url", url}}, "url.opened", 0,
-                    replyWith("opened", std::move(completion)));
+  session_->request({{member::kType, command::kUrlOpen}, {member::kUrl, url}}, event::kUrlOpened, 0,
+                    replyWith(member::kOpened, std::move(completion)));
 }
 
 void HelperUserInterface::snapshot(const Window* window, const std::string& path,
                                    Completion completion) {
   const auto* given = dynamic_cast<const HelperWindow*>(window);
   const HelperId id = given == nullptr ? session_->objects().frontWindow() : given->id();
-  auto reply = replyWith("done", std::move(completion));
+  auto reply = replyWith(member::kDone, std::move(completion));
   if (id == 0) return session_->later([reply] { reply(nullptr); });
-  session_->request({{"type", "snapshot"}, {"window", id}, {"path", path}}, "snapshot.done", id,
-                    std::move(reply));
+  session_->request(
+      {{member::kType, command::kSnapshot}, {member::kWindow, id}, {member::kPath, path}},
+      event::kSnapshotDone, id, std::move(reply));
 }
 
 void HelperUserInterface::sync(Completion completion) {
@@ -160,7 +165,8 @@ void HelperUserInterface::sync(Completion completion) {
     if (completion) completion(answer != nullptr);
   };
   if (id == 0) return session_->later([reply] { reply(nullptr); });
-  session_->request({{"type", "sync"}, {"window", id}}, "synced", id, reply);
+  session_->request({{member::kType, command::kSync}, {member::kWindow, id}}, event::kSynced, id,
+                    reply);
 }
 
 std::optional<HelperInspector::ViewFrame> HelperUserInterface::viewFrame(
@@ -183,7 +189,7 @@ bool HelperUserInterface::hasKeyboard() const {
 void HelperUserInterface::terminateWebProcess() {
   const auto& views = session_->objects().webViews;
   if (views.empty()) return;
-  session_->send({{"type", "web.terminate"}, {"view", views.rbegin()->first}});
+  session_->send({{member::kType, command::kWebTerminate}, {member::kView, views.rbegin()->first}});
 }
 
 pid_t HelperUserInterface::helperProcessId() const {

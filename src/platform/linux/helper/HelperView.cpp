@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "protocol/MessageNames.h"
+
 namespace zovk {
 namespace {
 
@@ -32,16 +34,18 @@ void HelperViewOf<Interface>::addSubview(const View& child) {
   if (other == 0) return;
   // In front of the other children, so no longer behind them.
   session_->journal().forget(other, HelperAspect::kDepth);
-  session_->command(other, HelperAspect::kPlace,
-                    {{"type", "view.add"}, {"view", id()}, {"child", other}});
+  session_->command(
+      other, HelperAspect::kPlace,
+      {{member::kType, command::kViewAdd}, {member::kView, id()}, {member::kChild, other}});
 }
 
 template <class Interface>
 void HelperViewOf<Interface>::sendSubviewToBack(const View& child) {
   const HelperId other = idOf(child);
   if (other == 0) return;
-  session_->command(other, HelperAspect::kDepth,
-                    {{"type", "view.back"}, {"view", id()}, {"child", other}});
+  session_->command(
+      other, HelperAspect::kDepth,
+      {{member::kType, command::kViewBack}, {member::kView, id()}, {member::kChild, other}});
 }
 
 template <class Interface>
@@ -50,51 +54,58 @@ void HelperViewOf<Interface>::removeFromSuperview() {
   for (const HelperAspect tied : {kDepth, kEdges, kTop, kBottom}) {
     session_->journal().forget(id(), tied);
   }
-  command(kPlace, {{"type", "view.remove"}, {"view", id()}});
+  command(kPlace, {{member::kType, command::kViewRemove}, {member::kView, id()}});
 }
 
 template <class Interface>
 void HelperViewOf<Interface>::setHidden(bool hidden) {
-  command(HelperAspect::kHidden, {{"type", "view.hidden"}, {"view", id()}, {"hidden", hidden}});
+  command(
+      HelperAspect::kHidden,
+      {{member::kType, command::kViewHidden}, {member::kView, id()}, {member::kHidden, hidden}});
 }
 
 template <class Interface>
 void HelperViewOf<Interface>::setAlpha(double alpha) {
-  command(HelperAspect::kAlpha, {{"type", "view.alpha"}, {"view", id()}, {"alpha", alpha}});
+  command(HelperAspect::kAlpha,
+          {{member::kType, command::kViewAlpha}, {member::kView, id()}, {member::kAlpha, alpha}});
 }
 
 template <class Interface>
 void HelperViewOf<Interface>::setBackgroundColor(const Color& color) {
-  command(HelperAspect::kBackground,
-          {{"type", "view.background"}, {"view", id()}, {"color", helperColor(color)}});
+  command(HelperAspect::kBackground, {{member::kType, command::kViewBackground},
+                                      {member::kView, id()},
+                                      {member::kColor, helperColor(color)}});
 }
 
 template <class Interface>
 void HelperViewOf<Interface>::setClipsToBounds(bool clips) {
-  command(HelperAspect::kClip, {{"type", "view.clip"}, {"view", id()}, {"clips", clips}});
+  command(HelperAspect::kClip,
+          {{member::kType, command::kViewClip}, {member::kView, id()}, {member::kClips, clips}});
 }
 
 template <class Interface>
 void HelperViewOf<Interface>::setImage(const std::string& path) {
-  command(HelperAspect::kImage, {{"type", "view.image"}, {"view", id()}, {"path", path}});
+  command(HelperAspect::kImage,
+          {{member::kType, command::kViewImage}, {member::kView, id()}, {member::kPath, path}});
 }
 
 template <class Interface>
 void HelperViewOf<Interface>::pinEdgesTo(const View& container) {
   const HelperId other = idOf(container);
   if (other == 0) return;
-  command(HelperAspect::kEdges, {{"type", "view.pinEdges"}, {"view", id()}, {"to", other}});
+  command(HelperAspect::kEdges,
+          {{member::kType, command::kViewPinEdges}, {member::kView, id()}, {member::kTo, other}});
 }
 
 template <class Interface>
 void HelperViewOf<Interface>::pinTopTo(const View& view, bool safeArea, double offset) {
   const HelperId other = idOf(view);
   if (other == 0) return;
-  command(HelperAspect::kTop, {{"type", "view.pinTop"},
-                               {"view", id()},
-                               {"to", other},
-                               {"safeArea", safeArea},
-                               {"offset", offset}});
+  command(HelperAspect::kTop, {{member::kType, command::kViewPinTop},
+                               {member::kView, id()},
+                               {member::kTo, other},
+                               {member::kSafeArea, safeArea},
+                               {member::kOffset, offset}});
 }
 
 template <class Interface>
@@ -104,8 +115,9 @@ void HelperViewOf<Interface>::pinBottomToTopOfFirst(std::initializer_list<const 
     const HelperId other = candidate == nullptr ? 0 : idOf(*candidate);
     if (other != 0) others.emplace_back(other);
   }
-  command(HelperAspect::kBottom,
-          {{"type", "view.pinBottom"}, {"view", id()}, {"candidates", std::move(others)}});
+  command(HelperAspect::kBottom, {{member::kType, command::kViewPinBottom},
+                                  {member::kView, id()},
+                                  {member::kCandidates, std::move(others)}});
 }
 
 template class HelperViewOf<View>;
@@ -114,7 +126,7 @@ template class HelperViewOf<WebView>;
 HelperView::~HelperView() {
   session().forget(id());
   session().objects().outlets.erase(id());
-  session().send({{"type", "view.release"}, {"view", id()}});
+  session().send({{member::kType, command::kViewRelease}, {member::kView, id()}});
 }
 
 }  // namespace zovk

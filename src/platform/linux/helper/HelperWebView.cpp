@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "logging/ZPLogger.h"
+#include "protocol/MessageNames.h"
 
 namespace zovk {
 namespace {
@@ -27,10 +28,10 @@ class PendingDecision {
     const auto session = session_.lock();
     if (!session || session->helperNumber() != helper_) return;
     if (!session->objects().webViews.contains(view_)) return;
-    session->send({{"type", "web.decide"},
-                   {"view", view_},
-                   {"decision", decision_},
-                   {"allow", policy == NavigationPolicy::kAllow}});
+    session->send({{member::kType, command::kWebDecide},
+                   {member::kView, view_},
+                   {member::kDecision, decision_},
+                   {member::kAllow, policy == NavigationPolicy::kAllow}});
   }
 
  private:
@@ -51,8 +52,8 @@ void failLater(HelperClient& session,
 
 ScriptResult scriptResult(HelperMessage* answer) {
   if (answer == nullptr) return {std::nullopt, kGone};
-  if (auto* value = answer->if_contains("value")) return {std::move(*value), std::nullopt};
-  return {std::nullopt, std::string(answer->at("error").as_string())};
+  if (auto* value = answer->if_contains(member::kValue)) return {std::move(*value), std::nullopt};
+  return {std::nullopt, std::string(answer->at(member::kError).as_string())};
 }
 
 HelperMessage creation(HelperId id, const WebViewConfiguration& configuration) {
@@ -60,15 +61,15 @@ HelperMessage creation(HelperId id, const WebViewConfiguration& configuration) {
   for (const auto& [name, handler] : configuration.scriptMessageHandlers) {
     handlers.emplace_back(name);
   }
-  return {{"type", "web.create"},
-          {"view", id},
-          {"handlers", std::move(handlers)},
-          {"inlineMedia", configuration.allowsInlineMediaPlayback},
-          {"mobile", configuration.prefersMobileContent},
-          {"bounces", configuration.bounces},
-          {"scrollIndicator", configuration.showsVerticalScrollIndicator},
-          {"adjustInset", configuration.adjustsContentInset},
-          {"opaque", configuration.opaque}};
+  return {{member::kType, command::kWebCreate},
+          {member::kView, id},
+          {member::kHandlers, std::move(handlers)},
+          {member::kInlineMedia, configuration.allowsInlineMediaPlayback},
+          {member::kMobile, configuration.prefersMobileContent},
+          {member::kBounces, configuration.bounces},
+          {member::kScrollIndicator, configuration.showsVerticalScrollIndicator},
+          {member::kAdjustInset, configuration.adjustsContentInset},
+          {member::kOpaque, configuration.opaque}};
 }
 
 }  // namespace
@@ -90,11 +91,11 @@ HelperWebView::~HelperWebView() {
   fetchesLost();
   session().objects().webViews.erase(id());
   session().forget(id());
-  session().send(about("web.close"));
+  session().send(about(command::kWebClose));
 }
 
-HelperMessage HelperWebView::about(const char* type) const {
-  return {{"type", type}, {"view", id()}};
+HelperMessage HelperWebView::about(std::string_view type) const {
+  return {{member::kType, type}, {member::kView, id()}};
 }
 
 void HelperWebView::setNavigationDelegate(std::weak_ptr<WebViewDelegate> delegate) {
@@ -104,20 +105,23 @@ void HelperWebView::setNavigationDelegate(std::weak_ptr<WebViewDelegate> delegat
 void HelperWebView::load(const std::string& url) {
   readAccessUrl_.clear();
   beginLoad();
-  sendLoad({{"type", "web.load"}, {"view", id()}, {"url", url}}, url);
+  sendLoad({{member::kType, command::kWebLoad}, {member::kView, id()}, {member::kUrl, url}}, url);
 }
 
 void HelperWebView::loadFile(const std::string& url, const std::string& readAccessUrl) {
   readAccessUrl_ = readAccessUrl;
   beginLoad();
-  sendLoad({{"type", "web.loadFile"}, {"view", id()}, {"url", url}, {"readAccess", readAccessUrl}},
+  sendLoad({{member::kType, command::kWebLoadFile},
+            {member::kView, id()},
+            {member::kUrl, url},
+            {member::kReadAccess, readAccessUrl}},
            url);
 }
 
 // A helper that is started anew asks: what was allowed then need not be so any more.
 void HelperWebView::sendLoad(const HelperMessage& command, const std::string& url) {
   HelperMessage sent = command;
-  if (!url.empty() && std::exchange(allowedAhead_, {}) == url) sent["allowed"] = true;
+  if (!url.empty() && std::exchange(allowedAhead_, {}) == url) sent[member::kAllowed] = true;
   session().command(id(), HelperAspect::kAddress, sent);
   session().journal().remember(id(), HelperAspect::kAddress, command);
 }
@@ -129,11 +133,11 @@ void HelperWebView::beginLoad() {
 }
 
 void HelperWebView::stopLoading() {
-  session().send(about("web.stop"));
+  session().send(about(command::kWebStop));
 }
 
 void HelperWebView::reload() {
-  session().send(about("web.reload"));
+  session().send(about(command::kWebReload));
 }
 
 void HelperWebView::evaluateJavaScript(const std::string& script,
@@ -142,10 +146,10 @@ void HelperWebView::evaluateJavaScript(const std::string& script,
     fetches_[std::exchange(fetching_, 0)] = std::move(completion);
     return;
   }
-  HelperMessage message = about(completion ? "web.evaluate" : "web.run");
-  message["script"] = script;
+  HelperMessage message = about(completion ? command::kWebEvaluate : command::kWebRun);
+  message[member::kScript] = script;
   if (!completion) return session().send(message);
-  session().request(std::move(message), "web.evaluated", id(),
+  session().request(std::move(message), event::kWebEvaluated, id(),
                     [completion = std::move(completion)](HelperMessage* answer) {
                       completion(scriptResult(answer));
                     });
@@ -155,11 +159,11 @@ void HelperWebView::urlChanged(const std::string& url) {
   url_ = url;
   if (url.empty() || !hasLoaded_) return;
   // A new helper takes up where the page stands now.
-  HelperMessage again = about("web.load");
-  again["url"] = url;
+  HelperMessage again = about(command::kWebLoad);
+  again[member::kUrl] = url;
   if (!readAccessUrl_.empty() && url.starts_with("file:")) {
-    again["type"] = "web.loadFile";
-    again["readAccess"] = readAccessUrl_;
+    again[member::kType] = command::kWebLoadFile;
+    again[member::kReadAccess] = readAccessUrl_;
   }
   session().journal().remember(id(), HelperAspect::kAddress, again);
 }
@@ -182,8 +186,10 @@ void HelperWebView::processEnded() {
 
 void HelperWebView::fetchAhead(const std::string& address, const std::string& script) {
   fetchScript_ = script;
-  command(HelperAspect::kFetching,
-          {{"type", "web.fetchAhead"}, {"view", id()}, {"address", address}, {"script", script}});
+  command(HelperAspect::kFetching, {{member::kType, command::kWebFetchAhead},
+                                    {member::kView, id()},
+                                    {member::kAddress, address},
+                                    {member::kScript, script}});
 }
 
 void HelperWebView::fetched(HelperId decision, HelperMessage& answer) {

@@ -45,7 +45,7 @@ class HelperWebView final : public HelperViewOf<WebView> {
   std::shared_ptr<WebViewDelegate> delegate() const { return delegate_.lock(); }
 
  private:
-  HelperMessage about(const char* type) const;
+  HelperMessage about(std::string_view type) const;
   void beginLoad();
   void sendLoad(const HelperMessage& command, const std::string& url);
   void ask(const NavigationAction& action, HelperId decision);

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "protocol/MessageNames.h"
+
 namespace zovk {
 namespace {
 
@@ -20,7 +22,7 @@ class PaintedTransition final : public TransitionCoordinator {
   void animateAlongside(const Task& alongside, Task completion) override {
     if (alongside) alongside();
     session_.request(
-        {{"type", "sync"}, {"window", window_}}, "synced", window_,
+        {{member::kType, command::kSync}, {member::kWindow, window_}}, event::kSynced, window_,
         [completion = std::move(completion), end = std::exchange(end_, {})](const HelperMessage*) {
           if (completion) completion();
           if (end) end();
@@ -57,21 +59,22 @@ HelperWindow::HelperWindow(std::shared_ptr<HelperClient> session, HelperId id, c
 HelperWindow::~HelperWindow() {
   setRootViewController(nullptr);
   session_->windowClosed(id_);
-  session_->send({{"type", "window.close"}, {"window", id_}});
+  session_->send({{member::kType, command::kWindowClose}, {member::kWindow, id_}});
 }
 
 void HelperWindow::create(const Rect& frame) {
   session_->command(id_, HelperAspect::kExistence,
-                    {{"type", "window.create"},
-                     {"window", id_},
-                     {"view", root_->id()},
-                     {"frame", {frame.x, frame.y, frame.width, frame.height}}});
+                    {{member::kType, command::kWindowCreate},
+                     {member::kWindow, id_},
+                     {member::kView, root_->id()},
+                     {member::kFrame, {frame.x, frame.y, frame.width, frame.height}}});
 }
 
 void HelperWindow::setBackgroundColor(const Color& color) {
-  session_->command(
-      id_, HelperAspect::kBackground,
-      {{"type", "window.background"}, {"window", id_}, {"color", helperColor(color)}});
+  session_->command(id_, HelperAspect::kBackground,
+                    {{member::kType, command::kWindowBackground},
+                     {member::kWindow, id_},
+                     {member::kColor, helperColor(color)}});
 }
 
 void HelperWindow::setRootViewController(std::shared_ptr<ViewController> controller) {
@@ -87,7 +90,8 @@ void HelperWindow::setRootViewController(std::shared_ptr<ViewController> control
 
 void HelperWindow::makeKeyAndVisible() {
   session_->windowShown(id_);
-  session_->command(id_, HelperAspect::kShown, {{"type", "window.show"}, {"window", id_}});
+  session_->command(id_, HelperAspect::kShown,
+                    {{member::kType, command::kWindowShow}, {member::kWindow, id_}});
 }
 
 bool HelperWindow::isKeyWindow() const {
