@@ -29,17 +29,14 @@ function split(args) {
           signature: parameters.subarray(end + SIGNATURE.length).toString()};
 }
 
-function valueOf(pieces, name) {
-  const piece = pieces.find((one) => one.startsWith(name));
-  return piece === undefined ? undefined : piece.slice(name.length);
-}
+// What a game always sends, from "game_id=" on. Only the installation may have no identifier.
+const COMPLETE = /^game_id=([^&]+)(?=.*&os=[^&])(?=.*&version=[^&])(?=.*&install_id=)/;
+const FILLED = ['game_id', 'os', 'version'];
 
-function missing(pieces) {
-  if (!valueOf(pieces, 'game_id=')) return 'game_id';
-  if (!valueOf(pieces, 'os=')) return 'os';
-  if (!valueOf(pieces, 'version=')) return 'version';
-  // A machine may have nothing to identify the installation by.
-  return valueOf(pieces, 'install_id=') === undefined ? 'install_id' : '';
+function missing(parameters) {
+  const pieces = parameters.split('&');
+  const filled = (name) => pieces.some((one) => one.startsWith(name + '=') && !one.endsWith('='));
+  return FILLED.find((name) => !filled(name)) || 'install_id';
 }
 
 function keyOf(game) {
@@ -47,64 +44,29 @@ function keyOf(game) {
   return known && typeof games[game] === 'string' ? games[game] : undefined;
 }
 
-// The common parameters of a signed request; undefined once it has been refused.
+// The bytes of the common parameters of a signed request; undefined once it has been refused.
 function signedParameters(r) {
   if (r.method !== 'POST') return refuse(r, 405, 'only POST');
   const body = r.requestBuffer;
   if (!body || body.length === 0) return refuse(r, 400, 'the body is empty');
   const parts = split(r.rawVariables.args || Buffer.alloc(0));
-  const parameters = parts.parameters.toString();
-  const pieces = parameters.split('&');
-  const lacking = missing(pieces);
-  if (lacking) return refuse(r, 400, lacking + ' is missing');
-  const key = keyOf(valueOf(pieces, 'game_id='));
+  const text = parts.parameters.toString();
+  const complete = COMPLETE.exec(text);
+  if (!complete) return refuse(r, 400, missing(text) + ' is missing');
+  const key = keyOf(complete[1]);
   if (key === undefined) return refuse(r, 403, 'unknown game_id');
   const expected = crypto.createHash('md5').update(r.rawVariables.uri).update('?')
       .update(parts.parameters).update(body).update(key).digest('hex');
   if (parts.signature !== expected) return refuse(r, 403, 'wrong signature');
-  return parameters;
+  return parts.parameters;
 }
 
-// An argument of the queue's command as a piece of its address, where dots name a format.
-function argument(text) {
-  return '/' + encodeURIComponent(text).replace(/\./g, '%2e');
-}
-
-const KEPT = '{"FCALL":"';
-
-// Whether the stream said under which number it keeps this very report. All else is no promise.
-function isKept(name, reply) {
-  return reply.status === 200 && reply.responseText.startsWith(KEPT + name + ' ');
-}
-
-// Webdis now and then gives a connection the answer to a request that was cut off before; every
-// later answer on it then comes one request late.
-function isAnothers(name, reply) {
-  return reply.status === 200 && reply.responseText.startsWith(KEPT) && !isKept(name, reply);
-}
-
-function answerReport(r, name, reply) {
-  if (isKept(name, reply)) {
-    answer(r, 200, '{"code":0}');
-  } else {
-    refuse(r, 503, 'not stored');
-  }
-}
-
+// The receiver gets the path, and of the query what is signed.
 function report(r) {
   const parameters = signedParameters(r);
   if (parameters === undefined) return;
-  const name = r.variables.request_id;  // Another one each time that it is read.
-  r.variables.queue_target = '/FCALL/add_report/1/reports' + argument(r.variables.largest_backlog) +
-      argument(name) + argument(r.uri) + argument(parameters);
-  r.subrequest('/_queue', {method: 'PUT'}, (reply) => {
-    if (isAnothers(name, reply)) {
-      // On a connection of its own. A report that is in the stream twice is stored once.
-      r.subrequest('/_queue_alone', {method: 'PUT'}, (second) => answerReport(r, name, second));
-    } else {
-      answerReport(r, name, reply);
-    }
-  });
+  r.variables.args = parameters;
+  r.internalRedirect('@intake');
 }
 
 function ruleAnswer(reply) {

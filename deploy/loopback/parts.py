@@ -11,6 +11,7 @@ from typing import Callable
 import psycopg
 import redis
 
+from building import RECEIVER
 from places import ADDRESS, DEPLOY, database_user, fill_in
 
 POSTGRES = pathlib.Path("/usr/lib/postgresql/15/bin")
@@ -98,10 +99,9 @@ def prepare_edge(places, words):
 
 
 def prepare(places, words):
-    for name in ("stream", "database", "queue", "consumer", "rule", "edge", "metrics"):
+    for name in ("stream", "database", "receiver", "consumer", "rule", "edge", "metrics"):
         places.part(name).mkdir()
     fill_in("intake/redis.conf.in", places.part("stream") / "redis.conf", words)
-    fill_in("intake/webdis.json.in", places.part("queue") / "webdis.json", words)
     prepare_edge(places, words)
     fill_in("watching/prometheus.yml.in", places.part("metrics") / "prometheus.yml", words)
     make_database(places)
@@ -111,16 +111,17 @@ def all_parts(places, facts):
     """In the order in which they are started."""
     database = [POSTGRES / "postgres", "-D", places.part("database") / "data",
                 "-k", places.sockets, "-h", "",
-                # A statement that failed, and its values, are not for the log.
-                "-c", "log_min_error_statement=panic", "-c", "log_parameter_max_length_on_error=0"]
+                # A statement that failed, its values and its rows are not for the log.
+                "-c", "log_min_error_statement=panic", "-c", "log_parameter_max_length_on_error=0",
+                "-c", "log_error_verbosity=terse"]
     python = [sys.executable, "-B"]
     return [
         Part("stream", ["redis-server", places.part("stream") / "redis.conf"],
              lambda: stream_ready(places)),
         Part("database", database, lambda: database_ready(places),
              user=database_user() if os.getuid() == 0 else None, stop_signal="SIGINT"),
-        Part("queue", ["webdis", places.part("queue") / "webdis.json"],
-             lambda: listens(facts["queue_port"])),
+        Part("receiver", [RECEIVER, "--listen", places.intake, "--stream", places.stream,
+                          "--backlog", facts["backlog"]], lambda: exists_and_answers(places.intake)),
         Part("consumer", [*python, DEPLOY / "intake" / "consumer.py", "--stream", places.stream,
                           "--database", places.database], lambda: functions_loaded(places)),
         Part("rule", [*python, DEPLOY / "conditions" / "rule.py", "--socket", places.rule,

@@ -41,6 +41,7 @@ class Places:
         self.site = self.state / "site"
         self.games = self.state / "games.json"
         self.sockets = self.state / "sockets"
+        self.intake = self.sockets / "intake"
         self.stream = self.sockets / "stream"
         self.rule = self.sockets / "rule"
         self.facts = self.state / "facts.json"

@@ -68,6 +68,18 @@ class Signatures(unittest.TestCase):
         self.assertEqual(self.edge.request("GET", signed("/report", b"")).status, 405)
         self.assertEqual(self.edge.report(b"").status, 400)
 
+    def test_lack_a_parameter_that_is_named(self):
+        body = report_body("somebody")
+        for name in ("game_id", "install_id", "os", "version"):
+            pieces = parameters().split("&")
+            common = "&".join(piece for piece in pieces if not piece.startswith(name + "="))
+            empty = "&".join(name + "=" if piece.startswith(name) else piece for piece in pieces)
+            for left in (common,) if name == "install_id" else (common, empty):
+                sig = hashlib.md5(f"/report?{left}".encode() + body + KEY.encode()).hexdigest()
+                answer = self.edge.request("POST", f"/report?{left}&sig={sig}", body)
+                self.assertEqual(json.loads(answer.body),
+                                 {"code": 400, "message": name + " is missing"}, left)
+
     def test_cover_only_what_stands_behind_the_last_game_id(self):
         body = report_body("somebody")
         target = signed("/report", body).replace("?", "?a=1&game_id=9999&b=2&")
@@ -155,8 +167,8 @@ class Files(unittest.TestCase):
                 self.assertEqual(answer.stdout, "000")
 
     def test_nothing_else_of_the_site_is_shown(self):
-        for target in ("/releases/0/popup/get_info", "/current", "/", "/games.json", "/_queue",
-                       "/_queue_alone", "/_rule", "/pages/../games.json"):
+        for target in ("/releases/0/popup/get_info", "/current", "/", "/games.json", "/@intake",
+                       "/_rule", "/pages/../games.json"):
             with self.subTest(target):
                 try:
                     self.assertIn(self.edge.get(target).status, (400, 404))

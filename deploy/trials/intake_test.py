@@ -1,14 +1,17 @@
 """What becomes of reports behind the edge."""
-import http.server
+import hashlib
 import json
+import re
 import signal
+import socket
+import socketserver
 import threading
 import unittest
 
 import psycopg
 
-from deployment import INSTALL, parameters, report_body, the_deployment, wait_until
-from parts import listens
+from deployment import (ADDRESS, INSTALL, KEY, parameters, report_body, signed, the_deployment,
+                        wait_until)
 
 
 def fields_of(body):
@@ -127,53 +130,74 @@ class Reports(unittest.TestCase):
             self.assertEqual(self.edge.report(report_body("unlucky"), install=INSTALL + "S").status,
                              503)
 
-    def answer_for_webdis(self, answers):
-        """Takes the place of webdis, which nobody starts again meanwhile; gives these answers in
-        turn, in which NAME is the report's, and the commands that came."""
-        commands = []
+    def test_reach_the_stream_byte_for_byte(self):
+        path = b"/report/gr%C3%B6%C3%9Fe%3F%23%25%20+%FF/b\xfc"
+        decoded = "/report/größe?#% +".encode() + b"\xff/b\xfc"
+        common = b"game_id=1001&install_id=\xff\xfe%41&os=" + "ü".encode() + b"&version=?/1"
+        body = bytes(range(256))
+        sig = hashlib.md5(decoded + b"?" + common + body + KEY.encode()).hexdigest().encode()
+        with self.edge.halted("consumer"):
+            with socket.create_connection((ADDRESS, self.edge.http_port), timeout=20) as game:
+                game.sendall(b"POST %s?a=1&%s&sig=%s HTTP/1.1\r\nHost: a\r\nContent-Length: %d\r\n\r\n%s"
+                             % (path, common, sig, len(body), body))
+                self.assertIn(b" 200 ", game.recv(4096))
+            ((_, fields),) = self.edge.stream().xrevrange("reports", count=1)
+        self.assertEqual(fields, {b"path": decoded, b"parameters": common, b"body": body})
 
-        class Handler(http.server.BaseHTTPRequestHandler):
-            protocol_version = "HTTP/1.1"
+    def test_that_come_in_chunks_are_stored_whole(self):
+        body = report_body("chunked")
+        pieces = iter([body[:20], body[20:]])
+        self.assertEqual(self.edge.request("POST", signed("/report/shop", body), pieces).status, 200)
+        self.assertEqual(len(self.rows_of("chunked")), 1)
 
-            def do_PUT(self):
-                self.rfile.read(int(self.headers["Content-Length"]))
-                commands.append(self.path.split("/"))
-                said = answers[len(commands) - 1].replace("NAME", commands[-1][6])
-                self.send_response(200)
-                self.send_header("Content-Length", str(len(said)))
-                self.send_header("Connection", "close")
-                self.end_headers()
-                self.wfile.write(said.encode())
+    def answer_for_the_receiver(self, answers):
+        """Takes the place of the receiver, which nobody starts again meanwhile; gives these answers
+        in turn, and the heads of the requests that came."""
+        heads = []
 
-            def log_message(self, *_):
-                pass
+        class Handler(socketserver.StreamRequestHandler):
+            def handle(self):
+                head = b""
+                while not head.endswith(b"\r\n\r\n"):
+                    head += self.rfile.readline()
+                self.rfile.read(int(re.search(rb"Content-Length: (\d+)", head)[1]))
+                heads.append(head)
+                self.wfile.write(answers[len(heads) - 1])
 
         self.edge.signal_supervisor(signal.SIGSTOP)
         self.addCleanup(wait_until, lambda: self.edge.report(report_body("again")).status == 200,
-                        "webdis is back")
+                        "the receiver is back")
         self.addCleanup(self.edge.signal_supervisor, signal.SIGCONT)
-        self.edge.signal_part("queue", signal.SIGKILL)
-        port = self.edge.facts["queue_port"]
-        wait_until(lambda: not listens(port), "webdis has gone")
-        server = http.server.ThreadingHTTPServer(("127.0.0.1", port), Handler)
-        server.daemon_threads = True
+        self.edge.signal_part("receiver", signal.SIGKILL)
+        self.edge.places.intake.unlink()
+        server = socketserver.UnixStreamServer(str(self.edge.places.intake), Handler)
         thread = threading.Thread(target=server.serve_forever)
         thread.start()
         self.addCleanup(thread.join)
         self.addCleanup(server.server_close)
         self.addCleanup(server.shutdown)
-        return commands
+        return heads
 
-    def test_are_promised_by_their_own_answer_only(self):
-        another = '{"FCALL":"0123456789abcdef0123456789abcdef 1700000000000-0"}'
-        commands = self.answer_for_webdis(
-            ['{"FCALL":"NAME 1700000000000-0"}', another, '{"FCALL":"NAME 1700000000000-1"}',
-             another, another, '{"FCALL":[false,"NAME"]}', "NAME", '{"FCALL":null}'])
-        statuses = [self.edge.report(report_body("mine")).status for _ in range(6)]
-        self.assertEqual(statuses, [200, 200, 503, 503, 503, 503])
-        # The second attempt has the same name, so that either answer would count.
-        self.assertEqual(commands[1][6], commands[2][6])
-        self.assertEqual(len(commands), 8)
+    def test_are_promised_by_a_whole_good_answer_only(self):
+        good = b'HTTP/1.1 200 OK\r\nContent-Length: 10\r\nConnection: close\r\n\r\n{"code":0}'
+        bad = [b"", b"HTTP/1.1 2", b"HTTP/1.1 200 OK\r\nContent-Le"]
+        bad += [b"HTTP/1.1 %d No\r\nContent-Length: 6\r\nConnection: close\r\n\r\nsecret" % status
+                for status in (400, 404, 405, 413, 417, 500, 501, 502, 503, 504)]
+        self.answer_for_the_receiver([good, *bad])
+        self.assertEqual(self.edge.report(report_body("mine")).status, 200)
+        for said in bad:
+            answer = self.edge.report(report_body("mine"))
+            self.assertEqual((answer.status, answer.headers["Content-Type"], answer.body),
+                             (503, "application/json", b'{"code":503,"message":"not stored"}'), said)
+
+    def test_reach_the_receiver_without_the_headers_of_the_player(self):
+        good = b"HTTP/1.1 200 OK\r\nContent-Length: 0\r\nConnection: close\r\n\r\n"
+        heads = self.answer_for_the_receiver([good])
+        body = report_body("mine")
+        self.edge.request("POST", signed("/report/shop", body), body,
+                          {"X-Mine": "mine", "Cookie": "mine", "Expect": ""})
+        self.assertEqual(heads, [b"POST /report/shop?%s HTTP/1.1\r\nHost: intake\r\n"
+                                 b"Content-Length: %d\r\n\r\n" % (parameters().encode(), len(body))])
 
     def test_wait_while_the_database_is_away(self):
         with self.edge.halted("database"):

@@ -9,7 +9,7 @@ import unittest
 
 from deployment import report_body, signed, the_deployment, wait_until
 
-PARTS = ("edge", "queue", "stream", "consumer", "database")
+PARTS = ("edge", "receiver", "stream", "consumer", "database")
 KILLS = int(os.environ.get("ZOVKPOPUP_DEPLOY_KILLS", "10"))
 SENDERS = 4
 # So many promises lie between two kills at least.

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <event2/event.h>
+#include <event2/http.h>
+
+#include "ReportStream.h"
+
+namespace zovk::intake {
+
+/// Takes reports from the edge by HTTP on a socket of this machine, and answers 200 only when the
+/// stream has said that it keeps the report. The path and the query of a request are the report's
+/// path and parameters.
+class ReportServer {
+ public:
+  /// Throws when it cannot listen. When it is destroyed no report may wait for `stream`.
+  ReportServer(event_base* base, const std::string& socket, ReportStream& stream);
+  ReportServer(const ReportServer&) = delete;
+  ReportServer& operator=(const ReportServer&) = delete;
+
+  /// Refuses all further reports, and calls `ended` when none waits any more.
+  void end(std::function<void()> ended);
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  void take(evhttp_request* request);
+  void answer(evhttp_request* request, std::string_view refusal);
+  void log(std::string_view refusal);
+
+  ReportStream& stream_;
+  std::unique_ptr<evhttp, decltype(&evhttp_free)> http_;
+  std::function<void()> ended_;  // Set when the end has begun.
+  Clock::time_point logged_;
+};
+
+}  // namespace zovk::intake
