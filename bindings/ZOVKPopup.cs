@@ -34,6 +34,10 @@ namespace ZOVKPopup {
   [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
   public delegate void Backdrop(IntPtr argument0, IntPtr argument1);
 
+  /// <summary>Receives what has happened to one popup.</summary>
+  [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
+  public delegate void PopupListener(IntPtr argument0, IntPtr argument1);
+
   /// <summary>Returns whether a page may navigate to an address. `frame` is one of
   /// ZOVKPOPUP_FRAME_….</summary>
   [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
@@ -141,8 +145,40 @@ namespace ZOVKPopup {
     }
   }
 
-  /// <summary>Callbacks for the time in which popups cover the game. Every member except `size`
-  /// may be NULL.</summary>
+  /// <summary>What has happened to one popup. The texts are never NULL, and valid until the
+  /// callback returns.</summary>
+  [StructLayout(LayoutKind.Sequential)]
+  public struct PopupEvent {
+    /// <summary>Set by the library. Members beyond this size do not exist.</summary>
+    public UIntPtr Size;
+    /// <summary>One of `zovkpopup_event_kind`.</summary>
+    public ulong Kind;
+    /// <summary>The popup's scene; the scene of the request if there is no popup.</summary>
+    public IntPtr Scene;
+    /// <summary>0 if there is no popup.</summary>
+    public int PopId;
+    /// <summary>If answered: a `ZOVKPOPUP_RESULT_…`. Else ZOVKPOPUP_RESULT_ERROR.</summary>
+    public int Result;
+    /// <summary>If answered: JSON {"action":…,"msg":…}. Else empty.</summary>
+    public IntPtr Message;
+    /// <summary>If not shown: the reason in one word. Else empty. It is a verdict of
+    /// `zovkpopup_explained_popup`, or one of these: "no_popup" if no popup is defined for the
+    /// request; "policy_not_needed"; "condition_refused" and "condition_failed" if the service of
+    /// a conditional popup refused it or gave no answer; "page_failed" if the page did not load;
+    /// "display_failed" if popups cannot be displayed; "request_ended" if the request ended
+    /// before its turn; "report_missing" if the page committed and the popup has no address to
+    /// report to.</summary>
+    public IntPtr Reason;
+    /// <summary>The reason in plain English. Else empty.</summary>
+    public IntPtr Sentence;
+    /// <summary>Returns one with its size set and all else zero.</summary>
+    public static PopupEvent New() {
+      return new PopupEvent { Size = (UIntPtr)Marshal.SizeOf(typeof(PopupEvent)) };
+    }
+  }
+
+  /// <summary>Callbacks for the time in which popups cover the game, and for each popup. Every
+  /// member except `size` may be NULL.</summary>
   [StructLayout(LayoutKind.Sequential)]
   public struct Hooks {
     public UIntPtr Size;
@@ -152,6 +188,10 @@ namespace ZOVKPopup {
     public Event PopupsDidDisappear;
     public IntPtr User;
     public Destroy Destroy;
+    /// <summary>Called for each popup of a request that was shown, answered, or not shown; not
+    /// for popups that a shut-down ends. Always called from `zovkpopup_pump`, in the order of the
+    /// events. The result of a request comes before the event of the same answer.</summary>
+    public PopupListener PopupEvent;
     /// <summary>Returns one with its size set and all else zero.</summary>
     public static Hooks New() {
       return new Hooks { Size = (UIntPtr)Marshal.SizeOf(typeof(Hooks)) };
@@ -265,6 +305,12 @@ namespace ZOVKPopup {
     public const int PixelsRgbx = 1;
     /// <summary>Three bytes.</summary>
     public const int PixelsRgb = 2;
+    /// <summary>Its page has loaded, on screen.</summary>
+    public const int EventShown = 0;
+    /// <summary>The player answered or closed it.</summary>
+    public const int EventAnswered = 1;
+    /// <summary>It was not shown, or not until an answer.</summary>
+    public const int EventNotShown = 2;
     /// <summary>A direction moves the focus to the next place there.</summary>
     public const int GamePadUp = 0;
     public const int GamePadDown = 1;

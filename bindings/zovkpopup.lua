@@ -10,6 +10,7 @@ typedef struct zovkpopup_web_window zovkpopup_web_window;
 typedef struct zovkpopup_response zovkpopup_response;
 typedef struct zovkpopup_picture zovkpopup_picture;
 typedef struct zovkpopup_settings zovkpopup_settings;
+typedef struct zovkpopup_popup_event zovkpopup_popup_event;
 typedef struct zovkpopup_hooks zovkpopup_hooks;
 typedef struct zovkpopup_explained_popup zovkpopup_explained_popup;
 typedef struct zovkpopup_web_window_settings zovkpopup_web_window_settings;
@@ -19,6 +20,7 @@ typedef void (*zovkpopup_text_event)(const char *, void *);
 typedef void (*zovkpopup_log)(const char *, void *);
 typedef void (*zovkpopup_complete)(int32_t, const char *, void *);
 typedef void (*zovkpopup_backdrop)(zovkpopup_picture *, void *);
+typedef void (*zovkpopup_popup_listener)(const zovkpopup_popup_event *, void *);
 typedef bool (*zovkpopup_allow_navigation)(const char *, int32_t, void *);
 typedef void (*zovkpopup_script_result)(const char *, const char *, void *);
 typedef void (*zovkpopup_handler)(const char *, zovkpopup_response *, void *);
@@ -53,13 +55,26 @@ struct zovkpopup_settings {
   zovkpopup_destroy backdrop_destroy;
   uint64_t ready_seconds;
 };
-// Callbacks for the time in which popups cover the game. Every member except `size` may be NULL.
+// What has happened to one popup. The texts are never NULL, and valid until the callback returns.
+struct zovkpopup_popup_event {
+  size_t size;
+  uint64_t kind;
+  const char *scene;
+  int32_t pop_id;
+  int32_t result;
+  const char *message;
+  const char *reason;
+  const char *sentence;
+};
+// Callbacks for the time in which popups cover the game, and for each popup. Every member except
+// `size` may be NULL.
 struct zovkpopup_hooks {
   size_t size;
   zovkpopup_event popups_will_appear;
   zovkpopup_event popups_did_disappear;
   void *user;
   zovkpopup_destroy destroy;
+  zovkpopup_popup_listener popup_event;
 };
 // The verdict of the selection on one popup. The texts belong to the explanation.
 struct zovkpopup_explained_popup {
@@ -232,6 +247,9 @@ popups.RESULT_CANCEL = 2
 popups.PIXELS_BGRX = 0
 popups.PIXELS_RGBX = 1
 popups.PIXELS_RGB = 2
+popups.EVENT_SHOWN = 0
+popups.EVENT_ANSWERED = 1
+popups.EVENT_NOT_SHOWN = 2
 popups.GAME_PAD_UP = 0
 popups.GAME_PAD_DOWN = 1
 popups.GAME_PAD_LEFT = 2

@@ -49,6 +49,9 @@ RESULT_CANCEL = 2  # The player refused.
 PIXELS_BGRX = 0  # Four bytes; SDL's ARGB8888 and XRGB8888.
 PIXELS_RGBX = 1  # Four bytes; what GL reads as GL_RGBA.
 PIXELS_RGB = 2  # Three bytes.
+EVENT_SHOWN = 0  # Its page has loaded, on screen.
+EVENT_ANSWERED = 1  # The player answered or closed it.
+EVENT_NOT_SHOWN = 2  # It was not shown, or not until an answer.
 GAME_PAD_UP = 0  # A direction moves the focus to the next place there.
 GAME_PAD_DOWN = 1
 GAME_PAD_LEFT = 2
@@ -75,6 +78,25 @@ class Picture(Structure):
         super().__init__(size=sizeof(type(self)), **members)
 
 
+
+class PopupEvent(Structure):
+    """What has happened to one popup. The texts are never NULL, and valid until the callback
+    returns."""
+    _fields_ = [
+        ("size", c_size_t),  # Set by the library. Members beyond this size do not exist.
+        ("kind", c_uint64),  # One of `zovkpopup_event_kind`.
+        ("scene", c_char_p),
+        ("pop_id", c_int32),  # 0 if there is no popup.
+        ("result", c_int32),
+        ("message", c_char_p),  # If answered: JSON {"action":…,"msg":…}. Else empty.
+        ("reason", c_char_p),
+        ("sentence", c_char_p),  # The reason in plain English. Else empty.
+    ]
+
+    def __init__(self, **members: Any) -> None:
+        super().__init__(size=sizeof(type(self)), **members)
+
+
 # Releases the user data of a callback.
 Destroy = CFUNCTYPE(None, c_void_p)
 # Reports an event.
@@ -91,6 +113,8 @@ Complete = CFUNCTYPE(None, c_int32, c_char_p, c_void_p)
 # Fills in the last frame that the player saw. The library copies the pixels as soon as the
 # callback has returned.
 Backdrop = CFUNCTYPE(None, POINTER(Picture), c_void_p)
+# Receives what has happened to one popup.
+PopupListener = CFUNCTYPE(None, POINTER(PopupEvent), c_void_p)
 # Returns whether a page may navigate to an address. `frame` is one of ZOVKPOPUP_FRAME_….
 AllowNavigation = CFUNCTYPE(c_bool, c_char_p, c_int32, c_void_p)
 # Receives the result of a script: exactly one of `json` and `error` is not NULL.
@@ -132,14 +156,15 @@ class Settings(Structure):
 
 
 class Hooks(Structure):
-    """Callbacks for the time in which popups cover the game. Every member except `size` may be
-    NULL."""
+    """Callbacks for the time in which popups cover the game, and for each popup. Every member
+    except `size` may be NULL."""
     _fields_ = [
         ("size", c_size_t),
         ("popups_will_appear", Event),  # Called before the first popup comes on screen.
         ("popups_did_disappear", Event),  # Called after the last popup is gone.
         ("user", c_void_p),
         ("destroy", Destroy),
+        ("popup_event", PopupListener),
     ]
 
     def __init__(self, **members: Any) -> None:

@@ -184,13 +184,46 @@ ZOVKPOPUP_EXPORT zovkpopup_status zovkpopup_pump(uint32_t budget_microseconds);
 /// closes it in `zovkpopup_shut_down`.
 ZOVKPOPUP_EXPORT int zovkpopup_poll_descriptor(void);
 
-/// Callbacks for the time in which popups cover the game. Every member except `size` may be NULL.
+/// The kind of a `zovkpopup_popup_event`.
+typedef enum zovkpopup_event_kind {
+  ZOVKPOPUP_EVENT_SHOWN = 0,     ///< Its page has loaded, on screen.
+  ZOVKPOPUP_EVENT_ANSWERED = 1,  ///< The player answered or closed it.
+  ZOVKPOPUP_EVENT_NOT_SHOWN = 2  ///< It was not shown, or not until an answer.
+} zovkpopup_event_kind;
+
+/// What has happened to one popup. The texts are never NULL, and valid until the callback returns.
+typedef struct zovkpopup_popup_event {
+  size_t size;          ///< Set by the library. Members beyond this size do not exist.
+  uint64_t kind;        ///< One of `zovkpopup_event_kind`.
+  const char* scene;    ///< The popup's scene; the scene of the request if there is no popup.
+  int32_t pop_id;       ///< 0 if there is no popup.
+  int32_t result;       ///< If answered: a `ZOVKPOPUP_RESULT_…`. Else ZOVKPOPUP_RESULT_ERROR.
+  const char* message;  ///< If answered: JSON {"action":…,"msg":…}. Else empty.
+  /// If not shown: the reason in one word. Else empty. It is a verdict of
+  /// `zovkpopup_explained_popup`, or one of these: "no_popup" if no popup is defined for the
+  /// request; "policy_not_needed"; "condition_refused" and "condition_failed" if the service of a
+  /// conditional popup refused it or gave no answer; "page_failed" if the page did not load;
+  /// "display_failed" if popups cannot be displayed; "request_ended" if the request ended before
+  /// its turn; "report_missing" if the page committed and the popup has no address to report to.
+  const char* reason;
+  const char* sentence;  ///< The reason in plain English. Else empty.
+} zovkpopup_popup_event;
+
+/// Receives what has happened to one popup.
+typedef void (*zovkpopup_popup_listener)(const zovkpopup_popup_event* event, void* user);
+
+/// Callbacks for the time in which popups cover the game, and for each popup. Every member except
+/// `size` may be NULL.
 typedef struct zovkpopup_hooks {
   size_t size;
   zovkpopup_event popups_will_appear;    ///< Called before the first popup comes on screen.
   zovkpopup_event popups_did_disappear;  ///< Called after the last popup is gone.
   void* user;
   zovkpopup_destroy destroy;
+  /// Called for each popup of a request that was shown, answered, or not shown; not for popups that
+  /// a shut-down ends. Always called from `zovkpopup_pump`, in the order of the events. The result
+  /// of a request comes before the event of the same answer.
+  zovkpopup_popup_listener popup_event;
 } zovkpopup_hooks;
 
 /// Sets the hooks and replaces earlier ones. They stay until `zovkpopup_shut_down`.

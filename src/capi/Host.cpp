@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <string_view>
 
@@ -65,6 +66,24 @@ zovk::ZOVKPopupHostSettings hostSettings(const zovkpopup_settings& given) {
   return settings;
 }
 
+/// Returns an empty function for no listener: the engine then looks for no reasons.
+std::function<void(const zovk::ZOVKPopupEvent&)> listenerOf(zovkpopup_popup_listener listener,
+                                                            const zovk::UserData& user) {
+  if (listener == nullptr) return nullptr;
+  const zovk::Callback<const zovkpopup_popup_event*> call(listener, user);
+  return [call](const zovk::ZOVKPopupEvent& event) {
+    const zovkpopup_popup_event given = {sizeof(zovkpopup_popup_event),
+                                         static_cast<std::uint64_t>(event.kind),
+                                         event.scene.c_str(),
+                                         event.pop_id,
+                                         event.result,
+                                         event.message.c_str(),
+                                         event.reason.c_str(),
+                                         event.sentence.c_str()};
+    call(&given);
+  };
+}
+
 /// For calls that have already written to the log why they failed.
 void check(bool success) {
   if (!success) throw zovk::Fault{ZOVKPOPUP_ERROR_STATE, {}, true};
@@ -99,7 +118,8 @@ zovkpopup_status zovkpopup_set_hooks(const zovkpopup_hooks* hooks) {
     const auto user = zovk::userData(given.user, given.destroy);
     zovk::requirePopups();
     check(ZOVKPopupHost::setHooks({zovk::Callback<>(given.popups_will_appear, user),
-                                   zovk::Callback<>(given.popups_did_disappear, user)}));
+                                   zovk::Callback<>(given.popups_did_disappear, user),
+                                   listenerOf(given.popup_event, user)}));
   });
 }
 

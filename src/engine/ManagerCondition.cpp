@@ -33,8 +33,10 @@ void ZOVKPopupManager::handleConditionAnswer(const PopupPointer& popup,
       return showPopup();
     }
     debug("No need to show condition Popup");
+    notifyNotShown(*popup, "condition_refused", "Its service does not want it to be shown.");
   } else {
     logError("Query condition Popup request failed");
+    notifyNotShown(*popup, "condition_failed", "Its service gave no answer.");
   }
   doCallback(complete, -1, "");
 }

@@ -22,6 +22,7 @@ void ZOVKPopupManager::showPopup(const std::string& scene, std::uint64_t sceneTy
   const PopupListPointer source = mergedPopups();
   const PopupList valid = scene.empty() ? getValidPopupForSceneType(sceneType, *source)
                                         : getValidPopupForScene(scene, *source);
+  notifyNotSelected(scene, sceneType);
   if (valid.empty()) {
     debug("No valid Popup for scene:%@ sceneType:%d", scene, sceneType);
     if (callback != nullptr) (*callback)(ZOVKPopupResultError, "No valid Popup now");
@@ -40,6 +41,7 @@ void ZOVKPopupManager::showAfterCondition(const PopupList& popups,
       [self = shared_from_this(), popups, complete](std::int32_t code, const std::string& msg) {
         if (code != ZOVKPopupResultCommit) {
           if (complete != nullptr) (*complete)(code, msg);
+          self->notifyRequestEnded({popups.begin() + 1, popups.end()});
           return;
         }
         // The callback is not called for the commit of a lone conditional popup: nothing of the
@@ -109,6 +111,9 @@ void ZOVKPopupManager::present(const QueueEntry& entry) {
       });
   const StartedGame game = game_.get();
   controller->setLoginState(game.gameID, game.gameKey, loginState_);
+  controller->setEventListener([self](ZOVKPopupEvent event) {
+    if (const auto manager = self.lock()) manager->notify(std::move(event));
+  });
   controller->showPopup(entry.popups, window().get(),
                         [self, entry](std::int32_t code, const std::string& msg) {
                           if (const auto manager = self.lock()) {

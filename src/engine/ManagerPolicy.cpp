@@ -34,6 +34,7 @@ void ZOVKPopupManager::showPolicy(const ZOVKPopupComplete& complete) {
   debug("Start Policy, complete:%p", complete ? &complete : nullptr);
   if (!needToShowPolicy()) {
     debug("No need to show Policy");
+    notifyPolicyNotNeeded();
     if (complete) complete(ZOVKPopupResultError, "");
     return;
   }

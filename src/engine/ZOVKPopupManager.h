@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -101,10 +102,14 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   void stopCheckKeyWindow();
   void doCallback(const CallbackPointer& complete, std::int32_t action, const std::string& msg);
   /// Main thread only.
-  void setHooks(ZOVKPopupHooks hooks) { cover_.setHooks(std::move(hooks)); }
+  void setHooks(ZOVKPopupHooks hooks);
   /// Holds popups back or ends that. Meanwhile requests are queued, a popup on screen stays, and no
   /// other one is shown.
   void setHeldBack(bool heldBack);
+
+  // What the game hears of each popup. Nothing is sent unless its hooks have a function for it.
+  /// Sends an event from the main queue. Any thread.
+  void notify(ZOVKPopupEvent event);
 
   // The privacy policy.
   void showPolicy(const ZOVKPopupComplete& complete);
@@ -159,6 +164,10 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   void present(const QueueEntry& entry);
   bool coverGame();
   void leaveQueued();
+  void notifyNotShown(const ZOVKPopupModel& popup, const char* reason, const char* sentence);
+  void notifyPolicyNotNeeded();
+  void notifyNotSelected(const std::string& scene, std::uint64_t sceneType);
+  void notifyRequestEnded(const PopupList& popups);
   void endShowing();
   void finishEntry(const QueueEntry& entry, std::int32_t action, const std::string& msg);
   void showAfterCondition(const PopupList& popups, const CallbackPointer& complete);
@@ -176,6 +185,8 @@ class ZOVKPopupManager : public std::enable_shared_from_this<ZOVKPopupManager> {
   DisplayQueue queue_;
   PopupWindow popupWindow_;
   GameCover cover_;
+  std::atomic<bool> hearsEvents_{false};
+  std::function<void(const ZOVKPopupEvent&)> eventListener_;  // main thread only
 };
 
 /// The debug lines of one operation of the engine.

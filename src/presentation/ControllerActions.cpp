@@ -1,6 +1,7 @@
 #include <array>
 
 #include "presentation/ActionScope.h"
+#include "presentation/PopupEvent.h"
 #include "presentation/ZOVKPopupViewController.h"
 #include "text/JsonRead.h"
 #include "text/ZOVKPopupCommonTool.h"
@@ -34,6 +35,7 @@ void ZOVKPopupViewController::handleCallbackMessage(std::int32_t action,
   const boost::json::object record = resultRecordOf(action, callbackMessage);
   if (action == ZOVKPopupResultCommit) return commit(record);
   const std::string text = ZOVKPopupCommonTool::dictionaryToJsonString(record);
+  notifyAnswered(action, text);
   if (action == ZOVKPopupResultSkip) return skip(text);
   debug("the user operation is: %d ,msg: %@", action, text);
   // A cancel is reported at once, even with popups still waiting: the run ends with this action,
@@ -55,8 +57,13 @@ void ZOVKPopupViewController::commit(const boost::json::object& resultRecord) {
     // The run ends here, without the next popup: a popup whose commit cannot be reported does not
     // count as shown.
     debug("The currentModel report_url is illegal: %@, report ending", reportUrl);
+    if (current != nullptr) {
+      notify(notShown(*current, "report_missing",
+                      "It was committed, but has no address to report to."));
+    }
     return callComplete(ZOVKPopupResultError, "");
   }
+  notifyAnswered(ZOVKPopupResultCommit, ZOVKPopupCommonTool::dictionaryToJsonString(resultRecord));
   startReportData(resultRecord);
   ZPLogger::writeDirectly("the num of popupCache is " + std::to_string(popupArr_.size()));
   if (popupArr_.empty()) {

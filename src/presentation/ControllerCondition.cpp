@@ -22,12 +22,14 @@ void ZOVKPopupViewController::handleConditionAnswer(bool success,
   debug("Query condition Popup result:%d, respData length:%d", success, data ? data->size() : 0);
   if (!success || !data || data->empty()) {
     logError("Query condition Popup request failed");
+    notifyNotWanted("condition_failed", "Its service, asked again, gave no answer.");
     return showPopup();
   }
   debug("Query condition Popup request success");
   boost::json::object extra;
   if (!parseCondition_(data, &extra)) {
     debug("No need to show condition Popup");
+    notifyNotWanted("condition_refused", "Its service, asked again, does not want it to be shown.");
     return showPopup();
   }
   debug("Need to show condition Popup");

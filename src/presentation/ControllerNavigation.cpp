@@ -82,17 +82,20 @@ void ZOVKPopupViewController::didStartProvisionalNavigation(WebView&) {
 void ZOVKPopupViewController::didFailProvisionalNavigation(WebView&, const std::string& error) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::didFailProvisionalNavigation");
   debug("Did fail provisional navigation, error:%@", error);
+  notifyPageFailed(error);
 }
 
 void ZOVKPopupViewController::didFailNavigation(WebView&, const std::string& error) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::didFailNavigation");
   debug("Did fail navigation, error:%@", error);
+  notifyPageFailed(error);
 }
 
 void ZOVKPopupViewController::didFinishNavigation(WebView&) {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::didFinishNavigation");
   debug("Did finish navigation");
   screen_.undimPage();
+  notifyShown();
 }
 
 void ZOVKPopupViewController::webContentProcessDidTerminate(WebView&) {

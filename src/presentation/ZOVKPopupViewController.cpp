@@ -53,6 +53,9 @@ void ZOVKPopupViewController::showNextPopup() {
   debug("Start show %@", next->scene);
   currentModel_.set(next);
   pageHangs_ = false;  // the next page gets a process that answers
+  shownIsNotified_ = false;
+  failureIsNotified_ = false;
+  answerIsNotified_ = false;
   applyButtonRule();
   if (window_ != nullptr) window_->setNeedsUpdateConstraints();
   if (next->pop_freq == kPopFreqConditional) {
@@ -111,6 +114,7 @@ void ZOVKPopupViewController::callComplete(std::int32_t code, const std::string&
 
 void ZOVKPopupViewController::interfaceDidFail(const std::string& reason) {
   const ActionScope scope(*this);
+  notifyDisplayFailed(reason);
   popupArr_.clear();
   callComplete(ZOVKPopupResultError, reason);
 }
@@ -132,6 +136,7 @@ void ZOVKPopupViewController::letGo() {
   view_ = nullptr;
   player_ = {};
   complete_ = nullptr;
+  notifyRequestEnded();
   popupArr_.clear();
   currentModel_.set(nullptr);
   uriToRefresh_.clear();

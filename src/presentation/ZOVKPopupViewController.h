@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include <boost/json/object.hpp>
 #include <boost/json/value.hpp>
@@ -19,6 +20,7 @@
 #include "record/PlayerRequest.h"
 #include "record/ZOVKPopupModel.h"
 #include "support/Guarded.h"
+#include "zovkpopup/Hooks.h"
 #include "zovkpopup/Result.h"
 #include "zovkpopup/platform/Platform.h"
 
@@ -48,6 +50,10 @@ class ZOVKPopupViewController : public ViewController,
   /// shared: every request of the run reads it.
   void setLoginState(const std::string& gameID, const std::string& gameKey,
                      std::shared_ptr<const LoginStateRecord> loginState);
+  /// Sets the function that receives what happens to each popup. Call it before `showPopup`. The
+  /// function is called on the main thread, and on any thread for the answer of a condition.
+  using EventListener = std::function<void(ZOVKPopupEvent event)>;
+  void setEventListener(EventListener listener) { eventListener_ = std::move(listener); }
   /// Takes the popups in showing order, and makes this the window's root. An empty list, an empty
   /// callback and a null window each count as missing. Without a window nothing is shown.
   void showPopup(const PopupList& popups, Window* window, const Complete& complete);
@@ -120,6 +126,13 @@ class ZOVKPopupViewController : public ViewController,
   void applyButtonRule();
   void offerWayOut();
   void callComplete(std::int32_t code, const std::string& message);
+  void notify(ZOVKPopupEvent event) const;
+  void notifyAnswered(std::int32_t action, const std::string& resultText);
+  void notifyShown();
+  void notifyPageFailed(const std::string& error);
+  void notifyNotWanted(const char* reason, const char* sentence) const;
+  void notifyRequestEnded() const;
+  void notifyDisplayFailed(const std::string& error);
   void skip(const std::string& resultText);
   void commit(const boost::json::object& resultRecord);
   void leaveForSystem(const std::string& url, const NavigationDecision& decide);
@@ -135,6 +148,7 @@ class ZOVKPopupViewController : public ViewController,
   ConditionParser parseCondition_;
   PlayerIdentity player_;
   Complete complete_;
+  EventListener eventListener_;
   std::deque<PopupPointer> popupArr_;
   // Also read and set by a condition's answer, which comes on the session's thread.
   Guarded<PopupPointer> currentModel_;
@@ -146,6 +160,10 @@ class ZOVKPopupViewController : public ViewController,
   std::shared_ptr<WebView> webView_;
   Window* window_ = nullptr;
   bool pageHangs_ = false;
+  // Each of these events is sent once for a popup.
+  bool shownIsNotified_ = false;
+  bool failureIsNotified_ = false;
+  bool answerIsNotified_ = false;
   int runningActions_ = 0;
   bool tornDown_ = false;
 };

@@ -11,6 +11,7 @@ TEST(Header, MeansTheSameInCAndInCpp) {
   const header_sizes sizes = header_sizes_in_c();
   EXPECT_EQ(sizes.settings, sizeof(zovkpopup_settings));
   EXPECT_EQ(sizes.hooks, sizeof(zovkpopup_hooks));
+  EXPECT_EQ(sizes.popup_event, sizeof(zovkpopup_popup_event));
   EXPECT_EQ(sizes.explained_popup, sizeof(zovkpopup_explained_popup));
   EXPECT_EQ(sizes.web_window_settings, sizeof(zovkpopup_web_window_settings));
 }
@@ -20,6 +21,7 @@ TEST(Header, StructsCanBeCopiedByteByByteAndBeginWithTheirSize) {
   EXPECT_TRUE(std::is_standard_layout_v<zovkpopup_web_window_settings>);
   EXPECT_EQ(offsetof(zovkpopup_settings, size), 0U);
   EXPECT_EQ(offsetof(zovkpopup_hooks, size), 0U);
+  EXPECT_EQ(offsetof(zovkpopup_popup_event, size), 0U);
   EXPECT_EQ(offsetof(zovkpopup_explained_popup, size), 0U);
   EXPECT_EQ(offsetof(zovkpopup_web_window_settings, size), 0U);
 }

@@ -1,3 +1,5 @@
+#include <gmock/gmock.h>
+
 #include "capi/CGameFixture.h"
 
 namespace zovk {
@@ -37,6 +39,42 @@ TEST_F(CHooks, AreCalledAroundAPopupUntilOthersTakeTheirPlace) {
   none.size = sizeof none;
   EXPECT_EQ(zovkpopup_set_hooks(&none), ZOVKPOPUP_OK);
   EXPECT_EQ(note_.destroyed, 1);
+}
+
+TEST_F(CHooks, ReceiveTheEventsOfEachPopup) {
+  addPage("welcome", 1, answeringPage("commit", "", false));
+  ASSERT_EQ(setUp(), ZOVKPOPUP_OK);
+  zovkpopup_hooks hooks{};
+  hooks.size = sizeof hooks;
+  hooks.popup_event = [](const zovkpopup_popup_event* event, void* user) {
+    EXPECT_EQ(event->size, sizeof *event);
+    const std::string text = std::to_string(event->kind) + " " + event->scene + " " +
+                             std::to_string(event->result) + " " + event->message + event->reason;
+    Note::text(text.c_str(), user);
+    EXPECT_EQ(std::string(event->sentence).empty(), std::string(event->reason).empty());
+    if (event->kind != ZOVKPOPUP_EVENT_SHOWN) return;
+    // The player closes the popup once it is there.
+    zovkpopup_game_pad_did_press(ZOVKPOPUP_GAME_PAD_LEAVE, nullptr, nullptr);
+  };
+  hooks.user = &note_;
+  ASSERT_EQ(zovkpopup_set_hooks(&hooks), ZOVKPOPUP_OK);
+  ASSERT_EQ(zovkpopup_show_popup("nowhere", 0, nullptr, nullptr, nullptr), ZOVKPOPUP_OK);
+  ASSERT_EQ(show(), ZOVKPOPUP_OK);
+  awaitTexts(4);
+  EXPECT_THAT(note_.texts,
+              ::testing::UnorderedElementsAre("2 nowhere -1 no_popup", "0 welcome -1 ", "answer",
+                                              R"(1 welcome 0 {"action":"skip","msg":""})"));
+}
+
+TEST_F(CHooks, OfAnOlderGameReceiveNoEvents) {
+  ASSERT_EQ(setUp(), ZOVKPOPUP_OK);
+  zovkpopup_hooks hooks{};
+  hooks.size = offsetof(zovkpopup_hooks, popup_event);
+  // Beyond the size that the older game gives, so the library must not read it.
+  hooks.popup_event = [](const zovkpopup_popup_event*, void*) { FAIL(); };
+  ASSERT_EQ(zovkpopup_set_hooks(&hooks), ZOVKPOPUP_OK);
+  ASSERT_EQ(zovkpopup_show_popup("nowhere", 0, nullptr, nullptr, nullptr), ZOVKPOPUP_OK);
+  ASSERT_EQ(zovkpopup_pump(1'000'000), ZOVKPOPUP_OK);
 }
 
 TEST_F(CHooks, AreLetGoByTheShutDown) {

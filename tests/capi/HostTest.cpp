@@ -80,7 +80,7 @@ TEST_F(CHost, SaysWhatCannotBeDoneAfterItWasShutDown) {
   ASSERT_EQ(setUp(), ZOVKPOPUP_OK);
   zovkpopup_shut_down();
   Note note;
-  zovkpopup_hooks hooks{sizeof hooks, Note::event, Note::event, &note, Note::destroy};
+  zovkpopup_hooks hooks{sizeof hooks, Note::event, Note::event, &note, Note::destroy, nullptr};
   EXPECT_EQ(zovkpopup_set_hooks(&hooks), ZOVKPOPUP_ERROR_STATE);
   EXPECT_EQ(zovkpopup_hold_popups(), ZOVKPOPUP_ERROR_STATE);
   EXPECT_EQ(zovkpopup_release_popups(), ZOVKPOPUP_ERROR_STATE);

@@ -7,7 +7,8 @@
 
 header_sizes header_sizes_in_c(void) {
   header_sizes sizes = {sizeof(zovkpopup_settings), sizeof(zovkpopup_hooks),
-                        sizeof(zovkpopup_explained_popup), sizeof(zovkpopup_web_window_settings)};
+                        sizeof(zovkpopup_popup_event), sizeof(zovkpopup_explained_popup),
+                        sizeof(zovkpopup_web_window_settings)};
   return sizes;
 }
 

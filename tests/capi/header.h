@@ -8,7 +8,7 @@ extern "C" {
 
 /// The sizes of the structs for a C compiler.
 typedef struct header_sizes {
-  size_t settings, hooks, explained_popup, web_window_settings;
+  size_t settings, hooks, popup_event, explained_popup, web_window_settings;
 } header_sizes;
 header_sizes header_sizes_in_c(void);
 

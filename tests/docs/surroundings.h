@@ -26,6 +26,7 @@ extern const std::string openId;
 extern const std::string token;
 extern const std::string jwtToken;
 void askAgainLater();
+void track(const char* what, std::int32_t popId, const std::string& detail);
 void showNewsButton();
 void show(const std::string& verdict, const std::string& sentence);
 
