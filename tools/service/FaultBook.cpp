@@ -59,7 +59,13 @@ void readChange(Fault& fault, const std::string& argument, std::uint64_t largest
 std::string textOf(const boost::json::object& request, std::string_view name) {
   const auto* value = request.if_contains(name);
   if (value == nullptr || value->is_null()) return "";
-  return value->is_string() ? std::string(value->get_string()) : boost::json::serialize(*value);
+  std::string text =
+      value->is_string() ? std::string(value->get_string()) : boost::json::serialize(*value);
+  if (text.size() > FaultBook::kLongestText) {
+    throw std::invalid_argument("\"" + std::string(name) + "\" may have " +
+                                std::to_string(FaultBook::kLongestText) + " bytes");
+  }
+  return text;
 }
 
 }  // namespace
@@ -107,6 +113,9 @@ void FaultBook::put(const std::string& path, const std::string& kind, const std:
   }
   Entry entry{makeFault(kind, argument, times)};
   const LockGuard lock(mutex_);
+  if (entries_.size() >= kMostFaults && !entries_.contains(path)) {
+    throw std::invalid_argument("there may be " + std::to_string(kMostFaults) + " faults");
+  }
   entries_.insert_or_assign(path, std::move(entry));
 }
 

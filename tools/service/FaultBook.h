@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -41,10 +42,13 @@ Fault makeFault(const std::string& kind, const std::string& argument, std::uint6
 /// The faults in force, at most one for each path. Any thread.
 class FaultBook {
  public:
+  static constexpr std::size_t kMostFaults = 64;
+  static constexpr std::size_t kLongestText = 1024;  ///< Of a member of a request.
+
   /// Sets a fault from PATH=KIND[:ARGUMENT]; throws std::invalid_argument.
   void set(const std::string& text);
   /// Sets a fault from an object with "path", "fault" and, optionally, "arg" and "times". The fault
-  /// "none" removes the present one. Throws std::invalid_argument.
+  /// "none" removes the present one. Throws std::invalid_argument, also beyond the bounds.
   void set(const boost::json::object& request);
   /// Returns the fault for this request, and counts the request.
   std::optional<Fault> take(const std::string& path);

@@ -23,7 +23,6 @@ namespace zovk::service {
 class Console {
  public:
   static constexpr std::size_t kLargestBody = 6 << 20;
-  static constexpr std::size_t kMostFaults = 64;
   static constexpr std::size_t kMostChecks = 200;
 
   Console(Server& server, const Options& options, ReportFeed& feed, Refusals& refusals);
