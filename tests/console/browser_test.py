@@ -2,15 +2,20 @@
 """The console as a person uses it: in a browser, by mouse and keyboard."""
 import csv
 import json
+import pathlib
 import time
 import unittest
 
 from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.keys import Keys
+from selenium.webdriver.support.ui import Select
 
 from browser import Browser, axe_script
 from console import Service, entry
 from player import answer, refused
+
+
+STARTERS = pathlib.Path(__file__).parents[2] / "tools/zovkpopup/starter"
 
 
 class InTheBrowser(unittest.TestCase):
@@ -212,6 +217,27 @@ class InTheBrowser(unittest.TestCase):
         self.assertIn("Ada", self.browser.text("tbody tr:first-child"))
         self.browser.picture("history")
         self.assertTrue(all("409" in line for line in self.browser.complaints()))
+
+    def test_a_new_popup_starts_from_each_of_the_five_pages_of_the_tool(self):
+        self.start(entry(1, "welcome"))
+        choice = "[name=starter]"
+        names = [option.get_attribute("value") for option in self.browser.all(choice + " option")]
+        self.assertEqual(names, ["announcement", "event", "reward", "survey", "policy"])
+        for number, name in enumerate(names, start=2):
+            Select(self.browser.find(choice)).select_by_value(name)
+            self.browser.button("New popup").click()
+            scene = "ZOVKPolicy" if name == "policy" else f"scene-{number}"
+            self.browser.wait_text(".editor h1", scene)
+            page = self.browser.wait(
+                lambda: self.browser.find("[name=page_text]").get_attribute("value"), name)
+            self.assertEqual(page.strip(), (STARTERS / f"{name}.html").read_text().strip())
+            made = next(p for p in self.service.get("popups")["popups"]
+                        if p["entry"]["pop_id"] == number)
+            self.assertEqual((made["entry"]["scene"], made["entry"]["scene_type"], made["state"]),
+                             (scene, 0 if name == "policy" else 1, "draft"))
+            self.assertEqual(made["problems"], [])
+            self.assertEqual(self.browser.find(choice).get_attribute("value"), name)
+            self.browser.picture("new-" + name)
 
     def test_what_is_not_valid_is_said_at_its_field(self):
         self.start(entry(1, "welcome"))

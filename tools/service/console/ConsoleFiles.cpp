@@ -32,7 +32,11 @@ std::optional<ConsoleFile> consoleFile(const std::string& name) {
       {"popups.js", {&consoleFile_popups_js, kScript}},
       {"preview.js", {&consoleFile_preview_js, kScript}},
       {"why.js", {&consoleFile_why_js, kScript}},
-      {"starter.html", {&consoleFile_starter_html, kHtml}}};
+      {"starter-announcement.html", {&consoleFile_starter_announcement_html, kHtml}},
+      {"starter-event.html", {&consoleFile_starter_event_html, kHtml}},
+      {"starter-reward.html", {&consoleFile_starter_reward_html, kHtml}},
+      {"starter-survey.html", {&consoleFile_starter_survey_html, kHtml}},
+      {"starter-policy.html", {&consoleFile_starter_policy_html, kHtml}}};
   if (name == "plots.js") return plotLibrary();
   const auto found = kFiles.find(name);
   if (found == kFiles.end()) return std::nullopt;

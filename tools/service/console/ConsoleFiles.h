@@ -16,7 +16,11 @@ std::string consoleFile_editor_js();
 std::string consoleFile_popups_js();
 std::string consoleFile_preview_js();
 std::string consoleFile_why_js();
-std::string consoleFile_starter_html();
+std::string consoleFile_starter_announcement_html();
+std::string consoleFile_starter_event_html();
+std::string consoleFile_starter_reward_html();
+std::string consoleFile_starter_survey_html();
+std::string consoleFile_starter_policy_html();
 
 }  // namespace zovk
 

@@ -1,11 +1,16 @@
-import {act, dateText, el, get, post, toast, zoneName} from './common.js';
+import {act, dateText, el, get, post, select, toast, zoneName} from './common.js';
 import {openEditor, closeEditor, isDirty} from './editor.js';
 
 const kStates = {
   draft: 'Draft', scheduled: 'Scheduled', live: 'Live', paused: 'Paused', ended: 'Ended',
   broken: 'Broken',
 };
+const kStarters = [
+  ['announcement', 'Announcement'], ['event', 'Event'], ['reward', 'Reward'], ['survey', 'Survey'],
+  ['policy', 'Policy'],
+];
 let place = null;
+let starter = kStarters[0][0];
 let overview = null;
 let chosen = 0;
 
@@ -130,15 +135,24 @@ function releaseList() {
       }, 'Roll back'))));
 }
 
+function starterChoice() {
+  return select(kStarters, starter, {
+    name: 'starter', 'aria-label': 'Page to start a new popup from',
+    onchange: (event) => { starter = event.target.value; },
+  });
+}
+
 async function create() {
   if (!mayLeave()) return;
   const number = overview.next_pop_id;
-  const page = await (await fetch('/console/starter.html')).text();
+  const page = await (await fetch(`/console/starter-${starter}.html`)).text();
+  const isPolicy = starter === 'policy';
   const now = Math.floor(Date.now() / 1000);
   const made = await post('popups', {
     entry: {
-      pop_id: number, scene: `scene-${number}`, scene_type: 1, pop_type: 1, content_type: 1,
-      pop_freq: 2, priority: 0, publish_time: now, page: `popup-${number}.html`,
+      pop_id: number, scene: isPolicy ? 'ZOVKPolicy' : `scene-${number}`,
+      scene_type: isPolicy ? 0 : 1, pop_type: 1, content_type: 1, pop_freq: 2,
+      priority: 0, publish_time: now, page: `popup-${number}.html`,
       report_url: `{{base}}/report/popup-${number}`,
     },
     page_text: page,
@@ -177,7 +191,7 @@ export async function refresh() {
   const waiting = overview.popups.filter((other) => other.changed).length;
   place.classList.toggle('editing', Boolean(popup));
   const list = el('section', {class: 'list', 'aria-label': 'All popups'},
-    el('div', {class: 'head'}, el('h1', {}, 'Popups'),
+    el('div', {class: 'head'}, el('h1', {}, 'Popups'), starterChoice(),
       el('button', {type: 'button', class: 'main', onclick: act(create)}, 'New popup')),
     overview.problem ? el('p', {class: 'notice', role: 'alert'}, overview.problem) : null,
     waiting > 0 ? el('p', {class: 'waiting'}, `${waiting} with unpublished changes. `,
