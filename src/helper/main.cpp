@@ -14,6 +14,7 @@
 #include "helper/MemoryRank.h"
 #include "helper/ParentWatch.h"
 #include "helper/Renderer.h"
+#include "helper/ScriptSyntax.h"
 
 namespace {
 
@@ -50,6 +51,9 @@ void run() {
 int main(int count, char** arguments) {
   if (count == 3 && std::string_view(arguments[1]) == zovk::helper::kWriteRenderer) {
     return zovk::helper::writeRenderer(arguments[2]);
+  }
+  if (count == 4 && std::string_view(arguments[1]) == zovk::helper::kCheckScripts) {
+    return zovk::helper::checkScripts(arguments[2], arguments[3]);
   }
   if (!hasSocket()) {
     std::fputs("zovkpopup-helper is started by a game, not by hand\n", stderr);

@@ -3,6 +3,7 @@
 namespace zovk {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -45,6 +46,26 @@ TEST_F(CheckPage, WhatAPageCannotLoadIsNamed) {
               ElementsAre(HasSubstr("leads to a file, which does not open")));
   EXPECT_THAT(problemsOfPage(pageWith("<style>@import 'a.css'</style>")),
               ElementsAre(HasSubstr("@import")));
+}
+
+TEST_F(CheckPage, AScriptThatCannotBeParsedIsAnErrorWithItsLineInThePage) {
+  EXPECT_THAT(
+      problemsOfPage(pageWith("\n<p>x\n<script>\nlet a = 1;\nlet b = ;\n</script>")),
+      ElementsAre(AllOf(HasSubstr("error /popups/0 the page a.html has a script that cannot "
+                                  "be parsed, at line 5:"),
+                        HasSubstr("Unexpected token ';'"))));
+  EXPECT_THAT(problemsOfPage(pageWith("<button onclick=\"go('now)\">x</button>")),
+              ElementsAre(HasSubstr("cannot be parsed, at line 1:")));
+}
+
+TEST_F(CheckPage, GoodScriptsOfEachKindAreNoProblem) {
+  EXPECT_THAT(problemsOfPage(pageWith("<script>const t = '</p>'; a?.b ?? `${1}`</script>"
+                                      "<script type=\"module\">export const x = await 1;</script>"
+                                      "<script type=\"application/json\">{\"no\": script}</script>"
+                                      "<button onclick=\"return go(&quot;now&quot;)\">x</button>")),
+              IsEmpty());
+  EXPECT_THAT(problemsOfPage(pageWith("<script>export const x = 1;</script>")),
+              ElementsAre(HasSubstr("cannot be parsed")));
 }
 
 TEST_F(CheckPage, APageIsUtf8) {

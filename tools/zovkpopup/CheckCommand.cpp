@@ -11,6 +11,7 @@
 #include "zovkpopup/DocumentFix.h"
 #include "zovkpopup/JsonText.h"
 #include "zovkpopup/OpenDocument.h"
+#include "zovkpopup/ScriptCheck.h"
 #include "zovkpopup/ToolError.h"
 
 namespace zovk::tool {
@@ -69,7 +70,8 @@ int runCheck(const CheckOptions& options) {
   const std::string& file = options.document.file;
   std::vector<std::string> fixed;
   if (options.fix) fixed = fixDocument(options.document);
-  const Problems problems = problemsIn(openDocument(options.document));
+  Problems problems = problemsIn(openDocument(options.document));
+  checkScripts(problems);
   const bool good = problems.count(Severity::kError) == 0 &&
                     (!options.strict || problems.count(Severity::kWarning) == 0);
   if (options.document.json) {

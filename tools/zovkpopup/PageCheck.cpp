@@ -1,13 +1,12 @@
 #include "zovkpopup/PageCheck.h"
 
 #include <array>
-#include <memory>
 #include <string_view>
 
 #include <fmt/format.h>
-#include <libxml/HTMLparser.h>
 
 #include "support/Utf8.h"
+#include "zovkpopup/HtmlTree.h"
 
 namespace zovk::tool {
 namespace {
@@ -15,29 +14,6 @@ namespace {
 constexpr std::size_t kGood = 200U * 1024U;
 constexpr std::size_t kMuch = 8U * 1024U * 1024U;
 constexpr std::size_t kTooMuch = 64U * 1024U * 1024U;
-
-struct DocumentFree {
-  void operator()(xmlDoc* document) const { xmlFreeDoc(document); }
-};
-using DocumentPtr = std::unique_ptr<xmlDoc, DocumentFree>;
-
-std::string_view textOf(const xmlChar* text) {
-  return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
-}
-
-std::string attributeOf(xmlNode* node, const char* name) {
-  xmlChar* value = xmlGetProp(node, reinterpret_cast<const xmlChar*>(name));
-  std::string text(textOf(value));
-  xmlFree(value);
-  return text;
-}
-
-std::string contentOf(xmlNode* node) {
-  xmlChar* content = xmlNodeGetContent(node);
-  std::string text(textOf(content));
-  xmlFree(content);
-  return text;
-}
 
 bool isBlank(const std::string& text) {
   return text.find_first_not_of(" \t\r\n") == std::string::npos;
@@ -63,11 +39,8 @@ bool isRelative(const std::string& address) {
 class PageReader {
  public:
   explicit PageReader(const std::string& page) {
-    const int options =
-        HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET;
-    const DocumentPtr document(
-        htmlReadMemory(page.data(), static_cast<int>(page.size()), nullptr, "UTF-8", options));
-    if (document) walk(xmlDocGetRootElement(document.get()));
+    const HtmlTree tree = readHtml(page);
+    if (tree) walk(xmlDocGetRootElement(tree.get()));
   }
 
   bool hasTitle = false;
@@ -80,23 +53,22 @@ class PageReader {
 
  private:
   void walk(xmlNode* first) {
-    // The parser bounds how deep elements lie in one another.
     for (xmlNode* node = first; node != nullptr; node = node->next) {
-      if (node->type == XML_ELEMENT_NODE) look(node, textOf(node->name));
+      if (node->type == XML_ELEMENT_NODE) look(node, htmlText(node->name));
       walk(node->children);
     }
   }
 
   void look(xmlNode* node, std::string_view name) {
-    if (name == "title") hasTitle = hasTitle || !isBlank(contentOf(node));
+    if (name == "title") hasTitle = hasTitle || !isBlank(htmlContent(node));
     if (name == "meta") {
-      hasViewport = hasViewport || attributeOf(node, "name") == "viewport";
-      hasCharset = hasCharset || !attributeOf(node, "charset").empty() ||
-                   attributeOf(node, "content").find("charset=") != std::string::npos;
+      hasViewport = hasViewport || htmlAttribute(node, "name") == "viewport";
+      hasCharset = hasCharset || !htmlAttribute(node, "charset").empty() ||
+                   htmlAttribute(node, "content").find("charset=") != std::string::npos;
     }
-    if (name == "style" || name == "script") lookAtText(name, contentOf(node));
+    if (name == "style" || name == "script") lookAtText(name, htmlContent(node));
     for (xmlAttr* attribute = node->properties; attribute != nullptr; attribute = attribute->next) {
-      lookAtAttribute(node, name, std::string(textOf(attribute->name)));
+      lookAtAttribute(node, name, std::string(htmlText(attribute->name)));
     }
   }
 
@@ -111,7 +83,7 @@ class PageReader {
   }
 
   void lookAtAttribute(xmlNode* node, std::string_view name, const std::string& attribute) {
-    const std::string value = attributeOf(node, attribute.c_str());
+    const std::string value = htmlAttribute(node, attribute.c_str());
     if (attribute.starts_with("on")) {
       answers = answers || value.find("postMessage") != std::string::npos;
     }

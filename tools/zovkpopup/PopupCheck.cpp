@@ -49,6 +49,7 @@ void PopupCheck::checkContent(const ZOVKPopupModel& popup) {
 void PopupCheck::checkPage(const ZOVKPopupModel& popup) {
   const auto file = popup.isPageFile() ? pages_.find(popup) : std::nullopt;
   if (!file || !readPages_.insert(*file).second) return;
+  problems_.addPage({index_, *file});
   for (const PageProblem& problem : pageProblems(readFile(*file))) {
     problems_.add({problem.severity, entryPath(index_),
                    "the page " + file->filename().string() + " " + problem.message});

@@ -97,6 +97,15 @@ fs::path PreviewBundle::helper() const {
   return libraryFolder() / "zovkpopup-helper";
 }
 
+fs::path installedHelper() {
+  const fs::path path = libraryFolder() / "zovkpopup-helper";
+  std::error_code error;
+  if (!fs::is_regular_file(path, error)) {
+    throw ToolError(path.string() + " is not installed", kUnavailable);
+  }
+  return path;
+}
+
 std::string PreviewBundle::pageAddress() const {
   return file_.empty() ? target_ : "file://" + (bundle() / file_).string();
 }

@@ -21,6 +21,9 @@ class OwnFolder {
   std::filesystem::path path_;
 };
 
+/// Returns the library's helper program. Throws ToolError if it is not installed.
+std::filesystem::path installedHelper();
+
 /// A game with only one popup: a resource directory with the library's bundle and a local document,
 /// and a home directory.
 class PreviewBundle {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,6 +20,12 @@ struct Problem {
   std::string message;
   std::size_t line = 0;  ///< With `column`, the place where the text stops being JSON; else 0.
   std::size_t column = 0;
+};
+
+/// A page file that the check has read.
+struct ReadPage {
+  std::size_t entry = 0;  ///< The first popup that shows it, by its place in "popups".
+  std::filesystem::path file;
 };
 
 class Problems {
@@ -41,8 +48,13 @@ class Problems {
   }
   const std::vector<Problem>& list() const { return list_; }
 
+  void addPage(ReadPage page) { pages_.push_back(std::move(page)); }
+  /// Returns the page files that were read, each once.
+  const std::vector<ReadPage>& pages() const { return pages_; }
+
  private:
   std::vector<Problem> list_;
+  std::vector<ReadPage> pages_;
 };
 
 /// Returns the JSON pointer of a member of an entry of "popups".
