@@ -1,5 +1,7 @@
 #include "helper/ScriptSyntax.h"
 
+#include <cstdio>
+#include <exception>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -15,7 +17,6 @@
 namespace zovk::helper {
 namespace {
 
-// The engine's own word for the kind of error is left out of the message.
 std::string messageOf(JSCException* exception) {
   const char* const text = jsc_exception_get_message(exception);
   return text == nullptr ? "it cannot be parsed" : text;
@@ -35,24 +36,30 @@ boost::json::value faultOf(JSCContext* context, const boost::json::object& scrip
                              {"message", messageOf(exception.get())}};
 }
 
+// Throws if these are not scripts.
+boost::json::array faultsOf(const boost::json::value& scripts) {
+  const auto context = GObjectPtr<JSCContext>::adopt(jsc_context_new());
+  boost::json::array faults;
+  for (const boost::json::value& script : scripts.as_array()) {
+    faults.push_back(faultOf(context.get(), script.as_object()));
+  }
+  return faults;
+}
+
 }  // namespace
 
-int checkScripts(const char* scripts, const char* faults) {
+int checkScripts(const char* scripts, const char* faults) try {
   std::ifstream in(scripts, std::ios::binary);
   const std::string text(std::istreambuf_iterator<char>(in), {});
   boost::json::error_code error;
-  const boost::json::value asked = readJson(text, error);
-  if (!in.good() && !in.eof()) return 1;
-  if (error || !asked.is_array()) return 1;
-  const auto context = GObjectPtr<JSCContext>::adopt(jsc_context_new());
-  boost::json::array found;
-  for (const boost::json::value& script : asked.get_array()) {
-    found.push_back(faultOf(context.get(), script.as_object()));
-  }
+  const boost::json::array found = faultsOf(readJson(text, error));
   std::ofstream out(faults, std::ios::binary);
   out << boost::json::serialize(found);
   out.close();
   return out ? 0 : 1;
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "zovkpopup-helper: the scripts cannot be read: %s\n", error.what());
+  return 1;
 }
 
 }  // namespace zovk::helper

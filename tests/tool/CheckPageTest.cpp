@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include "DocumentTest.h"
 
 namespace zovk {
@@ -66,6 +68,19 @@ TEST_F(CheckPage, GoodScriptsOfEachKindAreNoProblem) {
               IsEmpty());
   EXPECT_THAT(problemsOfPage(pageWith("<script>export const x = 1;</script>")),
               ElementsAre(HasSubstr("cannot be parsed")));
+}
+
+TEST_F(CheckPage, WithoutTheHelperAHintSaysThatScriptsWereNotChecked) {
+  const std::string alone = path("bin/zovkpopup");
+  std::filesystem::create_directory(path("bin"));
+  std::filesystem::copy_file(ZOVKPOPUP_TOOL, alone);
+  write("a.html", pageText("a"));
+  const ProgramRun run =
+      runProgram({alone, "check", document({pageFile("a")}), "--at", kNow, "--json", "--strict"});
+  EXPECT_EQ(run.code, 0) << run.out << run.err;
+  EXPECT_THAT(problems(run),
+              ElementsAre(AllOf(HasSubstr("hint  the scripts of the pages were not checked: "),
+                                HasSubstr("zovkpopup-helper is not installed"))));
 }
 
 TEST_F(CheckPage, APageIsUtf8) {
