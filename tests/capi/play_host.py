@@ -35,7 +35,10 @@ def main(resources, *command):
         with subprocess.Popen([*command, resources, address], stdout=subprocess.PIPE, text=True,
                               env={**os.environ, "XDG_DATA_HOME": home}) as host:
             greeting = host.stdout.readline()
-            code = click_until_it_ends(host) if greeting == GREETING else host.wait(timeout=BOUND)
+            if greeting != GREETING:
+                host.kill()
+                sys.exit(f"its first line is {greeting!r}, not {GREETING!r}")
+            code = click_until_it_ends(host)
             printed = greeting + host.stdout.read()
     print(printed, end="")
     if (code, printed) != (0, GREETING + ANSWER):
