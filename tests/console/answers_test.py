@@ -143,7 +143,9 @@ class Answers(unittest.TestCase):
         self.service.post("faults", 400, path="/x", fault="explode")
         for number in range(64):
             self.service.post("faults", path=f"/{number}", fault="drop")
-        self.service.post("faults", 409, path="/64", fault="drop")
+        told = self.service.post("faults", 400, path="/64", fault="drop")
+        self.assertIn("there may be 64 faults", told["message"])
+        self.service.post("faults", path="/63", fault="empty")
         self.service.post("faults", path="/0", fault="none")
 
     def test_a_condition_is_answered_as_it_is_set(self):
