@@ -22,4 +22,9 @@ std::string textIn(const boost::json::object& object, std::string_view name) {
   return value != nullptr && value->is_string() ? std::string(value->get_string()) : "";
 }
 
+std::string titleOf(const boost::json::object& entry) {
+  return "popup " + std::to_string(numberIn(entry, "pop_id")) + ", scene \"" +
+         textIn(entry, "scene") + "\"";
+}
+
 }  // namespace zovk::service
