@@ -14,10 +14,12 @@ KILLS = int(os.environ.get("ZOVKPOPUP_DEPLOY_KILLS", "10"))
 SENDERS = 4
 # So many promises lie between two kills at least.
 BETWEEN = 20
+# Between two reports of a sender: without it the stream would be full whenever the database is away.
+PAUSE = 0.005
 
 
 class Senders:
-    """Players who report without a pause, each once."""
+    """Players who report one after another, each once."""
 
     def __init__(self, deployment):
         self.deployment = deployment
@@ -53,12 +55,12 @@ class Senders:
             except (OSError, http.client.HTTPException):
                 connection.close()
                 promised = False
-                self.over.wait(0.01)
             with self.lock:
                 if promised:
                     self.promised.add(player)
                 else:
                     self.refused += 1
+            self.over.wait(PAUSE)
         connection.close()
 
     def count(self):
