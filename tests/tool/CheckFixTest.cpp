@@ -96,6 +96,33 @@ TEST_F(CheckFix, APageIsFoundByItsDigestOrByItsKinds) {
   }
 }
 
+TEST_F(CheckFix, OfSeveralPagesOfItsKindsNoneIsTaken) {
+  const boost::json::object entry = with(pageFile("shop"), "sig", "77");
+  fs::remove(path("shop.html"));
+  write(engineName("01"), pageText("one"));
+  write(engineName("02"), pageText("two"));
+  const std::string file = write("ZOVKPopupLocal.config",
+                                 boost::json::serialize(boost::json::object{{"popups", {entry}}}));
+  const ProgramRun run = fix(file);
+  EXPECT_THAT(fixed(run), IsEmpty());
+  EXPECT_EQ(run.json().at("errors").as_int64(), 1);
+  EXPECT_THAT(files(), ElementsAre("ZOVKPopupLocal.config", engineName("01"), engineName("02")));
+}
+
+TEST_F(CheckFix, OnlyAFileThatCanBeAPageIsTaken) {
+  const boost::json::object entry = with(pageFile("shop"), "sig", "77");
+  fs::remove(path("shop.html"));
+  write("ZOVKPopup_1_1_1_01.txt", pageText("one"));
+  const std::uintmax_t tooLarge = (std::uintmax_t{64} << 20) + 1;
+  fs::resize_file(write("ZOVKPopup_1_1_2_02.html", ""), tooLarge);
+  const auto fixedOf = [&](const boost::json::object& popup) {
+    return fixed(fix(write("ZOVKPopupLocal.config",
+                           boost::json::serialize(boost::json::object{{"popups", {popup}}}))));
+  };
+  EXPECT_THAT(fixedOf(entry), IsEmpty());
+  EXPECT_THAT(fixedOf(with(entry, "content_type", 2)), IsEmpty());
+}
+
 TEST_F(CheckFix, AFileThatAnotherPopupStillUsesStays) {
   const boost::json::object one = pageFile("shop");
   const std::string name = engineName(md5Hex(pageText("shop")));

@@ -68,6 +68,8 @@ TEST_F(CheckPage, GoodScriptsOfEachKindAreNoProblem) {
               IsEmpty());
   EXPECT_THAT(problemsOfPage(pageWith("<script>export const x = 1;</script>")),
               ElementsAre(HasSubstr("cannot be parsed")));
+  // A browser does not read the text of an element that names a file.
+  EXPECT_THAT(problemsOfPage(pageWith("<script src=\"data:,\">no ( script</script>")), IsEmpty());
 }
 
 TEST_F(CheckPage, WithoutTheHelperAHintSaysThatScriptsWereNotChecked) {
