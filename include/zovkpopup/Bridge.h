@@ -30,7 +30,7 @@ namespace zovk {
 /// main thread waits until the main thread has passed the message on. Call everything else on the
 /// main thread. Handlers and response callbacks are called there, from the host's pump. No call
 /// fails: mistakes are written to the log.
-class ZOVKPOPUP_API ZOVKPopupWKWebViewJavascriptBridge final
+class ZOVKPOPUP_API ZOVKPopupWKWebViewJavascriptBridge
     : public WebViewDelegate,
       public ZOVKPopupWebViewJavascriptBridgeBaseDelegate,
       public std::enable_shared_from_this<ZOVKPopupWKWebViewJavascriptBridge> {
@@ -96,11 +96,14 @@ class ZOVKPOPUP_API ZOVKPopupWKWebViewJavascriptBridge final
   /// Free for the game's use; the bridge ignores it.
   std::int64_t uniqueId = 0;
 
- private:
+ protected:
   explicit ZOVKPopupWKWebViewJavascriptBridge(std::shared_ptr<Platform> platform);
   void _setupInstance(const std::shared_ptr<WebView>& webView);
   bool isOwn(const WebView& webView) const { return webView_.lock().get() == &webView; }
+  /// Returns the game's delegate, for events of the own web view; null if there is none.
   std::shared_ptr<WebViewDelegate> listenerTo(const WebView& webView) const;
+
+ private:
   void answerPage(const std::string& url);
   void handleFetched(ScriptResult result);
 

@@ -65,8 +65,8 @@ class ZOVKPOPUP_API ZOVKPopupWebWindow final {
   /// Returns false after `close`, after a failure, and after the host was shut down.
   bool isOpen() const;
   /// Returns the page's bridge (<zovkpopup/Bridge.h>). It exists as long as this object; in a
-  /// closed window its messages reach nobody. The window sets itself as the bridge's delegate: put
-  /// the game's delegate into the settings. Handlers are released when the window closes.
+  /// closed window its messages reach nobody. Put the game's delegate into the settings instead of
+  /// setting it here. Handlers are released when the window closes.
   ZOVKPopupWKWebViewJavascriptBridge& bridge() { return *bridge_; }
   /// Loads the page again.
   void reload();

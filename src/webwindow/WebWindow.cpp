@@ -7,8 +7,8 @@
 #include "platform/HostPlatform.h"
 #include "text/LowerCase.h"
 #include "text/UrlText.h"
+#include "webwindow/WebWindowBridge.h"
 #include "webwindow/WebWindowController.h"
-#include "zovkpopup/Bridge.h"
 #include "zovkpopup/platform/Window.h"
 
 namespace zovk {
@@ -75,10 +75,10 @@ ZOVKPopupWebWindow::ZOVKPopupWebWindow(const ZOVKPopupWebWindowSettings& setting
     : platform_(std::move(platform)), failed_(settings.failed) {
   UserInterface& userInterface = platform_->userInterface;
   const auto page = userInterface.makeWebView(pageConfiguration(settings));
-  bridge_ = ZOVKPopupWKWebViewJavascriptBridge::bridgeForWebView(page, platform_);
   controller_ = std::make_shared<WebWindowController>(
-      page, bridge_, settings, [this](const std::string& reason) { fail(reason); });
-  bridge_->setWebViewDelegate(controller_);
+      page, settings.pageChanged, [this](const std::string& reason) { fail(reason); });
+  bridge_ = WebWindowBridge::make(controller_, platform_);
+  bridge_->setWebViewDelegate(settings.navigationDelegate);
   window_ = userInterface.makeWindow(settings.frame);
   if (!settings.opaque) window_->setBackgroundColor(Color::clear());
   window_->setRootViewController(controller_);
