@@ -18,7 +18,7 @@
 
 namespace zovk {
 
-struct BridgeInbox;
+class BridgeInbox;
 struct Platform;
 class ReceivedQueue;
 class WebViewDelegate;
@@ -138,7 +138,6 @@ class ZOVKPOPUP_API ZOVKPopupWebViewJavascriptBridgeBase
   WaitingCallback waitingCallback(const std::string& callbackId) const;
   Handler handlerNamed(const std::optional<std::string>& handlerName) const;
   void releaseHeldMessages();
-  bool mayWait(std::size_t size) const;
   void goOnLater();
   void goOn();
   bool receiveSome(ReceivedQueue& queue);
@@ -146,8 +145,6 @@ class ZOVKPOPUP_API ZOVKPopupWebViewJavascriptBridgeBase
   void receive(boost::json::value element);
   void receiveResponse(const boost::json::value& responseId, Message& message);
   void receiveRequest(Message& message);
-  void logMistake(std::string line);
-  void logHeldMistakes();
   ResponseCallback responderTo(const std::optional<boost::json::value>& callbackId);
 
   inline static std::atomic<bool> logging_{false};

@@ -1,18 +1,22 @@
 #include "zovkpopup/BridgeBase.h"
 
+#include <string_view>
 #include <utility>
 
 #include "bridge/BridgeInbox.h"
+#include "bridge/QueueSignal.h"
 #include "bridge/ZOVKPopupWebViewJavascriptBridge_js.h"
 #include "logging/ZPLogger.h"
 #include "text/JsonText.h"
+#include "text/LowerCase.h"
+#include "text/UrlText.h"
 #include "zovkpopup/platform/Platform.h"
 
 namespace zovk {
 namespace {
 
-// Enough to find a mistake by; a page can make as many as it likes.
-constexpr std::size_t kMistakesASecond = 20;
+/// Few enough for a fraction of a millisecond, beside what the game's handlers take.
+constexpr int kMessagesInATurn = 16;
 
 template <class Map>
 std::vector<std::string> keysOf(const Map& map) {
@@ -20,6 +24,21 @@ std::vector<std::string> keysOf(const Map& map) {
   keys.reserve(map.size());
   for (const auto& [key, value] : map) keys.push_back(key);
   return keys;
+}
+
+/// Takes a member out of its message: it may be long, and this is the game's thread.
+std::optional<boost::json::value> takeMember(boost::json::object& message, std::string_view name) {
+  auto* const member = message.if_contains(name);
+  return member == nullptr ? std::nullopt : std::optional(std::move(*member));
+}
+
+std::optional<std::string> textOf(const boost::json::value* value) {
+  if (value == nullptr || !value->is_string()) return std::nullopt;
+  return std::string(value->get_string());
+}
+
+bool hasHost(const std::string& url, std::string_view host) {
+  return lowerCase(partsOfUrl(url).host) == host;
 }
 
 }  // namespace
@@ -34,9 +53,7 @@ void ZOVKPopupWebViewJavascriptBridgeBase::setLogMaxLength(std::int32_t length) 
 
 ZOVKPopupWebViewJavascriptBridgeBase::ZOVKPopupWebViewJavascriptBridgeBase(
     std::shared_ptr<Platform> platform)
-    : platform_(std::move(platform)),
-      inbox_(new BridgeInbox{
-          {}, LineLimit([this] { return platform_->clock.systemUptime(); }, kMistakesASecond)}) {}
+    : platform_(std::move(platform)), inbox_(std::make_unique<BridgeInbox>(platform_->clock)) {}
 
 ZOVKPopupWebViewJavascriptBridgeBase::~ZOVKPopupWebViewJavascriptBridgeBase() = default;
 
@@ -62,7 +79,7 @@ void ZOVKPopupWebViewJavascriptBridgeBase::removeHandler(const std::string& hand
 }
 
 void ZOVKPopupWebViewJavascriptBridgeBase::reset() {
-  logHeldMistakes();
+  inbox_->logHeldMistakes();
   decltype(responseCallbacks_) dropped;
   const LockGuard lock(mutex_);
   if (closed_) return;
@@ -72,7 +89,7 @@ void ZOVKPopupWebViewJavascriptBridgeBase::reset() {
 }
 
 void ZOVKPopupWebViewJavascriptBridgeBase::close() {
-  logHeldMistakes();
+  inbox_->logHeldMistakes();
   decltype(responseCallbacks_) callbacks;
   decltype(messageHandlers_) handlers;
   const LockGuard lock(mutex_);
@@ -166,6 +183,193 @@ void ZOVKPopupWebViewJavascriptBridgeBase::releaseHeldMessages() {
   }
   if (!held) return;
   for (Message& message : *held) _dispatchMessage(std::move(message));
+}
+
+void ZOVKPopupWebViewJavascriptBridgeBase::flushMessageQueue(
+    const std::optional<std::string>& messageQueueString) {
+  flushFetchedQueue(boost::json::string(messageQueueString.value_or("")));
+}
+
+void ZOVKPopupWebViewJavascriptBridgeBase::flushFetchedQueue(
+    boost::json::string messageQueueString) {
+  if (isClosed()) return;
+  if (messageQueueString.empty() || !inbox_->mayTake(messageQueueString.size())) {
+    return ZPLogger::writeDirectly(
+        "WebViewJavascriptBridge: WARNING: ObjC got nil while fetching the message queue JSON from "
+        "webview. This can happen if the WebViewJavascriptBridge JS is not currently present in "
+        "the webview, e.g if the webview just loaded a new page.");
+  }
+  const auto keepAlive = shared_from_this();  // a handler may let the bridge go
+  if (messageQueueString.size() <= kPieceOfQueue && inbox_->queues.empty()) {
+    ReceivedQueue queue(std::move(messageQueueString));
+    queue.readPiece();
+    while (receiveNext(queue)) {
+    }
+    return;
+  }
+  inbox_->queues.emplace_back(std::move(messageQueueString));
+  if (inbox_->queues.size() == 1) goOnLater();
+}
+
+void ZOVKPopupWebViewJavascriptBridgeBase::goOnLater() {
+  platform_->mainQueue.async([weak = weak_from_this()] {
+    if (const auto bridge = weak.lock()) bridge->goOn();
+  });
+}
+
+void ZOVKPopupWebViewJavascriptBridgeBase::goOn() {
+  ReceivedQueue& queue = inbox_->queues.front();
+  if (!queue.readPiece() && !receiveSome(queue)) inbox_->queues.pop_front();
+  if (isClosed()) return inbox_->queues.clear();
+  if (!inbox_->queues.empty()) goOnLater();
+}
+
+bool ZOVKPopupWebViewJavascriptBridgeBase::receiveSome(ReceivedQueue& queue) {
+  for (int message = 0; message < kMessagesInATurn; ++message) {
+    if (!receiveNext(queue)) return false;
+  }
+  return true;
+}
+
+bool ZOVKPopupWebViewJavascriptBridgeBase::receiveNext(ReceivedQueue& queue) {
+  if (isClosed()) return false;
+  if (queue.holdsTooMuch()) {
+    ZPLogger::writeDirectly(
+        "WebViewJavascriptBridge: WARNING: A message queue holds too many values, it is left out");
+    return false;
+  }
+  auto element = queue.take();
+  if (element) receive(std::move(*element));
+  return element.has_value();
+}
+
+void ZOVKPopupWebViewJavascriptBridgeBase::receive(boost::json::value element) {
+  Message* const message = element.if_object();
+  if (message == nullptr) {
+    return inbox_->logMistake("WebViewJavascriptBridge: WARNING: Invalid " +
+                                  std::string(jsonKind(element)) + " received: ",
+                              element);
+  }
+  _log("RCVD", element);
+  // Whatever the identifier is: a page that meant to answer is not to call a handler.
+  if (const auto* responseId = message->if_contains("responseId")) {
+    receiveResponse(*responseId, *message);
+  } else {
+    receiveRequest(*message);
+  }
+}
+
+void ZOVKPopupWebViewJavascriptBridgeBase::receiveResponse(const boost::json::value& responseId,
+                                                           Message& message) {
+  const auto callbackId = textOf(&responseId);
+  const WaitingCallback callback = callbackId ? waitingCallback(*callbackId) : nullptr;
+  if (callback == nullptr) {
+    return inbox_->logMistake("WebViewJavascriptBridge: WARNING: Nobody waits for the response: ",
+                              responseId);
+  }
+  (*callback)(takeMember(message, "responseData"));
+  const LockGuard lock(mutex_);
+  // After a reset within the callback, its identifier may already be another one's.
+  const auto found = responseCallbacks_.find(*callbackId);
+  if (found != responseCallbacks_.end() && found->second == callback) {
+    responseCallbacks_.erase(found);
+  }
+}
+
+void ZOVKPopupWebViewJavascriptBridgeBase::receiveRequest(Message& message) {
+  const Handler handler = handlerNamed(textOf(message.if_contains("handlerName")));
+  if (!handler) {
+    return inbox_->logMistake("WVJBNoHandlerException, No handler for message from JS: ",
+                              boost::json::value(std::move(message)));
+  }
+  const auto data = takeMember(message, "data");
+  handler(data, responderTo(takeMember(message, "callbackId")));
+}
+
+ZOVKPopupWebViewJavascriptBridgeBase::WaitingCallback
+ZOVKPopupWebViewJavascriptBridgeBase::waitingCallback(const std::string& callbackId) const {
+  const LockGuard lock(mutex_);
+  const auto found = responseCallbacks_.find(callbackId);
+  return found == responseCallbacks_.end() ? nullptr : found->second;
+}
+
+ZOVKPopupWebViewJavascriptBridgeBase::Handler ZOVKPopupWebViewJavascriptBridgeBase::handlerNamed(
+    const std::optional<std::string>& handlerName) const {
+  if (!handlerName) return nullptr;
+  const LockGuard lock(mutex_);
+  const auto found = messageHandlers_.find(*handlerName);
+  return found == messageHandlers_.end() ? nullptr : found->second;
+}
+
+ZOVKPopupWebViewJavascriptBridgeBase::ResponseCallback
+ZOVKPopupWebViewJavascriptBridgeBase::responderTo(
+    const std::optional<boost::json::value>& callbackId) {
+  if (!callbackId) return [](const std::optional<boost::json::value>&) {};
+  return [bridge = shared_from_this(),
+          callbackId = *callbackId](const std::optional<boost::json::value>& responseData) {
+    Message message;
+    message["responseId"] = callbackId;
+    message["responseData"] = responseData.value_or(nullptr);
+    bridge->_queueMessage(std::move(message));
+  };
+}
+
+std::string ZOVKPopupWebViewJavascriptBridgeBase::webViewJavascriptCheckCommand() const {
+  return "typeof WebViewJavascriptBridge == 'object';";
+}
+
+std::string ZOVKPopupWebViewJavascriptBridgeBase::webViewJavascriptFetchQueyCommand() const {
+  return "WebViewJavascriptBridge._fetchQueue();";
+}
+
+bool ZOVKPopupWebViewJavascriptBridgeBase::isWebViewJavascriptBridgeURL(
+    const std::string& url) const {
+  return isBridgeLoadedURL(url) || isQueueMessageURL(url);
+}
+
+bool ZOVKPopupWebViewJavascriptBridgeBase::isSchemeMatch(const std::string& url) const {
+  const std::string scheme = lowerCase(partsOfUrl(url).scheme);
+  return scheme == "https" || scheme == "wvjbscheme";
+}
+
+bool ZOVKPopupWebViewJavascriptBridgeBase::isQueueMessageURL(const std::string& url) const {
+  return isSchemeMatch(url) && hasHost(url, kQueueSignalHost);
+}
+
+bool ZOVKPopupWebViewJavascriptBridgeBase::isBridgeLoadedURL(const std::string& url) const {
+  return isSchemeMatch(url) && hasHost(url, "__bridge_loaded__");
+}
+
+void ZOVKPopupWebViewJavascriptBridgeBase::logUnkownMessage(const std::string& url) const {
+  ZPLogger::writeDirectly(
+      "WebViewJavascriptBridge: WARNING: Received unknown WebViewJavascriptBridge command " + url);
+}
+
+std::optional<std::string> ZOVKPopupWebViewJavascriptBridgeBase::_serializeMessage(
+    const boost::json::value& message, bool pretty) const {
+  return jsonText(message, pretty);
+}
+
+std::optional<boost::json::value> ZOVKPopupWebViewJavascriptBridgeBase::_deserializeMessageJSON(
+    std::string_view messageJSON) const {
+  return jsonValue(messageJSON);
+}
+
+void ZOVKPopupWebViewJavascriptBridgeBase::_log(std::string_view action,
+                                                const boost::json::value& json) const {
+  if (!logging_) return;
+  if (const auto* text = json.if_string()) return _log(action, std::string(*text));
+  _log(action, _serializeMessage(json, true).value_or("(null)"));
+}
+
+void ZOVKPopupWebViewJavascriptBridgeBase::_log(std::string_view action,
+                                                const std::string& json) const {
+  if (!logging_) return;
+  const std::int32_t longest = logMaxLength_;
+  const std::size_t end =
+      longest < 0 ? json.size() : endOfCharacters(json, static_cast<std::size_t>(longest));
+  ZPLogger::writeDirectly("WVJB " + std::string(action) + ": " + json.substr(0, end) +
+                          (end < json.size() ? " [...]" : ""));
 }
 
 std::int64_t ZOVKPopupWebViewJavascriptBridgeBase::uniqueId() const {

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <utility>
 
-#include "storage/StorageLog.h"
+#include "storage/ContainedNames.h"
 #include "support/Utf8.h"
 #include "zovkpopup/platform/CurrentPlatform.h"
 
@@ -12,6 +12,11 @@ namespace {
 
 constexpr std::string_view kInternalDirectory = "/Library/Caches/ZOVKPopup";
 constexpr std::string_view kRecordSeparator = ",";
+
+/// The debug lines of one operation of the file manager.
+constexpr DebugLog fileManagerLog(const char* function) {
+  return {"ZOVKPopupFileManager", function};
+}
 
 }  // namespace
 
@@ -233,6 +238,66 @@ std::string ZOVKPopupFileManager::getFileMD5(const std::string& filePath, FileGl
   }
   debug("MD5:%@", *digest);
   return *std::move(digest);
+}
+
+void ZOVKPopupFileManager::deleteInternalFileWithout(const std::optional<std::string>& keepList) {
+  constexpr DebugLog debug = fileManagerLog("ZOVKPopupFileManager::deleteInternalFileWithout");
+  debug("Delete internal file without:%@", keepList);
+  const auto entries =
+      platform_->files.listRecursively(filePath_).value_or(std::vector<std::string>());
+  const auto kept = containedNames(entries, keepList.value_or(""));
+  for (const std::string& entry : entries) {
+    if (keepList && kept.contains(entry)) continue;
+    debug("Delete file:%@", entry);
+    const auto error = platform_->files.remove(filePath_ + "/" + entry);
+    debug("Delete file:%@ result:%d", entry, !error);
+  }
+  debug("Delete internal file done");
+}
+
+std::string ZOVKPopupFileManager::valueForKey(const std::string& key) const {
+  constexpr DebugLog debug = fileManagerLog("ZOVKPopupFileManager::valueForKey");
+  debug("Get value for key:%@", key);
+  if (key.empty()) return "";
+  std::string value = platform_->settings.value(key).value_or("");
+  if (value.empty()) {
+    debug("No value for key:%@", key);
+  } else {
+    debug("Got value:%@ for key:%@", value, key);
+  }
+  return value;
+}
+
+void ZOVKPopupFileManager::saveValue(const std::optional<std::string>& value,
+                                     const std::string& key) {
+  constexpr DebugLog debug = fileManagerLog("ZOVKPopupFileManager::saveValue");
+  debug("Save value:%@ for key:%@", value, key);
+  if (key.empty()) {
+    logError("key illegal");
+    return;
+  }
+  if (value && !value->empty()) {
+    platform_->settings.set(key, *value);
+    platform_->settings.synchronize();
+    debug("Save value:%@ for key:%@ done", value, key);
+  } else {
+    platform_->settings.remove(key);
+    platform_->settings.synchronize();
+    debug("Remove value for key:%@ done", key);
+  }
+}
+
+std::optional<std::string> ZOVKPopupFileManager::getUUID() {
+  constexpr DebugLog debug = fileManagerLog("ZOVKPopupFileManager::getUUID");
+  constexpr const char* kInstallKey = "uuid";
+  std::optional<std::string> identifier = valueForKey(kInstallKey);
+  if (identifier->empty()) {
+    identifier = platform_->device.identifierForVendor();
+    // One that cannot be read now stays what it is.
+    if (platform_->settings.isReadable()) saveValue(identifier, kInstallKey);
+  }
+  debug("UUID:%@", identifier);
+  return identifier;
 }
 
 }  // namespace zovk
