@@ -4,8 +4,8 @@
 #include <boost/json/object.hpp>
 #include <boost/json/serialize.hpp>
 
+#include "engine/LoggerSetUp.h"
 #include "engine/ZOVKPopupManager.h"
-#include "host/LoggerSetUp.h"
 #include "storage/ZOVKPopupFileManager.h"
 #include "text/Md5.h"
 #include "zovkpopup/platform/CurrentPlatform.h"

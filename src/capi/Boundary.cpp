@@ -7,6 +7,7 @@
 
 #include <unistd.h>
 
+#include "engine/Installation.h"
 #include "logging/ZPLogger.h"
 #include "platform/HostPlatform.h"
 #include "zovkpopup/Host.h"
@@ -69,7 +70,10 @@ void requireMainThread() {
 }
 
 void requirePopups() {
-  if (ZOVKPopupHost::pollDescriptor() < 0 && currentPlatform() != nullptr) hostIsSetUp();
+  if (ZOVKPopupHost::pollDescriptor() < 0) {
+    installLinked();
+    if (currentPlatform() != nullptr) hostIsSetUp();
+  }
   requireMainThread();
 }
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "engine/Installation.h"
 #include "support/Version.h"
 #include "zovkpopup/platform/CurrentPlatform.h"
 
@@ -28,6 +29,7 @@ void ZOVKPopupManager::purgeSharedInstance() {
 }
 
 std::shared_ptr<ZOVKPopupManager> ZOVKPopupManager::make() {
+  installLinked();
   auto platform = currentPlatform();
   if (platform == nullptr) return nullptr;
   return std::make_shared<ZOVKPopupManager>(std::move(platform));

@@ -1,83 +1,38 @@
 #include "zovkpopup/Host.h"
 
-#include <thread>
 #include <utility>
 
+#include "engine/Installation.h"
 #include "engine/ZOVKPopupManager.h"
-#include "host/LoggerSetUp.h"
 #include "platform/HostPlatform.h"
 #include "storage/ZOVKPopupFileManager.h"
-#include "zovkpopup/ThreadSafety.h"
 #include "zovkpopup/platform/CurrentPlatform.h"
-#include "zovkpopup/platform/HostedPlatform.h"
 
 namespace zovk {
 namespace {
 
-/// The state of the host at one moment.
-struct HostState {
-  std::shared_ptr<HostedPlatform> platform;
-  bool shutDown = false;
-};
+bool pumping = false;  // main thread only
 
-/// Changed by the main thread, read by any.
-struct Host {
-  mutable Mutex mutex;
-  HostState state ZOVK_GUARDED_BY(mutex);
-  bool pumping = false;  // main thread only
-
-  HostState now() const {
-    const LockGuard lock(mutex);
-    return state;
-  }
-  HostState exchange(HostState next) {
-    const LockGuard lock(mutex);
-    return std::exchange(state, std::move(next));
-  }
-};
-
-Host& host() {
-  static auto* const instance = new Host;
-  return *instance;
-}
-
-bool install(std::shared_ptr<HostedPlatform> platform) {
-  // The interfaces stay for as long as someone holds them.
-  const std::shared_ptr<Platform> interfaces(platform, &platform->interfaces());
-  setUpLogger(interfaces, platform->sharedLog());
-  host().exchange({std::move(platform), false});
-  setHostThread(std::this_thread::get_id());
-  host().pumping = false;
-  setCurrentPlatform(interfaces);
-  return true;
-}
-
-void installDefault() {
-  const HostState now = host().now();
-  if (now.platform != nullptr || now.shutDown) return;
-  if (auto platform = makeDefaultPlatform({})) install(std::move(platform));
-}
-
-// The platform of a host that is set up, on its main thread; null otherwise, with an error line on
-// another thread.
+// Returns the platform of a host that is set up, on its main thread. Returns null otherwise, with
+// an error line on another thread.
 std::shared_ptr<HostedPlatform> platformFor(const char* operation) {
-  HostState now = host().now();
-  if (now.platform == nullptr || isHostThread()) return now.platform;
+  auto platform = Installation::now().platform;
+  if (platform == nullptr || isHostThread()) return platform;
   logError("ZOVKPopupHost::%s was called on another thread than the main thread", operation);
   return nullptr;
 }
 
-// Says that a pump is under way, also when a callback throws through it.
+// Marks that a pump is under way, also while an exception leaves it.
 struct Pumping {
-  Pumping() { host().pumping = true; }
-  ~Pumping() { host().pumping = false; }
+  Pumping() { pumping = true; }
+  ~Pumping() { pumping = false; }
   Pumping(const Pumping&) = delete;
   Pumping& operator=(const Pumping&) = delete;
 };
 
-// The engine, for its main thread; null, with an error line, when there is none.
+// Returns the engine on its main thread. Returns null, with an error line, if there is none.
 ZOVKPopupManager* engineFor(const char* operation) {
-  if (host().now().platform != nullptr && platformFor(operation) == nullptr) return nullptr;
+  if (Installation::now().platform != nullptr && platformFor(operation) == nullptr) return nullptr;
   auto* const manager = ZOVKPopupManager::sharedInstance();
   if (manager == nullptr) {
     logError("ZOVKPopupHost::%s: ZOVKPopup is not set up, or was shut down", operation);
@@ -91,36 +46,36 @@ bool setHeldBack(const char* operation, bool heldBack) {
   return manager != nullptr;
 }
 
-const bool kDefaultIsKnown = (setDefaultPlatform(installDefault), true);
-
 }  // namespace
 
 bool ZOVKPopupHost::setUp(const ZOVKPopupHostSettings& settings) {
-  if (host().now().platform != nullptr) return setUp(std::shared_ptr<HostedPlatform>());
+  if (Installation::now().platform != nullptr) return setUp(std::shared_ptr<HostedPlatform>());
   return setUp(makeDefaultPlatform(settings));
 }
 
 bool ZOVKPopupHost::setUp(std::shared_ptr<HostedPlatform> platform) {
-  if (host().now().platform != nullptr) {
+  if (Installation::now().platform != nullptr) {
     logError("ZOVKPopupHost::setUp was called before, or the popups are already in use");
     return false;
   }
-  if (platform == nullptr || !kDefaultIsKnown) {
+  if (platform == nullptr) {
     logError("ZOVKPopupHost::setUp found no platform");
     return false;
   }
-  return install(std::move(platform));
+  install(std::move(platform));
+  pumping = false;
+  return true;
 }
 
 void ZOVKPopupHost::pump(std::chrono::microseconds budget) {
   const auto platform = platformFor("pump");  // kept: a callback may shut down
-  if (platform == nullptr || host().pumping) return;
-  const Pumping pumping;
+  if (platform == nullptr || pumping) return;
+  const Pumping underWay;
   platform->pump(budget);
 }
 
 int ZOVKPopupHost::pollDescriptor() {
-  const auto platform = host().now().platform;
+  const auto platform = Installation::now().platform;
   return platform != nullptr ? platform->pollDescriptor() : -1;
 }
 
@@ -164,8 +119,7 @@ bool ZOVKPopupHost::releasePopups() {
 void ZOVKPopupHost::shutDown() {
   const auto platform = platformFor("shutDown");
   if (platform == nullptr) return;
-  host().exchange({nullptr, true});
-  setHostThread(std::nullopt);
+  uninstall();
   if (auto* const manager = ZOVKPopupManager::sharedInstanceNoSynch()) {
     manager->setHooks({});
     manager->stopWork();

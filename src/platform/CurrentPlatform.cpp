@@ -11,7 +11,6 @@ namespace {
 struct Current {
   Mutex mutex;
   std::shared_ptr<Platform> platform ZOVK_GUARDED_BY(mutex);
-  std::function<void()> makeDefault ZOVK_GUARDED_BY(mutex);
 };
 
 Current& current() {
@@ -22,13 +21,6 @@ Current& current() {
 }  // namespace
 
 std::shared_ptr<Platform> currentPlatform() {
-  std::function<void()> makeDefault;
-  {
-    const LockGuard lock(current().mutex);
-    if (current().platform != nullptr) return current().platform;
-    makeDefault = current().makeDefault;
-  }
-  if (makeDefault) makeDefault();
   const LockGuard lock(current().mutex);
   return current().platform;
 }
@@ -36,11 +28,6 @@ std::shared_ptr<Platform> currentPlatform() {
 void setCurrentPlatform(std::shared_ptr<Platform> platform) {
   const LockGuard lock(current().mutex);
   current().platform.swap(platform);
-}
-
-void setDefaultPlatform(std::function<void()> makeAndSet) {
-  const LockGuard lock(current().mutex);
-  current().makeDefault = std::move(makeAndSet);
 }
 
 }  // namespace zovk

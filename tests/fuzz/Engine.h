@@ -17,10 +17,7 @@ inline constexpr const char* kBundleDirectory = "/app/ZOVKPopupResource.bundle/"
 /// written before.
 class Engine {
  public:
-  Engine() {
-    setDefaultPlatform(nullptr);
-    setCurrentPlatform(memory_->shared());
-  }
+  Engine() { setCurrentPlatform(memory_->shared()); }
   ~Engine() {
     if (auto* const manager = ZOVKPopupManager::sharedInstanceNoSynch()) {
       manager->stopCheckKeyWindow();

@@ -1,7 +1,7 @@
 #include "zovkpopup/DocumentEngine.h"
 
+#include "engine/LoggerSetUp.h"
 #include "engine/ZOVKPopupManager.h"
-#include "host/LoggerSetUp.h"
 #include "storage/ZOVKPopupFileManager.h"
 #include "zovkpopup/TextFile.h"
 #include "zovkpopup/platform/CurrentPlatform.h"
@@ -10,7 +10,6 @@ namespace zovk::tool {
 
 DocumentEngine::DocumentEngine(double now) {
   memory_->scheduler.setTime(now);
-  setDefaultPlatform(nullptr);
   setUpLogger(memory_->shared(), memory_->sharedLog());
   setCurrentPlatform(memory_->shared());
   ZOVKPopupManager::sharedInstance();
@@ -58,7 +57,7 @@ std::string DocumentEngine::lastError() const {
   for (const std::string& line : memory_->log.lines()) {
     if (line.starts_with(kStart)) return line.substr(kStart.size());
   }
-  return "its code is not 0";  // the one rejection that is no error line
+  return "its code is not 0";  // the one rejection without an error line
 }
 
 }  // namespace zovk::tool

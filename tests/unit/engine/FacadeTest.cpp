@@ -2,6 +2,8 @@
 
 #include "fixtures/EngineFixture.h"
 #include "fixtures/LogMessages.h"
+#include "unit/engine/LinkedPlatform.h"
+#include "zovkpopup/Host.h"
 #include "zovkpopup/ZOVKPopup.h"
 
 namespace zovk {
@@ -90,7 +92,6 @@ TEST_F(Facade, TakesEmptyCallbacksForNone) {
 
 TEST_F(Facade, TellsOfAMissingPlatformAndAnswersEveryRequest) {
   setCurrentPlatform(nullptr);
-  setDefaultPlatform(nullptr);
   ZOVKPopup::showPopup("lobby", 0, recordAnswer());
   ZOVKPopup::showPolicy(recordAnswer());
   ZOVKPopup::startPopup("https://service.example", "1001", "secret");
@@ -104,13 +105,16 @@ TEST_F(Facade, TellsOfAMissingPlatformAndAnswersEveryRequest) {
   EXPECT_THAT(errorMessages(log()), Contains(missing.second).Times(7));
 }
 
-TEST_F(Facade, IsMadeOnThePlatformThatTheDefaultGives) {
-  const auto platform = memory().shared();
+TEST_F(Facade, IsMadeOnThePlatformThatWasLinkedInUntilThatIsShutDown) {
   setCurrentPlatform(nullptr);
-  setDefaultPlatform([platform] { setCurrentPlatform(platform); });
+  linkedPlatform() = std::make_shared<MemoryHostedPlatform>();
   EXPECT_FALSE(ZOVKPopup::havePopup(1));
   EXPECT_NE(ZOVKPopupManager::sharedInstanceNoSynch(), nullptr);
-  setDefaultPlatform(nullptr);
+  EXPECT_EQ(currentPlatform().get(), &linkedPlatform()->interfaces());
+  ZOVKPopupHost::shutDown();
+  EXPECT_FALSE(ZOVKPopup::havePopup(1));
+  EXPECT_EQ(ZOVKPopupManager::sharedInstanceNoSynch(), nullptr);
+  linkedPlatform() = nullptr;
 }
 
 }  // namespace

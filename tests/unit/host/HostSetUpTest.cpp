@@ -9,7 +9,6 @@ using ::testing::Contains;
 using HostSetUp = MemoryHostFixture;
 
 TEST_F(HostSetUp, BeforeItNothingHappensAndNothingBreaks) {
-  setDefaultPlatform(nullptr);
   ZOVKPopupHost::pump();
   ZOVKPopupHost::gameWindowDidBecomeKey();
   ZOVKPopupHost::shutDown();

@@ -9,7 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/LoggerSetUp.h"
+#include "engine/LoggerSetUp.h"
 #include "logging/ZPLogger.h"
 #include "platform/memory/MemoryPlatform.h"
 

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "engine/LoggerSetUp.h"
 #include "fixtures/ControllerFixture.h"
-#include "host/LoggerSetUp.h"
 
 namespace zovk {
 

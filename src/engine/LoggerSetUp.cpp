@@ -1,4 +1,4 @@
-#include "host/LoggerSetUp.h"
+#include "engine/LoggerSetUp.h"
 
 #include <utility>
 
