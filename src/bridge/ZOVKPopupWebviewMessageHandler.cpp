@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "support/ActionNames.h"
 #include "text/ZOVKPopupCommonTool.h"
 #include "zovkpopup/Result.h"
 
@@ -15,15 +16,15 @@ std::string_view actionOf(const boost::json::object& message) {
 }
 
 std::optional<ZOVKPopupResult> popupCode(std::string_view action) {
-  if (action == "skip") return ZOVKPopupResultSkip;
-  if (action == "commit") return ZOVKPopupResultCommit;
-  if (action == "cancel") return ZOVKPopupResultCancel;
+  if (action == actions::kSkip) return ZOVKPopupResultSkip;
+  if (action == actions::kCommit) return ZOVKPopupResultCommit;
+  if (action == actions::kCancel) return ZOVKPopupResultCancel;
   return std::nullopt;
 }
 
 // All three words are a commit: on this channel the choice itself travels in the message.
 std::optional<ZOVKPopupResult> openSdkCode(std::string_view action) {
-  if (action == "confirm" || action == "reject" || action == "cancel") {
+  if (action == actions::kConfirm || action == actions::kReject || action == actions::kCancel) {
     return ZOVKPopupResultCommit;
   }
   return std::nullopt;

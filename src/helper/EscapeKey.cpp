@@ -1,5 +1,7 @@
 #include "helper/EscapeKey.h"
 
+#include "support/Outlets.h"
+
 namespace zovk::helper {
 namespace {
 
@@ -9,7 +11,7 @@ bool canBePressed(GtkWidget* widget, const char* name) {
          g_strcmp0(gtk_buildable_get_buildable_id(GTK_BUILDABLE(widget)), name) == 0;
 }
 
-/// Front-most first: while the screen turns, the old layout still lies behind the new one.
+/// Searches from the front: while the screen turns, the old layout still lies behind the new one.
 GtkWidget* shownButton(GtkWidget* container, const char* name) {
   GtkWidget* child = gtk_widget_get_last_child(container);
   for (; child != nullptr; child = gtk_widget_get_prev_sibling(child)) {
@@ -66,8 +68,8 @@ gboolean EscapeKey::onLeftOver(GtkEventController* controller, guint key, guint,
 }
 
 bool pressCornerButton(GtkWindow* window) {
-  GtkWidget* button = shownButton(GTK_WIDGET(window), "crossBtn");
-  if (button == nullptr) button = shownButton(GTK_WIDGET(window), "returnBtn");
+  GtkWidget* button = shownButton(GTK_WIDGET(window), outlets::kCross);
+  if (button == nullptr) button = shownButton(GTK_WIDGET(window), outlets::kReturn);
   if (button != nullptr) g_signal_emit_by_name(button, "clicked");
   return button != nullptr;
 }

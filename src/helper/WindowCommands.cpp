@@ -29,7 +29,8 @@ void closeWindow(Program& program, const Arguments& arguments) {
 
 void afterPaint(const Program& program, Id windowId, const std::function<void()>& next) {
   ToolkitWindow* window = program.window(windowId);
-  window == nullptr ? next() : window->whenPainted(next);
+  if (window == nullptr) return next();
+  window->whenPainted(next);
 }
 
 void takeSnapshot(Program& program, const Arguments& arguments) {
@@ -44,7 +45,8 @@ void takeSnapshot(Program& program, const Arguments& arguments) {
   };
   const auto afterPage = [&program, windowId, finish] { afterPaint(program, windowId, finish); };
   const ToolkitWebView* page = program.webViewIn(windowId);
-  page == nullptr ? afterPage() : whenPagePainted(page->view(), afterPage);
+  if (page == nullptr) return afterPage();
+  whenPagePainted(page->view(), afterPage);
 }
 
 void sync(Program& program, const Arguments& arguments) {

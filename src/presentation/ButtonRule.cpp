@@ -1,6 +1,6 @@
 #include "presentation/ButtonRule.h"
 
-#include "presentation/Outlets.h"
+#include "support/Outlets.h"
 
 namespace zovk {
 

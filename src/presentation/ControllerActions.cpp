@@ -1,8 +1,7 @@
-#include <array>
-
 #include "presentation/ActionScope.h"
 #include "presentation/PopupEvent.h"
 #include "presentation/ZOVKPopupViewController.h"
+#include "support/ActionNames.h"
 #include "text/JsonRead.h"
 #include "text/ZOVKPopupCommonTool.h"
 #include "zovkpopup/Result.h"
@@ -10,11 +9,9 @@
 namespace zovk {
 namespace {
 
-constexpr std::array<const char*, 4> kActionNames = {"error", "skip", "commit", "cancel"};
-
 boost::json::object resultRecordOf(std::int32_t action, const boost::json::value& message) {
   boost::json::object record;
-  record["action"] = kActionNames.at(static_cast<std::size_t>(action) + 1);
+  record["action"] = actions::ofResult(action);
   record["msg"] = message.is_string() ? message : boost::json::value("");
   return record;
 }

@@ -1,9 +1,9 @@
 #include "bridge/ZOVKPopupWebviewMessageHandler.h"
 #include "presentation/ActionScope.h"
 #include "presentation/ButtonRule.h"
-#include "presentation/Outlets.h"
 #include "presentation/ZOVKPopupViewController.h"
 #include "storage/ZOVKPopupFileManager.h"
+#include "support/Outlets.h"
 
 namespace zovk {
 void ZOVKPopupViewController::loadView(std::shared_ptr<View> view) {

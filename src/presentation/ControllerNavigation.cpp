@@ -1,6 +1,6 @@
 #include "presentation/ActionScope.h"
-#include "presentation/Outlets.h"
 #include "presentation/ZOVKPopupViewController.h"
+#include "support/Outlets.h"
 #include "text/UrlText.h"
 
 namespace zovk {
@@ -33,7 +33,7 @@ void ZOVKPopupViewController::decidePolicyForNavigationAction(WebView&,
       });
 }
 
-// A scheme that is not one of pages: for the system, if it has a program for it.
+// An address that is not a page's goes to the system, if that has a program for it.
 void ZOVKPopupViewController::leaveForSystem(const std::string& url,
                                              const NavigationDecision& decide) {
   if (platform_->userInterface.canOpenUrl(url)) {

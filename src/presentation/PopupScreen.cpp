@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "presentation/Outlets.h"
+#include "support/Outlets.h"
 
 namespace zovk {
 namespace {

@@ -109,9 +109,8 @@ class Game {
   void answer(std::string_view service, const std::string& text) {
     for (const MemoryRequest& request : memory().urlSession.requestsTo(service)) {
       if (request.answered) continue;
-      text.empty() ? memory().urlSession.fail(service, "no network")
-                   : memory().urlSession.answer(service, 200, text);
-      return;
+      if (text.empty()) return memory().urlSession.fail(service, "no network");
+      return memory().urlSession.answer(service, 200, text);
     }
   }
   void press(const std::string& text) {

@@ -168,7 +168,8 @@ TEST_F(DownloadCacheTest, NotModifiedFromElsewhereIsAskedAgain) {
   bool moved = false;
   const std::string url =
       server.handle("/page", [&](const httplib::Request& request, httplib::Response& answer) {
-        moved ? answer.set_redirect("/other") : give(request, answer);
+        if (moved) return answer.set_redirect("/other");
+        give(request, answer);
       });
   server.handle("/other", [](const httplib::Request& request, httplib::Response& answer) {
     if (request.has_header("If-None-Match")) {

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "bridge/ZOVKPopupWebviewMessageHandler.h"
+#include "support/ActionNames.h"
 #include "support/Utf8.h"
 #include "text/LowerCase.h"
 #include "text/ZOVKPopupCommonTool.h"
@@ -52,15 +53,15 @@ std::string whyNoPopupAnswer(const boost::json::value& body) {
   const auto parsed = ZOVKPopupCommonTool::jsonStringToDictionary(std::string(body.get_string()));
   if (!parsed) return fmt::format("is a text that is no JSON; post {}", kForm);
   if (!parsed->is_object()) return fmt::format("is JSON, but no object; post {}", kForm);
-  return whyNoAction(parsed->get_object(), {"skip", "commit", "cancel"});
+  return whyNoAction(parsed->get_object(), {actions::kSkip, actions::kCommit, actions::kCancel});
 }
 
 std::string whyNoOpenSdkAnswer(const boost::json::value& body) {
   if (!body.is_object()) return "is no object, which this handler needs: {action: 'confirm'}";
-  return whyNoAction(body.get_object(), {"confirm", "reject", "cancel"});
+  return whyNoAction(body.get_object(), {actions::kConfirm, actions::kReject, actions::kCancel});
 }
 
-// What an answer loses on its way to the game.
+// Returns what an answer loses on its way to the game.
 std::string lossOf(const std::string& handler, const boost::json::value& body) {
   auto message = body;
   if (handler == Handler::kPopupChannel) {

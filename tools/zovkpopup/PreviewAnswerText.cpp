@@ -5,24 +5,12 @@
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
+#include "support/ActionNames.h"
 #include "zovkpopup/JsonText.h"
 #include "zovkpopup/ToolError.h"
 
 namespace zovk::tool {
 namespace {
-
-const char* nameOf(std::int32_t code) {
-  switch (code) {
-    case 0:
-      return "skip";
-    case 1:
-      return "commit";
-    case 2:
-      return "cancel";
-    default:
-      return "error";
-  }
-}
 
 int exitCodeOf(const PreviewAnswer& answer) {
   return answer.code >= 0 ? kSuccess : kProblems;
@@ -31,7 +19,8 @@ int exitCodeOf(const PreviewAnswer& answer) {
 }  // namespace
 
 int printAnswer(const PreviewAnswer& answer) {
-  std::printf("%d %s %s\n", answer.code, nameOf(answer.code), answer.message.c_str());
+  const std::string action(actions::ofResult(answer.code));
+  std::printf("%d %s %s\n", answer.code, action.c_str(), answer.message.c_str());
   std::fflush(stdout);
   return exitCodeOf(answer);
 }
@@ -44,7 +33,7 @@ int printAnswerAsJson(const PreviewAnswer& answer, const PreviewFindings& findin
   boost::json::array remarks;
   for (const std::string& remark : findings.remarks) remarks.emplace_back(remark);
   const boost::json::object result{{"code", answer.code},
-                                   {"answer", nameOf(answer.code)},
+                                   {"answer", actions::ofResult(answer.code)},
                                    {"message", answer.message},
                                    {"console", std::move(console)},
                                    {"remarks", std::move(remarks)}};

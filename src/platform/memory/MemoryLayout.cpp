@@ -2,19 +2,21 @@
 
 #include <utility>
 
+#include "support/Outlets.h"
+
 namespace zovk {
 
 std::vector<MemoryOutlet> standardOutlets() {
-  return {{"backgroundView", ""},
-          {"contentView", ""},
-          {"stackView", ""},
-          {"rejectBtn", "stackView"},
-          {"confirmBtn", "stackView"},
-          {"aloneConfirmStackView", ""},
-          {"centerConfirmBtn", "aloneConfirmStackView"},
-          {"returnBtn", "contentView"},
-          {"crossBtn", "contentView"},
-          {"refreshBtn", "contentView"}};
+  return {{outlets::kBackground, ""},
+          {outlets::kContent, ""},
+          {outlets::kAnswers, ""},
+          {outlets::kReject, outlets::kAnswers},
+          {outlets::kConfirm, outlets::kAnswers},
+          {outlets::kLoneAnswer, ""},
+          {outlets::kLoneConfirm, outlets::kLoneAnswer},
+          {outlets::kReturn, outlets::kContent},
+          {outlets::kCross, outlets::kContent},
+          {outlets::kRefresh, outlets::kContent}};
 }
 
 MemoryLayout::MemoryLayout(std::string bundlePath, std::string name,

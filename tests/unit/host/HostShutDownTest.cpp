@@ -90,7 +90,11 @@ TEST_F(HostShutDown, MayComeFromAnImmediateAnswer) {
       recordAnswer()(code, message);
       ZOVKPopupHost::shutDown();
     };
-    policy ? ZOVKPopup::showPolicy(end) : ZOVKPopup::showPopup("nowhere", 0, end);
+    if (policy) {
+      ZOVKPopup::showPolicy(end);
+    } else {
+      ZOVKPopup::showPopup("nowhere", 0, end);
+    }
     expectNothingLeft();
     ASSERT_TRUE(setUpAnew());
   }

@@ -1,6 +1,7 @@
 #pragma once
 
-/// The names of the views and buttons of the two layouts.
+/// The names of the views and buttons of the two layouts, which the page controller binds and the
+/// escape key presses.
 namespace zovk::outlets {
 
 inline constexpr const char* kBackground = "backgroundView";
