@@ -64,9 +64,9 @@ struct Loop {
     webkit_web_view_evaluate_javascript(view, script.c_str(), -1, nullptr, nullptr, nullptr,
                                         nullptr, nullptr);
   }
-  /// Whether the page has signalled as often as it does for one answer.
+  /// Returns whether the page has signalled as often as it does for one answer.
   bool endsTurn() const { return kind != "overtaken" || seen % 2 == 0; }
-  /// False when enough were seen.
+  /// Returns false if enough were seen.
   bool count() {
     ++seen;
     if (seen == kWarmCalls) {

@@ -59,7 +59,7 @@ void print(int messages, const Footprint& f) {
   std::fflush(stdout);
 }
 
-/// By how many bytes a bare program grows with every signal.
+/// Returns by how many bytes a bare program grows with every signal.
 double bareGrowth(const std::filesystem::path& program, const std::string& kind) {
   ChildProcess bare({program.string(), kind, std::to_string(kBareSignals)}, "/dev/null");
   double milliseconds = 0;

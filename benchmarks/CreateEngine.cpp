@@ -41,14 +41,15 @@ void ParseBothDocuments(benchmark::State& state) {
 }
 BENCHMARK(ParseBothDocuments)->Unit(benchmark::kMicrosecond);
 
-// The longest document that is accepted: ten thousand definitions in eight megabytes.
+// Returns the longest document that is accepted: ten thousand definitions in eight megabytes.
 std::string largestDocument() {
   std::string document = documentOf(static_cast<int>(kMostDocumentEntries), "scene");
   document.resize(kMostDocumentBytes, ' ');
   return document;
 }
 
-// The costliest that is known: one definition, and a million members that nobody reads.
+// Returns the costliest document that is known: one definition, and a million members that nobody
+// reads.
 std::string documentOfRubbish() {
   std::string document = documentOf(1, "scene");
   document.back() = ',';

@@ -38,7 +38,7 @@ std::string started(ChildProcess& process) {
   return line.substr(expected.size());
 }
 
-// Full before the service looks at it.
+// Fills the folder before the service reads it.
 const fs::path& filled(const fs::path& folder, int pages) {
   fill(folder, pages);
   return folder;

@@ -22,7 +22,7 @@ constexpr int kRounds = 11;
 
 namespace fs = std::filesystem;
 
-// All that went over the loopback device, headers of every layer included.
+// Returns all bytes that went over the loopback device, headers of every layer included.
 double loopbackBytes() {
   std::ifstream file("/sys/class/net/lo/statistics/rx_bytes");
   double bytes = 0;
@@ -55,7 +55,8 @@ class Arrivals {
   int whole_ = 0;
 };
 
-// One start of a game: a session of its own, every page read whole. Milliseconds.
+// Plays one start of a game, with a session of its own and every page read whole. Returns
+// milliseconds.
 double start(const LocalService& service, const std::string& cache) {
   const auto begin = std::chrono::steady_clock::now();
   CurlUrlSession session({cache, {}});

@@ -65,7 +65,7 @@ class Screen {
       return done();
     });
   }
-  /// A real press of the pointer on the button that leads back.
+  /// Makes a real press of the pointer on the button that leads back.
   void press() {
     bool painted = false;
     inspector_.sync([&](bool) { painted = true; });

@@ -10,7 +10,7 @@
 namespace zovk {
 namespace {
 
-// A report as the page controller sends it.
+// Returns a report as the page controller sends it.
 ZOVKPopupUrlParams report() {
   ZOVKPopupUrlParams params;
   params.urlStr = "https://popups.example/report/shop";

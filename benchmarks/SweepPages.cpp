@@ -18,7 +18,7 @@ void writeStalePages(const std::filesystem::path& directory) {
   }
 }
 
-// What a start does with the pages of a document that has been replaced.
+// Measures what a start does with the pages of a document that has been replaced.
 void SweepStalePages(benchmark::State& state) {
   RealFiles files;
   auto& store = *ZOVKPopupFileManager::sharedInstance();

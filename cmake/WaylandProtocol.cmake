@@ -1,5 +1,5 @@
-# zovkpopup_xdg_foreign: what wayland-scanner makes of the system's description of the protocol by
-# which one program's window stands before another's, in both of its versions.
+# Defines zovkpopup_xdg_foreign: the code that wayland-scanner generates for the protocol by which
+# one program's window stands in front of another's, in both of its versions.
 include_guard(GLOBAL)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(ZOVKPOPUP_WAYLAND REQUIRED IMPORTED_TARGET wayland-client)

@@ -1,9 +1,9 @@
-# What makes it harder to turn a fault into an attack, in everything that is released. The sanitizers
-# bring checks of their own, and builds for development are left alone.
+# Sets the options of released code that make it harder to turn a fault into an attack. The
+# sanitizers bring checks of their own, and builds for development stay as they are.
 include(CheckCXXCompilerFlag)
 include(CheckPIESupported)
 
-# Programs are loaded at a place of the kernel's choice, as libraries are.
+# Programs, like libraries, are loaded at an address that the kernel chooses.
 if(CMAKE_BUILD_TYPE MATCHES "^(Release|MinSizeRel)$")
   check_pie_supported(LANGUAGES C CXX)
   set(CMAKE_POSITION_INDEPENDENT_CODE ON)
@@ -18,7 +18,7 @@ foreach(option IN ITEMS -fstack-protector-strong -fstack-clash-protection -fcf-p
   endif()
 endforeach()
 list(APPEND hardening_compile -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2
-  # What is released does not tell where it was built.
+  # Released files do not say where they were built.
   -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
 set(released $<CONFIG:Release,MinSizeRel>)
 target_compile_options(zovkpopup_options INTERFACE "$<${released}:${hardening_compile}>")

@@ -1,9 +1,10 @@
-# What is installed, and where. Helper and resource bundle stand in a folder beside the library,
-# which looks for them there: library and folder can be moved, or shipped with a game, together.
+# Installs the project. Helper and resource bundle stand in a folder beside the library, which looks
+# for them there: library and folder can be moved, or shipped with a game, together.
 option(ZOVKPOPUP_INSTALL "Install ZOVKPopup with this project" ${PROJECT_IS_TOP_LEVEL})
 option(ZOVKPOPUP_INSTALL_STATIC "Install the static library, too" OFF)
 
-# Projects that build ZOVKPopup with their own find the folder as those that find the package do.
+# Projects that build ZOVKPopup as a part of their own find the folder as those that find the
+# package do.
 if(NOT PROJECT_IS_TOP_LEVEL)
   set(ZOVKPopup_RUNTIME_DIRECTORY ${PROJECT_BINARY_DIR}/zovkpopup PARENT_SCOPE)
 endif()
@@ -85,7 +86,7 @@ install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md
   DESTINATION ${guides} COMPONENT documentation)
 install(DIRECTORY docs examples DESTINATION ${guides} COMPONENT documentation
   PATTERN Doxyfile EXCLUDE PATTERN __pycache__ EXCLUDE
-  # What begins with "#!".
+  # Scripts, which begin with "#!".
   REGEX "/(host|make_bundle|make_resources|play|pygame_host|tour)\\.py$" PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 

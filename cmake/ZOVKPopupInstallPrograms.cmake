@@ -1,4 +1,4 @@
-# What comes with a program: its manual page, and how shells complete its command lines.
+# Installs a program's manual page and its completions for shells.
 find_program(GZIP_PROGRAM gzip REQUIRED)
 
 # zovkpopup_compressed(INPUT OUTPUT): a file as Debian wants texts, the same for every build.

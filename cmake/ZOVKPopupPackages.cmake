@@ -15,7 +15,8 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_DEBUGINFO_PACKAGE ON)
-# What belongs together is of one version: library and helper talk in frames of their own.
+# Packages that belong together have one version, because library and helper talk in frames of their
+# own.
 set(same "(= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
 
 # zovkpopup_package(COMPONENT NAME SECTION SUMMARY TEXT): one package, of one component.
@@ -35,7 +36,7 @@ and tells it what the player answered.
 set(library libzovkpopup${PROJECT_VERSION_MAJOR})
 zovkpopup_package(library ${library} libs "shared library" "${about}
 This package holds the library that a game is linked with.")
-# What others that are linked with it need, and that the loader's cache is made anew.
+# Says what programs that are linked with it need, and renews the loader's cache.
 set(major ${PROJECT_VERSION_MAJOR})
 file(WRITE ${papers}/shlibs "libzovkpopup ${major} ${library} (>= ${PROJECT_VERSION})\n")
 file(WRITE ${papers}/triggers "activate-noawait ldconfig\n")
@@ -62,7 +63,7 @@ This package holds headers for C++ and C, the static library, the CMake
 package, the pkg-config file, and bindings for Python, LuaJIT and C#.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${library} ${same}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS "libboost-json1.81-dev, zovkpopup-tool ${same}")
-# For those who link the static library.
+# For programs that link the static library.
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS
   "libboost-url1.81-dev, libfmt-dev, libsqlite3-dev, libssl-dev, zovkpopup-doc")
 

@@ -1,4 +1,4 @@
-# What Debian wants to know of every package: its licence, and what changed.
+# Installs what Debian requires of every package: its licence and its changes.
 include(ZOVKPopupInstallPrograms)
 
 set(papers ${PROJECT_BINARY_DIR}/installed)

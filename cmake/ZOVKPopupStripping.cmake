@@ -1,5 +1,5 @@
-# Of Debian packages the debug symbols are taken apart, into packages of their own. Nothing else
-# would know where to put them.
+# Takes the debug symbols out of the Debian packages and puts them into packages of their own. Only
+# those have a place for them.
 if(NOT CPACK_GENERATOR STREQUAL "DEB")
   set(CPACK_STRIP_FILES ON)
 endif()

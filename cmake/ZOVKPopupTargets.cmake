@@ -1,5 +1,5 @@
-# How every target of the project is made: one language level, one set of warnings, one place
-# for sanitizers and the compiler cache.
+# Makes every target of the project, with one language level, one set of warnings, and one place for
+# sanitizers and the compiler cache.
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   # Results are shared between build folders, and between builds of precompiled headers.

@@ -26,7 +26,7 @@ void drawBand(SDL_Renderer* renderer, const SDL_FRect& place, SDL_Color top, SDL
   SDL_RenderGeometry(renderer, nullptr, corners.data(), 4, kHalves.data(), 6);
 }
 
-/// An ellipse that goes from one colour in its middle to another at its rim.
+/// Draws an ellipse that goes from one colour in its middle to another at its rim.
 void drawDisc(SDL_Renderer* renderer, SDL_FPoint middle, SDL_FPoint radius, SDL_Color inner,
               SDL_Color outer) {
   constexpr int kParts = 36;
@@ -46,7 +46,7 @@ void drawDisc(SDL_Renderer* renderer, SDL_FPoint middle, SDL_FPoint radius, SDL_
   SDL_RenderGeometry(renderer, nullptr, corners.data(), kParts * 3, nullptr, 0);
 }
 
-/// A disc with a soft rim.
+/// Draws a disc with a soft rim.
 void drawBall(SDL_Renderer* renderer, SDL_FPoint middle, SDL_FPoint radius, SDL_Color inner,
               SDL_Color outer) {
   SDL_Color clear = outer;

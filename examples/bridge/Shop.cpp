@@ -29,7 +29,7 @@ boost::json::array stockFor(const Purse& purse) {
   return list;
 }
 
-/// Null when the page orders nothing that there is. A page may send anything.
+/// Returns null if the page orders something that does not exist. A page may send anything.
 const Lantern* lanternOf(const std::optional<boost::json::value>& order) {
   const auto* const id = order ? order->if_string() : nullptr;
   return id == nullptr ? nullptr : lanternNamed({id->data(), id->size()});

@@ -34,7 +34,7 @@ Color gradient(float height) {
   return rgb(kSky.back().color);
 }
 
-// A steady pseudo-random number from 0 to 1 for every cell.
+// Returns a steady pseudo-random number from 0 to 1 for each cell.
 float noise(int x, int y) {
   auto n = static_cast<std::uint32_t>(x) * 374761393U + static_cast<std::uint32_t>(y) * 668265263U;
   n = (n ^ (n >> 13U)) * 1274126177U;

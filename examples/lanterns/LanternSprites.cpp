@@ -8,7 +8,7 @@
 namespace lanterns {
 namespace {
 
-// Half of the lantern's width at a height from 0, its crown, to 1, its mouth.
+// Returns half of the lantern's width at a height from 0, its crown, to 1, its mouth.
 float outline(float t) {
   const float crown = std::sqrt(std::max(0.0F, 1 - std::pow(1 - std::min(t / 0.34F, 1.0F), 2.2F)));
   return 0.5F * crown * (1 - 0.3F * smooth(0.2F, 1, t));

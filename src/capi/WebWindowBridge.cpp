@@ -11,7 +11,7 @@ using zovk::guarded;
 using Bridge = zovk::ZOVKPopupWKWebViewJavascriptBridge;
 using Answer = zovk::Callback<const char*>;
 
-/// The bridge of an open window; throws when there is none.
+/// Returns the bridge of an open window. Throws if the window is closed.
 Bridge& openBridge(zovkpopup_web_window* window) {
   zovk::require(window, "window");
   zovk::requireHost();

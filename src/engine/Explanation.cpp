@@ -33,7 +33,7 @@ Words otherSceneWords(const std::string& its, const std::string& wanted) {
           fmt::format("It belongs to the scene \"{}\"; asked for is \"{}\".", its, wanted)};
 }
 
-// The low 32 bits are what is compared.
+// Only the low 32 bits are compared.
 Words otherSceneTypeWords(const ZOVKPopupModel& popup, std::uint64_t wanted) {
   const auto its = std::to_string(static_cast<std::uint32_t>(popup.scene_type));
   const auto asked = std::to_string(static_cast<std::uint32_t>(wanted));

@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* kLocalFile = "ZOVKPopupLocal.config";
 
-// For lines about more than the reader keeps.
+// Parses the whole document, for log lines about more than the reader keeps.
 boost::json::value wholeDocument(std::string_view text) {
   boost::json::error_code failed;
   return readJson(text, failed);

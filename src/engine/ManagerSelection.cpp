@@ -22,8 +22,8 @@ bool ZOVKPopupManager::havePopup(std::uint64_t sceneType) {
   return found;
 }
 
-// A game that asks is about to show. The interface belongs to the main thread, and the question may
-// come on any.
+// A game that asks is about to show. The interface belongs to the main thread, and any thread may
+// ask.
 void ZOVKPopupManager::expectPopup() {
   if (platform_->mainQueue.isMainThread()) return platform_->userInterface.prepare();
   platform_->mainQueue.async([platform = platform_] { platform->userInterface.prepare(); });

@@ -42,7 +42,7 @@ class Partners {
   // Tells of a scene that will be asked for soon.
   void announce(std::uint32_t hash) const { __builtin_prefetch(&heads_[bucket(hash)]); }
 
-  // The partner, which is free no more; `kNone` when there is none.
+  // Returns the partner, which is then taken; `kNone` if there is none.
   std::uint32_t take(const std::string& scene, std::uint32_t hash) {
     std::uint32_t* link = &heads_[bucket(hash)];
     while (*link != kNone) {

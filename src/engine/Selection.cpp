@@ -26,8 +26,8 @@ Verdict judgeTime(const ZOVKPopupModel& popup, double now) {
   return Verdict::kPassed;
 }
 
-// The configured digest may be in lower or in upper case, but not in a mixture. None at all matches
-// nothing, not even an address or a file without a digest.
+// The configured digest may be in lower or in upper case, but not in a mixture. An empty digest
+// matches nothing, not even an address or a file without a digest.
 bool digestMatches(const std::string& sig, const std::string& digest) {
   if (sig.empty()) return false;
   if (sig == digest) return true;
@@ -84,7 +84,7 @@ Judgement judgeOneForSceneType(const ZOVKPopupModel& popup, std::uint64_t sceneT
   return popup.isPageFile() ? judgePageFile(popup, context) : judgeWebPage(popup, kSceneTypeLog);
 }
 
-// Everything but the content.
+// Judges everything but the content.
 Verdict judgeOneForScene(const ZOVKPopupModel& popup, const std::string& scene,
                          const SelectionContext& context) {
   if (popup.scene != scene) {

@@ -6,8 +6,8 @@
 namespace zovk {
 namespace {
 
-// The engine, kept for the length of a call, in which a callback may shut the popups down. Null,
-// with one error line, when there is no platform to run on.
+// Returns the engine, kept for the length of a call, in which a callback may shut the popups down.
+// Returns null, and logs one error line, if there is no platform to run on.
 std::shared_ptr<ZOVKPopupManager> engine() {
   auto* const manager = ZOVKPopupManager::sharedInstance();
   if (manager != nullptr) return manager->shared_from_this();

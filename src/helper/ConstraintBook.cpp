@@ -69,7 +69,7 @@ void removeTiesOfEdge(GtkConstraintLayout* layout, const EdgePin& pin) {
   });
 }
 
-/// Where the edge tied to lies now, seen from the container of the view.
+/// Returns where the edge lies now that the view is tied to, seen from the container of the view.
 double distantPlace(const EdgePin& pin) {
   graphene_rect_t bounds;
   GtkWidget* parent = gtk_widget_get_parent(pin.view);
@@ -87,7 +87,7 @@ double distantPlace(const EdgePin& pin) {
   }
 }
 
-/// The container's edge against which a distant place is measured: always the first one.
+/// Returns the container's edge from which a distant place is measured: always the first one.
 GtkConstraintAttribute originEdge(GtkConstraintAttribute edge) {
   const bool horizontal =
       edge == GTK_CONSTRAINT_ATTRIBUTE_LEFT || edge == GTK_CONSTRAINT_ATTRIBUTE_RIGHT;

@@ -11,7 +11,7 @@ constexpr const char* kDark = "gtk-application-prefer-dark-theme";
 constexpr const char* kTheme = "gtk-theme-name";
 constexpr const char* kHighContrastClass = "high-contrast";
 
-/// Null where the desktop has no such setting.
+/// Returns null if the desktop has no such setting.
 GObjectPtr<GSettings> settingsWith(const char* id, const char* key) {
   GSettingsSchemaSource* source = g_settings_schema_source_get_default();
   GSettingsSchema* schema =

@@ -31,7 +31,7 @@ Greeting readGreeting(const Arguments& arguments) {
   return greeting;
 }
 
-/// The display systems to try, in order, as the toolkit takes them.
+/// Returns the display systems to try, in order, as the toolkit takes them.
 std::string displaysFor(const Greeting& greeting) {
   if (!greeting.display.empty()) return greeting.display;
   // The popup can stand in front of the game's X11 window only as an X11 window itself.

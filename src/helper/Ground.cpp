@@ -8,7 +8,7 @@ namespace {
 constexpr GdkRGBA kDark{0.086F, 0.09F, 0.11F, 1};
 constexpr GdkRGBA kClear{0, 0, 0, 0};
 
-/// There is nothing in it for screen readers to tell.
+/// It holds nothing for screen readers.
 GtkPicture* newPicture() {
   return GTK_PICTURE(
       g_object_new(GTK_TYPE_PICTURE, "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr));

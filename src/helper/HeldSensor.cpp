@@ -57,7 +57,7 @@ std::string_view meaningOf(const std::string& edge, bool upright) {
   return upright ? found->upright : found->wide;
 }
 
-/// Of a screen that belongs to the machine.
+/// Returns whether a screen of that name belongs to the machine.
 bool isBuiltIn(const std::string& name) {
   constexpr std::array kKinds = {"-eDP-", "-LVDS-", "-DSI-"};
   return std::any_of(kKinds.begin(), kKinds.end(),

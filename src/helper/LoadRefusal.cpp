@@ -8,7 +8,7 @@
 namespace zovk::helper {
 namespace {
 
-/// The path that a file's address names; empty when it names none.
+/// Returns the path that a file's address names; empty if it names none.
 std::string pathOf(const std::string& address) {
   const std::unique_ptr<GUri, decltype(&g_uri_unref)> parsed(
       g_uri_parse(address.c_str(), G_URI_FLAGS_NONE, nullptr), &g_uri_unref);

@@ -22,7 +22,7 @@ Span down(const PadPlace& place) {
   return {place.y, place.y + place.height};
 }
 
-/// How far `to` lies ahead of `from`; nothing when it does not.
+/// Returns how far `to` lies ahead of `from`, or nothing if it does not.
 std::optional<double> ahead(const Span& from, const Span& to, bool forward) {
   const double way = forward ? to.middle() - from.middle() : from.middle() - to.middle();
   const double gap = forward ? to.begin - from.end : from.begin - to.end;

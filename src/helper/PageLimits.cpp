@@ -19,7 +19,7 @@ struct FreeSettings {
   }
 };
 
-/// The part of the volume on which `path` lies that the pages may fill.
+/// Returns the part of the volume of `path` that the pages may fill.
 double storageRatio(const std::string& path) {
   struct statvfs volume {};
   g_mkdir_with_parents(path.c_str(), 0700);

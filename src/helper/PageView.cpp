@@ -11,7 +11,7 @@ constexpr const char* kPainted = "zovk-painted";
 constexpr gint64 kRest = 80 * G_TIME_SPAN_MILLISECOND;
 constexpr gint64 kRestless = 400 * G_TIME_SPAN_MILLISECOND;
 
-/// When the view was last painted with something of its page; 0 for never.
+/// Returns the time at which the view was last painted with something of its page; 0 for never.
 gint64& paintedAt(gpointer view) {
   auto* time = static_cast<gint64*>(g_object_get_data(G_OBJECT(view), kPainted));
   if (time == nullptr) {

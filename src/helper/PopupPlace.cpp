@@ -26,7 +26,7 @@ bool isHandheldSession() {
   return std::getenv("GAMESCOPE_WAYLAND_DISPLAY") != nullptr;
 }
 
-/// A window that stands before no other would push the game aside on sway.
+/// On sway a window without a parent would push the game aside.
 bool wouldPushGameAside(GameWindow& game) {
   return isSwayRunning() && x11Display() == nullptr && !game.waylandParent().isKnown();
 }

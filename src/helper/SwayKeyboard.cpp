@@ -15,7 +15,8 @@ namespace {
 
 constexpr const char* kSocketVariable = "SWAYSOCK";
 
-/// A message of its socket: a sign, the length and the kind as numbers of the machine, the text.
+/// Returns a message for its socket: a sign, then length and kind as the machine writes numbers,
+/// then the text.
 std::string messageOf(const std::string& command) {
   constexpr std::uint32_t kRunCommand = 0;
   const auto length = static_cast<std::uint32_t>(command.size());
@@ -41,7 +42,7 @@ class Connection {
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  /// The result shows in the keyboard, which comes or does not come.
+  /// The answer is not read: the keyboard comes, or it does not.
   void send(const std::string& message) const {
     std::array<char, 4096> answers{};
     while (::recv(socket_, answers.data(), answers.size(), 0) > 0) {

@@ -26,7 +26,7 @@ bool canBeRoot(gpointer object) {
          gtk_widget_get_parent(GTK_WIDGET(object)) == nullptr;
 }
 
-/// The container whose constraint layout a constraint belongs to.
+/// Returns the constraint layout of the container that a constraint belongs to.
 GtkConstraintLayout* layoutFor(GtkConstraint* constraint) {
   GtkConstraintTarget* target = gtk_constraint_get_target(constraint);
   GtkWidget* parent = GTK_IS_WIDGET(target) ? gtk_widget_get_parent(GTK_WIDGET(target)) : nullptr;

@@ -10,7 +10,7 @@
 namespace zovk::helper {
 namespace {
 
-/// Calls come in bursts, but a page must not pile up what a slow game has not heard.
+/// Calls come in bursts, but a page must not pile up calls that a slow game has not seen.
 constexpr std::size_t kMostFetchesAhead = 8;
 
 /// A script that runs, and the event that its result goes into.
@@ -98,8 +98,8 @@ void ToolkitWebView::load(const std::string& url, bool allowed) {
   policies_.allowAhead(allowed ? this->url() : "");
 }
 
-// A hanging process would never load the next page. The game need not be told of its end, because
-// it asks for that page.
+// A hanging process would never load the next page. The game need not hear of its end, because it
+// asks for the next page.
 void ToolkitWebView::endHangingProcess() {
   if (webkit_web_view_get_is_web_process_responsive(view_.get()) == TRUE) return;
   const gpointer heard = reinterpret_cast<gpointer>(onTerminated);
@@ -127,7 +127,7 @@ void ToolkitWebView::stop() {
   webkit_web_view_stop_loading(view_.get());
 }
 
-// The engine reloads the page before, or nothing at all, as long as the new one is not there.
+// Until the new page has come, the engine would reload the one before, or nothing at all.
 void ToolkitWebView::reload() {
   if (pageIsMissing()) return loadAsked();
   webkit_web_view_reload(view_.get());
@@ -203,7 +203,7 @@ gboolean ToolkitWebView::onDecidePolicy(WebKitWebView*, WebKitPolicyDecision* de
   return static_cast<ToolkitWebView*>(self)->askGame(decision, type);
 }
 
-// What the game does about a signal of the page is known: it fetches what the page has to say.
+// The game's reaction to a signal of the page is known in advance: it fetches the page's messages.
 gboolean ToolkitWebView::askGame(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
   const bool isEarly = policies_.waiting() < kMostFetchesAhead;
   const std::optional<PolicyBook::Question> asked = policies_.ask(decision, type);

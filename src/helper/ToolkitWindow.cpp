@@ -19,7 +19,7 @@ constexpr guint kPaintMilliseconds = 1000;
 /// A game that is minimised so soon after a popup took the keyboard did it for that reason.
 constexpr gint64 kMinimisesForKeyboard = G_USEC_PER_SEC;
 
-/// A dialog to screen readers, which cannot be said of a window later.
+/// Makes a window that screen readers call a dialog. A window cannot become one later.
 GtkWindow* newDialog() {
   return GTK_WINDOW(g_object_ref_sink(
       g_object_new(GTK_TYPE_WINDOW, "accessible-role", GTK_ACCESSIBLE_ROLE_DIALOG, nullptr)));

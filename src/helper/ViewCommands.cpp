@@ -65,8 +65,8 @@ void releaseView(Program& program, const Arguments& arguments) {
   program.views().release(arguments.id(member::kView));
 }
 
-/// A hidden view keeps its place, so that others can be pinned to it; in a row of buttons the rest
-/// close up.
+/// A hidden view keeps its place, so that others can be pinned to it; in a row of buttons the
+/// others close the gap.
 void setHidden(GtkWidget* view, bool hidden) {
   GtkWidget* parent = gtk_widget_get_parent(view);
   const bool closesUp = parent != nullptr && !isContainerView(parent);

@@ -29,7 +29,7 @@ void loadFile(Program& program, const Arguments& arguments) {
   load(program, arguments);
 }
 
-/// A command that needs nothing but the view.
+/// Returns a command that needs nothing but the view.
 auto simply(void (ToolkitWebView::*action)()) {
   return [action](Program& program, const Arguments& arguments) {
     if (ToolkitWebView* view = program.webView(arguments.id(member::kView))) (view->*action)();

@@ -52,7 +52,7 @@ GObjectPtr<WebKitSettings> newSettings(const PageTerms& terms, bool opaque) {
   return settings;
 }
 
-/// The usual sign by which sites recognise that their mobile pages are wanted.
+/// Sets the usual sign by which sites recognise that their mobile pages are wanted.
 void askForMobilePages(WebKitSettings* settings) {
   std::string agent = webkit_settings_get_user_agent(settings);
   const std::size_t browser = agent.find("Safari/");

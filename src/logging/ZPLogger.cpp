@@ -43,7 +43,7 @@ void forEachPiece(std::string_view text, char separator, Visit visit) {
   }
 }
 
-// The value of a line that sets the debug switch; absent when the line is to be passed over.
+// Returns the value of a line that sets the debug switch, or nothing for any other line.
 std::optional<std::string> debugValueOfLine(std::string_view line) {
   if (line.find('#') != std::string_view::npos) return std::nullopt;
   if (line.find(kDebugKey) == std::string_view::npos) return std::nullopt;

@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::chrono::seconds kRequestTimeout{15};
 
-// Every task that was started, newest first. None is ever removed: a sent task lives as long as the
-// process, whoever releases it.
+// Keeps every task that was started, newest first. None is ever removed: a sent task lives as long
+// as the process, whoever releases it.
 void keepTask(std::shared_ptr<UrlTask> task) {
   static Mutex mutex;
   static auto* const requestTaskArray = new std::deque<std::shared_ptr<UrlTask>>;
@@ -62,7 +62,7 @@ void ZOVKPopupNetwork::startRequest(std::int32_t type, const ZOVKPopupUrlParams&
   if (urlParams.urlStr.empty()) {
     logError("Url illegal");
     if (complete) return complete(false, std::nullopt);
-  } else if (complete) {  // without one, that of an earlier call stays
+  } else if (complete) {  // without one, the one of an earlier call stays
     const LockGuard lock(mutex_);
     requestComplete_ = complete;
   }

@@ -40,7 +40,7 @@ boost::json::parse_options optionsOfMessages() {
   return options;
 }
 
-/// The message that `value` is, or what is wrong with it.
+/// Returns the message that `value` is. Returns nothing, and sets `error`, if it is not a message.
 std::optional<HelperMessage> messageOf(boost::json::value value, std::string& error) {
   boost::json::object* message = value.if_object();
   const boost::json::value* type =

@@ -11,7 +11,8 @@ namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
-/// Length of the characters that `text` begins with, up to the first byte that is part of none.
+/// Returns the length of the characters that `text` begins with, up to the first byte that belongs
+/// to no character.
 std::size_t validPrefix(std::string_view text) {
   namespace utf = boost::locale::utf;
   const char* position = text.data();

@@ -12,7 +12,7 @@
 namespace zovk {
 namespace {
 
-// The part of a text that is at most `longest` bytes long and ends with a whole character.
+// Returns the beginning of a text, at most `longest` bytes long, that ends with a whole character.
 std::string_view shortPart(std::string_view text, std::size_t longest) {
   if (text.size() <= longest) return text;
   while (longest > 0 && (static_cast<unsigned char>(text[longest]) & 0xC0U) == 0x80U) --longest;
@@ -26,7 +26,7 @@ class JsonWriter {
   explicit JsonWriter(bool pretty, std::size_t longest = std::string::npos)
       : pretty_(pretty), longest_(longest) {}
 
-  /// False when the value cannot be written, or when there is enough.
+  /// Returns false if the value cannot be written, or if enough was written.
   bool write(const boost::json::value& value) {
     if (isEnough()) return false;
     if (const auto* number = value.if_double()) return writeNumber(*number);
@@ -54,7 +54,7 @@ class JsonWriter {
     return write(member.value());
   }
 
-  // Of a long text no more is looked at than may be written.
+  // Reads no more of a long text than may be written.
   void writeText(std::string_view text) {
     text_ += boost::json::serialize(boost::json::string_view(shortPart(text, longest_)));
   }

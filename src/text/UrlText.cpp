@@ -36,7 +36,8 @@ std::string withPathEncoding(std::string_view path) {
   return boost::urls::encode(boost::urls::string_view(path.data(), path.size()), kPathCharacters);
 }
 
-// Cut off behind the host: engines let more characters pass in what follows than the parser does.
+// The address is cut off after the host: in the rest, web engines allow more characters than the
+// parser does.
 UrlParts partsOfUrl(const std::string& url) {
   const std::size_t colon = url.find(':');
   if (colon == std::string::npos) return {};

@@ -68,7 +68,7 @@ std::string withoutDotSegments(std::string_view path) {
   return result;
 }
 
-// Byte by byte: what encodes a text as a whole takes none in which escapes are to stay.
+// Works byte by byte: a function that encodes a whole text would encode the escapes again.
 std::string withOtherScriptsEscaped(std::string_view text) {
   std::string escaped;
   for (const char& c : text) {

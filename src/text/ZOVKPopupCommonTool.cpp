@@ -26,7 +26,7 @@ void storePair(std::string_view piece, boost::json::object& pairs) {
   if (key && !key->empty() && value) pairs[*key] = *value;
 }
 
-// True when what is written of a value can be read again, as far as numbers and depth go.
+// Returns whether the written value can be read again, as far as numbers and depth go.
 bool isWritable(const boost::json::value& value, std::size_t depth);
 
 bool isWritable(const boost::json::object& object, std::size_t depth) {

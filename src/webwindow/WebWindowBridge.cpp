@@ -18,7 +18,7 @@ WebWindowBridge::WebWindowBridge(const std::shared_ptr<WebWindowController>& con
                                  std::shared_ptr<Platform> platform)
     : ZOVKPopupWKWebViewJavascriptBridge(std::move(platform)), controller_(controller) {}
 
-// A page that never got the bridge leaves what waits for it to the next one.
+// If a page never got the bridge, the messages that wait for it are the next page's.
 void WebWindowBridge::holdMessagesForNextPage() {
   if (!base().startupMessageQueue()) reset();
 }

@@ -28,7 +28,7 @@ std::string textOf(int family, const void* address) {
 
 using NameOf = int (*)(int, sockaddr*, socklen_t*);
 
-// One end of a connection; absent when the descriptor is no internet socket.
+// Returns one end of a connection, or nothing if the descriptor is not an internet socket.
 std::optional<End> endOf(int descriptor, NameOf nameOf) {
   sockaddr_storage storage{};
   socklen_t length = sizeof(storage);

@@ -55,7 +55,7 @@ void readChange(Fault& fault, const std::string& argument, std::uint64_t largest
   }
 }
 
-// A member as text, so that numbers may be written as such.
+// Returns a member as text, so that numbers may be written as numbers.
 std::string textOf(const boost::json::object& request, std::string_view name) {
   const auto* value = request.if_contains(name);
   if (value == nullptr || value->is_null()) return "";

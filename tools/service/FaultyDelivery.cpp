@@ -16,7 +16,7 @@ constexpr std::size_t kMegabyte = 1 << 20;
 void sendWhole(httplib::Response& response, Answer answer) {
   response.status = answer.status;
   for (const auto& [name, value] : answer.headers) response.set_header(name, value);
-  // Without a body the library tells the length on its own; for a provider, 0 is no length at all.
+  // Without a body the library sends the length by itself; for a provider, 0 means no length.
   if (answer.body.empty()) return;
   const auto body = std::make_shared<const std::string>(std::move(answer.body));
   response.set_content_provider(body->size(), answer.type,

@@ -27,7 +27,8 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-// Whether one of the listed tags is this one. A weak tag counts too, as reading a page asks.
+// Returns whether one of the listed tags is this one. A weak tag counts, too, because a page is
+// only read.
 bool listHasTag(std::string_view list, std::string_view tag) {
   while (!list.empty()) {
     const std::size_t end = list.find(',');

@@ -26,7 +26,7 @@ boost::json::value parsed(std::string_view text) {
   return error ? boost::json::value() : value;
 }
 
-// What the player did stands in the body as a JSON text of its own.
+// Returns what the player did, which stands in the body as a JSON text of its own.
 boost::json::value resultOf(const boost::json::value& body) {
   const auto* members = body.if_object();
   const auto* data = members ? members->if_contains("data") : nullptr;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view kMask = "<game key>";
 
-// Where the common parameters begin: the last "game_id=" that starts a parameter.
+// Returns where the common parameters begin: at the last "game_id=" that starts a parameter.
 std::size_t startOfParameters(std::string_view query) {
   constexpr std::string_view kFirst = "game_id=";
   const std::size_t later = query.rfind("&game_id=");
@@ -19,7 +19,7 @@ std::size_t startOfParameters(std::string_view query) {
   return query.starts_with(kFirst) ? 0 : query.size();
 }
 
-// The value as it was sent; absent when there is no such parameter.
+// Returns the value as it was sent, or nothing if there is no such parameter.
 std::optional<std::string> parameter(std::string_view parameters, std::string_view name) {
   while (!parameters.empty()) {
     const std::string_view piece = parameters.substr(0, parameters.find('&'));

@@ -19,7 +19,8 @@ void printLine(const std::string& line) {
   std::fflush(stdout);
 }
 
-// Blocked in every thread, so that the main thread can wait for them like for anything else.
+// Blocks the signals in every thread, so that the main thread can wait for them as for anything
+// else.
 sigset_t blockEndingSignals() {
   sigset_t signals;
   sigemptyset(&signals);

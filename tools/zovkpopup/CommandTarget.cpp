@@ -25,7 +25,7 @@ std::string typeOf(const std::string& key) {
   return found == types.end() ? "application/octet-stream" : found->second;
 }
 
-// What has been put in is not looked at again, so that a file's name may have any sign in it.
+// Inserted text is not searched again, so a file's name may hold any sign.
 std::string filledIn(const std::string& line, const Words& words) {
   std::string result;
   for (std::size_t at = 0; at < line.size();) {

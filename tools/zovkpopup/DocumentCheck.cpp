@@ -12,7 +12,7 @@
 namespace zovk::tool {
 namespace {
 
-// The records are those of the entries that the engine does not pass over.
+// The records belong to the entries that the engine does not pass over.
 void checkRecords(const boost::json::value& document, DocumentEngine& engine,
                   const OpenDocument& opened, Problems& problems) {
   PopupCheck check(engine, opened.pages, opened.now, opened.mayTakeBack, problems);

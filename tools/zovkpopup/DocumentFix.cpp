@@ -59,8 +59,8 @@ class LostPages {
     }
   }
 
-  /// A file with the digest that the popup gives, or else the only one that is called like a page
-  /// of such a popup.
+  /// Returns a file with the digest that the popup gives, or else the only one with the name of
+  /// such a popup's page.
   std::optional<fs::path> find(const ZOVKPopupModel& popup) {
     const std::string sig = lowerCase(popup.sig);
     std::vector<fs::path> alike;
@@ -110,7 +110,7 @@ void judge(std::vector<Fix>& fixes, const PageFolder& pages) {
   }
 }
 
-// From the last to the first, so that the places before stay.
+// Works from the last to the first, so that the places before them stay right.
 std::string withDigests(std::string text, const std::vector<Fix>& fixes,
                         std::vector<std::string>& said) {
   const std::vector<SigPlace> places = sigPlaces(text);

@@ -8,7 +8,7 @@
 namespace zovk::tool {
 namespace {
 
-// The line at which it ends to be JSON, and the one with a sign below the place.
+// Returns the line at which the text is no longer JSON, and a line with a sign below the place.
 std::string marked(std::string_view text, const JsonText& json) {
   constexpr std::size_t kWidth = 100;
   std::size_t start = 0;

@@ -33,8 +33,8 @@ std::filesystem::path pageFolderOf(const DocumentOptions& options) {
   throw ToolError("--pages " + options.pages + ": is no folder", kNoInput);
 }
 
-// As the development service hands it out. A text that is no document stays as it is, for the check
-// to say so.
+// Returns the document as the development service sends it. A text that is not a document stays
+// unchanged, so that the check reports it.
 std::string asServed(const std::string& text, const std::filesystem::path& pages) {
   // What the service's own address will be is not known, nor anything that games object to.
   const std::string base = "https://localhost";

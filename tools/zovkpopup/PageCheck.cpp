@@ -28,7 +28,7 @@ bool isFromNet(const std::string& address) {
   return address.starts_with("http:") || address.starts_with("https:") || address.starts_with("//");
 }
 
-// Neither from the net nor within the page.
+// Returns whether an address leads neither to the net nor to a place within the page.
 bool isRelative(const std::string& address) {
   const std::size_t colon = address.find(':');
   const bool hasScheme = colon != std::string::npos && colon < address.find_first_of("/?#");

@@ -39,7 +39,7 @@ std::string hintForBlocked(std::string_view text) {
   return "\n  A page file loads no other file: put styles, scripts and pictures into the page.";
 }
 
-// "window.webkit.messageHandlers.NAME.postMessage" of a name that is no handler's.
+// Finds "window.webkit.messageHandlers.NAME.postMessage" with a name that no handler has.
 std::string hintFor(std::string_view text) {
   constexpr std::string_view kHandlers = "messageHandlers.";
   const std::size_t at = text.find(kHandlers);

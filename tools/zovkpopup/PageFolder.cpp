@@ -6,7 +6,7 @@
 namespace zovk::tool {
 namespace {
 
-// The last piece of an address's path, decoded; empty where there is none that could be a file.
+// Returns the last piece of an address's path, decoded; empty if it cannot be a file's name.
 std::string lastPiece(const std::string& uri) {
   const auto parsed = boost::urls::parse_uri_reference(uri);
   if (!parsed || parsed->segments().empty()) return "";

@@ -45,7 +45,7 @@ void PopupCheck::checkContent(const ZOVKPopupModel& popup) {
   }
 }
 
-// Once for each file, at the first popup that shows it.
+// Checks each file once, at the first popup that shows it.
 void PopupCheck::checkPage(const ZOVKPopupModel& popup) {
   const auto file = popup.isPageFile() ? pages_.find(popup) : std::nullopt;
   if (!file || !readPages_.insert(*file).second) return;
@@ -57,7 +57,7 @@ void PopupCheck::checkPage(const ZOVKPopupModel& popup) {
 }
 
 void PopupCheck::checkDigest(const ZOVKPopupModel& popup, const std::string& digest) {
-  if (!popup.isPageFile() && popup.uri.empty()) return;  // the missing address is told instead
+  if (!popup.isPageFile() && popup.uri.empty()) return;  // the missing address is reported instead
   const auto file = popup.isPageFile() ? pages_.find(popup) : std::nullopt;
   const std::string what = file ? file->string() : popup.uri;
   if (digest.empty()) {

@@ -69,7 +69,7 @@ void Preview::setUp(const PreviewBundle& bundle, const std::optional<Size>& size
     throw ToolError("the library cannot be set up", kUnavailable);
 }
 
-// The real screen is known once the helper is there, or else it is over.
+// The real screen is known once the helper runs. If no helper comes, the preview ends.
 void Preview::refuseSizeBeyondScreen(const Size& size) {
   const UserInterface& real = platform_->interfaces().userInterface;
   turnFor(kLoadingTakesAtMost, [&real] { return real.mainScreenBounds().width > 0; });
@@ -79,7 +79,7 @@ void Preview::refuseSizeBeyondScreen(const Size& size) {
                               size.height, screen.width, screen.height));
 }
 
-// The engine shows what a server says to a page that is not there like any other page.
+// The engine shows a server's answer for a missing page like any other page.
 void Preview::refuseBadStatus(const std::string& address) {
   constexpr int kRefused = 400;
   const auto status = std::make_shared<std::optional<int>>();

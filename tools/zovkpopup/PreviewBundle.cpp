@@ -45,7 +45,7 @@ ZOVKPopupModel popupFor(const PreviewOptions& options, const std::string& page) 
   return popup;
 }
 
-// A page in UTF-16 is told by its first two bytes.
+// Pages in UTF-16 are recognised by their first two bytes.
 bool isBinary(const std::string& page) {
   const bool isWide = page.starts_with("\xff\xfe") || page.starts_with("\xfe\xff");
   return !isWide && page.find('\0') != std::string::npos;
@@ -131,7 +131,7 @@ PreviewBundle::PreviewBundle(const PreviewOptions& options) {
     writeFile(bundle() / file_, page);
   }
   writeFile(bundle() / "ZOVKPopupLocal.config", documentWith(popup));
-  // The engine tells that a page has loaded in its debug lines only.
+  // Only the engine's debug lines say that a page has loaded.
   writeFile(resources() / "Info.json", R"({"ZOVK_DEBUG": true})");
 }
 

@@ -4,7 +4,7 @@
 
 namespace zovk::tool {
 
-// The helper inherits the environment and dresses by it.
+// The helper inherits the environment and takes its look from it.
 void setLook(const PreviewOptions& options) {
   const auto set = [](const char* name, const std::string& value) {
     ::setenv(name, value.c_str(), 1);

@@ -20,7 +20,7 @@ struct Picture {
   std::string png;
 };
 
-// What was asked for, or else all there is.
+// Returns what was asked for, or else everything.
 std::vector<std::string> those(const std::string& asked, std::vector<std::string> all) {
   if (asked.empty()) return all;
   return {asked};

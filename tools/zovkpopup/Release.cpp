@@ -54,7 +54,7 @@ class Writer {
   fs::path root_;
 };
 
-// The address of a page under its digest: below `base`, or else where it was meant to be.
+// Returns the address of a page under its digest: below `base`, or else where it was meant to be.
 std::string pageAddress(const std::string& base, const std::string& uri, const std::string& key) {
   if (!base.empty()) return base + "/" + key;
   boost::urls::url address(boost::urls::parse_uri(uri).value());
@@ -89,7 +89,7 @@ class PageAddresses {
   std::vector<std::string> pages_;
 };
 
-// The records are those of the entries that the engine does not pass over.
+// The records belong to the entries that the engine does not pass over.
 std::string leadToPages(const OpenDocument& opened, PageAddresses& addresses) {
   DocumentEngine engine(opened.now);
   if (const auto rejection = engine.load(opened.text, opened.configType, opened.pages)) {

@@ -22,7 +22,7 @@ std::string kindOf(const boost::json::value& value) {
   return value.is_object() ? "an object" : "a number";
 }
 
-// What the parser takes no number from, and then rejects the whole document.
+// Returns whether the parser can read no number from the value, and so rejects the whole document.
 bool hasNoNumber(const boost::json::value& value) {
   return value.is_null() || value.is_array() || value.is_object();
 }

@@ -11,8 +11,8 @@ namespace {
 
 namespace json = boost::json;
 
-// Is told what the parser has just read, and knows how far that was. The depth counts what is open:
-// 1 in the document, 2 in "popups", 3 in an entry.
+// The parser reports here what it has just read, and how far it has read. The depth counts what is
+// open: 1 in the document, 2 in "popups", 3 in an entry.
 struct Finder {
   static constexpr std::size_t max_object_size = std::numeric_limits<std::size_t>::max();
   static constexpr std::size_t max_array_size = max_object_size;

@@ -7,7 +7,7 @@
 namespace zovk::tool {
 namespace {
 
-// How many letters must be put in, left out or changed to get from one word to the other.
+// Returns how many letters must be added, left out or changed to get from one word to the other.
 std::size_t distance(std::string_view a, std::string_view b) {
   std::vector<std::size_t> row(b.size() + 1);
   std::iota(row.begin(), row.end(), std::size_t{0});

@@ -6,7 +6,7 @@
 
 namespace zovk::tool {
 
-// Blocked in every thread, so that they are read like anything else that happens.
+// The signals are blocked in every thread, so that they can be read like every other event.
 StopSignals::StopSignals() {
   sigset_t signals;
   sigemptyset(&signals);

@@ -191,7 +191,7 @@ std::shared_ptr<Timer> MemoryScheduler::scheduleRepeating(std::chrono::milliseco
   return timer;
 }
 
-// The valid timer that is due first; of several the one that was made first.
+// Returns the valid timer that is due first; of several, the one that was made first.
 std::shared_ptr<MemoryTimer> MemoryScheduler::nextTimer() {
   std::shared_ptr<MemoryTimer> next;
   std::erase_if(timers_, [&next](const auto& weak) {

@@ -109,7 +109,7 @@ bool MemoryUrlSession::Core::becomeThreaded() {
   return !std::exchange(threaded_, true) && !stopped_;
 }
 
-// Absent when nothing is to be delivered, or a completion is still running.
+// Returns nothing if nothing is to be delivered, or a completion is still running.
 std::optional<MemoryUrlSession::Core::Answered> MemoryUrlSession::Core::takeAnswered() {
   const LockGuard lock(mutex_);
   if (answered_.empty() || delivering_) return std::nullopt;

@@ -94,8 +94,8 @@ boost::json::object bodyOf(const std::string& text) {
   }
 }
 
-// The service stands for the studio's own, so that its plain address on loopback is no fault of the
-// author's.
+// The service stands in for the studio's own, so its plain address on loopback is not the author's
+// fault.
 std::string asIfSecure(std::string base) {
   constexpr std::string_view kPlain = "http://";
   if (base.starts_with(kPlain)) base.replace(0, kPlain.size(), "https://");
@@ -145,7 +145,7 @@ std::string Console::address() const {
   return gate_.origin() + "/#token=" + gate_.token();
 }
 
-// A token has no use in a page that is loaded with nothing in it.
+// The page needs no token: it holds nothing yet when it is loaded.
 void Console::addPage() {
   const auto file = [this](const httplib::Request& request, httplib::Response& response,
                            const std::string& name) {
@@ -313,7 +313,7 @@ void Console::get(const std::string& pattern, const Endpoint& endpoint) {
   });
 }
 
-// Whom the console does not know has nothing read.
+// The body of a request is read only if the console knows its sender.
 void Console::post(const std::string& pattern, const Endpoint& endpoint) {
   server_.http().Post(pattern,
                       [this, endpoint](const httplib::Request& request, httplib::Response& response,

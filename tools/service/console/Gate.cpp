@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* kTokenHeader = "X-Console-Token";
 
-// How much the comparison takes does not tell how much of the token was right.
+// The time of the comparison does not show how much of the token was right.
 bool sameText(const std::string& left, const std::string& right) {
   return left.size() == right.size() && CRYPTO_memcmp(left.data(), right.data(), left.size()) == 0;
 }
@@ -25,7 +25,7 @@ Gate::Gate(bool tls, const std::string& listened, int port)
       origin_(baseAddress(tls, isLoopback(listened) ? listened : "127.0.0.1", port)),
       token_(unguessable()) {}
 
-// A name of another's that leads to this machine would make another's page one of this origin.
+// If another site's name led to this machine, that site's pages would have this origin.
 bool Gate::isOwnName(const std::string& host) const {
   const std::string address = scheme_ + "://" + host;
   const auto parsed = boost::urls::parse_uri(address);

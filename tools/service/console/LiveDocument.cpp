@@ -32,7 +32,8 @@ class KnownEntries {
     }
   }
 
-  /// The popup of an entry, each one once: the same entry, else the same number. Else 0.
+  /// Returns the popup of an entry, each one once: that of the same entry, or else of the same
+  /// number; otherwise 0.
   std::int64_t take(const boost::json::object& entry) {
     auto found = std::find_if(known_.begin(), known_.end(),
                               [&](const auto& known) { return known.second == entry; });
@@ -47,7 +48,7 @@ class KnownEntries {
     known_.erase(found);
     return store_.popup(popup) ? popup : 0;
   }
-  /// What the entry was that `take` found.
+  /// Returns the earlier state of the entry that `take` found.
   const boost::json::object& before() const { return before_; }
 
  private:
@@ -113,7 +114,7 @@ void LiveFolder::finishRelease() {
   if (latest && !store_.isLive(latest->id)) putLive(*latest);
 }
 
-// The document as it stands in the folder, or why it cannot be worked with.
+// Returns the document as it stands in the folder, or the reason why it cannot be used.
 LiveDocument LiveFolder::readFile() const {
   LiveDocument live;
   live.document = {{"code", 0}, {"popups", boost::json::array()}};

@@ -32,8 +32,8 @@ class HelperBackdrop {
   bool isWanted() const { return wanted_; }
   /// Stops asking the game.
   void close();
-  /// Returns the game's frame. Returns nothing if the game has none, or none that may be sent; it
-  /// is then told why in the log.
+  /// Returns the game's frame. Returns nothing if the game has none, or none that may be sent; the
+  /// log then says why.
   std::optional<Answer> ask(TimePoint now);
 
  private:

@@ -234,7 +234,7 @@ void HelperClient::helperIsLost(const std::string& reason) {
   const bool again = std::exchange(mayStartAgain_, false);
   logError("Helper lost (%s), %s", reason, again ? "starting it again" : "giving up");
   hello_[member::kDrawingFailed] = true;  // it may have been the graphics driver
-  // A new helper is started before anybody is told, so that their new commands reach it.
+  // A new helper is started before anybody hears of the loss, so that their new commands reach it.
   const auto replies = replies_.takeAll();
   if (again) {
     launch();

@@ -33,7 +33,7 @@ HelperMessage helloOf(const ZOVKPopupHostSettings& settings, const LinuxDevice& 
   return hello;
 }
 
-/// The scheme of an address, in lower case; empty when it has none.
+/// Returns the scheme of an address in lower case; empty if it has none.
 std::string schemeOf(const std::string& url) {
   const std::size_t end = url.find(':');
   if (end == std::string::npos) return {};
@@ -44,7 +44,7 @@ std::string schemeOf(const std::string& url) {
   return scheme;
 }
 
-/// Hears whether the answering event has a true `member`.
+/// Returns a reply that passes on whether `member` of the answering event is true.
 HelperReplies::Reply replyWith(std::string_view member, std::function<void(bool)> completion) {
   return [member, completion = std::move(completion)](const HelperMessage* answer) {
     if (completion) completion(answer != nullptr && answer->at(member).as_bool());

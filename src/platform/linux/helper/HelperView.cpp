@@ -7,7 +7,7 @@
 namespace zovk {
 namespace {
 
-/// 0 for a view of another making, which the helper does not know.
+/// Returns 0 for a view that was not made here, which the helper does not know.
 HelperId idOf(const View& view) {
   const auto* identity = dynamic_cast<const HelperViewIdentity*>(&view);
   return identity == nullptr ? 0 : identity->id();

@@ -118,7 +118,7 @@ void HelperWebView::loadFile(const std::string& url, const std::string& readAcce
            url);
 }
 
-// A helper that is started anew asks: what was allowed then need not be so any more.
+// A helper that is started again asks: what was allowed before may no longer be allowed.
 void HelperWebView::sendLoad(const HelperMessage& command, const std::string& url) {
   HelperMessage sent = command;
   if (!url.empty() && std::exchange(allowedAhead_, {}) == url) sent[member::kAllowed] = true;
@@ -173,7 +173,7 @@ void HelperWebView::pageCommitted() {
   if (const auto listener = delegate()) listener->didCommitNavigation(*this);
 }
 
-// A page that was there is loaded again however often; one that never comes must not be for ever.
+// A page that has come is loaded again any number of times; one that never comes is given up.
 void HelperWebView::processEnded() {
   const bool inVain = hasLoaded_ && !std::exchange(committed_, false);
   vainStarts_ = inVain ? vainStarts_ + 1 : 0;

@@ -7,7 +7,8 @@
 namespace zovk {
 namespace {
 
-/// As the device sees it. A size that is not known counts as what layouts are chosen by then.
+/// Returns the shape as the device sees it. An unknown size counts as the one that layouts are
+/// chosen by.
 bool isPortrait(const Size& size) {
   return size.width > 0 && size.height >= size.width;
 }
@@ -28,7 +29,7 @@ class PaintedTransition final : public TransitionCoordinator {
           if (end) end();
         });
   }
-  /// For a controller that had nothing to do.
+  /// Ends a transition in which the controller had nothing to do.
   void endUnlessBegun() {
     if (const Task end = std::exchange(end_, {})) end();
   }

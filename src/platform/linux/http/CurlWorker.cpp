@@ -246,7 +246,8 @@ bool CurlWorker::takeSignal() {
   return ::read(signal_.get(), &count, sizeof count) > 0;
 }
 
-// Until the first transfer counts as stalled; the library itself wakes for what else is due.
+// Returns the time until the first transfer counts as stalled. The library itself wakes for
+// everything else that is due.
 int CurlWorker::millisecondsToWait(State& state) {
   const auto now = SteadyClock::now();
   SteadyClock::duration wait = kLongestWait;

@@ -68,7 +68,7 @@ int SqliteFile::execute(const char* sql, const Bind& bind, const Row& row) {
   return code == SQLITE_DONE ? SQLITE_OK : code;
 }
 
-// Not 0 when SQLite is to try again.
+// Returns 0 if SQLite is to give up, and another number if it is to try again.
 int SqliteFile::waitForOthers(void* file, int /*times*/) {
   constexpr std::chrono::milliseconds kPause(1);
   if (std::chrono::steady_clock::now() + kPause > static_cast<SqliteFile*>(file)->deadline_) {

@@ -92,7 +92,7 @@ void SqliteSettings::change(const std::string& key, std::optional<std::string> v
   writeLines(lines);
 }
 
-// What waits no longer is written, or lost with a line.
+// Changes that cannot wait any longer are written, or lost with a log line.
 void SqliteSettings::writeQueued(std::chrono::milliseconds patience, Lines& lines) const {
   while (!queued_.empty()) {
     const auto& [key, value] = *queued_.begin();

@@ -12,7 +12,8 @@ constexpr std::string_view kX11 = "x11:";
 constexpr std::string_view kWayland = "wayland:";
 constexpr std::size_t kLongest = 256;
 
-/// Decimal, or hexadecimal behind 0x, as tools of X11 write it; 0 when it is neither.
+/// Reads a decimal number, or a hexadecimal one after 0x, as tools of X11 write it. Returns 0 for
+/// any other text.
 std::uint64_t numberOf(std::string_view text) {
   const bool isHexadecimal = text.starts_with("0x");
   if (isHexadecimal) text.remove_prefix(2);

@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The file of the shared library that holds this code, or of the program.
+// Returns the file of the shared library that holds this code, or of the program.
 fs::path ownFile() {
   Dl_info info{};
   void* extra = nullptr;

@@ -46,7 +46,7 @@ bool isStillThere(const UniqueFd& directory, const std::string& path) {
          opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
 }
 
-/// Nothing but what was made here, whatever else the directory holds.
+/// Removes only what was made here, whatever else the directory holds.
 void removeWithFiles(const std::string& path) {
   std::error_code error;
   for (fs::directory_iterator entry(path, error), end; !error && entry != end;
