@@ -131,7 +131,7 @@ class ZOVKPOPUP_API ZOVKPopupWebViewJavascriptBridgeBase
   Handler messageHandler;
 
  private:
-  // Shared, so that a callback can be told from another one under the same name.
+  // Shared, so that a callback can be distinguished from a later one under the same name.
   using WaitingCallback = std::shared_ptr<const ResponseCallback>;
 
   std::string keepCallback(ResponseCallback callback);

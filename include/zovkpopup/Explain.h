@@ -24,7 +24,7 @@ struct ZOVKPopupExplainedPopup {
   std::size_t rank = 0;  ///< Place in the order of showing: 1 is first, 0 is not shown.
 };
 
-/// The answer to the question why something is shown, or nothing.
+/// The reasons why a request shows something, or nothing.
 struct ZOVKPopupExplanation {
   std::string sentence;                         ///< A sentence about the whole request.
   std::vector<ZOVKPopupExplainedPopup> popups;  ///< In the order of examination.

@@ -58,8 +58,8 @@ struct ZOVKPopupHostSettings {
   /// Whether the helper program writes the pages' console to its standard output, which is the
   /// game's. For tools.
   bool pageConsole = false;
-  /// For how many seconds after the last popup the next one can appear without delay. Then the
-  /// helper frees what it held ready, and ten minutes later it ends. The next popup starts it
+  /// The seconds after the last popup in which the next one can appear without delay. Then the
+  /// helper frees the page held ready, and ten minutes later it ends. The next popup starts it
   /// again; so does a `havePopup` that returns true, best called a second ahead.
   std::uint32_t readySeconds = 60;
 };

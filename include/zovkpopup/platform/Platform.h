@@ -23,7 +23,7 @@ class PlatformLog {
 
 /// Everything the engine needs from the world around it. Each interface says on which threads it
 /// may be used. The maker of a platform owns the objects behind the references, and keeps them
-/// until nothing that was given the platform is left.
+/// until nothing uses the platform any more.
 struct Platform {
   PlatformLog& log;
   MainQueue& mainQueue;

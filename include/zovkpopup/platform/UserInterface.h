@@ -13,7 +13,7 @@ namespace zovk {
 
 /// Makes windows, layouts and web views, and opens addresses outside the game. Main thread only;
 /// events and results come from the host's pump. Callers own the objects made. No call fails at
-/// once. If the interface cannot be started, the root controller of every window is told. An
+/// once. If the interface cannot be started, the root controller of every window hears of it. An
 /// interface that is lost for a moment restores what was on screen.
 class UserInterface {
  public:
