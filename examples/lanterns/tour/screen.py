@@ -114,6 +114,12 @@ class Screen:
         # Out of the way, so that nothing looks different because the pointer is over it.
         self.point(self.width / 2, 3)
 
+    def wake(self):
+        """Compositors that are drawn on another display may keep the pointer's moves from a program
+        of XWayland until it was clicked once."""
+        if not self.plain:
+            self.click(self.width / 2, 3)
+
     def click_box(self, box):
         self.click((box[0] + box[2]) / 2, (box[1] + box[3]) / 2)
 
