@@ -17,6 +17,7 @@
 #include <unistd.h>
 
 #include "helper/GObjectPtr.h"
+#include "text/LowerCase.h"
 
 namespace zovk::helper {
 namespace {
@@ -31,11 +32,6 @@ constexpr std::array kSoftware = {"llvmpipe",    "softpipe", "swrast",      "lav
                                   "swiftshader", "software", "basic render"};
 /// Devices of drivers that do not use the system's own folder of devices.
 constexpr std::array kDevices = {"nvidia", "mali", "kgsl", "dxg", "pvr"};
-
-std::string small(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(), g_ascii_tolower);
-  return text;
-}
 
 /// Starts the program with its output in the pipe; -1 when it cannot be.
 pid_t start(std::string program, std::string displays, int output) {
@@ -88,7 +84,7 @@ bool hasGraphicsDevice() {
 }
 
 bool isSoftwareRenderer(const std::string& name) {
-  const std::string known = small(name);
+  const std::string known = lowerCase(name);
   return std::any_of(kSoftware.begin(), kSoftware.end(),
                      [&known](const char* word) { return known.find(word) != std::string::npos; });
 }

@@ -16,20 +16,6 @@ inline ZOVKPopupEvent eventOf(const ZOVKPopupModel& popup, ZOVKPopupEvent::Kind 
   return event;
 }
 
-/// Makes the event of a popup that is not shown, or not until an answer.
-inline ZOVKPopupEvent notShown(const ZOVKPopupModel& popup, const std::string& reason,
-                               const std::string& sentence) {
-  ZOVKPopupEvent event = eventOf(popup, ZOVKPopupEvent::Kind::kNotShown);
-  event.reason = reason;
-  event.sentence = sentence;
-  return event;
-}
-
-/// Makes the event of a popup whose request ended before its turn.
-inline ZOVKPopupEvent requestEnded(const ZOVKPopupModel& popup) {
-  return notShown(popup, "request_ended", "Its request ended with another popup before its turn.");
-}
-
 /// Makes the event of a request without a popup.
 inline ZOVKPopupEvent nothingShown(const std::string& scene, const std::string& reason,
                                    const std::string& sentence) {
@@ -38,6 +24,19 @@ inline ZOVKPopupEvent nothingShown(const std::string& scene, const std::string& 
   event.reason = reason;
   event.sentence = sentence;
   return event;
+}
+
+/// Makes the event of a popup that is not shown, or not until an answer.
+inline ZOVKPopupEvent notShown(const ZOVKPopupModel& popup, const std::string& reason,
+                               const std::string& sentence) {
+  ZOVKPopupEvent event = nothingShown(popup.scene, reason, sentence);
+  event.pop_id = popup.pop_id;
+  return event;
+}
+
+/// Makes the event of a popup whose request ended before its turn.
+inline ZOVKPopupEvent requestEnded(const ZOVKPopupModel& popup) {
+  return notShown(popup, "request_ended", "Its request ended with another popup before its turn.");
 }
 
 }  // namespace zovk

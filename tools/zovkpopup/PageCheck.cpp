@@ -12,7 +12,6 @@ namespace zovk::tool {
 namespace {
 
 constexpr std::size_t kGood = 200U * 1024U;
-constexpr std::size_t kMuch = 8U * 1024U * 1024U;
 constexpr std::size_t kTooMuch = 64U * 1024U * 1024U;
 
 bool isBlank(const std::string& text) {
@@ -109,15 +108,15 @@ class PageReader {
 
 std::string sizeText(std::size_t bytes) {
   constexpr double kMebi = 1024.0 * 1024.0;
-  return bytes < kMuch ? fmt::format("{} KB", bytes / 1024)
-                       : fmt::format("{:.1f} MiB", static_cast<double>(bytes) / kMebi);
+  return bytes < kLongPage ? fmt::format("{} KB", bytes / 1024)
+                           : fmt::format("{:.1f} MiB", static_cast<double>(bytes) / kMebi);
 }
 
 void checkSize(std::size_t bytes, std::vector<PageProblem>& problems) {
   const std::string is = "is " + sizeText(bytes) + " large";
   if (bytes > kTooMuch) {
     problems.push_back({Severity::kError, is + "; 64 MiB are the most"});
-  } else if (bytes > kMuch) {
+  } else if (bytes > kLongPage) {
     problems.push_back({Severity::kWarning, is + ", which many players wait for too long"});
   } else if (bytes > kGood) {
     problems.push_back({Severity::kHint, is + "; below 200 KB it is there at once"});

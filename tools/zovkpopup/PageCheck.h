@@ -1,11 +1,15 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 #include "zovkpopup/Problems.h"
 
 namespace zovk::tool {
+
+/// A page file that is longer gets a warning.
+inline constexpr std::size_t kLongPage = 8U * 1024U * 1024U;
 
 struct PageProblem {
   Severity severity = Severity::kWarning;

@@ -12,6 +12,7 @@
 
 #include "support/Utf8.h"
 #include "zovkpopup/JsonText.h"
+#include "zovkpopup/PageCheck.h"
 #include "zovkpopup/PageScripts.h"
 #include "zovkpopup/PreviewBundle.h"
 #include "zovkpopup/Shell.h"
@@ -21,8 +22,6 @@
 namespace zovk::tool {
 namespace {
 
-// A page in another encoding, or of a size that has no use, has been complained about already.
-constexpr std::size_t kLargestPage = 8U * 1024U * 1024U;
 // The scripts that one run of the helper gets, so that many pages need few runs.
 constexpr std::size_t kBytesAtOnce = 16U * 1024U * 1024U;
 
@@ -80,7 +79,8 @@ void checkScripts(Problems& problems) {
     const std::vector<ReadPage> pages = problems.pages();
     for (const ReadPage& page : pages) {
       const std::string text = readFile(page.file);
-      if (text.size() > kLargestPage || !isUtf8(text)) continue;
+      // The check of the page itself has complained about either.
+      if (text.size() > kLongPage || !isUtf8(text)) continue;
       for (const PageScript& script : scriptsOf(text)) parser.add(page, script);
     }
     parser.parse();

@@ -1,6 +1,5 @@
 #include "platform/linux/helper/HelperUserInterface.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -10,6 +9,7 @@
 #include "platform/linux/system/Container.h"
 #include "platform/linux/system/GameWindowName.h"
 #include "protocol/MessageNames.h"
+#include "text/LowerCase.h"
 
 namespace zovk {
 namespace {
@@ -36,12 +36,7 @@ HelperMessage helloOf(const ZOVKPopupHostSettings& settings, const LinuxDevice& 
 /// Returns the scheme of an address in lower case; empty if it has none.
 std::string schemeOf(const std::string& url) {
   const std::size_t end = url.find(':');
-  if (end == std::string::npos) return {};
-  std::string scheme = url.substr(0, end);
-  std::transform(scheme.begin(), scheme.end(), scheme.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  });
-  return scheme;
+  return end == std::string::npos ? std::string() : lowerCase(url.substr(0, end));
 }
 
 /// Returns a reply that passes on whether `member` of the answering event is true.
