@@ -21,6 +21,23 @@ class CheckPage : public DocumentTest {
   }
   /// A good page with something more.
   static std::string pageWith(const std::string& more) { return pageText("a") + more; }
+  /// The same page, which names another encoding.
+  static std::string pageIn(const std::string& encoding, const std::string& more) {
+    std::string page = pageWith(more);
+    const std::string utf8 = "utf-8";
+    return page.replace(page.find(utf8), utf8.size(), encoding);
+  }
+  static std::string inUtf16(const std::string& ascii, bool bigEndian) {
+    std::string wide = bigEndian ? "\xfe\xff" : "\xff\xfe";
+    for (const char c : ascii) wide += bigEndian ? std::string{'\0', c} : std::string{c, '\0'};
+    return wide;
+  }
+  /// A good page of a size, with something more at its end.
+  static std::string pageOfSize(std::size_t size, const std::string& more = {}) {
+    std::string page = pageWith("<!--");
+    page.resize(size - more.size() - 3, 'x');
+    return page + "-->" + more;
+  }
 };
 
 TEST_F(CheckPage, AGoodPageHasNoProblem) {
@@ -91,17 +108,75 @@ TEST_F(CheckPage, APageIsUtf8) {
 }
 
 TEST_F(CheckPage, ALargePageIsHintedAtThenWarnedOfThenRefused) {
-  const auto ofSize = [](std::size_t size) {
-    std::string page = pageWith("<!--");
-    page.resize(size - 3, 'x');
-    return page + "-->";
-  };
-  EXPECT_THAT(problemsOfPage(ofSize(200 * 1024)), IsEmpty());
-  EXPECT_THAT(problemsOfPage(ofSize(200 * 1024 + 1)), ElementsAre(HasSubstr("hint /popups/0")));
-  EXPECT_THAT(problemsOfPage(ofSize((8 << 20) + 1)), ElementsAre(HasSubstr("warning /popups/0")));
+  EXPECT_THAT(problemsOfPage(pageOfSize(200 * 1024)), IsEmpty());
+  EXPECT_THAT(problemsOfPage(pageOfSize(200 * 1024 + 1)), ElementsAre(HasSubstr("hint /popups/0")));
+  EXPECT_THAT(problemsOfPage(pageOfSize(8 << 20)), ElementsAre(HasSubstr("hint /popups/0")));
+  EXPECT_THAT(problemsOfPage(pageOfSize((8 << 20) + 1)),
+              ElementsAre(HasSubstr("warning /popups/0")));
+}
+
+TEST_F(CheckPage, TheScriptsOfTheLargestPageAreParsedAndThoseOfALargerOneAreNot) {
+  const std::string broken = "<script>let b = ;</script>";
   EXPECT_THAT(
-      problemsOfPage(ofSize((64 << 20) + 1)),
-      ElementsAre("error /popups/0 the page a.html is 64.0 MiB large; 64 MiB are the most"));
+      problemsOfPage(pageOfSize(64 << 20, broken)),
+      ElementsAre(HasSubstr("warning /popups/0"), HasSubstr("cannot be parsed, at line 1")));
+  EXPECT_THAT(
+      problemsOfPage(pageOfSize((64 << 20) + 1, broken)),
+      ElementsAre(
+          "error /popups/0 the page a.html is 64.0 MiB large; 64 MiB are the most",
+          "hint /popups/0 the scripts of the page a.html were not checked: it is too large"));
+}
+
+TEST_F(CheckPage, AScriptOfManyMegabytesIsParsedToItsEnd) {
+  std::string script = "<script>\n";
+  for (int i = 0; i < 1000; ++i) script += "/*" + std::string(12000, 'x') + "*/\n";
+  EXPECT_THAT(problemsOfPage(pageWith(script + "let b = 1;</script>")),
+              ElementsAre(HasSubstr("warning /popups/0 the page a.html is 11.")));
+  EXPECT_THAT(problemsOfPage(pageWith(script + "let b = ;</script>")),
+              ElementsAre(HasSubstr("warning /popups/0 the page a.html is 11."),
+                          HasSubstr("cannot be parsed, at line 1002")));
+}
+
+TEST_F(CheckPage, ScriptsAreDecodedAsTheWebEngineDecodesThem) {
+  const std::string latin = "<script>let gr\xf6\xdf = 1;</script>";
+  EXPECT_THAT(problemsOfPage(pageIn("ISO-8859-1", latin)), ElementsAre(HasSubstr("is not UTF-8")));
+  // There the two bytes are no letters, so they cannot be in a name.
+  EXPECT_THAT(problemsOfPage(pageWith(latin)),
+              ElementsAre(HasSubstr("is not UTF-8"), HasSubstr("cannot be parsed")));
+  EXPECT_THAT(problemsOfPage(pageIn("Shift_JIS", "<script>let a = '\x83\x5c'</script>")),
+              ElementsAre(HasSubstr("is not UTF-8")))
+      << "the second byte is half of a letter, not a backslash";
+  for (const bool bigEndian : {false, true}) {
+    EXPECT_THAT(problemsOfPage(inUtf16(pageWith("<script>let b = 1;</script>"), bigEndian)),
+                ElementsAre(HasSubstr("is UTF-16")));
+    EXPECT_THAT(problemsOfPage(inUtf16(pageWith("\n<script>let b = ;</script>"), bigEndian)),
+                ElementsAre(HasSubstr("is UTF-16"), HasSubstr("cannot be parsed, at line 2:")));
+  }
+}
+
+TEST_F(CheckPage, ScriptsOfAPageThatNamesNoEncodingAreWestern) {
+  std::string page = pageIn("", "<script>let gr\xc3\xb6\xc3\x9f = 1;</script>");
+  EXPECT_THAT(problemsOfPage(page),
+              ElementsAre(HasSubstr("does not say its encoding"), HasSubstr("cannot be parsed")));
+}
+
+TEST_F(CheckPage, AHelperThatFailsIsNamedInAHint) {
+  const std::string alone = path("bin/zovkpopup");
+  for (const char* folder : {"bin", "zovkpopup"}) std::filesystem::create_directory(path(folder));
+  std::filesystem::copy_file(ZOVKPOPUP_TOOL, alone);
+  const std::string helper = write("zovkpopup/zovkpopup-helper", "#!/bin/sh\nexit 7\n");
+  std::filesystem::permissions(helper, std::filesystem::perms::owner_all);
+  const ProgramRun run =
+      runProgram({alone, "check", document({pageFile("a")}), "--at", kNow, "--json"});
+  EXPECT_EQ(run.code, 0) << run.out << run.err;
+  EXPECT_THAT(problems(run), ElementsAre("hint  the scripts of the pages were not checked: " +
+                                         helper + " exited with status 7"));
+}
+
+TEST_F(CheckPage, APageInAnEncodingThatIsNotKnownSaysThatItsScriptsWereNotChecked) {
+  EXPECT_THAT(problemsOfPage(pageIn("x-own", "<script>let b = ;</script>")),
+              ElementsAre("hint /popups/0 the scripts of the page a.html were not checked: its "
+                          "encoding is not known"));
 }
 
 TEST_F(CheckPage, AHintIsNoErrorEvenIfWarningsAre) {

@@ -7,12 +7,13 @@
 
 #include "support/Utf8.h"
 #include "zovkpopup/HtmlTree.h"
+#include "zovkpopup/PageText.h"
 
 namespace zovk::tool {
 namespace {
 
 constexpr std::size_t kGood = 200U * 1024U;
-constexpr std::size_t kTooMuch = 64U * 1024U * 1024U;
+constexpr std::size_t kLong = 8U * 1024U * 1024U;
 
 bool isBlank(const std::string& text) {
   return text.find_first_not_of(" \t\r\n") == std::string::npos;
@@ -108,15 +109,15 @@ class PageReader {
 
 std::string sizeText(std::size_t bytes) {
   constexpr double kMebi = 1024.0 * 1024.0;
-  return bytes < kLongPage ? fmt::format("{} KB", bytes / 1024)
-                           : fmt::format("{:.1f} MiB", static_cast<double>(bytes) / kMebi);
+  return bytes < kLong ? fmt::format("{} KB", bytes / 1024)
+                       : fmt::format("{:.1f} MiB", static_cast<double>(bytes) / kMebi);
 }
 
 void checkSize(std::size_t bytes, std::vector<PageProblem>& problems) {
   const std::string is = "is " + sizeText(bytes) + " large";
-  if (bytes > kTooMuch) {
+  if (bytes > kLargestPage) {
     problems.push_back({Severity::kError, is + "; 64 MiB are the most"});
-  } else if (bytes > kLongPage) {
+  } else if (bytes > kLong) {
     problems.push_back({Severity::kWarning, is + ", which many players wait for too long"});
   } else if (bytes > kGood) {
     problems.push_back({Severity::kHint, is + "; below 200 KB it is there at once"});
@@ -131,13 +132,13 @@ std::vector<PageProblem> pageProblems(const std::string& page) {
     problems.push_back({Severity::kWarning, message});
   };
   checkSize(page.size(), problems);
-  if (page.size() > kTooMuch) return problems;
+  if (page.size() > kLargestPage) return problems;
   if (page.starts_with("\xff\xfe") || page.starts_with("\xfe\xff")) {
     warn("is UTF-16; save it as UTF-8");
     return problems;
   }
   if (!isUtf8(page)) warn("is not UTF-8, so that letters come out wrong; save it as UTF-8");
-  PageReader reader(page);
+  PageReader reader(pageText(page).value_or(page));
   if (!reader.hasCharset && !page.starts_with("\xef\xbb\xbf")) {
     warn("does not say its encoding: <meta charset=\"utf-8\">");
   }

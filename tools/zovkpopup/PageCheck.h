@@ -8,8 +8,8 @@
 
 namespace zovk::tool {
 
-/// A page file that is longer gets a warning.
-inline constexpr std::size_t kLongPage = 8U * 1024U * 1024U;
+/// A page file that is larger gets an error.
+inline constexpr std::size_t kLargestPage = 64U * 1024U * 1024U;
 
 struct PageProblem {
   Severity severity = Severity::kWarning;

@@ -1,13 +1,11 @@
 #include "zovkpopup/PreviewBundle.h"
 
-#include <cstdlib>
-
 #include <boost/json/object.hpp>
 
-#include "platform/linux/system/Paths.h"
 #include "record/ZOVKPopupModel.h"
 #include "text/Md5.h"
 #include "text/ZOVKPopupCommonTool.h"
+#include "zovkpopup/InstalledHelper.h"
 #include "zovkpopup/JsonText.h"
 #include "zovkpopup/TextFile.h"
 #include "zovkpopup/ToolError.h"
@@ -17,13 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// This program stands in a folder of its own beside the library's.
-fs::path libraryFolder() {
-  return fs::path(programPath()).parent_path().parent_path() / "zovkpopup";
-}
-
 fs::path installedBundle() {
-  const fs::path path = libraryFolder() / "ZOVKPopupResource.bundle";
+  fs::path path = libraryFolder() / "ZOVKPopupResource.bundle";
   std::error_code error;
   if (!fs::is_directory(path, error))
     throw ToolError(path.string() + " is not installed", kUnavailable);
@@ -52,7 +45,7 @@ bool isBinary(const std::string& page) {
 }
 
 std::string readPage(const std::string& file) {
-  const std::string page = readFile(file);
+  std::string page = readFile(file);
   if (page.find_first_not_of(" \t\r\n") == std::string::npos) {
     throw ToolError(file + ": is empty, and no page", kBadData);
   }
@@ -81,29 +74,8 @@ std::string documentWith(const ZOVKPopupModel& popup) {
 
 }  // namespace
 
-OwnFolder::OwnFolder() {
-  std::string pattern = (fs::temp_directory_path() / "zovkpopup-preview-XXXXXX").string();
-  if (::mkdtemp(pattern.data()) == nullptr)
-    throw ToolError(pattern + ": cannot be made", kCannotCreate);
-  path_ = pattern;
-}
-
-OwnFolder::~OwnFolder() {
-  std::error_code ignored;
-  fs::remove_all(path_, ignored);
-}
-
 fs::path PreviewBundle::helper() const {
   return libraryFolder() / "zovkpopup-helper";
-}
-
-fs::path installedHelper() {
-  const fs::path path = libraryFolder() / "zovkpopup-helper";
-  std::error_code error;
-  if (!fs::is_regular_file(path, error)) {
-    throw ToolError(path.string() + " is not installed", kUnavailable);
-  }
-  return path;
 }
 
 std::string PreviewBundle::pageAddress() const {

@@ -4,25 +4,9 @@
 #include <string>
 
 #include "zovkpopup/Options.h"
+#include "zovkpopup/OwnFolder.h"
 
 namespace zovk::tool {
-
-/// A temporary folder; it is removed with its contents when the object is destroyed.
-class OwnFolder {
- public:
-  /// Throws ToolError if it cannot be made.
-  OwnFolder();
-  ~OwnFolder();
-  OwnFolder(const OwnFolder&) = delete;
-  OwnFolder& operator=(const OwnFolder&) = delete;
-  const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
-
-/// Returns the library's helper program. Throws ToolError if it is not installed.
-std::filesystem::path installedHelper();
 
 /// A game with only one popup: a resource directory with the library's bundle and a local document,
 /// and a home directory.

@@ -4,9 +4,9 @@
 
 namespace zovk::tool {
 
-/// Adds an error for each script of the read pages that cannot be parsed. The helper program parses
-/// them, without running them and without a display. Where it is not installed or fails, adds a
-/// hint instead.
+/// Adds an error for each script of the read pages that cannot be parsed, and a hint for each page
+/// whose scripts were not checked. Where the helper program is not installed or fails, adds one
+/// hint for all pages.
 void checkScripts(Problems& problems);
 
 }  // namespace zovk::tool

@@ -1,7 +1,6 @@
 #include "platform/linux/helper/HelperLauncher.h"
 
 #include <array>
-#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
@@ -11,6 +10,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "platform/linux/helper/SpawnAttributes.h"
 #include "platform/linux/system/Paths.h"
 #include "protocol/FrameCodec.h"
 
@@ -33,31 +33,6 @@ class SpawnFiles {
 
  private:
   posix_spawn_file_actions_t actions_{};
-};
-
-/// Signals as in a fresh process, whatever the game blocks or ignores, and a separate process
-/// group, so that the game alone handles a key that interrupts it.
-class SpawnAttributes {
- public:
-  SpawnAttributes() {
-    sigset_t none;
-    sigset_t all;
-    sigemptyset(&none);
-    sigfillset(&all);
-    ::posix_spawnattr_init(&attributes_);
-    ::posix_spawnattr_setsigmask(&attributes_, &none);
-    ::posix_spawnattr_setsigdefault(&attributes_, &all);
-    ::posix_spawnattr_setpgroup(&attributes_, 0);
-    ::posix_spawnattr_setflags(
-        &attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
-  }
-  ~SpawnAttributes() { ::posix_spawnattr_destroy(&attributes_); }
-  SpawnAttributes(const SpawnAttributes&) = delete;
-  SpawnAttributes& operator=(const SpawnAttributes&) = delete;
-  const posix_spawnattr_t* get() const { return &attributes_; }
-
- private:
-  posix_spawnattr_t attributes_{};
 };
 
 HelperLauncher::Started failure(const std::string& step, int error) {

@@ -35,15 +35,17 @@ std::optional<std::string> HelperProcess::reap() {
                                     : "was ended by signal " + number;
 }
 
-bool HelperProcess::reapUntil(std::chrono::steady_clock::time_point deadline) {
+std::optional<std::string> HelperProcess::reapUntil(
+    std::chrono::steady_clock::time_point deadline) {
   using std::chrono::milliseconds;
-  while (!reap()) {
+  for (;;) {
+    auto end = reap();
+    if (end) return end;
     const auto left = std::chrono::ceil<milliseconds>(deadline - std::chrono::steady_clock::now());
-    if (left <= milliseconds::zero()) return false;
+    if (left <= milliseconds::zero()) return std::nullopt;
     pollfd ended{descriptor_.get(), POLLIN, 0};
     ::poll(&ended, 1, static_cast<int>(left.count()));
   }
-  return true;
 }
 
 }  // namespace zovk

@@ -10,8 +10,8 @@
 
 namespace zovk {
 
-/// A child process, identified by a descriptor, because the system may reuse its number. Main
-/// thread only. It neither kills nor waits on its own: its owner kills and reaps.
+/// A child process, identified by a descriptor, because the system may reuse its number. One
+/// thread at a time. It neither kills nor waits on its own: its owner kills and reaps.
 class HelperProcess {
  public:
   /// Returns nothing if the system cannot watch the process; the process is then killed and reaped.
@@ -23,8 +23,8 @@ class HelperProcess {
   void kill();
   /// Reaps the process and returns how it ended; nothing while it runs. Does not wait.
   std::optional<std::string> reap();
-  /// Waits for its end until `deadline`. Returns true if it was reaped.
-  bool reapUntil(std::chrono::steady_clock::time_point deadline);
+  /// Waits for its end until `deadline`. Then returns the same as `reap`.
+  std::optional<std::string> reapUntil(std::chrono::steady_clock::time_point deadline);
 
  private:
   HelperProcess(pid_t pid, UniqueFd descriptor) : pid_(pid), descriptor_(std::move(descriptor)) {}
