@@ -57,6 +57,8 @@ zovkpopup_package(service zovkpopup-service devel "development service" "${about
 This package holds zovkpopup-service, which serves a folder to games under
 development, with a console for the browser.")
 set(CPACK_DEBIAN_SERVICE_PACKAGE_RECOMMENDS "libjs-chart.js")
+# It parses the scripts of pages; without it they are published as they are.
+set(CPACK_DEBIAN_SERVICE_PACKAGE_SUGGESTS "zovkpopup-helper ${same}")
 
 zovkpopup_package(development libzovkpopup-dev libdevel "development files" "${about}
 This package holds headers for C++ and C, the static library, the CMake

@@ -30,7 +30,8 @@ def entry(pop_id, scene, **more):
 
 
 class Service:
-    def __init__(self, folder=None, popups=(), arguments=()):
+    def __init__(self, folder=None, popups=(), arguments=(), program=None):
+        self.program = program or os.environ["ZOVKPOPUP_SERVICE"]
         self.own = tempfile.TemporaryDirectory(prefix="zovkpopup-console-") if folder is None else None
         self.folder = pathlib.Path(folder or self.own.name)
         (self.folder / "pages").mkdir(exist_ok=True)
@@ -54,7 +55,7 @@ class Service:
     def start(self):
         self.errors = open(self.folder / "errors.log", "w+b")
         self.process = subprocess.Popen(
-            [os.environ["ZOVKPOPUP_SERVICE"], str(self.folder), *self.arguments],
+            [self.program, str(self.folder), *self.arguments],
             stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
         line = self.process.stdout.readline()
         if not line.startswith("listening on "):

@@ -1,44 +1,18 @@
 #include "service/console/Judge.h"
 
 #include <ctime>
-#include <filesystem>
-#include <stdexcept>
-
-#include <stdlib.h>
 
 #include "service/console/WholeFile.h"
 #include "text/Md5.h"
 #include "zovkpopup/DocumentCheck.h"
 #include "zovkpopup/DocumentEngine.h"
+#include "zovkpopup/OwnFolder.h"
 #include "zovkpopup/TextFile.h"
 
 namespace zovk::service {
-namespace {
-
-// A check looks for pages in a folder. This one is gone with the object.
-class ScratchFolder {
- public:
-  ScratchFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "zovkpopup-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) == nullptr)
-      throw std::runtime_error(pattern + ": cannot be made");
-    path_ = pattern;
-  }
-  ~ScratchFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-  const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
 
 /// A document as games get it, and the pages that it names.
-struct Finished {
+struct Judge::Finished {
   std::string text;
   std::map<std::string, std::string> pages;
 
@@ -47,16 +21,16 @@ struct Finished {
     for (const auto& [name, bytes] : pages) all += name + '/' + md5Hex(bytes);
     return md5Hex(all);
   }
-  tool::OpenDocument in(const ScratchFolder& folder, double now) const {
+  tool::OpenDocument in(const tool::OwnFolder& folder, double now) const {
     for (const auto& [name, bytes] : pages) tool::writeFile(folder.path() / name, bytes);
     return {text, kConfigRemote, tool::PageFolder(folder.path()), now, true};
   }
 };
 
-Finished finish(const ConfigDocument& config, const std::string& document,
-                const ConfigDocument::PageSource& pages) {
+Judge::Finished Judge::finish(const std::string& document,
+                              const ConfigDocument::PageSource& pages) const {
   Finished result;
-  result.text = config.completed(document, "the document", [&](const std::string& name) {
+  result.text = config_.completed(document, "the document", [&](const std::string& name) {
     auto bytes = isPlainName(name) ? pages(name) : std::nullopt;
     if (bytes) result.pages[name] = *bytes;
     return bytes;
@@ -64,23 +38,34 @@ Finished finish(const ConfigDocument& config, const std::string& document,
   return result;
 }
 
-}  // namespace
-
 std::vector<tool::Problem> Judge::problems(const std::string& document,
                                            const ConfigDocument::PageSource& pages) {
   Finished finished;
   try {
-    finished = finish(config_, document, pages);
+    finished = finish(document, pages);
   } catch (const FolderError& error) {
     return {{tool::Severity::kError, "", error.what()}};
   }
+  tool::Problems problems = judged(finished);
+  const std::vector<tool::ReadPage> read = problems.pages();
+  for (const tool::ReadPage& page : read) {
+    const std::string& bytes = finished.pages[page.file.filename().string()];
+    for (const tool::ScriptFault& fault : scripts_.faultsOf(bytes)) {
+      problems.add(tool::problemOf(fault, page));
+    }
+  }
+  return problems.list();
+}
+
+// The verdicts depend on the time, which counts in minutes here.
+tool::Problems Judge::judged(const Finished& finished) {
   const std::time_t now = std::time(nullptr);
   const std::string key = finished.digest(now / 60);
   const LockGuard lock(mutex_);
   const auto found = remembered_.find(key);
   if (found != remembered_.end()) return found->second;
-  const ScratchFolder folder;
-  auto problems = tool::problemsIn(finished.in(folder, static_cast<double>(now))).list();
+  const tool::OwnFolder folder;
+  tool::Problems problems = tool::problemsIn(finished.in(folder, static_cast<double>(now)));
   if (remembered_.size() >= kMostRemembered) remembered_.clear();
   return remembered_.emplace(key, std::move(problems)).first->second;
 }
@@ -88,9 +73,9 @@ std::vector<tool::Problem> Judge::problems(const std::string& document,
 ZOVKPopupExplanation Judge::explain(const std::string& document,
                                     const ConfigDocument::PageSource& pages,
                                     const PlayerQuestion& question) {
-  const Finished finished = finish(config_, document, pages);
+  const Finished finished = finish(document, pages);
   const LockGuard lock(mutex_);
-  const ScratchFolder folder;
+  const tool::OwnFolder folder;
   const tool::OpenDocument opened = finished.in(folder, question.moment);
   tool::DocumentEngine engine(opened.now);
   if (const auto rejection = engine.load(opened.text, opened.configType, opened.pages)) {

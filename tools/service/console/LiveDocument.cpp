@@ -83,16 +83,25 @@ std::optional<std::size_t> LiveDocument::placeOf(std::int64_t popup) const {
   return static_cast<std::size_t>(found - popups.begin());
 }
 
-std::vector<std::pair<std::string, std::string>> keepPages(
-    const boost::json::array& entries, PopupStore& store,
-    const std::function<std::optional<std::string>(const std::string&)>& pages) {
-  std::map<std::string, std::string> kept;
+void forEachPage(
+    const boost::json::array& entries, const tool::PageSource& pages,
+    const std::function<void(const std::string& name, const std::string& bytes)>& take) {
+  std::set<std::string> taken;
   for (const auto& entry : entries) {
     if (!entry.is_object()) continue;
     const std::string name = textIn(entry.get_object(), "page");
-    if (!isPlainName(name) || kept.contains(name)) continue;
-    if (const auto bytes = pages(name)) kept[name] = store.addPage(*bytes);
+    if (!isPlainName(name) || !taken.insert(name).second) continue;
+    if (const auto bytes = pages(name)) take(name, *bytes);
   }
+}
+
+std::vector<std::pair<std::string, std::string>> keepPages(const boost::json::array& entries,
+                                                           PopupStore& store,
+                                                           const tool::PageSource& pages) {
+  std::map<std::string, std::string> kept;
+  forEachPage(entries, pages, [&kept, &store](const std::string& name, const std::string& bytes) {
+    kept[name] = store.addPage(bytes);
+  });
   return {kept.begin(), kept.end()};
 }
 

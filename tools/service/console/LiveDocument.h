@@ -12,6 +12,7 @@
 
 #include "service/Folder.h"
 #include "service/console/PopupStore.h"
+#include "zovkpopup/ServiceDocument.h"
 
 namespace zovk::service {
 
@@ -57,9 +58,14 @@ class LiveFolder {
   PopupStore& store_;
 };
 
+/// Calls `take` for each page of a document's entries, once for each name.
+void forEachPage(
+    const boost::json::array& entries, const tool::PageSource& pages,
+    const std::function<void(const std::string& name, const std::string& bytes)>& take);
+
 /// Stores the pages of a document's entries. Returns name and digest of each.
-std::vector<std::pair<std::string, std::string>> keepPages(
-    const boost::json::array& entries, PopupStore& store,
-    const std::function<std::optional<std::string>(const std::string&)>& pages);
+std::vector<std::pair<std::string, std::string>> keepPages(const boost::json::array& entries,
+                                                           PopupStore& store,
+                                                           const tool::PageSource& pages);
 
 }  // namespace zovk::service

@@ -60,6 +60,8 @@ class Workshop {
   ConfigDocument::PageSource pagesOf(const WorkedPopup& popup) const ZOVK_REQUIRES(mutex_);
   std::vector<tool::Problem> problemsOf(const boost::json::object& entry,
                                         const ConfigDocument::PageSource& pages);
+  void learnShownScripts(const std::vector<WorkedPopup>& popups, const LiveDocument& live)
+      ZOVK_REQUIRES(mutex_);
   boost::json::object overviewOf(const WorkedPopup& popup, const LiveDocument& live)
       ZOVK_REQUIRES(mutex_);
   LiveDocument shown() ZOVK_REQUIRES(mutex_);

@@ -58,16 +58,34 @@ boost::json::object Workshop::overviewOf(const WorkedPopup& popup, const LiveDoc
   return result;
 }
 
+// One round, so that the overview is soon there. The next one goes on with the rest.
+void Workshop::learnShownScripts(const std::vector<WorkedPopup>& popups, const LiveDocument& live) {
+  ScriptReader reader(judge_.scripts(), 1, false);
+  for (const WorkedPopup& popup : popups) {
+    if (const auto page = pageOf(popup)) reader.add(*page);
+  }
+  if (live.problem.empty()) {
+    forEachPage(live.entries(), config_.pages(),
+                [&reader](const std::string&, const std::string& page) { reader.add(page); });
+  }
+  reader.finish();
+}
+
 boost::json::object Workshop::overview() {
   const LockGuard lock(mutex_);
   const LiveDocument live = shown();
   auto popups = store_.popups();
   sortByPriority(popups);
+  learnShownScripts(popups, live);
   boost::json::array list;
   for (const WorkedPopup& popup : popups) list.push_back(overviewOf(popup, live));
-  return {{"now", std::time(nullptr)},     {"base", config_.base()},
-          {"problem", live.problem},       {"popups", std::move(list)},
-          {"releases", store_.releases()}, {"next_pop_id", largestPopId(popups) + 1}};
+  return {{"now", std::time(nullptr)},
+          {"base", config_.base()},
+          {"problem", live.problem},
+          {"popups", std::move(list)},
+          {"releases", store_.releases()},
+          {"next_pop_id", largestPopId(popups) + 1},
+          {"unchecked", judge_.scripts().unchecked()}};
 }
 
 }  // namespace zovk::service

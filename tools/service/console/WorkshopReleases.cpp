@@ -31,7 +31,13 @@ LiveDocument Workshop::workable() {
   return live;
 }
 
+// Four rounds of ten seconds at most. What they do not reach is published without the check.
 void Workshop::refuseProblems(const LiveDocument& next, const ConfigDocument::PageSource& pages) {
+  constexpr int kMostRounds = 4;
+  ScriptReader reader(judge_.scripts(), kMostRounds, true);
+  forEachPage(next.entries(), pages,
+              [&reader](const std::string&, const std::string& page) { reader.add(page); });
+  reader.finish();
   const auto problems = judge_.problems(boost::json::serialize(next.document), pages);
   if (!hasErrors(problems)) return;
   boost::json::array popups;

@@ -194,6 +194,8 @@ export async function refresh() {
     el('div', {class: 'head'}, el('h1', {}, 'Popups'), starterChoice(),
       el('button', {type: 'button', class: 'main', onclick: act(create)}, 'New popup')),
     overview.problem ? el('p', {class: 'notice', role: 'alert'}, overview.problem) : null,
+    overview.unchecked ? el('p', {class: 'hint'},
+      `The scripts of some pages were not checked: ${overview.unchecked}.`) : null,
     waiting > 0 ? el('p', {class: 'waiting'}, `${waiting} with unpublished changes. `,
       el('button', {type: 'button', class: 'quiet', onclick: act(publishAll)},
         'Publish them')) : null,
