@@ -55,7 +55,7 @@ struct Service {
 std::string withSignature(std::string query, const std::string& path, const std::string& body) {
   const std::size_t place = query.rfind("SIGN");
   if (place == std::string::npos) return query;
-  const std::string parameters = splitSignedQuery(query).parameters;
+  const std::string parameters(splitSignedQuery(query).parameters);
   return query.replace(place, 4, md5Hex(signedText(path, parameters, body, kKey)));
 }
 

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "network/ZOVKPopupNetwork.h"
-#include "service/SignatureCheck.h"
+#include "service/SignedQuery.h"
 #include "text/Md5.h"
 #include "text/ZOVKPopupCommonTool.h"
 
@@ -69,7 +69,7 @@ TEST(ServiceVectors, AreWhatTheServiceChecks) {
   for (const auto& vector : vectors()) {
     SCOPED_TRACE(textOf(vector, "vector"));
     const std::string url = textOf(vector, "url");
-    const auto query = service::splitSignedQuery(url.substr(url.find('?') + 1));
+    const auto query = service::splitSignedQuery(std::string_view(url).substr(url.find('?') + 1));
     EXPECT_EQ(query.parameters, textOf(vector, "parameters"));
     EXPECT_EQ(query.signature, textOf(vector, "sig"));
     const std::string source = textOf(vector, "signed_text");
