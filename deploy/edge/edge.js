@@ -1,4 +1,5 @@
-// What the edge decides of queries and reports: whether they are signed, and where they go.
+// What the edge decides of queries: whether they are signed, and what is answered when the rule is
+// late. The signatures of reports are checked by the receiver.
 import crypto from 'crypto';
 
 // A rule of the studio's that is slower than this counts as a no.
@@ -41,32 +42,27 @@ function missing(parameters) {
 
 function keyOf(game) {
   const known = Object.prototype.hasOwnProperty.call(games, game);
-  return known && typeof games[game] === 'string' ? games[game] : undefined;
+  return known && typeof games[game] === 'string' && games[game] ? games[game] : undefined;
 }
 
-// The bytes of the common parameters of a signed request; undefined once it has been refused.
-function signedParameters(r) {
-  if (r.method !== 'POST') return refuse(r, 405, 'only POST');
+// Whether a request is signed; it has been refused otherwise.
+function isSigned(r) {
+  const no = (status, message) => {
+    refuse(r, status, message);
+    return false;
+  };
+  if (r.method !== 'POST') return no(405, 'only POST');
   const body = r.requestBuffer;
-  if (!body || body.length === 0) return refuse(r, 400, 'the body is empty');
+  if (!body || body.length === 0) return no(400, 'the body is empty');
   const parts = split(r.rawVariables.args || Buffer.alloc(0));
   const text = parts.parameters.toString();
   const complete = COMPLETE.exec(text);
-  if (!complete) return refuse(r, 400, missing(text) + ' is missing');
+  if (!complete) return no(400, missing(text) + ' is missing');
   const key = keyOf(complete[1]);
-  if (key === undefined) return refuse(r, 403, 'unknown game_id');
+  if (key === undefined) return no(403, 'unknown game_id');
   const expected = crypto.createHash('md5').update(r.rawVariables.uri).update('?')
       .update(parts.parameters).update(body).update(key).digest('hex');
-  if (parts.signature !== expected) return refuse(r, 403, 'wrong signature');
-  return parts.parameters;
-}
-
-// The receiver gets the path, and of the query what is signed.
-function report(r) {
-  const parameters = signedParameters(r);
-  if (parameters === undefined) return;
-  r.variables.args = parameters;
-  r.internalRedirect('@intake');
+  return parts.signature === expected || no(403, 'wrong signature');
 }
 
 function ruleAnswer(reply) {
@@ -80,7 +76,7 @@ function ruleAnswer(reply) {
 
 // The first of the two answers: the rule's, or the no that is due.
 function query(r) {
-  if (signedParameters(r) === undefined) return;
+  if (!isSigned(r)) return;
   let answered = false;
   const once = (text) => {
     if (answered) return;
@@ -94,4 +90,4 @@ function query(r) {
   });
 }
 
-export default {report, query};
+export default {query};

@@ -7,7 +7,10 @@
 #include <stdexcept>
 #include <system_error>
 #include <utility>
+#include <variant>
 
+#include <boost/json/object.hpp>
+#include <boost/json/serialize.hpp>
 #include <event2/buffer.h>
 #include <event2/listener.h>
 #include <sys/socket.h>
@@ -21,8 +24,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr ev_ssize_t kLargestBody = 65536;
-// The edge takes a line of 8 KB, of which every byte can become three on the way here.
-constexpr ev_ssize_t kLargestHead = 32768;
+// The edge takes a line of 8 KB, and adds three of its own.
+constexpr ev_ssize_t kLargestHead = 16384;
 // Longer than the edge keeps an idle connection, so that none is closed while a report comes.
 constexpr int kIdleSeconds = 90;
 constexpr int kMostNotAccepted = 4096;
@@ -61,8 +64,9 @@ struct Free {
 
 }  // namespace
 
-ReportServer::ReportServer(event_base* base, const std::string& socket, ReportStream& stream)
-    : stream_(stream), http_(evhttp_new(base), evhttp_free) {
+ReportServer::ReportServer(event_base* base, const std::string& socket, const GameKeys& keys,
+                           ReportStream& stream)
+    : keys_(keys), stream_(stream), http_(evhttp_new(base), evhttp_free) {
   evhttp_set_allowed_methods(http_.get(), EVHTTP_REQ_POST);
   evhttp_set_max_body_size(http_.get(), kLargestBody);
   evhttp_set_max_headers_size(http_.get(), kLargestHead);
@@ -87,10 +91,22 @@ void ReportServer::take(evhttp_request* request) {
   evbuffer* body = evhttp_request_get_input_buffer(request);
   const std::size_t size = evbuffer_get_length(body);
   const auto* bytes = size == 0 ? "" : reinterpret_cast<const char*>(evbuffer_pullup(body, -1));
-  stream_.add({.path = {path.get(), length},
-               .parameters = query == nullptr ? "" : query,
-               .body = {bytes, size}},
+  const auto checked = checkSignature(
+      {.path = {path.get(), length}, .query = query == nullptr ? "" : query, .body = {bytes, size}},
+      keys_);
+  if (const auto* refusal = std::get_if<Refusal>(&checked)) {
+    refuse(request, *refusal);
+    return;
+  }
+  stream_.add(std::get<Report>(checked),
               [this, request](std::string_view refusal) { answer(request, refusal); });
+}
+
+void ReportServer::refuse(evhttp_request* request, const Refusal& refusal) {
+  const std::string text = boost::json::serialize(
+      boost::json::object{{"code", refusal.status}, {"message", refusal.message}});
+  evbuffer_add(evhttp_request_get_output_buffer(request), text.data(), text.size());
+  evhttp_send_reply(request, refusal.status, "Refused", nullptr);
 }
 
 void ReportServer::answer(evhttp_request* request, std::string_view refusal) {

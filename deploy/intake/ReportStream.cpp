@@ -19,6 +19,12 @@ using namespace std::chrono_literals;
 constexpr auto kLongestWait = 5s;
 constexpr auto kShortestPause = 50ms;
 constexpr auto kLongestPause = 2000ms;
+// While the stream writes one to its disk, the next is there already.
+constexpr std::size_t kMostBatches = 2;
+constexpr std::size_t kMostInBatch = 256;
+constexpr std::size_t kLargestBatch = 1'048'576;  // Bytes, of more than one report.
+
+constexpr std::string_view kSaysNothing = "the stream gave an answer that says nothing";
 
 timeval toTimeval(std::chrono::microseconds time) {
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
@@ -39,9 +45,18 @@ redisAsyncContext* open(const std::string& address) {
 /// Only the number of the new entry is a promise.
 std::string_view refusalOf(const redisReply* reply) {
   if (reply == nullptr) return "the stream went away";
-  if (reply->type == REDIS_REPLY_STRING) return "";
+  if (reply->type == REDIS_REPLY_STRING && reply->len > 0) return "";
   if (reply->type == REDIS_REPLY_ERROR && reply->len > 0) return {reply->str, reply->len};
-  return "the stream gave an answer that says nothing";
+  return kSaysNothing;
+}
+
+/// Returns what is said of one of the reports that were sent together.
+std::string_view refusalOf(const redisReply* reply, std::size_t index, std::size_t count) {
+  if (reply == nullptr || reply->type != REDIS_REPLY_ARRAY) {
+    const std::string_view refusal = refusalOf(reply);
+    return refusal.empty() ? kSaysNothing : refusal;
+  }
+  return reply->elements == count ? refusalOf(reply->element[index]) : kSaysNothing;
 }
 
 }  // namespace
@@ -59,6 +74,7 @@ ReportStream::ReportStream(event_base* base, StreamSettings settings)
       settings_(std::move(settings)),
       reconnection_(makeTimer<&ReportStream::connect>()),
       lateness_(makeTimer<&ReportStream::giveUpWhatIsLate>()),
+      sending_(makeTimer<&ReportStream::sendGathered>()),
       pause_(kShortestPause) {
   connect();
 }
@@ -94,10 +110,13 @@ void ReportStream::connect() {
   });
 }
 
-// The library frees the connection itself.
+// The library frees the connection itself, and has settled what was sent.
 void ReportStream::disconnected() {
   connection_ = nullptr;
   connected_ = false;
+  for (const Gathered& report : std::exchange(gathered_, {})) {
+    settleOne(report.done, "the stream went away");
+  }
   if (!ending_) connectLater();
 }
 
@@ -112,40 +131,76 @@ void ReportStream::add(const Report& report, Done done) {
     done("the stream is away");
     return;
   }
-  if (waiting_.size() >= settings_.mostWaiting) {
+  if (waiting_ >= settings_.mostWaiting) {
     done("too many reports wait for the stream");
     return;
   }
-  if (waiting_.empty()) lookAgainIn(kLongestWait);
-  waiting_.push_back({.since = Clock::now(), .done = std::move(done)});
-  send(report);
+  if (waiting_ == 0) lookAgainIn(kLongestWait);
+  ++waiting_;
+  gathered_.push_back({.path = std::string(report.path),
+                       .parameters = std::string(report.parameters),
+                       .body = std::string(report.body),
+                       .since = Clock::now(),
+                       .done = std::move(done)});
+  // After everything else that has come in this turn of the loop.
+  if (sent_.size() < kMostBatches) event_active(sending_.get(), EV_TIMEOUT, 0);
 }
 
-void ReportStream::send(const Report& report) {
-  const std::string backlog = std::to_string(settings_.backlog);
-  const std::array<std::string_view, 8> words = {
-      "FCALL", "add_report", "1", "reports", backlog, report.path, report.parameters, report.body};
-  std::array<const char*, words.size()> texts{};
-  std::array<std::size_t, words.size()> lengths{};
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    texts.at(i) = words.at(i).data();
-    lengths.at(i) = words.at(i).size();
+void ReportStream::sendGathered() {
+  while (connected_ && !gathered_.empty() && sent_.size() < kMostBatches) sendBatch();
+}
+
+std::size_t ReportStream::sizeOfNextBatch() const {
+  std::size_t count = 0;
+  std::size_t bytes = 0;
+  for (const Gathered& report : gathered_) {
+    bytes += report.path.size() + report.parameters.size() + report.body.size();
+    if (count == kMostInBatch || (count > 0 && bytes > kLargestBatch)) break;
+    ++count;
   }
+  return count;
+}
+
+void ReportStream::sendBatch() {
+  const auto end = gathered_.begin() + static_cast<std::ptrdiff_t>(sizeOfNextBatch());
+  const std::string backlog = std::to_string(settings_.backlog);
+  std::vector<std::string_view> words = {"FCALL", "add_reports", "1", "reports", backlog};
+  Batch batch{.since = gathered_.front().since, .done = {}};
+  for (auto report = gathered_.begin(); report != end; ++report) {
+    words.insert(words.end(), {report->path, report->parameters, report->body});
+    batch.done.push_back(std::move(report->done));
+  }
+  std::vector<const char*> texts;
+  std::vector<std::size_t> lengths;
+  for (const std::string_view word : words) {
+    texts.push_back(word.data());
+    lengths.push_back(word.size());
+  }
+  sent_.push_back(std::move(batch));
   const int status = redisAsyncCommandArgv(
       connection_,
       [](redisAsyncContext*, void* reply, void* self) {
-        static_cast<ReportStream*>(self)->settle(refusalOf(static_cast<redisReply*>(reply)));
+        static_cast<ReportStream*>(self)->settle(static_cast<redisReply*>(reply));
       },
       this, static_cast<int>(words.size()), texts.data(), lengths.data());
+  gathered_.erase(gathered_.begin(), end);
   if (status == REDIS_OK) return;
-  Done done = std::move(waiting_.back().done);
-  waiting_.pop_back();
-  done("the stream is going away");
+  const Batch refused = std::move(sent_.back());
+  sent_.pop_back();
+  for (const Done& done : refused.done) settleOne(done, "the stream is going away");
 }
 
-void ReportStream::settle(std::string_view refusal) {
-  Done done = std::move(waiting_.front().done);
-  waiting_.pop_front();
+void ReportStream::settle(const redisReply* reply) {
+  const Batch batch = std::move(sent_.front());
+  sent_.pop_front();
+  if (reply != nullptr) sendGathered();
+  for (std::size_t i = 0; i < batch.done.size(); ++i) {
+    settleOne(batch.done[i], refusalOf(reply, i, batch.done.size()));
+  }
+}
+
+void ReportStream::settleOne(const Done& done, std::string_view refusal) {
+  --waiting_;
   done(refusal);
 }
 
@@ -159,8 +214,9 @@ void ReportStream::giveUpWhatIsLate() {
     disconnected();
     return;
   }
-  if (waiting_.empty()) return;
-  const auto left = waiting_.front().since + kLongestWait - Clock::now();
+  if (waiting_ == 0) return;
+  const auto since = sent_.empty() ? gathered_.front().since : sent_.front().since;
+  const auto left = since + kLongestWait - Clock::now();
   if (left > 0ms) {
     lookAgainIn(std::chrono::ceil<std::chrono::microseconds>(left));
   } else {

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <event2/event.h>
 #include <hiredis/async.h>
@@ -30,7 +31,7 @@ struct StreamSettings {
 };
 
 /// The stream of reports in Redis, through one connection that is made again whenever it is lost.
-/// Commands that come in one turn of the loop go out in one write.
+/// Reports that come while others are being written to the stream's disk go out together.
 class ReportStream {
  public:
   /// Gets an empty text when the report is on the stream's disk, otherwise why it is not known to
@@ -46,23 +47,36 @@ class ReportStream {
   void add(const Report& report, Done done);
 
   /// Returns how many reports still wait for the stream's answer.
-  std::size_t waiting() const { return waiting_.size(); }
+  std::size_t waiting() const { return waiting_; }
 
  private:
   using Clock = std::chrono::steady_clock;
-  struct Waiting {
+  using Timer = std::unique_ptr<event, decltype(&event_free)>;
+
+  /// A report that is not sent yet.
+  struct Gathered {
+    std::string path;
+    std::string parameters;
+    std::string body;
     Clock::time_point since;
     Done done;
   };
-  using Timer = std::unique_ptr<event, decltype(&event_free)>;
+  /// Reports that were sent with one command.
+  struct Batch {
+    Clock::time_point since;
+    std::vector<Done> done;
+  };
 
   template <void (ReportStream::*Method)()>
   Timer makeTimer();
   void connect();
   void connectLater();
   void disconnected();
-  void send(const Report& report);
-  void settle(std::string_view refusal);
+  void sendGathered();
+  void sendBatch();
+  std::size_t sizeOfNextBatch() const;
+  void settle(const redisReply* reply);
+  void settleOne(const Done& done, std::string_view refusal);
   void giveUpWhatIsLate();
   void lookAgainIn(std::chrono::microseconds time);
 
@@ -70,12 +84,15 @@ class ReportStream {
   const StreamSettings settings_;
   Timer reconnection_;
   Timer lateness_;
+  Timer sending_;
   std::chrono::milliseconds pause_;
   redisAsyncContext* connection_ = nullptr;
   bool connected_ = false;
   bool ending_ = false;
+  std::size_t waiting_ = 0;
+  std::deque<Gathered> gathered_;
   /// In the order of their commands, which is that of the answers.
-  std::deque<Waiting> waiting_;
+  std::deque<Batch> sent_;
 };
 
 }  // namespace zovk::intake

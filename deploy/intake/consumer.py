@@ -71,7 +71,7 @@ class Stream:
     def __init__(self, socket, name):
         self.redis = redis.Redis(unix_socket_path=socket, socket_timeout=10)
         self.name = name
-        self.redis.function_load((HERE / "add_report.lua").read_text(encoding="utf-8"),
+        self.redis.function_load((HERE / "add_reports.lua").read_text(encoding="utf-8"),
                                  replace=True)
         try:
             self.redis.xgroup_create(STREAM, GROUP, id="0", mkstream=True)

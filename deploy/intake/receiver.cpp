@@ -1,5 +1,5 @@
-// Stands between the edge and the stream: hands on each report that the edge has found signed, and
-// answers when the stream has it on its disk.
+// Stands between the edge and the stream: hands on each report that a game has signed, and answers
+// when the stream has it on its disk.
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -10,6 +10,7 @@
 #include <event2/event.h>
 #include <sys/resource.h>
 
+#include "GameKeys.h"
 #include "ReportServer.h"
 #include "ReportStream.h"
 
@@ -20,11 +21,14 @@ using Signal = std::unique_ptr<event, decltype(&event_free)>;
 
 struct Options {
   std::string listen;
+  std::string games;
   zovk::intake::StreamSettings stream{.address = "", .backlog = 1'000'000, .mostWaiting = 5000};
 };
 
 void describe(CLI::App& app, Options& options) {
   app.add_option("--listen", options.listen, "The socket that the edge connects to")->required();
+  app.add_option("--games", options.games, "The file of the games' keys; SIGHUP has it read again")
+      ->required();
   app.add_option("--stream", options.stream.address, "Redis: the path of its socket, or HOST:PORT")
       ->required();
   app.add_option("--backlog", options.stream.backlog, "Reports that the stream may have")
@@ -61,13 +65,20 @@ void endRunning(evutil_socket_t, short, void* given) {
   running.server.end([base = running.base] { event_base_loopbreak(base); });
 }
 
+void readKeysAgain(evutil_socket_t, short, void* keys) {
+  static_cast<zovk::intake::GameKeys*>(keys)->readAgain();
+}
+
 void serve(const Options& options) {
   const Base base = makeBase();
+  zovk::intake::GameKeys keys(options.games);
   zovk::intake::ReportStream stream(base.get(), options.stream);
-  zovk::intake::ReportServer server(base.get(), options.listen, stream);
+  zovk::intake::ReportServer server(base.get(), options.listen, keys, stream);
   Running running{base.get(), server};
   const Signal ending(evsignal_new(base.get(), SIGTERM, endRunning, &running), event_free);
   event_add(ending.get(), nullptr);
+  const Signal reading(evsignal_new(base.get(), SIGHUP, readKeysAgain, &keys), event_free);
+  event_add(reading.get(), nullptr);
   event_base_dispatch(base.get());
   // The last answers are still to be sent.
   event_base_loop(base.get(), EVLOOP_NONBLOCK);

@@ -94,7 +94,8 @@ def prepare_edge(places, words):
     folder = places.part("edge")
     (folder / "temporary").mkdir()
     make_certificate(folder)
-    shutil.copy(DEPLOY / "edge" / "edge.js", folder)
+    for name in ("edge.js", "report.conf"):
+        shutil.copy(DEPLOY / "edge" / name, folder)
     fill_in("edge/nginx.conf.in", folder / "nginx.conf", words)
 
 
@@ -120,8 +121,8 @@ def all_parts(places, facts):
              lambda: stream_ready(places)),
         Part("database", database, lambda: database_ready(places),
              user=database_user() if os.getuid() == 0 else None, stop_signal="SIGINT"),
-        Part("receiver", [RECEIVER, "--listen", places.intake, "--stream", places.stream,
-                          "--backlog", facts["backlog"]], lambda: exists_and_answers(places.intake)),
+        Part("receiver", [RECEIVER, "--listen", places.intake, "--games", places.games,
+                          "--stream", places.stream, "--backlog", facts["backlog"]], lambda: exists_and_answers(places.intake)),
         Part("consumer", [*python, DEPLOY / "intake" / "consumer.py", "--stream", places.stream,
                           "--database", places.database], lambda: functions_loaded(places)),
         Part("rule", [*python, DEPLOY / "conditions" / "rule.py", "--socket", places.rule,

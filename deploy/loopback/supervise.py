@@ -84,7 +84,7 @@ def reload_edge(places, edge):
               trial.stderr.strip(), file=sys.stderr, flush=True)
 
 
-def watch_games(places, facts, stopping, edge):
+def watch_games(places, stopping, edge, receiver):
     """A changed file of keys, or a new certificate, is read without a restart."""
     watched = [places.games, places.part("edge") / "certificate.pem"]
 
@@ -96,6 +96,7 @@ def watch_games(places, facts, stopping, edge):
         if (now := state()) != before:
             before = now
             reload_edge(places, edge)
+            receiver.process.send_signal(signal.SIGHUP)
 
 
 def main():
@@ -109,7 +110,8 @@ def main():
         for keeper in keepers:
             keeper.start()
         places.write_facts({**facts, "ready": True})
-        watch_games(places, facts, stopping, keepers[-1])
+        by_name = {keeper.part.name: keeper for keeper in keepers}
+        watch_games(places, stopping, by_name["edge"], by_name["receiver"])
     except TimeoutError as error:
         places.write_facts({**facts, "failed": str(error)})
     stopping.set()

@@ -34,7 +34,7 @@ def plan(millions, costs, given):
     mean = millions * MILLION / DAY
     peak = mean * given.peak
     edge = peak * (1 / costs["starts"] + given.new_connections / costs["handshakes"]
-                   + given.reports / costs["edge_reports"] + given.queries / costs["edge_reports"])
+                   + given.reports / costs["edge_reports"] + given.queries / costs["edge_queries"])
     intake = peak * given.reports * (1 / costs["stored"] - 1 / costs["edge_reports"])
     edges = max(2, math.ceil(edge / given.most_busy / given.cores))
     intakes = max(2, math.ceil(intake / given.most_busy / given.cores))

@@ -60,6 +60,21 @@ class Signatures(unittest.TestCase):
             self.assertIn(self.edge.request("POST", target, sent).status, (403, 404), target)
         self.assertEqual(self.edge.request("POST", good, body).status, 200)
 
+    def test_are_refused_with_the_same_words_whoever_checks_them(self):
+        body = report_body("somebody")
+        for how in ({"key": "another"}, {"game": "9999"}):
+            report, query = self.edge.report(body, **how), self.edge.ask(body, **how)
+            for answer in (report, query):
+                self.assertEqual((answer.status, answer.headers["Content-Type"],
+                                  answer.headers["Cache-Control"]),
+                                 (403, "application/json", "no-store"))
+            self.assertEqual(json.loads(report.body), json.loads(query.body))
+        for method in ("GET", "PUT"):
+            report, query = (self.edge.request(method, signed(path, body), body)
+                             for path in ("/report/shop", "/check/shop"))
+            self.assertEqual((report.status, report.headers["Content-Type"], report.body),
+                             (query.status, query.headers["Content-Type"], query.body))
+
     def test_that_are_missing_or_lack_a_parameter_are_told_so(self):
         body = report_body("somebody")
         for target in ("/report", "/report?", f"/report?{parameters()}",
@@ -89,13 +104,18 @@ class Signatures(unittest.TestCase):
         self.assertEqual(self.edge.report(report_body("nameless"), install="").status, 200)
 
     def write_games(self, content):
-        """Comes back when no worker is left that knows the keys of before."""
+        """Comes back when neither the edge nor the receiver knows the keys of before."""
         workers = self.edge.edge_workers()
+        told = self.receiver_log().count("the keys ")
         new = self.edge.places.games.with_suffix(".new")
         new.write_bytes(content)
         new.rename(self.edge.places.games)
         wait_until(lambda: workers.isdisjoint(self.edge.edge_workers() or workers),
                    "the keys are read")
+        wait_until(lambda: self.receiver_log().count("the keys ") > told, "the receiver has read them")
+
+    def receiver_log(self):
+        return (self.edge.places.part("receiver") / "output.log").read_text()
 
     def change_games(self, games):
         self.addCleanup(self.write_games, self.edge.places.games.read_bytes())
@@ -105,15 +125,28 @@ class Signatures(unittest.TestCase):
         self.assertEqual(self.edge.ask(query_body("x"), game="2002", key="new").status, 403)
         master = int((self.edge.places.part("edge") / "nginx.pid").read_text())
         self.change_games({"1001": KEY, "2002": "new"})
-        self.assertEqual(self.edge.ask(query_body("x"), game="2002", key="new").status, 200)
+        for send in (self.edge.ask, self.edge.report):
+            self.assertEqual(send(report_body("x"), game="2002", key="new").status, 200)
+        self.change_games({"1001": KEY, "2002": "newer"})
+        for send in (self.edge.ask, self.edge.report):
+            self.assertEqual(send(report_body("x"), game="2002", key="new").status, 403)
+            self.assertEqual(send(report_body("x"), game="2002", key="newer").status, 200)
         self.assertEqual(int((self.edge.places.part("edge") / "nginx.pid").read_text()), master)
+
+    def test_of_a_game_with_an_empty_key_or_none_that_is_a_text_are_refused(self):
+        self.change_games({"1001": KEY, "2002": "", "3003": 3})
+        for send in (self.edge.ask, self.edge.report):
+            for game, key in (("2002", ""), ("3003", "3"), ("3003", "")):
+                self.assertEqual(send(report_body("x"), game=game, key=key).status, 403)
 
     def test_go_on_with_the_keys_of_before_when_the_file_is_broken(self):
         self.addCleanup(self.write_games, self.edge.places.games.read_bytes())
         log = self.edge.places.state / "supervisor.log"
         self.edge.places.games.write_text("{")
         wait_until(lambda: "the edge keeps what it has" in log.read_text(), "the file was read")
+        wait_until(lambda: "keys of before stay in force" in self.receiver_log(), "the receiver read it")
         self.assertEqual(self.edge.ask(query_body("x")).status, 200)
+        self.assertEqual(self.edge.report(report_body("x")).status, 200)
 
 
 class Files(unittest.TestCase):

@@ -10,7 +10,8 @@ sys.path.insert(0, str(DEPLOY / "simulation"))
 import plan  # noqa: E402
 import simulate  # noqa: E402
 
-COSTS = {"starts": 1000, "handshakes": 1000, "edge_reports": 1000, "stored": 500}
+COSTS = {"starts": 1000, "handshakes": 1000, "edge_reports": 1000, "edge_queries": 1000,
+         "stored": 500}
 
 
 class Plan(unittest.TestCase):
