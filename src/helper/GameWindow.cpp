@@ -24,12 +24,6 @@ Window keyboardOwner(GdkDisplay* display) {
 
 }  // namespace
 
-int x11Scale(GdkDisplay* display) {
-  const auto monitor = GObjectPtr<GdkMonitor>::adopt(
-      static_cast<GdkMonitor*>(g_list_model_get_item(gdk_display_get_monitors(display), 0)));
-  return monitor ? gdk_monitor_get_scale_factor(monitor.get()) : 1;
-}
-
 GameWindow::GameWindow(X11Id id, const std::string& handle, const Frame& size, EventSink events,
                        Listener listener)
     : events_(std::move(events)),
@@ -47,10 +41,7 @@ GameWindow::~GameWindow() {
 }
 
 Frame GameWindow::frame() const {
-  if (!window_) return toldSize_;
-  const Frame pixels = window_->frame();
-  const int scale = x11Scale(display_);
-  return {pixels.x / scale, pixels.y / scale, pixels.width / scale, pixels.height / scale};
+  return window_ ? window_->logicalFrame() : toldSize_;
 }
 
 std::optional<bool> GameWindow::hasKeyboard() const {

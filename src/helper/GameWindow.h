@@ -68,7 +68,4 @@ class GameWindow {
   gulong handler_ = 0;
 };
 
-/// Returns how many pixels of the display one logical pixel takes along each side.
-int x11Scale(GdkDisplay* display);
-
 }  // namespace zovk::helper

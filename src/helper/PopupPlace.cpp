@@ -135,6 +135,12 @@ void PopupPlace::follow() {
   }
 }
 
+void PopupPlace::monitorsChanged() {
+  if (way_ == Way::kGameFrame) return follow();
+  // A window manager gives full-screen windows their new place by itself.
+  if (way_ == Way::kFullScreen && x11WindowOf(window_) && !isManaged()) moveTo(wanted());
+}
+
 void PopupPlace::moveTo(const Frame& frame) {
   if (asked_ == frame) return;
   asked_ = frame;

@@ -24,6 +24,8 @@ class PopupPlace {
   void settle();
   /// Reports that the game's window moved or changed its size.
   void follow();
+  /// Reports that a monitor came, went or changed.
+  void monitorsChanged();
   /// Reports that the popup takes the keyboard now. Some games then give up their place, or even
   /// their size.
   void remember() { remembered_ = asked_; }

@@ -35,21 +35,19 @@ Program::Program(const Greeting& greeting, EventSink events, Drawing drawing)
                        drawing, greeting.pageConsole}),
       views_([this](Id id, GtkWidget* widget) { onViewDropped(id, widget); }),
       toldScreen_(coveredFrame(game_)),
-      held_(hasUprightScreen(), [this](const std::string& held) {
-        events_({{member::kType, event::kHeld}, {member::kHeld, held}});
+      held_(hasUprightScreen(),
+            [this](const std::string& held) {
+              events_({{member::kType, event::kHeld}, {member::kHeld, held}});
+            }),
+      monitors_([this] {
+        tellScreen();
+        forEachWindow(&ToolkitWindow::monitorsChanged);
       }) {
   game_.setWholeScreen(greeting.wholeScreen);
-  g_signal_connect(gdk_display_get_monitors(gdk_display_get_default()), "items-changed",
-                   G_CALLBACK(onMonitorsChanged), this);
 }
 
 Program::~Program() {
-  g_signal_handlers_disconnect_by_data(gdk_display_get_monitors(gdk_display_get_default()), this);
   while (!windows_.empty()) closeWindow(windows_.begin()->first);
-}
-
-void Program::onMonitorsChanged(GListModel*, guint, guint, guint, gpointer self) {
-  static_cast<Program*>(self)->tellScreen();
 }
 
 void Program::askForBackdropAhead() {

@@ -13,6 +13,7 @@
 #include "helper/Events.h"
 #include "helper/GameWindow.h"
 #include "helper/HeldSensor.h"
+#include "helper/MonitorsWatch.h"
 #include "helper/OpenLimit.h"
 #include "helper/PadQueue.h"
 #include "helper/ToolkitLayout.h"
@@ -81,8 +82,6 @@ class Program {
   const ToolkitWebView* webViewIn(Id windowId) const;
 
  private:
-  static void onMonitorsChanged(GListModel* monitors, guint position, guint removed, guint added,
-                                gpointer self);
   static gboolean onIdle(gpointer self);
   void onViewDropped(Id id, GtkWidget* widget);
   void dropBackdrop();
@@ -113,6 +112,7 @@ class Program {
   Frame toldScreen_;
   PadQueue padQueue_;
   HeldSensor held_;
+  MonitorsWatch monitors_;
 };
 
 }  // namespace zovk::helper

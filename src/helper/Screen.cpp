@@ -1,5 +1,9 @@
 #include "helper/Screen.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
 #include "helper/GameWindow.h"
 
 namespace zovk::helper {
@@ -11,26 +15,50 @@ GdkRectangle geometryOf(GdkMonitor* monitor) {
   return geometry;
 }
 
-int sharedArea(const GdkRectangle& one, const GdkRectangle& other) {
+std::int64_t sharedArea(const GdkRectangle& one, const GdkRectangle& other) {
   GdkRectangle both{};
-  return gdk_rectangle_intersect(&one, &other, &both) == TRUE ? both.width * both.height : 0;
+  if (gdk_rectangle_intersect(&one, &other, &both) == FALSE) return 0;
+  return std::int64_t{both.width} * both.height;
+}
+
+/// Returns how far two lines that begin at these places are apart.
+std::int64_t gap(int start, int length, int otherStart, int otherLength) {
+  const std::int64_t before = otherStart - (std::int64_t{start} + length);
+  const std::int64_t after = start - (std::int64_t{otherStart} + otherLength);
+  return std::max({before, after, std::int64_t{0}});
+}
+
+/// The less, the nearer: first by the area that both share, then by the way between them.
+std::pair<std::int64_t, std::int64_t> distance(const GdkRectangle& one, const GdkRectangle& other) {
+  return {-sharedArea(one, other), gap(one.x, one.width, other.x, other.width) +
+                                       gap(one.y, one.height, other.y, other.height)};
 }
 
 }  // namespace
 
-GObjectPtr<GdkMonitor> monitorOf(const GameWindow& game) {
-  const Frame frame = game.frame();
-  const GdkRectangle window{frame.x, frame.y, frame.width, frame.height};
+GObjectPtr<GdkMonitor> monitorNear(const Frame& frame) {
+  const GdkRectangle place{frame.x, frame.y, frame.width, frame.height};
+  const bool isPlace = frame.width > 0 && frame.height > 0;
   GListModel* monitors = gdk_display_get_monitors(gdk_display_get_default());
   GObjectPtr<GdkMonitor> best;
   for (guint i = 0; i < g_list_model_get_n_items(monitors); ++i) {
     auto monitor =
         GObjectPtr<GdkMonitor>::adopt(static_cast<GdkMonitor*>(g_list_model_get_item(monitors, i)));
-    const bool better = !best || sharedArea(geometryOf(monitor.get()), window) >
-                                     sharedArea(geometryOf(best.get()), window);
-    if (better) best = std::move(monitor);
+    const bool nearer =
+        best && isPlace &&
+        distance(geometryOf(monitor.get()), place) < distance(geometryOf(best.get()), place);
+    if (!best || nearer) best = std::move(monitor);
   }
   return best;
+}
+
+bool isOnMonitor(const Frame& frame) {
+  return sharedArea(geometryOf(monitorNear(frame).get()),
+                    {frame.x, frame.y, frame.width, frame.height}) > 0;
+}
+
+GObjectPtr<GdkMonitor> monitorOf(const GameWindow& game) {
+  return monitorNear(game.frame());
 }
 
 Frame monitorFrame(const GameWindow& game) {

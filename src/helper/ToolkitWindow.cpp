@@ -39,6 +39,7 @@ ToolkitWindow::ToolkitWindow(Id id, GtkWidget* root, const Frame& frame, GameWin
       padLine_(GTK_OVERLAY(progress_.widget())),
       ground_(progress_.widget()),
       place_(window_, frame, game),
+      monitor_(window_),
       escape_(window_),
       showWatch_({.look = [this] { return progressOfShowing(); },
                   .askForKeyboard = [this] { askForKeyboard(); },
@@ -64,11 +65,13 @@ void ToolkitWindow::connectSignals() {
   GdkSurface* surface = gtk_native_get_surface(GTK_NATIVE(window_));
   g_signal_connect(surface, "layout", G_CALLBACK(onLayout), this);
   g_signal_connect(surface, "notify::state", G_CALLBACK(onStateChanged), this);
+  monitor_.start();
   clock_ = GObjectPtr<GdkFrameClock>::retain(gtk_widget_get_frame_clock(widget()));
   g_signal_connect(clock_.get(), "after-paint", G_CALLBACK(onAfterPaint), this);
 }
 
 void ToolkitWindow::disconnectSignals() {
+  monitor_.stop();
   g_signal_handlers_disconnect_by_data(clock_.get(), this);
   g_signal_handlers_disconnect_by_data(gtk_native_get_surface(GTK_NATIVE(window_)), this);
   g_signal_handlers_disconnect_by_data(window_, this);
@@ -131,6 +134,12 @@ void ToolkitWindow::gameRestored() {
   if (!shown_ || !place_.isDetached()) return;
   place_.attach();
   place_.follow();
+}
+
+void ToolkitWindow::monitorsChanged() {
+  if (!shown_) return;
+  place_.monitorsChanged();
+  monitor_.look();
 }
 
 bool ToolkitWindow::mayHaveKeyboard() const {
@@ -219,6 +228,7 @@ void ToolkitWindow::onLayout(GdkSurface*, int width, int height, gpointer self) 
 void ToolkitWindow::onAfterPaint(GdkFrameClock*, gpointer self) {
   auto* own = static_cast<ToolkitWindow*>(self);
   const bool isFirst = !std::exchange(own->isPainted_, true);
+  if (isFirst) own->monitor_.look();
   if (isFirst && gtk_window_is_active(own->window_) == FALSE && own->mayHaveKeyboard()) {
     own->place_.takeKeyboard();
   }

@@ -14,6 +14,7 @@
 #include "helper/PopupPlace.h"
 #include "helper/ProgressLine.h"
 #include "helper/ShowWatch.h"
+#include "helper/SurfaceMonitor.h"
 
 namespace zovk::helper {
 
@@ -39,6 +40,8 @@ class ToolkitWindow {
   void gameMoved();
   void gameMinimised();
   void gameRestored();
+  /// Reports that a monitor came, went or changed.
+  void monitorsChanged();
   /// Reports a change of what is seen through the window, or of the game's frame that is shown
   /// instead.
   void updateGround();
@@ -79,6 +82,7 @@ class ToolkitWindow {
   PadLine padLine_;
   Ground ground_;
   PopupPlace place_;
+  SurfaceMonitor monitor_;
   EscapeKey escape_;
   ShowWatch showWatch_;
   GObjectPtr<GdkFrameClock> clock_;

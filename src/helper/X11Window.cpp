@@ -8,6 +8,8 @@
 #include <X11/Xutil.h>
 #include <gdk/x11/gdkx.h>
 
+#include "helper/GObjectPtr.h"
+
 namespace zovk::helper {
 namespace {
 
@@ -79,6 +81,12 @@ X11Id x11ActiveWindow(GdkDisplay* display) {
   return propertyOf(display, root, "_NET_ACTIVE_WINDOW", XA_WINDOW).number().value_or(None);
 }
 
+int x11Scale(GdkDisplay* display) {
+  const auto monitor = GObjectPtr<GdkMonitor>::adopt(
+      static_cast<GdkMonitor*>(g_list_model_get_item(gdk_display_get_monitors(display), 0)));
+  return monitor ? gdk_monitor_get_scale_factor(monitor.get()) : 1;
+}
+
 Frame X11Window::frame() const {
   const X11ErrorTrap trap(display_);
   Display* connection = connectionOf(display_);
@@ -88,6 +96,12 @@ Frame X11Window::frame() const {
   Window child = None;
   XTranslateCoordinates(connection, id_, facts.root, 0, 0, &frame.x, &frame.y, &child);
   return frame;
+}
+
+Frame X11Window::logicalFrame() const {
+  const Frame pixels = frame();
+  const int scale = x11Scale(display_);
+  return {pixels.x / scale, pixels.y / scale, pixels.width / scale, pixels.height / scale};
 }
 
 bool X11Window::isViewable() const {

@@ -32,6 +32,8 @@ class X11ErrorTrap {
 /// nothing moves the keyboard.
 bool x11HasWindowManager(GdkDisplay* display);
 X11Id x11ActiveWindow(GdkDisplay* display);
+/// Returns how many pixels of the display one logical pixel takes along each side.
+int x11Scale(GdkDisplay* display);
 
 /// A window of any program, by its number.
 class X11Window {
@@ -41,6 +43,8 @@ class X11Window {
   X11Id id() const { return id_; }
   /// Returns its place on the whole screen, in the display's pixels; empty if it is gone.
   Frame frame() const;
+  /// Returns the same in logical pixels.
+  Frame logicalFrame() const;
   bool isViewable() const;
   /// Returns its work space, as window managers count them.
   std::optional<unsigned long> workSpace() const;
