@@ -23,7 +23,8 @@ struct ZOVKPopupEvent {
   /// "policy_not_needed"; "condition_refused" and "condition_failed" if the service of a
   /// conditional popup refused it or gave no answer; "page_failed" if the page did not load;
   /// "display_failed" if popups cannot be displayed; "request_ended" if the request ended before
-  /// its turn; "report_missing" if the page committed and the popup has no address to report to.
+  /// its turn; "skipped_over" if an answer to the popup before it came late or twice and ended its
+  /// turn; "report_missing" if the page committed and the popup has no address to report to.
   std::string reason;
   std::string sentence;  ///< The reason in plain English. Else empty.
 };

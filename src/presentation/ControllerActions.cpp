@@ -55,8 +55,8 @@ void ZOVKPopupViewController::commit(const boost::json::object& resultRecord) {
     // count as shown.
     debug("The currentModel report_url is illegal: %@, report ending", reportUrl);
     if (current != nullptr) {
-      notify(notShown(*current, "report_missing",
-                      "It was committed, but has no address to report to."));
+      notifyNotShown(current, "report_missing",
+                     "It was committed, but has no address to report to.");
     }
     return callComplete(ZOVKPopupResultError, "");
   }

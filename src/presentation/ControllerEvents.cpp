@@ -10,6 +10,11 @@ void ZOVKPopupViewController::notify(ZOVKPopupEvent event) const {
   if (eventListener_) eventListener_(std::move(event));
 }
 
+// Any thread. Returns whether the game has heard the end of this popup before.
+bool ZOVKPopupViewController::accountFor(const PopupPointer& popup) {
+  return accountedFor_.with([&popup](auto& popups) { return !popups.insert(popup).second; });
+}
+
 void ZOVKPopupViewController::notifyShown() {
   const PopupPointer current = currentModel();
   if (current == nullptr || std::exchange(shownIsNotified_, true)) return;
@@ -19,6 +24,7 @@ void ZOVKPopupViewController::notifyShown() {
 void ZOVKPopupViewController::notifyAnswered(std::int32_t action, const std::string& resultText) {
   const PopupPointer current = currentModel();
   if (current == nullptr || std::exchange(answerIsNotified_, true)) return;
+  accountFor(current);
   ZOVKPopupEvent event = eventOf(*current, ZOVKPopupEvent::Kind::kAnswered);
   event.result = action;
   event.message = resultText;
@@ -29,13 +35,29 @@ void ZOVKPopupViewController::notifyAnswered(std::int32_t action, const std::str
 void ZOVKPopupViewController::notifyPageFailed(const std::string& error) {
   const PopupPointer current = currentModel();
   if (current == nullptr || shownIsNotified_ || std::exchange(failureIsNotified_, true)) return;
-  notify(notShown(*current, "page_failed", "Its page did not load: " + error));
+  notifyNotShown(current, "page_failed", "Its page did not load: " + error);
 }
 
 // Any thread.
-void ZOVKPopupViewController::notifyNotWanted(const char* reason, const char* sentence) const {
+void ZOVKPopupViewController::notifyNotShown(const PopupPointer& popup, const std::string& reason,
+                                             const std::string& sentence) {
+  accountFor(popup);
+  notify(notShown(*popup, reason, sentence));
+}
+
+// Any thread. By now another popup may be on screen, whose turn the answer ends.
+void ZOVKPopupViewController::notifyNotWanted(const PopupPointer& asked, const char* reason,
+                                              const char* sentence) {
+  if (currentModel() == asked) notifyNotShown(asked, reason, sentence);
+}
+
+// An answer that comes twice, or a condition's answer that comes late, ends the turn of the popup
+// that is on screen by then.
+void ZOVKPopupViewController::notifySkippedOver() {
   const PopupPointer current = currentModel();
-  if (current != nullptr) notify(notShown(*current, reason, sentence));
+  if (current == nullptr || accountFor(current)) return;
+  notify(notShown(*current, "skipped_over",
+                  "An answer to the popup before it came late or twice, and ended its turn."));
 }
 
 void ZOVKPopupViewController::notifyRequestEnded() const {
@@ -47,7 +69,7 @@ void ZOVKPopupViewController::notifyDisplayFailed(const std::string& error) {
   const std::string sentence = "Popups cannot be displayed: " + error;
   const PopupPointer current = currentModel();
   if (current != nullptr && !std::exchange(answerIsNotified_, true)) {
-    notify(notShown(*current, "display_failed", sentence));
+    notifyNotShown(current, "display_failed", sentence);
   }
   for (const PopupPointer& waiting : popupArr_) {
     notify(notShown(*waiting, "display_failed", sentence));

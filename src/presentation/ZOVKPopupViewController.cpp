@@ -48,6 +48,7 @@ void ZOVKPopupViewController::showPopup() {
 void ZOVKPopupViewController::showNextPopup() {
   constexpr DebugLog debug = controllerLog("ZOVKPopupViewController::showPopup");
   const ActionScope scope(*this);
+  notifySkippedOver();
   PopupPointer next = getPopupModel();
   if (next == nullptr) return callComplete(ZOVKPopupResultSkip, "");
   debug("Start show %@", next->scene);

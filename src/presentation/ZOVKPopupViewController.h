@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -130,7 +131,11 @@ class ZOVKPopupViewController : public ViewController,
   void notifyAnswered(std::int32_t action, const std::string& resultText);
   void notifyShown();
   void notifyPageFailed(const std::string& error);
-  void notifyNotWanted(const char* reason, const char* sentence) const;
+  bool accountFor(const PopupPointer& popup);
+  void notifyNotShown(const PopupPointer& popup, const std::string& reason,
+                      const std::string& sentence);
+  void notifyNotWanted(const PopupPointer& asked, const char* reason, const char* sentence);
+  void notifySkippedOver();
   void notifyRequestEnded() const;
   void notifyDisplayFailed(const std::string& error);
   void skip(const std::string& resultText);
@@ -139,7 +144,8 @@ class ZOVKPopupViewController : public ViewController,
   void decideByPrefix(const std::string& url, const NavigationDecision& decide);
   void allowOwnFile(const std::string& address);
   bool isOwnPage(const std::string& url) const;
-  void handleConditionAnswer(bool success, const std::optional<std::string>& data);
+  void handleConditionAnswer(const PopupPointer& asked, bool success,
+                             const std::optional<std::string>& data);
   void letGo();
 
   inline static bool needRefresh_ = false;
@@ -160,6 +166,8 @@ class ZOVKPopupViewController : public ViewController,
   std::shared_ptr<WebView> webView_;
   Window* window_ = nullptr;
   bool pageHangs_ = false;
+  // The popups that the game has heard the end of. Also set by a condition's answer.
+  Guarded<std::set<PopupPointer>> accountedFor_;
   // Each of these events is sent once for a popup.
   bool shownIsNotified_ = false;
   bool failureIsNotified_ = false;

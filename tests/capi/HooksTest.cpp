@@ -5,7 +5,9 @@
 namespace zovk {
 namespace {
 
-/// What the game was told, in order.
+using ::testing::ElementsAre;
+
+/// What the game receives, in order.
 class CHooks : public CGameFixture {
  protected:
   zovkpopup_status setHooks() {
@@ -64,6 +66,29 @@ TEST_F(CHooks, ReceiveTheEventsOfEachPopup) {
   EXPECT_THAT(note_.texts,
               ::testing::UnorderedElementsAre("2 nowhere -1 no_popup", "0 welcome -1 ", "answer",
                                               R"(1 welcome 0 {"action":"skip","msg":""})"));
+}
+
+TEST_F(CHooks, ReceiveTheEventOfAPopupThatTheRequestDidNotReach) {
+  // The name decides which is first, as all else is the same.
+  addPage("a", 1, answeringPage("skip", "", true));
+  addPage("b", 1, answeringPage("cancel", "", true));
+  ASSERT_EQ(setUp(), ZOVKPOPUP_OK);
+  zovkpopup_hooks hooks{};
+  hooks.size = sizeof hooks;
+  hooks.popup_event = [](const zovkpopup_popup_event* event, void* user) {
+    if (event->kind == ZOVKPOPUP_EVENT_SHOWN) return;  // may come before the answer or not at all
+    const std::string text = std::to_string(event->kind) + " " + event->scene + " " +
+                             std::to_string(event->result) + " " + event->reason + ": " +
+                             event->sentence;
+    Note::text(text.c_str(), user);
+  };
+  hooks.user = &note_;
+  ASSERT_EQ(zovkpopup_set_hooks(&hooks), ZOVKPOPUP_OK);
+  ASSERT_EQ(zovkpopup_show_popup("", 1, nullptr, nullptr, nullptr), ZOVKPOPUP_OK);
+  awaitTexts(2);
+  EXPECT_THAT(note_.texts, ElementsAre("1 b 2 : ",
+                                       "2 a -1 request_ended: Its request ended with another popup "
+                                       "before its turn."));
 }
 
 TEST_F(CHooks, OfAnOlderGameReceiveNoEvents) {

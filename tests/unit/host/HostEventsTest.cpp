@@ -98,7 +98,33 @@ TEST_F(HostEvents, ComeOnceForAnAnswerThatThePageGivesTwice) {
   pump();
   choose("skip");
   chooseAndPump("skip");
-  EXPECT_THAT(heard_, ElementsAre(R"(a 1 answered 0 {"action":"skip","msg":""})", "result 0"));
+  EXPECT_THAT(heard_, ElementsAre(R"(a 1 answered 0 {"action":"skip","msg":""})", "result 0",
+                                  "b 2 skipped_over"));
+}
+
+TEST_F(HostEvents, ComeForAPopupWhoseTurnALateConditionEnds) {
+  add({popup("a", 1), conditional(2), popup("b", 3)});
+  show("");
+  pump();
+  chooseAndPump("skip");
+  chooseAndPump("skip");
+  heard_.clear();
+  answerCondition(R"({"need_popup":0})");
+  EXPECT_THAT(heard_, ElementsAre("result 0", "b 3 skipped_over"))
+      << "the conditional was answered";
+}
+
+TEST_F(HostEvents, ComeOnceForAPopupThatFailedAndIsSkippedOver) {
+  add({popup("a", 1), conditional(2), popup("b", 3)});
+  show("");
+  pump();
+  chooseAndPump("skip");
+  chooseAndPump("skip");
+  memory().userInterface.frontWebView()->failProvisional("no such host");
+  pump();
+  heard_.clear();
+  failCondition();
+  EXPECT_THAT(heard_, ElementsAre("result 0")) << "the game knows that its page failed";
 }
 
 TEST_F(HostEvents, ComeForEachPopupOfARequest) {
@@ -237,6 +263,16 @@ TEST_F(HostEvents, ComeForACommitWithoutAnAddressToReportTo) {
   pump();
   chooseAndPump("commit");
   EXPECT_THAT(heard_, ElementsAre("lobby 7 report_missing", "result 0"));
+}
+
+TEST_F(HostEvents, ComeForPopupsBehindACommitWithoutAnAddressToReportTo) {
+  ZOVKPopupModel mute = popup("a", 1);
+  mute.report_url.clear();
+  add({mute, popup("b", 2)});
+  show("");
+  pump();
+  chooseAndPump("commit");
+  EXPECT_THAT(heard_, ElementsAre("a 1 report_missing", "result 0", "b 2 request_ended"));
 }
 
 TEST_F(HostEvents, DoNotComeAfterTheShutDownOrToEarlierHooks) {
