@@ -113,6 +113,15 @@ void PopupPlace::settle() {
   if (way_ != Way::kFullScreen || !isManaged()) moveTo(wanted());
 }
 
+void PopupPlace::comeUp() {
+  const auto own = x11WindowOf(window_);
+  if (!own || !game_.window() || !isManaged() || !own->isBelow(game_.window()->id())) return;
+  own->raise();
+  // A move tells the window manager that the window is one of its own again.
+  asked_.reset();
+  moveTo(wanted());
+}
+
 void PopupPlace::takeKeyboard() {
   if (const auto own = x11WindowOf(window_); own && !isManaged()) own->takeKeyboard();
   askSwayForKeyboard();

@@ -35,6 +35,9 @@ class PopupPlace {
   /// Reports that the game is back: the window is in front of it again.
   void attach();
   bool isDetached() const { return detached_; }
+  /// Comes above the game if a window manager has put it below. Call it once the window is on
+  /// screen.
+  void comeUp();
   /// Takes the keyboard where nothing else gives it. Call it once the window is on screen.
   void takeKeyboard();
   bool isLastWay() const { return way_ != Way::kGameFrame; }

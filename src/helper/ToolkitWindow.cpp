@@ -228,6 +228,7 @@ void ToolkitWindow::onLayout(GdkSurface*, int width, int height, gpointer self) 
 void ToolkitWindow::onAfterPaint(GdkFrameClock*, gpointer self) {
   auto* own = static_cast<ToolkitWindow*>(self);
   const bool isFirst = !std::exchange(own->isPainted_, true);
+  if (isFirst) own->place_.comeUp();
   if (isFirst) own->monitor_.look();
   if (isFirst && gtk_window_is_active(own->window_) == FALSE && own->mayHaveKeyboard()) {
     own->place_.takeKeyboard();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <vector>
 
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
@@ -29,6 +30,13 @@ struct Property {
   }
 };
 
+/// A window's place in the tree of all windows.
+struct Kin {
+  Window root = None;
+  Window parent = None;
+  std::vector<Window> children;  // from the lowest to the highest
+};
+
 constexpr long kLongestProperty = 1024;  // in units of four bytes
 
 Display* connectionOf(GdkDisplay* display) {
@@ -51,6 +59,25 @@ Property propertyOf(GdkDisplay* display, Window window, const char* name, Atom w
   if (status != Success || type != wanted) result.count = 0;
   result.data.reset(status == Success ? data : nullptr);
   return result;
+}
+
+Kin kinOf(Display* connection, Window window) {
+  Kin kin;
+  Window* children = nullptr;
+  unsigned int count = 0;
+  if (XQueryTree(connection, window, &kin.root, &kin.parent, &children, &count) == 0) return {};
+  kin.children.assign(children, children + count);
+  if (children != nullptr) XFree(children);
+  return kin;
+}
+
+/// Returns the window itself, or the frame that a window manager put around it.
+Window outermost(Display* connection, Window window) {
+  for (Kin kin = kinOf(connection, window); kin.parent != None && kin.parent != kin.root;
+       kin = kinOf(connection, window)) {
+    window = kin.parent;
+  }
+  return window;
 }
 
 }  // namespace
@@ -109,6 +136,24 @@ bool X11Window::isViewable() const {
   XWindowAttributes facts{};
   return XGetWindowAttributes(connectionOf(display_), id_, &facts) != 0 &&
          facts.map_state == IsViewable;
+}
+
+bool X11Window::isBelow(X11Id other) const {
+  const X11ErrorTrap trap(display_);
+  Display* connection = connectionOf(display_);
+  const Window own = outermost(connection, id_);
+  const Window others = outermost(connection, other);
+  const auto all = kinOf(connection, gdk_x11_display_get_xrootwindow(display_)).children;
+  const auto found = std::find(all.begin(), all.end(), own);
+  return std::find(found, all.end(), others) != all.end() && own != others;
+}
+
+void X11Window::raise() const {
+  // Window managers get the requests of the windows that they manage, and may ignore them.
+  setUnmanaged(true);
+  const X11ErrorTrap trap(display_);
+  XRaiseWindow(connectionOf(display_), id_);
+  setUnmanaged(false);
 }
 
 std::optional<unsigned long> X11Window::cardinal(const char* property) const {

@@ -46,6 +46,9 @@ class X11Window {
   /// Returns the same in logical pixels.
   Frame logicalFrame() const;
   bool isViewable() const;
+  /// Returns whether `other`, or the frame around it, stands above this window. X11 gives the
+  /// pointer's clicks to the upper one.
+  bool isBelow(X11Id other) const;
   /// Returns its work space, as window managers count them.
   std::optional<unsigned long> workSpace() const;
   std::string title() const;
@@ -53,6 +56,8 @@ class X11Window {
   void watch() const;
 
   void moveResize(const Frame& frame) const;
+  /// Puts it above all others, even if a window manager does not restack windows on request.
+  void raise() const;
   void setTransientFor(X11Id other) const;
   void endTransience() const;
   /// Makes it a dialog: dialogs may stand over other windows at their own size.

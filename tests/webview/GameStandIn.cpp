@@ -1,5 +1,6 @@
 #include "GameStandIn.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -11,6 +12,7 @@
 #include <X11/Xutil.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/eventfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -93,6 +95,25 @@ Window transientBelow(Display* display, Window parent, Window wanted) {
   }
   if (children != nullptr) XFree(children);
   return found;
+}
+
+/// Announces a window manager, which gets the others' requests from now on.
+void beManager(Display* display) {
+  const Window root = DefaultRootWindow(display);
+  const Window sign = XCreateSimpleWindow(display, root, 0, 0, 1, 1, 0, 0, 0);
+  for (const Window window : {root, sign}) {
+    XChangeProperty(display, window, atom(display, "_NET_SUPPORTING_WM_CHECK"), XA_WINDOW, 32,
+                    PropModeReplace, reinterpret_cast<const unsigned char*>(&sign), 1);
+  }
+  XSelectInput(display, root, SubstructureRedirectMask);
+  XSync(display, False);
+}
+
+void place(Display* display, const XConfigureRequestEvent& wish) {
+  XWindowChanges changes{wish.x, wish.y, wish.width, wish.height, 0, None, 0};
+  constexpr unsigned int kPlaceOnly = CWX | CWY | CWWidth | CWHeight;
+  XConfigureWindow(display, wish.window, static_cast<unsigned int>(wish.value_mask) & kPlaceOnly,
+                   &changes);
 }
 
 }  // namespace
@@ -186,6 +207,21 @@ void GameStandIn::awaitViewable(std::uint64_t window, bool viewable) const {
   });
 }
 
+void GameStandIn::awaitAbove(std::uint64_t window) const {
+  Display* display = asDisplay(display_);
+  awaitOn(display, "the window stayed below", [&] {
+    Window root = 0;
+    Window parent = 0;
+    Window* children = nullptr;
+    unsigned int count = 0;
+    XQueryTree(display, DefaultRootWindow(display), &root, &parent, &children, &count);
+    const std::vector<Window> all(children, children + count);
+    if (children != nullptr) XFree(children);
+    const auto own = std::find(all.begin(), all.end(), window_);
+    return std::find(own, all.end(), window) != all.end();
+  });
+}
+
 bool GameStandIn::isOverrideRedirect(std::uint64_t window) const {
   XWindowAttributes facts{};
   XGetWindowAttributes(asDisplay(display_), window, &facts);
@@ -245,19 +281,42 @@ BlendingManager::~BlendingManager() {
 }
 
 IdleManager::IdleManager(const BareScreen& screen) : display_(open(screen.name())) {
-  Display* display = asDisplay(display_);
-  const Window root = DefaultRootWindow(display);
-  const Window sign = XCreateSimpleWindow(display, root, 0, 0, 1, 1, 0, 0, 0);
-  for (const Window window : {root, sign}) {
-    XChangeProperty(display, window, atom(display, "_NET_SUPPORTING_WM_CHECK"), XA_WINDOW, 32,
-                    PropModeReplace, reinterpret_cast<const unsigned char*>(&sign), 1);
-  }
-  XSelectInput(display, root, SubstructureRedirectMask);
-  XSync(display, False);
+  beManager(asDisplay(display_));
 }
 
 IdleManager::~IdleManager() {
   XCloseDisplay(asDisplay(display_));
+}
+
+LoweringManager::LoweringManager(const BareScreen& screen)
+    : display_(open(screen.name())), stop_(eventfd(0, EFD_CLOEXEC)) {
+  beManager(asDisplay(display_));
+  thread_ = std::thread([this] { manage(); });
+}
+
+LoweringManager::~LoweringManager() {
+  eventfd_write(stop_, 1);
+  thread_.join();
+  close(stop_);
+  XCloseDisplay(asDisplay(display_));
+}
+
+void LoweringManager::manage() {
+  Display* display = asDisplay(display_);
+  std::array<pollfd, 2> ready{{{ConnectionNumber(display), POLLIN, 0}, {stop_, POLLIN, 0}}};
+  while (ready[1].revents == 0) {
+    while (XPending(display) > 0) {
+      XEvent event{};
+      XNextEvent(display, &event);
+      if (event.type == ConfigureRequest) zovk::place(display, event.xconfigurerequest);
+      if (event.type != MapRequest) continue;
+      XLowerWindow(display, event.xmaprequest.window);
+      XMapWindow(display, event.xmaprequest.window);
+      XSetInputFocus(display, event.xmaprequest.window, RevertToParent, CurrentTime);
+    }
+    XFlush(display);
+    ::poll(ready.data(), ready.size(), -1);
+  }
 }
 
 }  // namespace zovk

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace zovk {
@@ -38,6 +39,8 @@ class GameStandIn {
   /// Waits until another window's content is at `wanted`.
   void awaitPlace(std::uint64_t window, const Place& wanted) const;
   void awaitViewable(std::uint64_t window, bool viewable) const;
+  /// Waits until another window is above this one.
+  void awaitAbove(std::uint64_t window) const;
   bool isOverrideRedirect(std::uint64_t window) const;
   bool isDialog(std::uint64_t window) const;
   std::string title(std::uint64_t window) const;
@@ -86,6 +89,22 @@ class IdleManager {
 
  private:
   void* display_;
+};
+
+/// A window manager that puts new windows below all others and never restacks them, as simple
+/// compositors do with X11 windows: what they show has an order of its own.
+class LoweringManager {
+ public:
+  explicit LoweringManager(const BareScreen& screen);
+  ~LoweringManager();
+  LoweringManager(const LoweringManager&) = delete;
+  LoweringManager& operator=(const LoweringManager&) = delete;
+
+ private:
+  void manage();
+  void* display_;
+  int stop_ = -1;
+  std::thread thread_;
 };
 
 }  // namespace zovk

@@ -159,6 +159,18 @@ TEST(HelperPlace, IsNotManagedInTheSessionOfAHandheld) {
   game.awaitFocus(true);
 }
 
+TEST(HelperPlace, IsAboveTheGameWhereTheWindowManagerPutsItBelow) {
+  const BareScreen screen;
+  const LoweringManager manager(screen);
+  const GameStandIn game({300, 200, 640, 400}, screen.name());
+  PopupOver popup(game, screen.environment());
+  popup.show();
+  popup.helper.sync();
+  game.awaitAbove(game.popup());
+  game.awaitPlace(game.popup(), game.place());
+  EXPECT_FALSE(game.isOverrideRedirect(game.popup()));
+}
+
 TEST(HelperPlace, IsToldWhenThePopupComesUpNowhere) {
   const BareScreen screen;
   GameStandIn game(kGame, screen.name());
