@@ -31,7 +31,7 @@ class Settings(ctypes.Structure):
 
 
 def play(library, address, folder, scenes):
-    """A game that starts, and ends once it is told to and has every page; shows nothing."""
+    """Starts a game that ends when it is asked to and has every page; it shows nothing."""
     api = ctypes.CDLL(library)
     api.zovkpopup_have_popup.argtypes = [ctypes.c_uint64]
     api.zovkpopup_have_popup.restype = ctypes.c_bool

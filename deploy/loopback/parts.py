@@ -51,7 +51,7 @@ def stream_ready(places):
 
 
 def functions_loaded(places):
-    """The consumer has reached both its ends: it loads the function, and makes the tables."""
+    """Returns whether the consumer has loaded the function and made the tables."""
     try:
         store = redis.Redis(unix_socket_path=str(places.stream))
         return bool(store.xinfo_groups("reports")) and database_ready(places)
@@ -68,7 +68,7 @@ def database_ready(places):
 
 
 def make_database(places):
-    """An empty cluster that only processes of this machine reach, through a socket."""
+    """Makes an empty cluster that only processes of this machine reach, through a socket."""
     user = database_user()
     folder = places.part("database")
     shutil.chown(folder, user)
@@ -80,7 +80,7 @@ def make_database(places):
 
 
 def make_certificate(folder):
-    """For the loopback names, good for a week, made for this run."""
+    """Makes a certificate for the loopback names. It is good for a week."""
     names = "subjectAltName=DNS:localhost,IP:127.0.0.1,IP:0:0:0:0:0:0:0:1"
     subprocess.run(
         ["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256",
@@ -109,7 +109,7 @@ def prepare(places, words):
 
 
 def all_parts(places, facts):
-    """In the order in which they are started."""
+    """Returns the parts in the order in which they are started."""
     database = [POSTGRES / "postgres", "-D", places.part("database") / "data",
                 "-k", places.sockets, "-h", "",
                 # A statement that failed, its values and its rows are not for the log.

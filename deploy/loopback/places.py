@@ -28,7 +28,7 @@ def free_ports(count):
 
 
 def database_user():
-    """PostgreSQL does not run as root."""
+    """Returns the user that PostgreSQL runs as. It refuses to run as root."""
     return "postgres" if os.getuid() == 0 else pwd.getpwuid(os.getuid()).pw_name
 
 

@@ -17,7 +17,7 @@ def folder_of(pid):
 
 
 def has_terminal(pid):
-    """Whether somebody sits at it, as at a shell that has gone there to look around."""
+    """Returns whether a person uses the process at a terminal, such as a shell in the folder."""
     try:
         fields = pathlib.Path(f"/proc/{pid}/stat").read_text(encoding="utf-8").rpartition(")")[2]
         return fields.split()[4] != "0"

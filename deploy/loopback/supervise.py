@@ -38,7 +38,8 @@ class Keeper:
                 stdin=subprocess.DEVNULL, stdout=output, stderr=output, start_new_session=True)
 
     def _end_rest(self, patience):
-        """What a killed part leaves behind would hold its sockets or files."""
+        """Ends the processes that a killed part left behind, because they would hold its sockets or
+        files."""
         end_processes(lambda: processes_in(self.folder), patience=patience)
 
     def _keep(self):
@@ -74,7 +75,8 @@ class Keeper:
 
 
 def reload_edge(places, edge):
-    """What cannot be read leaves the edge as it is. Of that nginx itself says nothing."""
+    """Has the edge read its files again. If they cannot be read, the edge stays as it is, and nginx
+    reports nothing."""
     trial = subprocess.run([*map(str, edge.part.command), "-t"], check=False, capture_output=True,
                            text=True)
     if trial.returncode == 0:
@@ -85,7 +87,7 @@ def reload_edge(places, edge):
 
 
 def watch_games(places, stopping, edge, receiver):
-    """A changed file of keys, or a new certificate, is read without a restart."""
+    """Applies a changed file of keys or a new certificate without a restart."""
     watched = [places.games, places.part("edge") / "certificate.pem"]
 
     def state():

@@ -11,7 +11,7 @@ import subprocess
 
 HERE = pathlib.Path(__file__).resolve().parent
 STEP = 0.1
-# A game gives a request up after so many seconds.
+# A game gives up a request after this number of seconds.
 PATIENCE = 15.0
 
 
@@ -45,7 +45,8 @@ class Queue:
 
 
 def herd(capacity, players, spread, seed=1):
-    """All players' games come back within `spread` seconds of the end of an outage."""
+    """Simulates an outage after which the games of all players come back within `spread`
+    seconds."""
     chance = random.Random(seed)
     # In lots of a thousand, so that a step is quick.
     lots = collections.Counter(int(chance.uniform(0, spread) / STEP) for _ in range(players // 1000))
@@ -59,7 +60,7 @@ def herd(capacity, players, spread, seed=1):
 
 
 def edge_failure(capacity, edges, load, noticed):
-    """One of the edges fails after a minute; names lead to it until that is noticed."""
+    """Simulates an edge that fails after a minute; names lead to it until that is noticed."""
     queues = [Queue(capacity) for _ in range(edges)]
     rows, lost = [], 0.0
     arriving = capacity * edges * load * STEP
@@ -79,7 +80,7 @@ def edge_failure(capacity, edges, load, noticed):
 
 
 def filling_stream(reports, stored, bound, away):
-    """The database is away for `away` seconds; then the consumer catches up."""
+    """Simulates a database that is away for `away` seconds, and a consumer that then catches up."""
     waiting = refused = full_at = 0.0
     rows, now = [], 0.0
     while now < 60 + away or waiting > 0:
@@ -106,7 +107,7 @@ def write(path, rows):
 
 
 def plot(folder, name, title, x, y, lines, extra=""):
-    """`lines` are (file, columns, title)."""
+    """Draws a plot. `lines` are (file, columns, title)."""
     drawn = ", ".join(f"'{folder / (file + '.data')}' using {columns} with lines lw 2 title '{title}'"
                       for file, columns, title in lines)
     script = (f"set terminal pngcairo size 900,360 font 'DejaVu Sans,11'\nset output "

@@ -41,7 +41,7 @@ def parameters(install=INSTALL, game=GAME):
 
 
 def signed(path, body, install=INSTALL, game=GAME, key=KEY):
-    """The target of a request, as a game would send it."""
+    """Returns the target of a request, as a game would send it."""
     common = parameters(install, game)
     plain = urllib.parse.unquote(path)
     sig = hashlib.md5(f"{plain}?{common}".encode() + body + key.encode()).hexdigest()
@@ -131,7 +131,8 @@ class Deployment:
         return pids
 
     def edge_workers(self):
-        """The ones that take connections: what a reload replaces serves those it has, and ends."""
+        """Returns the workers that take connections. A worker that a reload replaces serves the
+        connections that it has, and ends."""
         def title(pid):
             with contextlib.suppress(OSError):
                 return pathlib.Path(f"/proc/{pid}/cmdline").read_bytes().rstrip(b"\0 ")
@@ -170,7 +171,7 @@ shared = None
 
 
 def the_deployment():
-    """One for all tests that leave it as it was."""
+    """Returns the deployment that all tests share which leave it unchanged."""
     global shared
     if shared is None:
         shared = Deployment("--one-address", "--backlog", "3000")

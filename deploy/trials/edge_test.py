@@ -17,7 +17,7 @@ DOCUMENT = b'{"code":0,"popups":[{"pop_id":1}]}'
 
 
 def vectors():
-    """The requests that the documents give to whoever writes a service."""
+    """Returns the requests that the documents give to the author of a service."""
     text = (DEPLOY.parent / "docs" / "service.md").read_text(encoding="utf-8")
     blocks = [json.loads(block) for block in re.findall(r"```json\n(.*?)```", text, re.DOTALL)
               if '"vector"' in block]

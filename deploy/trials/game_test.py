@@ -21,7 +21,7 @@ class Lanterns(unittest.TestCase):
         self.data = scratch / "data"
 
     def answers(self):
-        """What was asked for and how it was answered, from the edge's log."""
+        """Returns what was requested and how it was answered, from the edge's log."""
         log = self.service.deployment.places.part("edge") / "access.log"
         lines = [line.split("\t") for line in log.read_text().splitlines()]
         return [(line[0], line[1]) for line in lines if len(line) == 7]

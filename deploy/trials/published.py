@@ -64,7 +64,7 @@ class PublishedService:
             self.tell_the_rule(content)
 
     def tell_the_rule(self, checks):
-        """What the development service reads from checks.json, as the example rule has it."""
+        """Gives the example rule what the development service reads from checks.json."""
         for popup in self.popups:
             check = checks.get(popup.get("check_url", "").rpartition("/")[2], 0)
             if isinstance(check, dict) and check.get("need_popup"):
@@ -73,16 +73,17 @@ class PublishedService:
                 self.deployment.stream().sadd(name, "guest")
 
     def page_files(self):
-        """The names under which a game keeps the pages."""
+        """Returns the names under which a game keeps the pages."""
         return ["ZOVKPopup_{scene_type}_{pop_type}_1_{sig}.html".format(**popup)
                 for popup in self.popups if popup["content_type"] == 1]
 
     def position(self):
-        """Where the next report will stand in the database."""
+        """Returns the next report's position in the database."""
         return self.deployment.rows("SELECT count(*) FROM reports")[0][0]
 
     def next_report(self, position):
-        """The first report from that position on, in the words of the development service."""
+        """Returns the first report from that position on, in the form of the development
+        service."""
         wait_until(lambda: self.position() > position, "the report is stored")
         path, game, player, action, message = self.deployment.rows(
             "SELECT path, game_id, player, action, message FROM reports"

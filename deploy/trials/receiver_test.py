@@ -26,7 +26,7 @@ LATE = 5  # Seconds after which the stream's silence is a no.
 
 
 def signed(body, path=b"/report/shop", common=parameters().encode(), key=KEY):
-    """The target of a report, of bytes that need not be text."""
+    """Returns the target of a report, of bytes that need not be text."""
     plain = urllib.parse.unquote_to_bytes(path)
     sig = hashlib.md5(plain + b"?" + common + body + key.encode()).hexdigest()
     return b"%s?%s&sig=%s" % (path, common, sig.encode())
@@ -98,7 +98,7 @@ class Receiver(unittest.TestCase):
         self.addCleanup(self.assert_well)
 
     def assert_well(self):
-        """What a test ends with: nothing that it did has ended the receiver."""
+        """Checks that nothing in the test has ended the receiver. Each test ends with it."""
         self.assertIn(self.receiver.poll(), (None, 0), self.log.read_text())
 
     def connect(self):
@@ -127,8 +127,9 @@ class Receiver(unittest.TestCase):
         return {fields[b"body"] for _, fields in self.stream.xrange("reports")}
 
     def waiting(self, count, more=b""):
-        """So many reports that wait for a stream that has halted. One more than may wait is sent:
-        when it has been refused, the others are known to have come."""
+        """Returns the connections of `count` reports that wait for a stream that has halted, with
+        their bodies. One more than may wait is sent: when it is refused, the others have
+        arrived."""
         self.halt_stream()
         bodies = [b"%d%s" % (number, more) for number in range(count + 1)]
         connections = {self.sent(body): body for body in bodies}
@@ -200,7 +201,7 @@ class Receiver(unittest.TestCase):
         self.assertEqual(fields[b"parameters"], parameters().encode())
 
     def read_games(self, content, sign):
-        """Has the file of keys read again, and comes back when that has been told once more."""
+        """Has the file of keys read again, and waits for the report of that."""
         known = self.log.read_text().count(sign)
         self.games.write_bytes(content)
         self.receiver.send_signal(signal.SIGHUP)
@@ -251,7 +252,7 @@ class Receiver(unittest.TestCase):
             f"function(keys, arguments) {before} return {answer} end)", replace=True)
 
     def sizes_of_batches(self, connections):
-        """How many reports each command has that the stream gets when it goes on."""
+        """Returns the number of reports in each command that the stream gets when it goes on."""
         self.go_on()
         self.assertEqual({read_answer(one)[0] for one in connections}, {200})
         return [int(size) for size in self.stream.lrange("sizes", 0, -1)]

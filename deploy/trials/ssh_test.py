@@ -92,7 +92,8 @@ class Ssh(unittest.TestCase):
         return self.edge.get(address.partition(f":{self.edge.http_port}")[2]).body.decode()
 
     def await_page(self, words):
-        """The edge looks once a second what is current."""
+        """Waits until the edge serves a page. The edge looks once a second which release is
+        current."""
         wait_until(lambda: f"<p>{words}</p>" in self.page_text(), f"players get the page {words}")
 
     def test_puts_pages_and_document_behind_the_edge_and_takes_them_back(self):

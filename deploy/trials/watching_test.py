@@ -1,4 +1,4 @@
-"""What is told of the deployment to whoever watches it."""
+"""The figures and alerts of the deployment for the people who watch it."""
 import json
 import re
 import subprocess
@@ -20,7 +20,7 @@ class Metrics(unittest.TestCase):
         self.edge = the_deployment()
 
     def values(self):
-        """Each metric's value, by its name and labels."""
+        """Returns each metric's value, by its name and labels."""
         address = f"http://{ADDRESS}:{self.edge.facts['metrics_port']}/metrics"
         with urllib.request.urlopen(address, timeout=20) as answer:
             text = answer.read().decode()

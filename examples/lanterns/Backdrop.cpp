@@ -41,7 +41,7 @@ float noise(int x, int y) {
   return static_cast<float>((n ^ (n >> 16U)) & 0xFFFFU) / 65535.0F;
 }
 
-// What is painted, in units of the picture's size.
+// The parts of the painting, in units of the picture's size.
 class Dusk {
  public:
   Dusk(int width, int height)

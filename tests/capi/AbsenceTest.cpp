@@ -3,7 +3,7 @@
 namespace zovk {
 namespace {
 
-/// What a game leaves out is absent for the popups, too, as it is for a game in C++.
+/// Arguments that a game omits are absent for the popups, too, like those of a game in C++.
 class CAbsence : public CGameFixture {
  protected:
   /// With a helper that ends at once, so that requests come to their end without a screen.

@@ -8,7 +8,7 @@ namespace {
 class CAnswers : public CWindowFixture {
  protected:
   static void answer(const char* json, void* user) { CWindowFixture::note("", json, user); }
-  /// Calls the page's handler; what it answers is noted.
+  /// Calls the page's handler and notes its answer.
   zovkpopup_status call(const char* name, const char* json) {
     return zovkpopup_web_window_call_handler(window_, name, json, answer, &answers_, Note::destroy);
   }

@@ -161,7 +161,8 @@ TEST_F(BadInput, AnEndWithoutAShutDownTakesTheHelperAlong) {
   close(ready[1]);
 }
 
-/// What a copy of the game gets for its calls: a bit for each that does not fail as it should.
+/// Returns the results of calls in a copy of the game: a bit for each that does not fail as it
+/// should.
 int callsOfACopy(Note& note) {
   int wrong = 0;
   wrong |= zovkpopup_pump(2000) == ZOVKPOPUP_ERROR_STATE ? 0 : 1;

@@ -77,7 +77,7 @@ document.documentElement.appendChild(asking);
  private:
   ScratchDirectory pages_;
 
- public:  // for the game's functions, which are no members
+ public:  // for the game's functions, which are not members
   const std::string pageFile_ = (pages_.path() / "page.html").string();
   Note note_;
   zovkpopup_web_window* window_ = nullptr;

@@ -9,7 +9,7 @@ namespace {
 
 class CHandlers : public CWindowFixture {
  protected:
-  /// Lets the page call `name`, which notes what it is told and keeps the response.
+  /// Lets the page call `name`. The handler notes what it receives and keeps the response.
   zovkpopup_status keep(const char* name) {
     const auto handler = [](const char* json, zovkpopup_response* response, void* user) {
       auto* const test = static_cast<CHandlers*>(user);
@@ -24,7 +24,7 @@ class CHandlers : public CWindowFixture {
     CWindowFixture::TearDown();
   }
 
- public:  // for the game's functions, which are no members
+ public:  // for the game's functions, which are not members
   std::vector<zovkpopup_response*> kept_;
   std::atomic<int> letGo_{0};
 };

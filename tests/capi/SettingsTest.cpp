@@ -11,7 +11,7 @@ namespace {
 
 class CSettings : public CGameFixture {
  protected:
-  /// What the library says to its helper first. The helper is a program that only writes it down.
+  /// Returns the first message of the library to its helper, a program that only stores it.
   std::string greetingWith(const zovkpopup_settings& given) {
     const std::string told = (scratch_.path() / "told").string();
     const std::string program = (scratch_.path() / "helper").string();

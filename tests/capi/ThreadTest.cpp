@@ -7,7 +7,7 @@ namespace {
 
 class OtherThread : public CGameFixture {
  protected:
-  /// What a call gives on a thread that is not the main one.
+  /// Returns the status of a call on a thread that is not the main one.
   static zovkpopup_status elsewhere(const std::function<zovkpopup_status()>& call) {
     zovkpopup_status status = ZOVKPOPUP_OK;
     std::thread([&] { status = call(); }).join();

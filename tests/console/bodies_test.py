@@ -45,7 +45,7 @@ class Bodies(unittest.TestCase):
             self.assertEqual(self.status("popups", body), 400, repr(name))
 
     def seeds(self):
-        """A good request to each endpoint that takes a body."""
+        """Returns a good request to each endpoint that takes a body."""
         popup = f"popups/{self.id}"
         whole = {"who": "Ada", "entry": entry(7, "gift"), "page_text": PAGE}
         return [("popups", whole), (popup, {**whole, "version": 1}), (popup + "/duplicate", {}),
@@ -58,7 +58,7 @@ class Bodies(unittest.TestCase):
                 ("faults", {"path": "/popup/get_info", "fault": "status-500"})]
 
     def shaken(self, chance, value):
-        """The same with one odd value somewhere, or without a member."""
+        """Returns the same with one odd value somewhere, or without a member."""
         if not isinstance(value, dict) or not value:
             return chance.choice(ODD)
         key = chance.choice(list(value))
@@ -68,7 +68,7 @@ class Bodies(unittest.TestCase):
         return {**rest, key: self.shaken(chance, value[key])}
 
     def torn(self, chance, text):
-        """The same with a few bytes missing, doubled or changed."""
+        """Returns the same with a few bytes missing, doubled or changed."""
         body = bytearray(text.encode())
         for _ in range(chance.randrange(4)):
             place = chance.randrange(len(body) + 1)

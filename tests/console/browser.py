@@ -101,12 +101,12 @@ class Browser:
             self.driver.save_screenshot(str(pathlib.Path(folder) / f"{name}.png"))
 
     def complaints(self):
-        """What the browser wrote on its console as errors."""
+        """Returns what the browser wrote on its console as errors."""
         return [line["message"] for line in self.driver.get_log("browser")
                 if line["level"] == "SEVERE"]
 
     def accessibility(self, axe):
-        """What the checker of accessibility finds in the page as it is."""
+        """Returns what the accessibility checker finds in the page."""
         self.script(axe)
         found = self.driver.execute_async_script(
             "const done = arguments[0];"
@@ -117,8 +117,8 @@ class Browser:
 
 
 def axe_script():
-    """The checker of accessibility, from the registry of its own kind; absent when that cannot be
-    reached. It is kept in the build folder."""
+    """Returns the accessibility checker from its registry; None if that cannot be reached. It is
+    kept in the build folder."""
     folder = pathlib.Path(os.environ["ZOVKPOPUP_BROWSER_TOOLS"])
     script = folder / f"axe-{AXE}" / "node_modules/axe-core/axe.min.js"
     if not script.exists() and shutil.which("npm"):

@@ -24,7 +24,7 @@ PAGE = """<!doctype html>
 
 
 def entry(pop_id, scene, **more):
-    """A popup that the checker has nothing against."""
+    """Returns a popup in which the checker finds no problem."""
     return {"pop_id": pop_id, "scene": scene, "scene_type": 1, "pop_type": 1, "pop_freq": 2,
             "page": f"{scene}.html", "report_url": "{{base}}/report/" + scene, **more}
 
@@ -88,7 +88,7 @@ class Service:
         return code
 
     def request(self, method, path, body=None, headers=None, token=True):
-        """Status, headers and text of an answer."""
+        """Returns status, headers and text of an answer."""
         connection = http.client.HTTPConnection("127.0.0.1", self.port, timeout=20)
         try:
             sent = dict(headers or {})
@@ -112,5 +112,5 @@ class Service:
         return json.loads(text)
 
     def popup(self, pop_id):
-        """A popup of the overview by its number."""
+        """Returns a popup of the overview by its number."""
         return next(p for p in self.get("popups")["popups"] if p["entry"]["pop_id"] == pop_id)

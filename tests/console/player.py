@@ -13,7 +13,7 @@ def signed(service, path, body, key=KEY):
 
 
 def answer(service, pop_id, scene, text):
-    """A player's commit."""
+    """Sends a player's commit."""
     data = json.dumps({"action": "commit", "msg": text})
     body = json.dumps({"pop_id": pop_id, "scene": scene, "data": data}, ensure_ascii=False)
     status, _, told = signed(service, "/report/shop", body)
@@ -21,6 +21,6 @@ def answer(service, pop_id, scene, text):
 
 
 def refused(service, path, body):
-    """A request that another key has signed."""
+    """Sends a request that is signed with another key."""
     status, _, told = signed(service, path, body, "wrong")
     assert status == 403, told

@@ -19,7 +19,7 @@ class Scripts(unittest.TestCase):
         return self.service
 
     def copy_of_the_service(self, helper=None):
-        """A service in a folder of its own, beside this text as its helper."""
+        """Returns a copy of the service in an empty folder, with this text as its helper."""
         folder = tempfile.TemporaryDirectory(prefix="zovkpopup-programs-")
         self.addCleanup(folder.cleanup)
         self.folder = pathlib.Path(folder.name)

@@ -101,7 +101,7 @@ class Walk(unittest.TestCase):
         self.assertEqual([p["scene"] for p in self.service.config()["popups"]], ["welcome"])
 
     def kept(self):
-        """What the game has kept of the service's."""
+        """Returns what the game has kept of the service's files."""
         return (self.scratch / "data/Library/Caches/ZOVKPopup").glob("*")
 
     def page_is_there(self):

@@ -24,7 +24,7 @@ def name_of(row):
 
 
 def said_by(test_body):
-    """Code, message and time of the first thing that a test expects the game to hear."""
+    """Returns code, message and time of the first callback that a test expects."""
     found = HEARS.search(test_body)
     if found is None:
         return None

@@ -31,7 +31,7 @@ def text_of(document):
 
 
 def prose_of(document):
-    """The text without its blocks of code."""
+    """Returns the text without its blocks of code."""
     return FENCE.sub("", text_of(document))
 
 
@@ -46,7 +46,8 @@ def blocks(document, language=None):
 
 
 def commands(block):
-    """The commands of a block for the shell, one for each line that does not go on."""
+    """Returns the commands of a shell block. A line that ends with a backslash continues on the
+    next one."""
     joined = block.text.replace("\\\n", " ")
     lines = (re.sub(r"(^|\s)#.*", "", line).strip() for line in joined.splitlines())
     return [line for line in lines if line]

@@ -85,7 +85,7 @@ PROMISED = {
 
 
 def excuse(document, command):
-    """The pattern that keeps a command from being run, if there is one."""
+    """Returns the pattern that keeps a command from being run, if there is one."""
     return next((pattern for pattern in NOT_RUN.get(document, {})
                  if fnmatch.fnmatchcase(command, pattern)), None)
 
@@ -102,7 +102,7 @@ def install(build, packages, prefix):
 
 
 def surroundings(installed, home):
-    """What a shell finds once the project is installed, for a player who is new."""
+    """Returns the environment of a new player's shell, on a machine with the project installed."""
     library = next(installed.rglob("libzovkpopup.so.1")).parent
     return {**os.environ, "HOME": str(home), "XDG_DATA_HOME": str(home / "data"),
             "PATH": f"{installed / 'bin'}:{os.environ['PATH']}",
@@ -111,7 +111,7 @@ def surroundings(installed, home):
 
 
 def run(command, folder, environment, key):
-    """Runs one command of a reader's shell; what it said."""
+    """Runs one command in a reader's shell. Returns its output."""
     print(f"  $ {command}", flush=True)
     output = folder / ".said"
     with output.open("w") as file:
@@ -171,7 +171,8 @@ def check(document, said):
 
 
 def check_site(site):
-    """Whether the files are a service: the pages that the document names are there, and theirs."""
+    """Checks that the files are a service: the pages that the document names are there, with the
+    right bytes."""
     for popup in json.loads((site / "current/popup/get_info").read_text())["popups"]:
         page = site / urllib.parse.urlsplit(popup["uri"]).path.lstrip("/")
         if hashlib.md5(page.read_bytes()).hexdigest() != popup["sig"]:

@@ -19,8 +19,8 @@ def flags_of(*packages):
 
 
 def whole(pieces):
-    """One file that holds them all: includes first, statements within functions. Complaints name
-    the lines of the documents."""
+    """Returns one file with all snippets: includes first, statements within functions. Complaints
+    name the lines of the documents."""
     lines = ['#include "surroundings.h"']
     for piece in pieces:
         lines += [line for line in piece.text.splitlines() if line.startswith("#include")]

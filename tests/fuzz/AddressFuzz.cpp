@@ -63,7 +63,7 @@ std::string decoded(const std::string& path) {
   return result == "/" ? "" : result;
 }
 
-/// Whether a service that checks the signature of what arrives finds it right.
+/// Returns whether a service finds the signature of a request right.
 void expectSigned(const UrlRequest& request, const ZOVKPopupUrlParams& params,
                   std::string_view input) {
   const auto address = readWebAddress(request.url);

@@ -1,5 +1,5 @@
-// What a service can answer to the question whether a popup is wanted, and what becomes of the
-// page's address by it. The sections of an input are the answer and the popup's own address.
+// The answers of a service to the question whether a popup is wanted, and the page's address that
+// results from them. The sections of an input are the answer and the popup's own address.
 
 #include "fuzz/Engine.h"
 #include "presentation/PageAddress.h"

@@ -90,7 +90,7 @@ fs::path scratch() {
   return fs::temp_directory_path() / ("zovkpopup-fuzz-headers-" + std::to_string(getpid()));
 }
 
-/// Whether the download ended well; its file has to be there as long as the completion runs.
+/// Returns whether the download succeeded. Its file must be there while the completion runs.
 void download(CurlUrlSession& session, const std::string& url, std::string_view input) {
   std::promise<void> ended;
   session

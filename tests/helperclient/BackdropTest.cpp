@@ -30,7 +30,8 @@ Bytes contentOf(const UniqueFd& file) {
   return bytes;
 }
 
-/// A game that hands over a picture of two pixels, one above the other, unless told otherwise.
+/// A game that hands over a picture. It has two pixels, one above the other, unless the test sets
+/// others.
 class HelperBackdrops : public ClientOfTheHelper {
  protected:
   HelperBackdrops() {
@@ -46,7 +47,7 @@ class HelperBackdrops : public ClientOfTheHelper {
     window_ = client_->makeWindow({});
     window_->makeKeyAndVisible();
   }
-  /// The commands that hand a picture over.
+  /// Returns the commands that hand over a picture.
   std::vector<HelperMessage> handedOver() { return hosts_.last().messages("backdrop"); }
   Bytes bytesFor(ZOVKPopupPixels format) {
     picture_.format = format;

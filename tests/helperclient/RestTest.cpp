@@ -1,4 +1,4 @@
-// What becomes of a helper that has nothing to show.
+// A helper that has nothing to show rests after a while.
 #include <limits>
 
 #include "helperclient/ClientFixture.h"
@@ -32,7 +32,7 @@ class HelperAtRest : public ClientOfTheHelper {
   void awaitEnd() {
     pumpUntil("the end", [this] { return hosts_.last().sawEnd(); });
   }
-  /// Whether the game would be woken within a moment.
+  /// Returns whether the game would be woken within a moment.
   bool wakes() {
     pollfd ready{queue_.pollDescriptor(), POLLIN, 0};
     return ::poll(&ready, 1, 50) > 0;

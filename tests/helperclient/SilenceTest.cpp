@@ -48,7 +48,7 @@ TEST_F(HelperSilenceTest, BeginsAnew) {
 /// Starts of helpers that fail, in time that the test makes.
 class HelperBackOffTest : public testing::Test {
  protected:
-  /// How long nothing may be started after one more failure, in seconds.
+  /// Returns the seconds in which nothing may be started after one more failure.
   int pauseAfterFailure() {
     backOff_.gaveUp(now_);
     int seconds = 0;

@@ -13,7 +13,7 @@ namespace {
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
-/// What a place is made into.
+/// The kinds of things that are put in the place of a file.
 struct Damage {
   const char* name;
   void (*apply)(const fs::path& place, const fs::path& elsewhere);

@@ -61,7 +61,7 @@ class HostilePages : public HostileScreen {
     tally.measure("log lines", static_cast<double>(lines().size() - linesBefore));
     return outcome;
   }
-  /// Of the clicks that ended a page, the one in the middle. A single one may meet a busy machine.
+  /// Returns the median of the clicks that ended a page. A single one may meet a busy machine.
   Seconds usualClick() {
     if (clicks_.empty()) return {};
     const auto middle = clicks_.begin() + static_cast<std::ptrdiff_t>(clicks_.size() / 2);

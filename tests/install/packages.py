@@ -24,7 +24,8 @@ PROGRAMS = ["lib/*/libzovkpopup.so.1.*", "lib/*/zovkpopup/zovkpopup-helper",
 
 
 def made(build):
-    """The packages in a build folder: those that are installed, then those of debug symbols."""
+    """Returns the packages in a build folder: those that are installed, and those of debug
+    symbols."""
     folder = build / "packages"
     return sorted(folder.glob("*.deb")), sorted(folder.glob("*.ddeb"))
 
@@ -66,7 +67,7 @@ def check_lintian(build):
 
 
 def check_hardening(build):
-    """Every program and the library were built as the release is to be."""
+    """Checks that every program and the library have the hardening of a release."""
     packages, _ = made(build)
     with tempfile.TemporaryDirectory() as root:
         for package in packages:
@@ -103,7 +104,7 @@ def check_files(prefix):
 
 
 def is_script(path):
-    """The examples' programs, which are run as they stand."""
+    """Returns whether the file is a script, such as those of the examples."""
     with open(path, "rb") as file:
         return file.read(2) == b"#!"
 
@@ -114,7 +115,7 @@ def is_program(path):
 
 
 def check_tools(prefix, work):
-    """The tool finds the helper, and its manual can be read."""
+    """Checks that the tool finds the helper, and that its manual can be read."""
     tool = prefix / "bin/zovkpopup"
     env = dict(os.environ, TMPDIR=str(work))
     printed = run(WITH_DISPLAY, "1280x900", "timeout", "60", tool, "preview", HERE / "page.html",

@@ -12,7 +12,7 @@ ANSWERED = '0 {"action":"skip","msg":"installed"}'
 
 
 class Failure(Exception):
-    """Something is not as it should be."""
+    """A check has failed."""
 
 
 def run(*command, env=None):
@@ -41,7 +41,7 @@ def write_popup(folder, document):
 
 
 def play(game, page, work):
-    """What a game prints that is given a page or a folder, as lists by the lines' first words."""
+    """Plays a game with a page or a folder. Returns its lines as lists, by their first words."""
     told = {}
     printed = run(WITH_DISPLAY, "1280x900", "timeout", "60", game, page, work / "home")
     for line in printed.splitlines():
@@ -51,7 +51,7 @@ def play(game, page, work):
 
 
 def play_own_page(game, bundle, work):
-    """The popup is one of the game's own resource bundle, made from the library's."""
+    """Plays a popup of the game's own resource bundle, which is made from the library's."""
     own = work / "resources" / BUNDLE
     shutil.copytree(bundle, own)
     write_popup(own, "ZOVKPopupLocal.config")
@@ -59,7 +59,8 @@ def play_own_page(game, bundle, work):
 
 
 def play_kept_page(game, work):
-    """The popup was downloaded earlier, and the game has no bundle: the library's is used."""
+    """Plays a popup that was downloaded earlier, in a game without a bundle, so that the library's
+    is used."""
     cache = work / "home/Library/Caches/ZOVKPopup"
     cache.mkdir(parents=True)
     write_popup(cache, "ZOVKPopupRemote.config")
@@ -72,7 +73,8 @@ def expect_answered(told):
 
 
 def expect_from(library, runtime, told):
-    """The popup was answered, by a library and a helper of those folders, and with a bundle."""
+    """Checks that the popup was answered, by the library, the helper and the bundle of those
+    folders."""
     expect_answered(told)
     expect([pathlib.Path(path).parent for path in told["library"]] == [library.resolve()],
            f"the library is not of {library}: {told}")

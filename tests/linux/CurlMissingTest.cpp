@@ -1,4 +1,4 @@
-// Runs where the file that should be libcurl is none: CMakeLists.txt sees to that.
+// Runs with a file in the place of libcurl that is not a library; CMakeLists.txt puts it there.
 #include <future>
 #include <memory>
 #include <string>

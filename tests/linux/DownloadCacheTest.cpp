@@ -53,7 +53,7 @@ class DownloadCacheTest : public testing::Test {
     add("Vary", page.vary);
     answer.set_content(page.body, "text/html");
   }
-  /// What a new session gets, with the status and the content of the file.
+  /// Returns the answer that a new session gets, with the status and the content of the file.
   std::pair<int, std::string> download(const std::string& url) {
     CurlUrlSession session({cachePath, {}});
     std::promise<std::pair<int, std::string>> end;
@@ -64,7 +64,7 @@ class DownloadCacheTest : public testing::Test {
     task->resume();
     return end.get_future().get();
   }
-  /// The validators of the requests so far; "-" for none.
+  /// Returns the validators of the requests so far; "-" for none.
   std::vector<std::string> conditions() const {
     std::vector<std::string> all;
     for (const auto& request : server.requests()) {

@@ -69,7 +69,7 @@ TEST(LinuxBundles, ABrokenInfoDictionaryIsLoggedOnce) {
   ZPLogger::setEnvironment({});
 }
 
-// What a program in the given folder finds.
+// Returns what a program in the given folder finds.
 std::string foundBy(const fs::path& folder) {
   fs::create_directories(folder);
   fs::copy_file(ZOVKPOPUP_FIND_INSTALLED, folder / "program");

@@ -44,7 +44,7 @@ class CommandText : public ::testing::Test {
     page_->engine.runTimers();
     page_->engine.run("WebViewJavascriptBridge.disableJavscriptAlertBoxSafetyTimeout()");
   }
-  /// What arrives in the page when `text` is sent.
+  /// Returns what arrives in the page when `text` is sent.
   std::string arrived(const std::string& text) {
     bridge_->sendData(boost::json::value(text), nullptr, "a");
     return page_->engine.run("received");
@@ -56,7 +56,7 @@ class CommandText : public ::testing::Test {
       std::make_shared<ZOVKPopupWebViewJavascriptBridgeBase>(memory_->shared());
 };
 
-// Surrogates, U+D800 to U+DFFF, are no characters and cannot occur in UTF-8.
+// Surrogates, U+D800 to U+DFFF, are not characters and cannot occur in UTF-8.
 TEST_F(CommandText, CarriesEveryCharacterOfThePlaneThatScriptsAreWrittenIn) {
   for (char32_t character = 0; character <= 0xFFFF; ++character) {
     if (character == 0xD800) character = 0xE000;

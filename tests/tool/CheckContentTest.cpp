@@ -6,7 +6,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-// What keeps a popup of an accepted document from ever being shown.
+// Reasons why a popup of an accepted document is never shown.
 class CheckContent : public DocumentTest {
  protected:
   static std::string upperCase(std::string text) {

@@ -7,7 +7,7 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-// What makes the engine reject a whole document.
+// Reasons why the engine rejects a whole document.
 class CheckDocument : public DocumentTest {
  protected:
   std::vector<std::string> problemsOfText(const std::string& text) const {

@@ -10,7 +10,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-// What is wrong with a page file itself.
+// The problems of a page file itself.
 class CheckPage : public DocumentTest {
  protected:
   std::vector<std::string> problemsOfPage(const std::string& page) const {
@@ -202,7 +202,7 @@ TEST_F(CheckPage, DeepPagesAreReadToTheEnd) {
             0);
 }
 
-// What only the people who make documents can tell.
+// Rules that only the authors of documents can follow.
 class CheckScene : public DocumentTest {};
 
 TEST_F(CheckScene, AnOrdinaryPopupHasATypeAboveZero) {
@@ -228,7 +228,7 @@ TEST_F(CheckScene, ASiteMayTakeAPopupBack) {
   EXPECT_THAT(problems(run), ElementsAre(HasSubstr("hint /popups/0/expire_time is past")));
 }
 
-// The usual reasons why a text is no JSON.
+// The usual reasons why a text is not JSON.
 class CheckNoJson : public DocumentTest {
  protected:
   std::string problemOf(const std::string& text) const {

@@ -6,7 +6,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-// What is legal and hardly meant.
+// Documents that are allowed but probably not intended.
 class CheckWarnings : public DocumentTest {
  protected:
   /// The only problem, which leaves the document good.

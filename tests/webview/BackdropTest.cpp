@@ -179,7 +179,7 @@ TEST_F(HelperBackdrop, IsNotWantedWhereWindowsAreBlended) {
   EXPECT_EQ(pixelAt(path, 100, 100), (Pixel{255, 0, 0, 51}));
 }
 
-/// What a game sends that wishes its helper ill.
+/// Messages of a game that tries to harm its helper.
 class HostileBackdrop : public HelperBackdrop {
  protected:
   HostileBackdrop() { open(); }

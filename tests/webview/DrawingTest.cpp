@@ -139,7 +139,7 @@ TEST_P(SeeThrough, PageIsRightAfterATurn) {
 INSTANTIATE_TEST_SUITE_P(HelperDrawing, MovingSeeThrough, testing::Values("", "Hardware"));
 INSTANTIATE_TEST_SUITE_P(HelperDrawing, SeeThrough, testing::Values("", "hardware", "plain"));
 
-/// Whether the process of the page puts its parts together with GL: it has a thread for that.
+/// Returns whether the page's process composes the page with GL. It has a thread for that.
 bool drawsWithGl(const HelperUnderTest& helper) {
   for (const pid_t page : descendantsNamed(helper.pid(), "WebKitWebProces")) {
     const std::string tasks = "/proc/" + std::to_string(page) + "/task";

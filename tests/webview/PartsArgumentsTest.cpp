@@ -9,7 +9,7 @@ namespace zovk::helper {
 namespace {
 
 TEST(Arguments, ThatAreNoNumbersAreRefused) {
-  // Texts such as 0e999 are read as a number that is none.
+  // Texts such as 0e999 are read as a value that is not a number.
   const double none = std::nan("");
   const HelperMessage message{
       {"a", none}, {"list", {0, 0, none, 0}}, {"text", "1"}, {"endless", HUGE_VAL}};

@@ -12,7 +12,7 @@ namespace {
 constexpr const char* kGpu = "Mesa Intel(R) UHD Graphics 620 (KBL GT2)";
 constexpr const char* kNoGpu = "llvmpipe (LLVM 15.0.6, 256 bits)";
 
-/// What is chosen on a machine, and how often its driver was asked.
+/// The choice on a machine, and the number of times that its driver was asked.
 class ChosenDrawing : public testing::Test {
  protected:
   std::string choice(const std::string& asked, bool failedBefore = false) {

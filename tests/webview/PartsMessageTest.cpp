@@ -208,7 +208,7 @@ class GuardOfMessages : public testing::Test {
     JSCException* wrong = jsc_context_get_exception(context_.get());
     ASSERT_EQ(wrong, nullptr) << jsc_exception_get_message(wrong);
   }
-  /// What an expression is, as text.
+  /// Returns the value of an expression as text.
   std::string is(const std::string& expression) {
     return textOfScriptValue(
         GObjectPtr<JSCValue>::adopt(jsc_context_evaluate(context_.get(), expression.c_str(), -1))

@@ -58,7 +58,7 @@ class RotationInTheHelper : public ToolkitFixture {
     send({{"type", "window.show"}, {"window", 1}});
     sync();
   }
-  /// What the page controller does for a layout of a policy; the views have numbers of its own.
+  /// Does what the page controller does for the layout of a policy. Its views have other numbers.
   void loadLayout(int number, const std::string& name) {
     const int base = 100 * number;
     send({{"type", "layout.load"},

@@ -84,7 +84,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class LayoutTextsFile : public ToolkitFixture {
  protected:
-  /// The name of a studio's cross, with this text file beside its layout.
+  /// Returns the name of a studio's cross with this text file beside its layout.
   std::string crossWith(const std::string& texts) {
     setLanguage("de_DE.UTF-8");
     std::ofstream(directory_.path() / "Own.ui")

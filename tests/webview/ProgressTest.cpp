@@ -23,7 +23,7 @@ class HelperProgress : public testing::Test {
                   {"decision", question.at("decision")},
                   {"allow", true}});
   }
-  /// The pixels of the line along the top of the window, in a picture of now.
+  /// Takes a picture. Returns the number of pixels of the line along the top of the window.
   int linePixels() {
     const std::string path = (helper_.directory() / "window.png").string();
     const int id = ++lastPicture_;
@@ -31,7 +31,7 @@ class HelperProgress : public testing::Test {
     helper_.await("snapshot.done", {{"id", id}, {"done", true}});
     return pixelsOf(path, kLine, std::to_string(PopupScreen::kWidth) + "x3+0+0");
   }
-  /// Takes pictures until the line is there, or is not.
+  /// Takes pictures until the line is there, or, with `there` false, is gone.
   int awaitLine(bool there) {
     int pixels = linePixels();
     for (int i = 0; i < 100 && (pixels > 0) != there; ++i) pixels = linePixels();

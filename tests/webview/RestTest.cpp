@@ -1,4 +1,4 @@
-// A helper that is told to rest.
+// A helper that rests on command.
 #include <vector>
 
 #include <gtest/gtest.h>

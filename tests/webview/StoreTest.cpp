@@ -15,10 +15,10 @@ unsigned modeOf(const fs::path& path) {
   return ::stat(path.c_str(), &facts) == 0 ? facts.st_mode & 0777U : 0;
 }
 
-/// What pages leave behind from one helper to the next.
+/// Data of pages that the next helper finds.
 class HelperStore : public testing::Test {
  protected:
-  /// What the page tells to a new helper that keeps its data in `directory`, once that has ended.
+  /// Returns what the page posts in a new helper that keeps its data in `directory` and then ends.
   std::string tellsIn(const fs::path& directory, const std::string& script) {
     HelperUnderTest helper(HelperUnderTest::Start::kSilent,
                            {"HOME=" + home_.path().string(), "XDG_DATA_HOME", "XDG_CACHE_HOME"});

@@ -57,7 +57,7 @@ class Visit:
         self.game = Watched(words, arguments.pictures / "game.log")
 
     def page(self):
-        """What the page showed last; None before there is one."""
+        """Returns what the page showed last; None before there is one."""
         with self.game.changed:
             line = next((line for line in reversed(self.game.lines) if line.startswith("page ")), None)
         return json.loads(line[5:]) if line else None
@@ -87,7 +87,7 @@ class Visit:
         self.screen.save(self.pictures / f"{self.shots:02d}-{name}.png")
 
     def coins_before(self, line):
-        """The coins that there were, by what the game had said until it said the line."""
+        """Returns the number of coins that the game had last reported before it wrote the line."""
         with self.game.changed:
             said = self.game.lines[:self.game.lines.index(line)]
         for earlier in reversed(said):

@@ -16,7 +16,8 @@ LOCAL = {"content_type": PAGE_FILE, "pop_type": 1, "priority": 0, "publish_time"
 
 
 def whole_page(pages, name):
-    """A page reaches no other file when it is shown, so what it links to is put into it."""
+    """Returns a page with everything in it that it links to, because it reaches no other file when
+    it is shown."""
     text = (pages / f"{name}.html").read_text(encoding="utf-8")
     style = (pages / "page.css").read_text(encoding="utf-8")
     script = (pages / "page.js").read_text(encoding="utf-8")

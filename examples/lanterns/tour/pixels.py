@@ -28,7 +28,7 @@ def _library():
 
 @contextlib.contextmanager
 def environment(names):
-    """Other variables of the environment for a while, as C libraries see them, too."""
+    """Sets variables of the environment for a while, for C libraries, too."""
     before = {name: os.environ.get(name) for name in names}
     os.environ.update(names)
     yield
@@ -52,7 +52,7 @@ class RootWindow:
         self.root = self.x11.XDefaultRootWindow(self.display)
 
     def read(self, width, height):
-        """The bytes of the pixels, four for each, and how many bytes a row has."""
+        """Returns the bytes of the pixels, four for each, and the number of bytes in a row."""
         image = self.x11.XGetImage(self.display, self.root, 0, 0, width, height, ALL_PLANES,
                                    WHOLE_PIXELS)
         found = image.contents

@@ -114,7 +114,8 @@ class Player:
         self.album.shoot(name)
 
     def expect_game_behind(self):
-        """Around a page the game is seen: its sky and its words, not one dark ground."""
+        """Checks that the game is visible around a page: its sky and its words, not one dark
+        ground."""
         # Not where the pointer rests, which some compositors paint.
         colours = self.screen.colours(0, 0, self.screen.width * 0.4, 70)
         self.album.check("the game behind the page" if colours > SKY else f"{colours} colours",

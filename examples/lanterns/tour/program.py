@@ -6,7 +6,7 @@ from screen import DEADLINE, TourFailure, wait_until
 
 
 class Program:
-    quiet = "button "  # what lines begin with that are not for people
+    quiet = "button "  # the start of lines that are not for people
 
     def __init__(self, name, command, log):
         self.name = name
@@ -28,8 +28,8 @@ class Program:
                 self.changed.notify_all()
 
     def said(self, start, after=0, within=0):
-        """The first line with that start among those after the first `after` ones, if there is one
-        or it comes within so many seconds."""
+        """Returns the first line that begins with `start`, behind the first `after` lines. Waits
+        for it for `within` seconds at most."""
         def found():
             return next((line for line in self.lines[after:] if line.startswith(start)), None)
         with self.changed:
@@ -70,7 +70,7 @@ class Game(Program):
         return tuple(map(int, self.wait_line(f"button {key} at ").split()[-2:]))
 
     def wait_keyboard(self):
-        """Waits until the game's window has the keyboard, by what the game was told itself."""
+        """Waits until the game's window has the keyboard, as the game itself was informed."""
         def has_it():
             with self.changed:
                 told = [line for line in self.lines if line.endswith(" the keyboard")]

@@ -34,7 +34,7 @@ class Picture:
         self.pixels, self.stride, self.width, self.height = pixels, stride, width, height
 
     def find(self, colour, run):
-        """The box (left, top, right, bottom) of the highest surface that has at least `run`
+        """Returns the box (left, top, right, bottom) of the highest surface that has at least `run`
         pixels of a colour beside each other in each of its rows."""
         pattern = bytes((colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF))
         # The fourth byte means nothing, and servers fill it with the one or the other.
@@ -52,7 +52,7 @@ class Picture:
                 max(row[2] for row in highest), highest[-1][0] + 1)
 
     def colours(self, left, top, right, bottom):
-        """How many colours there are in a box."""
+        """Returns the number of colours in a box."""
         seen = set()
         for y in range(top, bottom):
             row = self.pixels[y * self.stride + left * 4:y * self.stride + right * 4]
@@ -60,7 +60,8 @@ class Picture:
         return len(seen)
 
     def _rows(self, needle, run):
-        """Of every row that has it: where it is, and the pixels from the first to the last."""
+        """Returns, for each row that has the colour, its place and the pixels from the first to the
+        last one of that colour."""
         rows = []
         for y in range(self.height):
             row = self.pixels[y * self.stride:y * self.stride + self.width * 4]
@@ -141,8 +142,8 @@ WITHOUT_COMPOSITOR = ("openbox", "i3", "bare")
 
 
 def blending():
-    """For as long as it is entered, windows are blended, as on a desktop, so that the game shines
-    through a popup."""
+    """Has windows blended while it is entered, as on a desktop, so that the game shines through a
+    popup."""
     bare = os.environ.get("SCREEN_NAME", "openbox") in WITHOUT_COMPOSITOR
     return Compositor() if bare else contextlib.nullcontext()
 

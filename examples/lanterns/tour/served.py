@@ -53,8 +53,8 @@ def second_day(player, service, data):
 
 
 def publish(service):
-    """What is new on the second day: words on a page, and a policy. The document comes last, as
-    with every service."""
+    """Publishes the second day's changes: words on a page, and a policy. The document comes last,
+    as with every service."""
     page = service.folder / "pages" / "news.html"
     page.write_text(page.read_text(encoding="utf-8").replace("This morning", "Since yesterday"),
                     encoding="utf-8")

@@ -15,7 +15,7 @@ PAGE_FILE = 1
 
 
 def fill_folder(folder):
-    """What the service offers: the documents of service/, and the pages that they name."""
+    """Copies what the service offers: the documents of service/, and the pages that they name."""
     shutil.copytree(HERE / "service", folder, dirs_exist_ok=True)
     (folder / "pages").mkdir(exist_ok=True)
     for name in ("news", "gift", "policy", "invitation"):
@@ -38,7 +38,7 @@ class Service:
         path.write_text(json.dumps(content), encoding="utf-8")
 
     def page_files(self):
-        """The names under which a game keeps the service's page files."""
+        """Returns the names under which a game keeps the service's page files."""
         popups = json.loads((self.folder / "config.json").read_text(encoding="utf-8"))["popups"]
         for popup in popups:
             if "page" in popup:
@@ -47,11 +47,11 @@ class Service:
                     **popup, kind=PAGE_FILE, digest=hashlib.md5(page).hexdigest())
 
     def position(self):
-        """Where the next report will stand."""
+        """Returns the next report's position."""
         return self.program.count()
 
     def next_report(self, position):
-        """The first report from that position on."""
+        """Returns the first report from that position on."""
         return json.loads(self.program.wait_line("{", position))
 
     def close(self):

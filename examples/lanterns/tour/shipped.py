@@ -3,7 +3,7 @@ from player import record
 
 
 def play_some(player):
-    """What shows that pointer, keys and pages work, in as little time as may be."""
+    """Shows in little time that pointer, keys and pages work."""
     player.game.wait_keyboard()
     player.shoot("lake")
 

@@ -23,7 +23,7 @@ class Tour:
         self.arguments, self.album = arguments, album
 
     def start(self, title, data, play, service=""):
-        """One start of the game: from its window to its end."""
+        """Plays one start of the game, from its window to its end."""
         print(f" {title}", flush=True)
         words = [self.arguments.game, "--size", self.arguments.size, "--tour", "--pad",
                  "--data", str(data)]

@@ -13,7 +13,7 @@ class Guide : public BridgePageFixture {
     std::ifstream file(ZOVKPOPUP_GUIDE_PAGE);
     return {std::istreambuf_iterator<char>(file), {}};
   }
-  /// The page of the guide, with more for the test to see of it.
+  /// Returns the page of the guide, with additions that make it visible to the test.
   std::string serve(const std::string& script) {
     return site().page("/guide", html() + "<script>" + script + "</script>");
   }

@@ -107,7 +107,7 @@ TEST_F(Messages, OfAPageWithoutAnErrorHandlerGetOne) {
   EXPECT_EQ(evaluate("typeof window.onerror"), "function");
 }
 
-/// What a page has noted right after a message was handed to it.
+/// Returns what a page has noted right after it received a message.
 constexpr const char* kNotedAtOnce =
     "window.noted = false;"
     "WebViewJavascriptBridge._handleMessageFromObjC('{\"handlerName\":\"note\"}');"

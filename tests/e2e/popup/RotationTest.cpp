@@ -54,7 +54,7 @@ class Rotation : public ScreenFixture {
     for (const std::string& message : screenMessages()) count += message.ends_with(text) ? 1 : 0;
     return count;
   }
-  /// What the page knows when the player is through with it.
+  /// Returns what the page has noted when the player has answered it.
   boost::json::value finish() {
     press("Return");
     pumpUntilAnswers(1);

@@ -16,7 +16,7 @@ class Login : public RemoteFixture {
     await("Start to download remote Popup file");
     log().clear();
   }
-  /// What arrives at the service when the game asks.
+  /// Returns the request that arrives at the service when the game asks.
   boost::json::object arrived(const std::string& scene = "vip") {
     const std::size_t before = answers().size();
     ZOVKPopup::showPopup(scene, 0, recordAnswer());

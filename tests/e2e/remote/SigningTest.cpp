@@ -31,7 +31,7 @@ class Signing : public RemoteFixture {
     endGame();
     stopService();
   }
-  /// The queries that the service has seen, each with the status of its answer.
+  /// Returns the queries that the service has received, each with the status of its answer.
   std::vector<std::string> queries() const {
     std::vector<std::string> seen;
     std::istringstream lines(requestLog());

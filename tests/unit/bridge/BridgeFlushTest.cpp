@@ -147,7 +147,7 @@ TEST_F(BridgeFlush, TheLastHandlerOfANameCounts) {
   EXPECT_THAT(told_, ElementsAre("none"));
 }
 
-/// JSON of what is no text.
+/// JSON values that are not texts.
 constexpr std::array<const char*, 5> kNoTexts = {"1", "null", "{}", R"(["objc_cb_1"])", "true"};
 
 TEST_F(BridgeFlush, AHandlersNameThatIsNoTextCountsAsAbsent) {

@@ -27,7 +27,7 @@ class ScriptMessage : public ::testing::Test {
     });
   }
 
-  /// What the callback is told of one message.
+  /// Returns what the callback receives for one message.
   Received post(const std::string& channel, const std::optional<boost::json::value>& body) {
     received_.clear();
     handler_.didReceiveScriptMessage(channel, body);

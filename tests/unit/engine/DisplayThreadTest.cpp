@@ -26,7 +26,7 @@ class DisplayThread : public EngineFixture {
       });
     }
   }
-  // Plays the pages until every request has been told how it ended.
+  // Plays the pages until the callback of every request was called.
   void playUntilAllAreTold() {
     memory().scheduler.runUntil(
         [this] {

@@ -10,7 +10,7 @@ constexpr std::int32_t kSmallest = std::numeric_limits<std::int32_t>::min();
 
 class DocumentNumbers : public ConfigFixture {
  protected:
-  /// The record of an entry whose number keys all hold `value`.
+  /// Returns the record of an entry whose number keys all hold `value`.
   ZOVKPopupModel popupWith(const std::string& value) {
     std::string entry = R"({"scene":"a")";
     for (const char* key : kKeys) entry += std::string(",\"") + key + "\":" + value;

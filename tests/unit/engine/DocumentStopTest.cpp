@@ -5,7 +5,7 @@
 namespace zovk {
 namespace {
 
-// The end of the platform waits for the session's thread, so its work gives up when told.
+// The end of the platform waits for the session's thread, so that thread stops its work early.
 class DocumentStop : public ConfigFixture {
  protected:
   DocumentStop() { engine(); }

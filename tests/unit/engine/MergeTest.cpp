@@ -15,7 +15,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-/// A popup that is told from others by its number.
+/// Returns a popup that can be recognised by its number.
 PopupPointer popup(const std::string& scene, std::int32_t publishTime, std::int32_t number) {
   auto result = std::make_shared<ZOVKPopupModel>();
   result->scene = scene;

@@ -27,7 +27,7 @@ class RemoteOrder : public ConfigFixture {
     engine();
     log().clear();
   }
-  /// How things stand when this line is written for an answer with one page to download.
+  /// Returns the state when this line is written for an answer with one page to download.
   Moment momentOf(const std::string& line) {
     std::optional<Moment> seen;
     {

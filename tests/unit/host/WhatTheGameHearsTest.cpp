@@ -77,7 +77,7 @@ class WhatTheGameHears : public MemoryHostFixture {
       pumping_ = false;
     } while (memory().urlSession.deliver() > 0);
   }
-  /// What comes from the screen comes in a pump.
+  /// Delivers an event of the screen, which comes in a pump.
   void play(const std::function<void()>& act) {
     memory().scheduler.async(act);
     settle();
@@ -93,7 +93,7 @@ class WhatTheGameHears : public MemoryHostFixture {
     EXPECT_TRUE(layout->isVisible(button)) << button;
     play([&] { layout->press(action); });
   }
-  /// The service of conditions says this to the query that waits.
+  /// Answers the waiting query of a condition with this text.
   void answer(const std::string& text) {
     memory().urlSession.answer("check.example", 200, text);
     settle();
