@@ -4,9 +4,13 @@ import os
 import pathlib
 import re
 import stat
+import sys
 import tempfile
 
 from playing import HERE, WITH_DISPLAY, expect, run
+
+sys.path.insert(0, str(HERE.parent / "console"))
+from console import Service, entry  # noqa: E402
 
 # What each has to depend on, and what it must not.
 TOOLKIT = ["libgtk-4-1", "libwebkitgtk-6.0-4"]
@@ -59,11 +63,10 @@ def check_fields(name, package):
 
 
 def check_lintian(build):
-    """Debian's own checker has nothing against any of them. Those of debug symbols are CMake's own
-    making, without the papers that it asks for."""
-    packages, _ = made(build)
-    expect(packages, "there are no packages")
-    run("lintian", "--fail-on", "error,warning", *packages)
+    """Checks that Debian's own checker finds nothing in any of them."""
+    packages, symbols = made(build)
+    expect(packages and symbols, "there are no packages")
+    run("lintian", "--fail-on", "error,warning", *packages, *symbols)
 
 
 def check_hardening(build):
@@ -114,6 +117,16 @@ def is_program(path):
         return file.read(4) == b"\x7fELF"
 
 
+def check_service(prefix):
+    """Checks that the service finds the helper, which alone can parse a page's script."""
+    service = Service(popups=[entry(1, "lobby")], program=str(prefix / "bin/zovkpopup-service"))
+    try:
+        service.write("pages/lobby.html", "<script>let lantern = ;</script>")
+        expect(service.popup(1)["state"] == "broken", "the service does not parse scripts")
+    finally:
+        service.stop()
+
+
 def check_tools(prefix, work):
     """Checks that the tool finds the helper, and that its manual can be read."""
     tool = prefix / "bin/zovkpopup"
@@ -122,6 +135,7 @@ def check_tools(prefix, work):
                   env=env)
     expect('0 skip {"action":"skip","msg":"installed"}' in printed, f"the tool printed {printed}")
     expect("zovkpopup" in run(prefix / "bin/zovkpopup-service", "--version"), "the service is mute")
+    check_service(prefix)
     share = prefix / "share"
     for program in ("zovkpopup", "zovkpopup-service"):
         manual = gzip.decompress((share / f"man/man1/{program}.1.gz").read_bytes()).decode()
