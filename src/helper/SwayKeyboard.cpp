@@ -64,7 +64,10 @@ void askSwayForKeyboard() {
   const char* const path = std::getenv(kSocketVariable);
   if (path == nullptr) return;
   static const Connection connection(path);
-  connection.send(messageOf("[pid=" + std::to_string(::getpid()) + "] focus"));
+  // The game may have been sent to another work space. It has the keyboard when this is asked, so
+  // its work space is the current one.
+  connection.send(messageOf("[pid=" + std::to_string(::getpid()) +
+                            "] move container to workspace current, focus"));
 }
 
 }  // namespace zovk::helper

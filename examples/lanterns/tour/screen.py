@@ -1,6 +1,7 @@
 """What a person has in front of the game: a screen to look at, a pointer and keys."""
 import contextlib
 import ctypes
+import json
 import os
 import subprocess
 import time
@@ -129,6 +130,18 @@ class Screen:
 
     def save(self, path):
         subprocess.run(["import", "-window", "root", str(path)], check=True, env=self.outside)
+
+    def manage(self, *words):
+        """A command for sway or i3, as the player's own keys send it."""
+        tool = "i3-msg" if self.plain else "swaymsg"
+        done = subprocess.run([tool, *words], stdout=subprocess.PIPE, text=True, check=False)
+        if done.returncode != 0:
+            raise TourFailure(f"{tool} {' '.join(words)}: {done.stdout}")
+        return done.stdout
+
+    def outputs(self):
+        """The names of sway's outputs."""
+        return {output["name"] for output in json.loads(self.manage("-r", "-t", "get_outputs"))}
 
     def _pixel(self, x, y):
         return str(int(x * self.scale)), str(int(y * self.scale))

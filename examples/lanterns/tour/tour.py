@@ -10,6 +10,7 @@ import sys
 import tempfile
 import time
 
+import moves
 import served
 import shipped
 from player import Album, Player
@@ -48,6 +49,12 @@ class Tour:
         return Service(self.arguments.service, folder, self.arguments.pictures / "service.log")
 
     def run(self, scratch):
+        if self.arguments.moves:
+            self.start("While the game is moved about", scratch / "moves", moves.play)
+            return
+        if self.arguments.two:
+            self.start("Two popups", scratch / "two", shipped.play_two)
+            return
         if self.arguments.short:
             self.start("In short, with what the game ships", scratch / "short", shipped.play_some)
             return
@@ -93,5 +100,8 @@ def play(tour, arguments):
 
 if __name__ == "__main__":
     words = command_line(__doc__)
+    words.add_argument("--two", action="store_true", help="only two popups")
+    words.add_argument("--moves", action="store_true",
+                       help="only popups over a game that i3 or sway moves about")
     words.add_argument("--service", required=True, help="the popup service's program")
     sys.exit(play(Tour, words.parse_args()))
