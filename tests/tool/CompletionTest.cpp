@@ -1,19 +1,45 @@
 #include <array>
+#include <set>
 
 #include "ProgramRun.h"
 
 namespace zovk {
 namespace {
 
+using Words = std::vector<std::string>;
+
+// Returns the options of a command, as its help has them.
+Words optionsOf(const std::vector<std::string>& program) {
+  std::vector<std::string> asked = program;
+  asked.emplace_back("--help");
+  const std::string help = runProgram(asked).out;
+  Words result;
+  for (std::size_t at = help.find("--"); at != std::string::npos; at = help.find("--", at + 2)) {
+    if (help[at - 1] != ' ' && help[at - 1] != ',') continue;
+    result.push_back(help.substr(at, help.find_first_of(" ,\n", at) - at));
+  }
+  return result;
+}
+
 // bash itself completes a line with the script that the tool prints.
 class BashCompletion : public ToolTest {
  protected:
   std::vector<std::string> complete(const std::vector<std::string>& words) const {
-    const std::string script = write("completion.bash", runTool({"completion", "bash"}).out);
-    std::string program = "cd '" + path("") + "'; . '" + script + "'; COMP_WORDS=(zovkpopup";
+    return complete(runTool({"completion", "bash"}).out, "_zovkpopup", words);
+  }
+  std::vector<std::string> completeService(const std::vector<std::string>& words) const {
+    return complete(read(ZOVKPOPUP_SERVICE_COMPLETION "/zovkpopup-service.bash"),
+                    "_zovkpopup_service", words);
+  }
+
+ private:
+  std::vector<std::string> complete(const std::string& text, const std::string& function,
+                                    const std::vector<std::string>& words) const {
+    const std::string script = write(".completion", text);
+    std::string program = "cd '" + path("") + "'; . '" + script + "'; COMP_WORDS=(program";
     for (const std::string& word : words) program += " '" + word + "'";
-    program += "); COMP_CWORD=" + std::to_string(words.size()) +
-               "; _zovkpopup; printf '%s\\n' \"${COMPREPLY[@]}\"";
+    program += "); COMP_CWORD=" + std::to_string(words.size()) + "; " + function +
+               "; printf '%s\\n' \"${COMPREPLY[@]}\"";
     const ProgramRun run = runProgram({"/bin/bash", "-c", program});
     EXPECT_EQ(run.code, 0) << run.err;
     EXPECT_EQ(run.err, "");
@@ -29,8 +55,6 @@ class BashCompletion : public ToolTest {
     return result;
   }
 };
-
-using Words = std::vector<std::string>;
 
 TEST_F(BashCompletion, OffersTheCommands) {
   EXPECT_EQ(complete({"e"}), Words{"explain"});
@@ -57,26 +81,45 @@ TEST_F(BashCompletion, OffersTheValuesOfAnOption) {
   EXPECT_EQ(complete({"check", "x", "--as", ""}),
             (Words{"remote", "service", "site", "local", "bundle"}));
   EXPECT_EQ(complete({"preview", "x", "--kind", "p"}), (Words{"policy", "permission"}));
-  EXPECT_EQ(complete({"preview", "x", "--theme", "d"}), Words{"dark"});
+  EXPECT_EQ(complete({"preview", "x", "--kind", ""}),
+            (Words{"ordinary", "game", "policy", "permission"}));
+  EXPECT_EQ(complete({"preview", "x", "--theme", ""}), (Words{"light", "dark", "high-contrast"}));
+  EXPECT_EQ(complete({"preview", "x", "--scale", ""}), (Words{"1", "2", "3", "4"}));
+  EXPECT_EQ(complete({"new", "x", "--template", ""}),
+            (Words{"announcement", "event", "reward", "survey", "policy"}));
+  EXPECT_EQ(complete({"explain", "x", "--scene", ""}), Words{""}) << "only the author knows it";
   EXPECT_EQ(complete({"completion", ""}), (Words{"bash", "zsh", "fish"}));
 }
 
 TEST_F(BashCompletion, OffersFiles) {
   write("popups with blanks.json", "");
-  EXPECT_EQ(complete({"check", "popups"}), Words{"popups with blanks.json"});
+  for (const char* command : {"sig", "check", "explain", "publish", "preview"}) {
+    EXPECT_EQ(complete({command, "popups"}), Words{"popups with blanks.json"}) << command;
+  }
+  for (const char* option : {"--screenshot", "--matrix"}) {
+    EXPECT_EQ(complete({"preview", "x", option, "popups"}), Words{"popups with blanks.json"});
+  }
 }
 
-// The options of a command, as its help has them.
-Words optionsOf(const std::vector<std::string>& program) {
-  std::vector<std::string> asked = program;
-  asked.emplace_back("--help");
-  const std::string help = runProgram(asked).out;
-  Words result;
-  for (std::size_t at = help.find("--"); at != std::string::npos; at = help.find("--", at + 2)) {
-    if (help[at - 1] != ' ' && help[at - 1] != ',') continue;
-    result.push_back(help.substr(at, help.find_first_of(" ,\n", at) - at));
+TEST_F(BashCompletion, OffersFoldersWhereOnlyFoldersCanStand) {
+  write("pages.json", "");
+  std::filesystem::create_directory(path("pages here"));
+  for (const char* option : {"--pages", "--folder", "--lasting", "--record"}) {
+    EXPECT_EQ(complete({"publish", "x", option, "pages"}), Words{"pages here"}) << option;
   }
-  return result;
+}
+
+TEST_F(BashCompletion, OffersWhatTheServiceTakes) {
+  write("site.json", "");
+  std::filesystem::create_directory(path("site"));
+  EXPECT_EQ(completeService({"si"}), Words{"site"});
+  EXPECT_EQ(completeService({"site", "--reports", "site."}), Words{"site.json"});
+  EXPECT_EQ(completeService({"site", "--certificate-out", "site."}), Words{"site.json"});
+  EXPECT_EQ(completeService({"site", "--port", ""}), Words{""});
+  const Words offered = completeService({"--"});
+  const Words options = optionsOf({ZOVKPOPUP_SERVICE});
+  // The help names some more than once.
+  EXPECT_EQ(std::set(offered.begin(), offered.end()), std::set(options.begin(), options.end()));
 }
 
 constexpr std::array kCommands = {"sig", "check", "explain", "publish", "new", "preview"};
