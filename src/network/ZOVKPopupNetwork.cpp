@@ -3,7 +3,7 @@
 #include <deque>
 #include <utility>
 
-#include <fmt/format.h>
+#include <fmt/compile.h>
 
 #include "logging/ZPLogger.h"
 #include "text/WebAddress.h"
@@ -38,17 +38,18 @@ std::string pathToSign(const ZOVKPopupUrlParams& p) {
 }  // namespace
 
 std::string commonParameterText(const ZOVKPopupUrlParams& p) {
-  return fmt::format("game_id={}&install_id={}&os={}&version={}", p.gameID, p.installID, p.os,
-                     p.version);
+  return fmt::format(FMT_COMPILE("game_id={}&install_id={}&os={}&version={}"), p.gameID,
+                     p.installID, p.os, p.version);
 }
 
 std::string signatureSource(const ZOVKPopupUrlParams& p, const std::string& bodyText) {
-  return fmt::format("{}?{}{}{}", pathToSign(p), commonParameterText(p), bodyText, p.gameKey);
+  return fmt::format(FMT_COMPILE("{}?{}{}{}"), pathToSign(p), commonParameterText(p), bodyText,
+                     p.gameKey);
 }
 
 std::string signedUrl(const ZOVKPopupUrlParams& p, const std::string& signature) {
   const bool hasQuery = p.actionPath.empty() && p.urlStr.find('?') != std::string::npos;
-  return fmt::format("{}{}{}{}&sig={}", p.urlStr, p.actionPath, hasQuery ? "&" : "?",
+  return fmt::format(FMT_COMPILE("{}{}{}{}&sig={}"), p.urlStr, p.actionPath, hasQuery ? "&" : "?",
                      commonParameterText(p), signature);
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <vector>
 
-#include <boost/algorithm/string/case_conv.hpp>
 #include <boost/url/encode.hpp>
 #include <boost/url/grammar/hexdig_chars.hpp>
 #include <boost/url/parse.hpp>
@@ -11,6 +10,8 @@
 #include <boost/url/rfc/pchars.hpp>
 #include <boost/url/rfc/unreserved_chars.hpp>
 #include <boost/url/url_view.hpp>
+
+#include "text/LowerCase.h"
 
 namespace zovk {
 namespace {
@@ -30,19 +31,31 @@ bool isEscape(std::string_view text) {
          boost::urls::grammar::hexdig_chars(text[2]);
 }
 
+// Returns whether a path means what is written, and is sent as it is.
+bool isPlain(std::string_view path) {
+  const auto isAllowed = [](char c) { return kPathCharacters(c); };
+  return std::all_of(path.begin(), path.end(), isAllowed) &&
+         path.find("/.") == std::string_view::npos;
+}
+
 // Escapes stay; a "%" that begins none means itself, like every character that needs an escape.
 std::string encodedPath(std::string_view path) {
   std::string encoded;
   while (!path.empty()) {
     const std::size_t length = isEscape(path) ? 3 : 1;
     const std::string_view piece = path.substr(0, length);
-    encoded += length == 3 ? std::string(piece) : boost::urls::encode(view(piece), kPathCharacters);
+    if (length == 3 || kPathCharacters(piece.front())) {
+      encoded += piece;
+    } else {
+      encoded += boost::urls::encode(view(piece), kPathCharacters);
+    }
     path.remove_prefix(length);
   }
   return encoded;
 }
 
 std::string decoded(std::string_view encoded) {
+  if (encoded.find('%') == std::string_view::npos) return std::string(encoded);
   return boost::urls::make_pct_string_view(view(encoded))->decode();
 }
 
@@ -68,13 +81,19 @@ std::string withoutDotSegments(std::string_view path) {
   return result;
 }
 
+bool isAscii(char c) {
+  return static_cast<unsigned char>(c) < 0x80;
+}
+
 // Works byte by byte: a function that encodes a whole text would encode the escapes again.
 std::string withOtherScriptsEscaped(std::string_view text) {
   std::string escaped;
   for (const char& c : text) {
-    const bool isAscii = static_cast<unsigned char>(c) < 0x80;
-    escaped += isAscii ? std::string(1, c)
-                       : boost::urls::encode(view({&c, 1}), boost::urls::unreserved_chars);
+    if (isAscii(c)) {
+      escaped += c;
+    } else {
+      escaped += boost::urls::encode(view({&c, 1}), boost::urls::unreserved_chars);
+    }
   }
   return escaped;
 }
@@ -82,12 +101,13 @@ std::string withOtherScriptsEscaped(std::string_view text) {
 // Returns host and port of an address that is cut off before its path; nothing if there is no host
 // or it is not a web address. Names in other scripts are accepted: the resolver knows them.
 std::optional<std::string> hostOf(std::string_view head) {
-  const std::string readable = withOtherScriptsEscaped(head);
-  const auto parsed = boost::urls::parse_uri(readable);
+  const bool isReadable = std::all_of(head.begin(), head.end(), isAscii);
+  const std::string escaped = isReadable ? std::string() : withOtherScriptsEscaped(head);
+  const auto parsed = boost::urls::parse_uri(isReadable ? view(head) : view(escaped));
   if (!parsed || parsed->host().empty()) return std::nullopt;
-  const std::string scheme = boost::algorithm::to_lower_copy(std::string(parsed->scheme()));
+  const std::string scheme = lowerCase(std::string(parsed->scheme()));
   if (scheme != "http" && scheme != "https") return std::nullopt;
-  return boost::algorithm::to_lower_copy(std::string(parsed->encoded_host_and_port()));
+  return lowerCase(std::string(parsed->encoded_host_and_port()));
 }
 
 }  // namespace
@@ -101,8 +121,9 @@ std::optional<WebAddress> readWebAddress(std::string_view url) {
   const std::string_view head = url.substr(0, pathStart);
   const auto host = hostOf(head);
   if (!host) return std::nullopt;
-  const std::string path =
-      withoutDotSegments(encodedPath(url.substr(pathStart, pathEnd - pathStart)));
+  const std::string_view written = url.substr(pathStart, pathEnd - pathStart);
+  if (isPlain(written)) return WebAddress{std::string(url), *host, std::string(written)};
+  const std::string path = withoutDotSegments(encodedPath(written));
   WebAddress address{std::string(head) + path + std::string(url.substr(pathEnd)), *host,
                      decoded(path)};
   // A signature ends at a zero byte.
