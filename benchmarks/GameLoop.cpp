@@ -21,6 +21,9 @@ GameLoop::GameLoop() {
     std::fprintf(stderr, "SDL: %s\n", SDL_GetError());
     std::exit(1);
   }
+  // Otherwise SDL shows what the processor drew by OpenGL, which is software too where no GPU is,
+  // and takes all processors for it.
+  SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   window_ = SDL_CreateWindow("game", 0, 0, kWidth, kHeight, SDL_WINDOW_SHOWN);
   renderer_ = SDL_CreateRenderer(window_, -1, SDL_RENDERER_SOFTWARE);
 }
@@ -35,6 +38,11 @@ unsigned long GameLoop::nativeWindow() const {
   SDL_SysWMinfo info;
   SDL_VERSION(&info.version);
   return SDL_GetWindowWMInfo(window_, &info) == SDL_TRUE ? info.info.x11.window : 0;
+}
+
+void GameLoop::fill(int width, int height) {
+  SDL_SetWindowSize(window_, width, height);
+  SDL_SetWindowPosition(window_, 0, 0);
 }
 
 double GameLoop::frame() {

@@ -22,6 +22,8 @@ class GameLoop {
   std::vector<double> runUntil(const std::function<bool()>& done);
   std::vector<double> runFrames(int count);
   unsigned long nativeWindow() const;
+  /// Fills a screen of that size, as a game does after a turn.
+  void fill(int width, int height);
 
  private:
   double frame();

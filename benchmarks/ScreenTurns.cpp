@@ -59,6 +59,7 @@ class Screen {
     runUntil([this] { return journal_.pageIsThere; });
     game_.runFrames(30);
   }
+  void fillGame(int width, int height) { game_.fill(width, height); }
   void runUntil(const std::function<bool()>& done) {
     game_.runUntil([&] {
       ++journal_.frame;
@@ -103,8 +104,11 @@ Turns measureTurns(Screen& screen, Journal& journal) {
   for (int i = 0; i < kTurns; ++i) {
     const int before = journal.turns;
     const auto start = Clock::now();
-    if (i % 2 == 0) display.resize(800, 1280);
-    if (i % 2 == 1) display.resize(1280, 800);
+    const bool isUpright = i % 2 == 0;
+    const int width = isUpright ? 800 : 1280;
+    const int height = isUpright ? 1280 : 800;
+    display.resize(width, height);
+    screen.fillGame(width, height);
     screen.runUntil([&] { return journal.turns > before; });
     measured.fromTheDisplay.push_back(Milliseconds(Clock::now() - start).count());
     measured.fromTheEvent.push_back(journal.turnTook);
