@@ -23,6 +23,9 @@ constexpr std::size_t kHighWater = std::size_t{4} * 1024 * 1024;
 /// Two of the longest frames; a game that leaves more than that unread is not listening.
 constexpr std::size_t kMaximumOutput = 2 * std::size_t{kMaximumFrameLength};
 constexpr int kDrainMilliseconds = 500;
+/// After so many microseconds of commands, what the web engine and the display have sent is handled
+/// first: a page waits for it.
+constexpr gint64 kSlice = 2000;
 /// Files that wait for their frame; a game sends one at a time.
 constexpr std::size_t kMostFiles = 4;
 
@@ -98,7 +101,11 @@ void Connection::pause() {
 
 void Connection::resume() {
   paused_ = false;
-  reading_ = SourceGuard(g_unix_fd_add(descriptor_, G_IO_IN, onReadable, this));
+  deliverLater();
+}
+
+void Connection::deliverLater() {
+  reading_ = {};
   resuming_ = SourceGuard(g_idle_add_full(G_PRIORITY_DEFAULT, onResumed, this, nullptr));
 }
 
@@ -153,12 +160,17 @@ UniqueFd Connection::takeFile() {
 }
 
 void Connection::deliver() {
-  while (!paused_ && !over_) {
-    const std::optional<HelperMessage> message = decoder_.next();
-    if (!message) break;
-    receiver_(*message);
+  while (std::optional<HelperMessage> message = decoder_.next()) batch_.add(std::move(*message));
+  const gint64 end = g_get_monotonic_time() + kSlice;
+  while (!batch_.empty()) {
+    if (paused_ || over_) return;
+    if (g_get_monotonic_time() >= end) return deliverLater();
+    receiver_(batch_.take());
   }
-  if (decoder_.failed()) endWith("helper: " + decoder_.error());
+  if (paused_ || over_) return;
+  if (decoder_.failed()) return endWith("helper: " + decoder_.error());
+  if (reading_.active()) return;
+  reading_ = SourceGuard(g_unix_fd_add(descriptor_, G_IO_IN, onReadable, this));
 }
 
 bool Connection::writeOnce() {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "helper/CommandBatch.h"
 #include "helper/GObjectPtr.h"
 #include "protocol/FrameCodec.h"
 #include "support/LineLimit.h"
@@ -41,6 +42,7 @@ class Connection {
   static gboolean onResumed(gpointer self);
   void readSome();
   void deliver();
+  void deliverLater();
   void writeSome();
   void keep(std::string frame);
   /// Returns false if the socket takes nothing more now, or is closed.
@@ -53,6 +55,7 @@ class Connection {
   std::function<void(const HelperMessage&)> receiver_;
   std::function<void()> ended_;
   FrameDecoder decoder_;
+  CommandBatch batch_;
   std::deque<UniqueFd> files_;
   std::deque<std::string> output_;
   std::size_t written_ = 0;  // of the first frame

@@ -67,12 +67,6 @@ bool startToolkit(const Greeting& greeting) {
   return gtk_init_check() == TRUE;
 }
 
-/// Makes in advance the objects that are made once and slowly.
-void warmUpWindow() {
-  // It stays: GTK fails on a window that is destroyed before it was ever shown.
-  gtk_widget_realize(gtk_window_new());
-}
-
 void sendReady(const EventSink& events, const Program& program, const DrawingChoice& choice) {
   boost::json::array schemes;
   for (const std::string& scheme : openableSchemes()) schemes.emplace_back(scheme);
@@ -135,9 +129,8 @@ void Dispatcher::start(const Greeting& greeting) {
   followDesktopTheme();
   control_.pause();
   program_ = std::make_unique<Program>(greeting, events_, choice.drawing);
-  warmUpWindow();
   program_->webViewFactory().whenReady([this, choice] {
-    program_->webViewFactory().prepareSpare();
+    program_->prepareSpare();
     sendReady(events_, *program_, choice);
     program_->askForBackdropAhead();
     control_.resume();

@@ -7,28 +7,46 @@
 namespace zovk::helper {
 namespace {
 
-constexpr const char* kPainted = "zovk-painted";
+constexpr const char* kPicture = "zovk-picture";
 constexpr gint64 kRest = 80 * G_TIME_SPAN_MILLISECOND;
 constexpr gint64 kRestless = 400 * G_TIME_SPAN_MILLISECOND;
 
-/// Returns the time at which the view was last painted with something of its page; 0 for never.
-gint64& paintedAt(gpointer view) {
-  auto* time = static_cast<gint64*>(g_object_get_data(G_OBJECT(view), kPainted));
-  if (time == nullptr) {
-    time = g_new0(gint64, 1);
-    g_object_set_data_full(G_OBJECT(view), kPainted, time, g_free);
-  }
-  return *time;
+/// What is known of a view's picture.
+struct Picture {
+  bool isOfPage = false;  ///< A page has come; before it the engine draws an empty one.
+  gint64 paintedAt = 0;   ///< When the view was last painted with something of a page; 0 for never.
+};
+
+Picture& pictureOf(gpointer view) {
+  auto* picture = static_cast<Picture*>(g_object_get_data(G_OBJECT(view), kPicture));
+  if (picture != nullptr) return *picture;
+  picture = new Picture;
+  g_object_set_data_full(G_OBJECT(view), kPicture, picture,
+                         [](gpointer data) { delete static_cast<Picture*>(data); });
+  return *picture;
 }
 
-void snapshot(GtkWidget* view, GtkSnapshot* picture) {
+bool isSeeThrough(GtkWidget* view) {
+  GdkRGBA background;
+  webkit_web_view_get_background_color(WEBKIT_WEB_VIEW(view), &background);
+  return background.alpha < 1;
+}
+
+void append(GtkWidget* view, GskRenderNode* node, GtkSnapshot* target) {
+  Picture& picture = pictureOf(view);
+  // A see-through view without a page shows nothing; to paint that takes as long as a page.
+  if (!picture.isOfPage && isSeeThrough(view)) return;
+  gtk_snapshot_append_node(target, node);
+  if (picture.isOfPage) picture.paintedAt = g_get_monotonic_time();
+}
+
+void snapshot(GtkWidget* view, GtkSnapshot* target) {
   GtkSnapshot* page = gtk_snapshot_new();
   GTK_WIDGET_CLASS(g_type_class_peek(WEBKIT_TYPE_WEB_VIEW))->snapshot(view, page);
   GskRenderNode* node = gtk_snapshot_free_to_node(page);
   if (node == nullptr) return;
-  gtk_snapshot_append_node(picture, node);
+  append(view, node, target);
   gsk_render_node_unref(node);
-  paintedAt(view) = g_get_monotonic_time();
 }
 
 void initializeClass(gpointer type, gpointer) {
@@ -50,14 +68,19 @@ GType pageViewType() {
   return type;
 }
 
+void expectPicture(WebKitWebView* view) {
+  pictureOf(view).isOfPage = true;
+}
+
 bool waitsForPicture(WebKitWebView* view) {
-  return drawsWithGl(view) && paintedAt(view) == 0 && webkit_web_view_get_uri(view) != nullptr;
+  return drawsWithGl(view) && pictureOf(view).paintedAt == 0 &&
+         webkit_web_view_get_uri(view) != nullptr;
 }
 
 bool showsAnswer(WebKitWebView* view, gint64 answered) {
   if (waitsForPicture(view)) return false;
   const gint64 now = g_get_monotonic_time();
-  return !drawsWithGl(view) || now - std::max(paintedAt(view), answered) >= kRest ||
+  return !drawsWithGl(view) || now - std::max(pictureOf(view).paintedAt, answered) >= kRest ||
          now - answered >= kRestless;
 }
 

@@ -8,6 +8,8 @@ namespace zovk::helper {
 /// Where GL draws, a page's pictures come late, from a process that does not say when.
 GType pageViewType();
 
+/// Call it when a page has come: from then on the view's pictures are of a page.
+void expectPicture(WebKitWebView* view);
 /// Returns whether the view has a page, but was not painted with any yet.
 bool waitsForPicture(WebKitWebView* view);
 /// Returns whether the view shows everything that the page had drawn when it answered, at that time

@@ -239,6 +239,10 @@ void Program::rest() {
   malloc_trim(0);
 }
 
+void Program::prepareSpare() {
+  webViewFactory_.prepareSpare(coveredFrame(game_));
+}
+
 void Program::prepareSpareWhenIdle() {
   if (!idle_.active()) idle_ = SourceGuard(g_idle_add(onIdle, this));
 }
@@ -246,7 +250,7 @@ void Program::prepareSpareWhenIdle() {
 gboolean Program::onIdle(gpointer self) {
   auto* program = static_cast<Program*>(self);
   program->idle_.forget();
-  if (program->webViews_.empty()) program->webViewFactory_.prepareSpare();
+  if (program->webViews_.empty()) program->prepareSpare();
   return G_SOURCE_REMOVE;
 }
 

@@ -59,8 +59,10 @@ class Program {
 
   /// Tells the game in advance that its last frame will be needed, if that is known.
   void askForBackdropAhead();
-  /// Drops the page that is held ready, or makes it again.
+  /// Drops the page that is held ready.
   void rest();
+  /// Makes it again.
+  void prepareSpare();
   void prepareSpareWhenIdle();
   void takeBackdrop(GObjectPtr<GdkTexture> picture);
   void openWindow(Id id, Id rootView, const Frame& frame);

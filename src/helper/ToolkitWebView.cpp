@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "helper/PageScripts.h"
+#include "helper/PageView.h"
 #include "helper/ScriptValues.h"
 #include "protocol/MessageNames.h"
 
@@ -241,6 +242,7 @@ void ToolkitWebView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpoint
     own->sendLoadEvent(event::kWebStarted);
   }
   if (event == WEBKIT_LOAD_COMMITTED) {
+    expectPicture(own->view());
     own->drawing_.pageCame();
     // Events that were on their way when the game asked for another page may come after that.
     if (own->stage_ == Stage::kStarted) own->stage_ = Stage::kCommitted;

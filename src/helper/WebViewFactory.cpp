@@ -23,6 +23,9 @@ constexpr const char* kFileRules = R"([
    "action": {"type": "block"}}
 ])";
 
+constexpr GdkRGBA kClear{0, 0, 0, 0};
+constexpr GdkRGBA kWhite{1, 1, 1, 1};
+
 constexpr const char* kHideScrollIndicator = "::-webkit-scrollbar { width: 0 !important; }";
 
 void cancelDownload(WebKitNetworkSession*, WebKitDownload* download) {
@@ -144,23 +147,27 @@ GObjectPtr<WebKitWebView> WebViewFactory::newView(bool opaque) {
   return view;
 }
 
-void WebViewFactory::prepareSpare() {
-  if (spare_) return;
-  spare_ = newView(false);  // what most pages are
+void WebViewFactory::prepareSpare(const Frame& size) {
+  if (spare_.isThere()) return;
+  GObjectPtr<WebKitWebView> view = newView(false);  // what most pages are
+  webkit_web_view_set_background_color(view.get(), &kClear);
   // A script starts the web process and, unlike a page, leaves no trace in the view.
-  webkit_web_view_evaluate_javascript(spare_.get(), "0", -1, nullptr, nullptr, nullptr, nullptr,
+  webkit_web_view_evaluate_javascript(view.get(), "0", -1, nullptr, nullptr, nullptr, nullptr,
                                       nullptr);
+  spare_.put(std::move(view), size);
 }
 
 void WebViewFactory::dropSpare() {
-  if (!spare_) return;
-  webkit_web_view_terminate_web_process(spare_.get());
-  spare_ = {};
+  if (const GObjectPtr<WebKitWebView> view = spare_.take()) {
+    webkit_web_view_terminate_web_process(view.get());
+  }
 }
 
 GObjectPtr<WebKitWebView> WebViewFactory::make(const WebViewWishes& wishes) {
-  const bool isSpare = spare_ && !(wishes.opaque && terms_.drawing == Drawing::kSoftware);
-  GObjectPtr<WebKitWebView> view = isSpare ? std::exchange(spare_, {}) : newView(wishes.opaque);
+  const bool isOther = wishes.opaque && terms_.drawing == Drawing::kSoftware;
+  GObjectPtr<WebKitWebView> view = isOther ? GObjectPtr<WebKitWebView>() : spare_.take();
+  if (!view) view = newView(wishes.opaque);
+  webkit_web_view_set_background_color(view.get(), wishes.opaque ? &kWhite : &kClear);
   apply(wishes, view.get());
   return view;
 }

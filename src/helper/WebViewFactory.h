@@ -8,6 +8,7 @@
 
 #include "helper/Drawing.h"
 #include "helper/GObjectPtr.h"
+#include "helper/SpareView.h"
 
 namespace zovk::helper {
 
@@ -41,8 +42,8 @@ class WebViewFactory {
   /// be loaded.
   const std::string& refusal() const { return refusal_; }
   GObjectPtr<WebKitWebView> make(const WebViewWishes& wishes);
-  /// Makes the view that the next `make` returns.
-  void prepareSpare();
+  /// Makes the view that the next `make` returns, drawn for that size.
+  void prepareSpare(const Frame& size);
   /// Drops that view, with its process.
   void dropSpare();
 
@@ -59,7 +60,7 @@ class WebViewFactory {
   bool filterSettled_ = false;
   std::string refusal_;
   std::function<void()> ready_;
-  GObjectPtr<WebKitWebView> spare_;
+  SpareView spare_;
 };
 
 }  // namespace zovk::helper

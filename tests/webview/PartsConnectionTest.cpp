@@ -1,4 +1,5 @@
 // The helper's end of the socket, with a game that reads slowly or not at all.
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <memory>
@@ -159,6 +160,89 @@ TEST_F(SlowGame, IsGivenUpWhenTwoLongestFramesWait) {
   EXPECT_FALSE(ended_);
   connection_->send(longest);
   EXPECT_TRUE(ended_);
+}
+
+/// A helper whose commands take long, and what happened in its loop.
+class BusyHelper : public testing::Test {
+ protected:
+  BusyHelper() {
+    std::array<int, 2> ends{};
+    EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
+    game_ = ends[1];
+    connection_ = std::make_unique<Connection>(
+        ends[0], [this](const HelperMessage& command) { work(command); }, [] {});
+  }
+  ~BusyHelper() override {
+    connection_.reset();
+    close(game_);
+  }
+
+  void send(const std::string& type) const {
+    const std::string frame = *encodeFrame({{"type", type}});
+    ASSERT_EQ(::send(game_, frame.data(), frame.size(), 0), static_cast<ssize_t>(frame.size()));
+  }
+  void work(const HelperMessage& command) {
+    const std::string type(command.at("type").as_string());
+    log_.push_back(type);
+    const gint64 end = g_get_monotonic_time() + (type == "long" ? 5000 : 0);
+    while (g_get_monotonic_time() < end) {
+    }
+    if (type == "pausing") connection_->pause();
+  }
+  void runUntil(std::size_t lines) const {
+    while (log_.size() < lines) g_main_context_iteration(nullptr, TRUE);
+  }
+  /// Something else that the loop has to do as soon as it can.
+  void wantTheLoop() {
+    other_ = SourceGuard(g_idle_add_full(
+        G_PRIORITY_DEFAULT,
+        [](gpointer self) -> gboolean {
+          static_cast<BusyHelper*>(self)->log_.emplace_back("other");
+          return G_SOURCE_CONTINUE;
+        },
+        this, nullptr));
+  }
+
+  int game_ = -1;
+  std::vector<std::string> log_;
+  SourceGuard other_;
+  std::unique_ptr<Connection> connection_;
+};
+
+TEST_F(BusyHelper, LooksAtOtherThingsBetweenCommandsThatTakeLong) {
+  for (int i = 0; i < 3; ++i) send("long");
+  runUntil(1);
+  wantTheLoop();
+  runUntil(6);
+  EXPECT_EQ(log_[0], "long");
+  const auto second = std::find(log_.begin() + 1, log_.end(), "long");
+  ASSERT_NE(second, log_.end());
+  EXPECT_EQ(*(second + 1), "other");
+}
+
+TEST_F(BusyHelper, CarriesOutShortCommandsInOneGo) {
+  for (int i = 0; i < 3; ++i) send("short");
+  wantTheLoop();
+  runUntil(5);
+  const auto first = std::find(log_.begin(), log_.end(), "short");
+  ASSERT_GE(log_.end() - first, 3);
+  EXPECT_EQ(*(first + 1), "short");
+  EXPECT_EQ(*(first + 2), "short");
+}
+
+TEST_F(BusyHelper, KeepsWhatWasReadWhileItPauses) {
+  send("pausing");
+  send("after");
+  runUntil(1);
+  while (g_main_context_iteration(nullptr, FALSE) == TRUE) {
+  }
+  EXPECT_EQ(log_, std::vector<std::string>{"pausing"});
+  connection_->resume();
+  runUntil(2);
+  EXPECT_EQ(log_[1], "after");
+  send("later");
+  runUntil(3);
+  EXPECT_EQ(log_[2], "later");
 }
 
 class LinesOfPages : public testing::Test {

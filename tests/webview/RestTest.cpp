@@ -21,6 +21,24 @@ TEST(HelperAtRest, EndsTheProcessOfThePageThatItHeldReady) {
   for (const pid_t process : ready) EXPECT_TRUE(endsSoon(process));
 }
 
+TEST(HelperAtRest, HoldsAPageReadyThatHasTheSizeOfAPopup) {
+  HelperUnderTest helper;
+  PopupScreen screen(helper);
+  helper.send({{"type", "web.create"},
+               {"view", PopupScreen::kWebView},
+               {"handlers", boost::json::array()},
+               {"inlineMedia", true},
+               {"mobile", true},
+               {"bounces", true},
+               {"scrollIndicator", false},
+               {"adjustInset", false},
+               {"opaque", false}});
+  const boost::json::array& whole = helper.ready().at("screen").as_array();
+  const std::string size = std::to_string(whole.at(2).to_number<int>()) + " " +
+                           std::to_string(whole.at(3).to_number<int>());
+  EXPECT_EQ(screen.evaluate("innerWidth + ' ' + innerHeight"), boost::json::value(size));
+}
+
 TEST(HelperAtRest, ShowsTheNextPopupAsEver) {
   HelperUnderTest helper;
   helper.send({{"type", "rest"}});
