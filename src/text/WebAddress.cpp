@@ -18,6 +18,10 @@ namespace {
 
 constexpr auto kPathCharacters = boost::urls::pchars + '/';
 
+bool isPathCharacter(char c) {
+  return kPathCharacters(static_cast<unsigned char>(c));
+}
+
 boost::urls::string_view view(std::string_view text) {
   return {text.data(), text.size()};
 }
@@ -33,8 +37,7 @@ bool isEscape(std::string_view text) {
 
 // Returns whether a path means what is written, and is sent as it is.
 bool isPlain(std::string_view path) {
-  const auto isAllowed = [](char c) { return kPathCharacters(c); };
-  return std::all_of(path.begin(), path.end(), isAllowed) &&
+  return std::all_of(path.begin(), path.end(), isPathCharacter) &&
          path.find("/.") == std::string_view::npos;
 }
 
@@ -44,7 +47,7 @@ std::string encodedPath(std::string_view path) {
   while (!path.empty()) {
     const std::size_t length = isEscape(path) ? 3 : 1;
     const std::string_view piece = path.substr(0, length);
-    if (length == 3 || kPathCharacters(piece.front())) {
+    if (length == 3 || isPathCharacter(piece.front())) {
       encoded += piece;
     } else {
       encoded += boost::urls::encode(view(piece), kPathCharacters);
