@@ -101,12 +101,33 @@ TEST_F(Publish, RefusesTheDocumentOfABundle) {
 
 TEST_F(Publish, SaysWhatIsWrongWithATarget) {
   const std::string file = documentWith("page");
-  EXPECT_NE(publish(file, "ssh:host").err.find("ssh:HOST:FOLDER"), std::string::npos);
-  EXPECT_NE(publish(file, "ssh:-oProxyCommand=x:/a").err.find("ssh:HOST:FOLDER"),
-            std::string::npos);
-  EXPECT_NE(publish(file, "command:store {file}").err.find("{key}"), std::string::npos);
+  for (const char* target : {"ssh:host", "ssh:-oProxyCommand=x:/a"}) {
+    const ProgramRun run = publish(file, target);
+    EXPECT_NE(run.err.find("ssh:HOST:FOLDER"), std::string::npos);
+    EXPECT_EQ(run.code, 64);
+  }
+  const ProgramRun run = publish(file, "command:store {file}");
+  EXPECT_NE(run.err.find("{key}"), std::string::npos);
+  EXPECT_EQ(run.code, 64);
   EXPECT_EQ(publish(file, write("a-file", "")).code, 74);
   EXPECT_EQ(publish(file, site(), {"--lasting", path("nothing")}).code, 66);
+}
+
+TEST_F(Publish, SaysThatTheRecordCannotBeMadeWhereAFileIs) {
+  const std::string file = documentWith("page");
+  EXPECT_EQ(publish(file, site(), {"--record", write("a-file", "")}).code, 74);
+}
+
+TEST_F(Publish, NeedsAnAddressInWhichThePageCanBePlaced) {
+  boost::json::object entry = pageFile("shop");
+  entry["uri"] = "https://popups example/shop.html";
+  // Found by the engine's name for it.
+  const std::string page = pageText("shop");
+  write("ZOVKPopup_1_1_1_" + md5Hex(page) + ".html", page);
+  const ProgramRun run = publish(document({entry}), site());
+  EXPECT_NE(run.err.find("a page's address cannot be read"), std::string::npos)
+      << run.err << run.out;
+  EXPECT_EQ(run.code, 65);
 }
 
 }  // namespace
