@@ -70,25 +70,32 @@ TEST_F(CHooks, ReceiveTheEventsOfEachPopup) {
 
 TEST_F(CHooks, ReceiveTheEventOfAPopupThatTheRequestDidNotReach) {
   // The name decides which is first, as all else is the same.
-  addPage("a", 1, answeringPage("skip", "", true));
-  addPage("b", 1, answeringPage("cancel", "", true));
+  for (const char* scene : {"a", "b"}) {
+    ZOVKPopupModel popup;
+    popup.scene = scene;
+    popup.scene_type = 1;
+    popup.pop_freq = 2;
+    popup.pop_id = *scene;
+    bundle().addPage(popup, answeringPage("cancel", "", true));
+  }
   ASSERT_EQ(setUp(), ZOVKPOPUP_OK);
   zovkpopup_hooks hooks{};
   hooks.size = sizeof hooks;
   hooks.popup_event = [](const zovkpopup_popup_event* event, void* user) {
     if (event->kind == ZOVKPOPUP_EVENT_SHOWN) return;  // may come before the answer or not at all
     const std::string text = std::to_string(event->kind) + " " + event->scene + " " +
-                             std::to_string(event->result) + " " + event->reason + ": " +
-                             event->sentence;
+                             std::to_string(event->pop_id) + " " + std::to_string(event->result) +
+                             " " + event->reason + ": " + event->sentence;
     Note::text(text.c_str(), user);
   };
   hooks.user = &note_;
   ASSERT_EQ(zovkpopup_set_hooks(&hooks), ZOVKPOPUP_OK);
   ASSERT_EQ(zovkpopup_show_popup("", 1, nullptr, nullptr, nullptr), ZOVKPOPUP_OK);
   awaitTexts(2);
-  EXPECT_THAT(note_.texts, ElementsAre("1 b 2 : ",
-                                       "2 a -1 request_ended: Its request ended with another popup "
-                                       "before its turn."));
+  EXPECT_THAT(note_.texts,
+              ElementsAre("1 b 98 2 : ",
+                          "2 a 97 -1 request_ended: Its request ended with another popup "
+                          "before its turn."));
 }
 
 TEST_F(CHooks, OfAnOlderGameReceiveNoEvents) {
