@@ -6,11 +6,11 @@
 #include <boost/json/array.hpp>
 #include <malloc.h>
 
-#include "helper/ContainerView.h"
-#include "helper/GamePad.h"
-#include "helper/PageGuards.h"
-#include "helper/PlayerInput.h"
-#include "helper/Screen.h"
+#include "helper/layout/ContainerView.h"
+#include "helper/pad/GamePad.h"
+#include "helper/page/PageGuards.h"
+#include "helper/window/PlayerInput.h"
+#include "helper/window/Screen.h"
 #include "protocol/MessageNames.h"
 
 namespace zovk::helper {

@@ -7,20 +7,20 @@
 #include <string>
 #include <vector>
 
-#include "helper/Backdrop.h"
-#include "helper/ConstraintBook.h"
 #include "helper/Drawing.h"
 #include "helper/Events.h"
-#include "helper/GameWindow.h"
-#include "helper/HeldSensor.h"
-#include "helper/MonitorsWatch.h"
-#include "helper/OpenLimit.h"
-#include "helper/PadQueue.h"
-#include "helper/ToolkitLayout.h"
-#include "helper/ToolkitWebView.h"
-#include "helper/ToolkitWindow.h"
-#include "helper/ViewRegistry.h"
-#include "helper/WebViewFactory.h"
+#include "helper/layout/ConstraintBook.h"
+#include "helper/layout/ToolkitLayout.h"
+#include "helper/layout/ViewRegistry.h"
+#include "helper/pad/PadQueue.h"
+#include "helper/page/OpenLimit.h"
+#include "helper/page/ToolkitWebView.h"
+#include "helper/page/WebViewFactory.h"
+#include "helper/window/Backdrop.h"
+#include "helper/window/GameWindow.h"
+#include "helper/window/HeldSensor.h"
+#include "helper/window/MonitorsWatch.h"
+#include "helper/window/ToolkitWindow.h"
 
 namespace zovk::helper {
 

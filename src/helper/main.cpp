@@ -9,12 +9,12 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "helper/Connection.h"
-#include "helper/Dispatcher.h"
 #include "helper/MemoryRank.h"
 #include "helper/ParentWatch.h"
 #include "helper/Renderer.h"
-#include "helper/ScriptSyntax.h"
+#include "helper/commands/Connection.h"
+#include "helper/commands/Dispatcher.h"
+#include "helper/page/ScriptSyntax.h"
 
 namespace {
 

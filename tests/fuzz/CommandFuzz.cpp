@@ -7,8 +7,8 @@
 #include <stdexcept>
 
 #include "fuzz/Fuzz.h"
-#include "helper/Arguments.h"
-#include "helper/LoadRefusal.h"
+#include "helper/commands/Arguments.h"
+#include "helper/page/LoadRefusal.h"
 #include "protocol/FrameCodec.h"
 
 namespace zovk::helper {

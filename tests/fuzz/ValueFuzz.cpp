@@ -8,7 +8,7 @@
 
 #include "fuzz/Fuzz.h"
 #include "helper/GObjectPtr.h"
-#include "helper/ScriptValues.h"
+#include "helper/page/ScriptValues.h"
 #include "protocol/FrameCodec.h"
 
 namespace zovk::helper {

@@ -2,9 +2,9 @@
 
 #include "HelperUnderTest.h"
 #include "ToolkitFixture.h"
-#include "helper/Commands.h"
-#include "helper/ContainerView.h"
 #include "helper/Program.h"
+#include "helper/commands/Commands.h"
+#include "helper/layout/ContainerView.h"
 
 namespace zovk::helper {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "helper/Arguments.h"
+#include "helper/commands/Arguments.h"
 
 namespace zovk::helper {
 namespace {

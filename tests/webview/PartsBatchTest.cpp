@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "helper/CommandBatch.h"
+#include "helper/commands/CommandBatch.h"
 
 namespace zovk::helper {
 namespace {

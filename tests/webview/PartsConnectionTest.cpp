@@ -11,8 +11,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "helper/Connection.h"
-#include "helper/PageLog.h"
+#include "helper/commands/Connection.h"
+#include "helper/page/PageLog.h"
 
 namespace zovk::helper {
 namespace {

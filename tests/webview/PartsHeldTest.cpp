@@ -10,7 +10,7 @@
 
 #include "HelperUnderTest.h"
 #include "ToolkitFixture.h"
-#include "helper/HeldSensor.h"
+#include "helper/window/HeldSensor.h"
 
 namespace zovk::helper {
 namespace {

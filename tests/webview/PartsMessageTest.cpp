@@ -6,9 +6,9 @@
 #include <gtest/gtest.h>
 
 #include "helper/GObjectPtr.h"
-#include "helper/PageMessages.h"
-#include "helper/PageScripts.h"
-#include "helper/ScriptValues.h"
+#include "helper/page/PageMessages.h"
+#include "helper/page/PageScripts.h"
+#include "helper/page/ScriptValues.h"
 #include "protocol/FrameCodec.h"
 
 namespace zovk::helper {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "helper/OpenLimit.h"
+#include "helper/page/OpenLimit.h"
 
 namespace zovk::helper {
 namespace {

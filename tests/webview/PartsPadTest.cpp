@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "helper/PadPage.h"
-#include "helper/PadQueue.h"
-#include "helper/PadSteps.h"
+#include "helper/pad/PadPage.h"
+#include "helper/pad/PadQueue.h"
+#include "helper/pad/PadSteps.h"
 
 namespace zovk::helper {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "helper/LoadRefusal.h"
+#include "helper/page/LoadRefusal.h"
 
 namespace zovk::helper {
 namespace {

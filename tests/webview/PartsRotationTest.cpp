@@ -4,8 +4,8 @@
 
 #include "HelperUnderTest.h"
 #include "ToolkitFixture.h"
-#include "helper/Commands.h"
 #include "helper/Program.h"
+#include "helper/commands/Commands.h"
 
 namespace zovk::helper {
 namespace {

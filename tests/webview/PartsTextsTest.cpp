@@ -6,7 +6,7 @@
 #include "HelperUnderTest.h"
 #include "ToolkitFixture.h"
 #include "helper/GObjectPtr.h"
-#include "helper/ToolkitLayout.h"
+#include "helper/layout/ToolkitLayout.h"
 
 namespace zovk::helper {
 namespace {

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <optional>
+
+#include <gtk/gtk.h>
+
+#include "helper/commands/Arguments.h"
+
+namespace zovk::helper {
+
+class GameWindow;
+
+/// Places a popup's window: in a frame of its own, or over the game. Over the game it uses the
+/// first way that the display allows: the game's own frame, then the whole screen. A full-screen
+/// window hides what is below it on many displays, so it comes last.
+class PopupPlace {
+ public:
+  /// An empty frame, or one as large as the area to cover, means over the game.
+  PopupPlace(GtkWindow* window, const Frame& frame, GameWindow& game);
+
+  /// Call it once the window is realised, before it is shown.
+  void prepare();
+  /// Call it after the window was shown: only then does the display give it a place.
+  void settle();
+  /// Reports that the game's window moved or changed its size.
+  void follow();
+  /// Reports that a monitor came, went or changed.
+  void monitorsChanged();
+  /// Reports that the popup takes the keyboard now. Some games then give up their place, or even
+  /// their size.
+  void remember() { remembered_ = asked_; }
+  /// Reports that the game was minimised because of that: from now on the window stays alone where
+  /// the game was.
+  void detach();
+  /// Reports that the game is back: the window is in front of it again.
+  void attach();
+  bool isDetached() const { return detached_; }
+  /// Comes above the game if a window manager has put it below. Call it once the window is on
+  /// screen.
+  void comeUp();
+  /// Takes the keyboard where nothing else gives it. Call it once the window is on screen.
+  void takeKeyboard();
+  bool isLastWay() const { return way_ != Way::kGameFrame; }
+  bool coversGame() const { return coversGame_; }
+  /// Returns whether nothing can be seen through the window, as far as is known.
+  bool hidesGame() const;
+  /// Returns the same before there is a window.
+  static bool willHide(GameWindow& game);
+  /// Takes the next way; the window must be shown again. Returns false if none is left.
+  bool fallBack();
+
+ private:
+  enum class Way { kOwnFrame, kGameFrame, kFullScreen };
+  Way firstWay() const;
+  bool isFullScreen() const;
+  /// Returns whether a window manager, or the display itself, gives places and the keyboard.
+  bool isManaged() const;
+  Frame wanted() const;
+  void moveTo(const Frame& frame);
+  void goFullScreen();
+
+  GtkWindow* window_;
+  GameWindow& game_;
+  Frame frame_;
+  bool coversGame_;
+  bool detached_ = false;
+  Way way_;
+  std::optional<Frame> asked_;
+  std::optional<Frame> remembered_;
+};
+
+}  // namespace zovk::helper
