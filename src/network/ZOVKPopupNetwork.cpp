@@ -3,8 +3,6 @@
 #include <deque>
 #include <utility>
 
-#include <fmt/compile.h>
-
 #include "logging/ZPLogger.h"
 #include "text/WebAddress.h"
 #include "text/ZOVKPopupCommonTool.h"
@@ -13,6 +11,8 @@ namespace zovk {
 namespace {
 
 constexpr std::chrono::seconds kRequestTimeout{15};
+// About as long as the parameters of a game are.
+constexpr std::size_t kUsualParameters = 128;
 
 // Keeps every task that was started, newest first. None is ever removed: a sent task lives as long
 // as the process, whoever releases it.
@@ -35,22 +35,34 @@ std::string pathToSign(const ZOVKPopupUrlParams& p) {
   return address ? address->path : "";
 }
 
+void appendCommonParameters(std::string& text, const ZOVKPopupUrlParams& p) {
+  text.append("game_id=").append(p.gameID).append("&install_id=").append(p.installID);
+  text.append("&os=").append(std::to_string(p.os)).append("&version=").append(p.version);
+}
+
 }  // namespace
 
 std::string commonParameterText(const ZOVKPopupUrlParams& p) {
-  return fmt::format(FMT_COMPILE("game_id={}&install_id={}&os={}&version={}"), p.gameID,
-                     p.installID, p.os, p.version);
+  std::string text;
+  appendCommonParameters(text, p);
+  return text;
 }
 
 std::string signatureSource(const ZOVKPopupUrlParams& p, const std::string& bodyText) {
-  return fmt::format(FMT_COMPILE("{}?{}{}{}"), pathToSign(p), commonParameterText(p), bodyText,
-                     p.gameKey);
+  std::string source = pathToSign(p);
+  source.reserve(source.size() + kUsualParameters + bodyText.size() + p.gameKey.size());
+  source += '?';
+  appendCommonParameters(source, p);
+  return source.append(bodyText).append(p.gameKey);
 }
 
 std::string signedUrl(const ZOVKPopupUrlParams& p, const std::string& signature) {
   const bool hasQuery = p.actionPath.empty() && p.urlStr.find('?') != std::string::npos;
-  return fmt::format(FMT_COMPILE("{}{}{}{}&sig={}"), p.urlStr, p.actionPath, hasQuery ? "&" : "?",
-                     commonParameterText(p), signature);
+  std::string url;
+  url.reserve(p.urlStr.size() + p.actionPath.size() + kUsualParameters + signature.size());
+  url.append(p.urlStr).append(p.actionPath).append(hasQuery ? "&" : "?");
+  appendCommonParameters(url, p);
+  return url.append("&sig=").append(signature);
 }
 
 void ZOVKPopupNetwork::startRequest(std::int32_t type, const ZOVKPopupUrlParams& urlParams,

@@ -107,7 +107,7 @@ std::optional<std::string> hostOf(std::string_view head) {
   const bool isReadable = std::all_of(head.begin(), head.end(), isAscii);
   const std::string escaped = isReadable ? std::string() : withOtherScriptsEscaped(head);
   const auto parsed = boost::urls::parse_uri(isReadable ? view(head) : view(escaped));
-  if (!parsed || parsed->host().empty()) return std::nullopt;
+  if (!parsed || parsed->encoded_host().empty()) return std::nullopt;
   const std::string scheme = lowerCase(std::string(parsed->scheme()));
   if (scheme != "http" && scheme != "https") return std::nullopt;
   return lowerCase(std::string(parsed->encoded_host_and_port()));
