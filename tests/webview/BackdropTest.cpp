@@ -157,6 +157,7 @@ TEST_F(HelperBackdrop, IsAskedForAgainWhenTheWindowHasAnotherSize) {
   helper.sendWithFiles(backdrop(8, 8), {file.get()});
   helper.send({{"type", "window.create"}, {"window", 1}, {"view", 1}, {"frame", {0, 0, 0, 0}}});
   helper.send({{"type", "window.show"}, {"window", 1}});
+  helper.await("window.size", {{"window", 1}, {"width", 640}, {"height", 400}});
   helper.await("window.key", {{"window", 1}, {"key", true}});
   EXPECT_FALSE(helper.came("backdrop.wanted"));
   game.move({80, 60, 500, 300});
