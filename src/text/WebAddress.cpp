@@ -47,18 +47,13 @@ std::string encodedPath(std::string_view path) {
   while (!path.empty()) {
     const std::size_t length = isEscape(path) ? 3 : 1;
     const std::string_view piece = path.substr(0, length);
-    if (length == 3 || isPathCharacter(piece.front())) {
-      encoded += piece;
-    } else {
-      encoded += boost::urls::encode(view(piece), kPathCharacters);
-    }
+    encoded += length == 3 ? std::string(piece) : boost::urls::encode(view(piece), kPathCharacters);
     path.remove_prefix(length);
   }
   return encoded;
 }
 
 std::string decoded(std::string_view encoded) {
-  if (encoded.find('%') == std::string_view::npos) return std::string(encoded);
   return boost::urls::make_pct_string_view(view(encoded))->decode();
 }
 
@@ -92,11 +87,8 @@ bool isAscii(char c) {
 std::string withOtherScriptsEscaped(std::string_view text) {
   std::string escaped;
   for (const char& c : text) {
-    if (isAscii(c)) {
-      escaped += c;
-    } else {
-      escaped += boost::urls::encode(view({&c, 1}), boost::urls::unreserved_chars);
-    }
+    escaped += isAscii(c) ? std::string(1, c)
+                          : boost::urls::encode(view({&c, 1}), boost::urls::unreserved_chars);
   }
   return escaped;
 }
