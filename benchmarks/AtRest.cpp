@@ -1,17 +1,18 @@
 // What the library costs a game while nothing is shown: the memory of the helper and of the
 // processes below it once it rests, what wakes the game's process then, and what is left after the
 // helper has ended.
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
 
 #include <poll.h>
 #include <unistd.h>
 
 #include "Report.h"
-#include "Statistics.h"
 #include "fixtures/LocalBundle.h"
 #include "fixtures/ProcessFacts.h"
 #include "zovkpopup/Host.h"

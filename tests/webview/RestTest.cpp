@@ -24,15 +24,7 @@ TEST(HelperAtRest, EndsTheProcessOfThePageThatItHeldReady) {
 TEST(HelperAtRest, HoldsAPageReadyThatHasTheSizeOfAPopup) {
   HelperUnderTest helper;
   PopupScreen screen(helper);
-  helper.send({{"type", "web.create"},
-               {"view", PopupScreen::kWebView},
-               {"handlers", boost::json::array()},
-               {"inlineMedia", true},
-               {"mobile", true},
-               {"bounces", true},
-               {"scrollIndicator", false},
-               {"adjustInset", false},
-               {"opaque", false}});
+  screen.createWebView();
   const boost::json::array& whole = helper.ready().at("screen").as_array();
   const std::string size = std::to_string(whole.at(2).to_number<int>()) + " " +
                            std::to_string(whole.at(3).to_number<int>());
