@@ -36,6 +36,12 @@ class GObjectPtr {
   T* object_ = nullptr;
 };
 
+/// Returns an item of a list; null beyond its end.
+template <class T>
+GObjectPtr<T> itemOf(GListModel* list, guint position) {
+  return GObjectPtr<T>::adopt(static_cast<T*>(g_list_model_get_item(list, position)));
+}
+
 struct GFree {
   void operator()(void* memory) const { g_free(memory); }
 };

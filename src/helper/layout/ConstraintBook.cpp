@@ -34,8 +34,7 @@ std::vector<GObjectPtr<GtkConstraint>> constraintsOf(GtkConstraintLayout* layout
   const auto all = GObjectPtr<GListModel>::adopt(gtk_constraint_layout_observe_constraints(layout));
   std::vector<GObjectPtr<GtkConstraint>> found;
   for (guint i = 0; i < g_list_model_get_n_items(all.get()); ++i) {
-    found.push_back(GObjectPtr<GtkConstraint>::adopt(
-        static_cast<GtkConstraint*>(g_list_model_get_item(all.get(), i))));
+    found.push_back(itemOf<GtkConstraint>(all.get(), i));
   }
   return found;
 }

@@ -17,8 +17,7 @@ MonitorsWatch::~MonitorsWatch() {
 
 void MonitorsWatch::follow() {
   for (guint i = 0; i < g_list_model_get_n_items(monitors_); ++i) {
-    auto& monitor = followed_.emplace_back(GObjectPtr<GdkMonitor>::adopt(
-        static_cast<GdkMonitor*>(g_list_model_get_item(monitors_, i))));
+    auto& monitor = followed_.emplace_back(itemOf<GdkMonitor>(monitors_, i));
     g_signal_connect(monitor.get(), "notify::geometry", G_CALLBACK(onGeometryChanged), this);
   }
 }

@@ -42,8 +42,7 @@ GObjectPtr<GdkMonitor> monitorNear(const Frame& frame) {
   GListModel* monitors = gdk_display_get_monitors(gdk_display_get_default());
   GObjectPtr<GdkMonitor> best;
   for (guint i = 0; i < g_list_model_get_n_items(monitors); ++i) {
-    auto monitor =
-        GObjectPtr<GdkMonitor>::adopt(static_cast<GdkMonitor*>(g_list_model_get_item(monitors, i)));
+    auto monitor = itemOf<GdkMonitor>(monitors, i);
     const bool nearer =
         best && isPlace &&
         distance(geometryOf(monitor.get()), place) < distance(geometryOf(best.get()), place);

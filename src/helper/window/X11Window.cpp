@@ -109,8 +109,7 @@ X11Id x11ActiveWindow(GdkDisplay* display) {
 }
 
 int x11Scale(GdkDisplay* display) {
-  const auto monitor = GObjectPtr<GdkMonitor>::adopt(
-      static_cast<GdkMonitor*>(g_list_model_get_item(gdk_display_get_monitors(display), 0)));
+  const auto monitor = itemOf<GdkMonitor>(gdk_display_get_monitors(display), 0);
   return monitor ? gdk_monitor_get_scale_factor(monitor.get()) : 1;
 }
 
