@@ -1,11 +1,12 @@
 #include "protocol/FrameCodec.h"
 
 #include <algorithm>
+#include <cstring>
+#include <new>
 #include <utility>
 
 #include <boost/json/serialize.hpp>
 
-#include "protocol/MessageNames.h"
 #include "support/Utf8.h"
 
 namespace zovk {
@@ -34,24 +35,6 @@ std::string_view lengthError(std::uint32_t length) {
   return length > kMaximumFrameLength ? "frame too long" : "";
 }
 
-boost::json::parse_options optionsOfMessages() {
-  boost::json::parse_options options;
-  options.max_depth = kMaximumMessageDepth;
-  return options;
-}
-
-/// Returns the message that `value` is. Returns nothing, and sets `error`, if it is not a message.
-std::optional<HelperMessage> messageOf(boost::json::value value, std::string& error) {
-  boost::json::object* message = value.if_object();
-  const boost::json::value* type =
-      message == nullptr ? nullptr : message->if_contains(member::kType);
-  if (type == nullptr || !type->is_string()) {
-    error = message == nullptr ? "frame is not an object" : "message without a type";
-    return std::nullopt;
-  }
-  return std::move(*message);
-}
-
 }  // namespace
 
 std::optional<std::string> encodeFrame(const HelperMessage& message) {
@@ -69,11 +52,18 @@ void FrameDecoder::feed(std::string_view bytes) {
 }
 
 std::optional<HelperMessage> FrameDecoder::next() {
-  if (failed() || (!parser_ && !beginFrame())) return std::nullopt;
+  if (failed() || (!isInFrame() && !beginFrame())) return std::nullopt;
   readContent();
-  if (failed() || contentLeft_ > 0) return std::nullopt;
-  // A new parser for each frame: it would keep the memory of the longest.
-  return messageOf(std::exchange(parser_, nullptr)->release(), error_);
+  if (failed() || contentLeft_ > 0 || !parser_) return std::nullopt;
+  auto message = parser_->finish();
+  error_ = parser_->error();
+  parser_.reset();  // it would keep the memory of the longest frame
+  return message;
+}
+
+std::optional<MappedBytes> FrameDecoder::takeText() {
+  if (contentLeft_ > 0) return std::nullopt;
+  return std::exchange(text_, std::nullopt);
 }
 
 bool FrameDecoder::beginFrame() {
@@ -83,23 +73,33 @@ bool FrameDecoder::beginFrame() {
   if (failed()) return false;
   consumed_ += kHeaderLength;
   contentLeft_ = length;
-  parser_ =
-      std::make_unique<boost::json::stream_parser>(boost::json::storage_ptr(), optionsOfMessages());
-  return true;
+  beginContent();
+  return !failed();
+}
+
+void FrameDecoder::beginContent() {
+  if (contentLeft_ <= longestParsed_) {
+    parser_.emplace();
+    return;
+  }
+  try {
+    text_.emplace(contentLeft_);
+  } catch (const std::bad_alloc&) {
+    error_ = "no memory for a frame";
+  }
 }
 
 void FrameDecoder::readContent() {
   const std::string_view part = unread().substr(0, contentLeft_);
+  if (part.empty()) return;
+  if (parser_ && !parser_->write(part)) error_ = parser_->error();
+  if (text_) std::memcpy(text_->data() + (text_->size() - contentLeft_), part.data(), part.size());
   consumed_ += part.size();
   contentLeft_ -= part.size();
-  boost::json::error_code failure;
-  parser_->write(part.data(), part.size(), failure);
-  if (!failure && contentLeft_ == 0) parser_->finish(failure);
-  if (failure) error_ = "frame is not JSON: " + failure.message();
 }
 
 std::size_t FrameDecoder::missing() const {
-  return parser_ ? contentLeft_ : kHeaderLength - std::min(kHeaderLength, unread().size());
+  return isInFrame() ? contentLeft_ : kHeaderLength - std::min(kHeaderLength, unread().size());
 }
 
 }  // namespace zovk

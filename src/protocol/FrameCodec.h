@@ -2,27 +2,19 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include <boost/json/object.hpp>
-#include <boost/json/stream_parser.hpp>
+#include "protocol/FrameParser.h"
+#include "protocol/MappedBytes.h"
 
 namespace zovk {
 
 /// The game's number of a window, a view, a layout or a request.
 using HelperId = std::int64_t;
 
-/// One message between the game and its helper: an object with a text member "type".
-using HelperMessage = boost::json::object;
-
 inline constexpr std::uint32_t kMaximumFrameLength = 64U * 1024 * 1024;
-/// The deepest nesting of arrays and objects in a value of a page.
-inline constexpr std::size_t kMaximumValueDepth = 512;
-/// The deepest nesting in a message, which is an object around the value.
-inline constexpr std::size_t kMaximumMessageDepth = kMaximumValueDepth + 1;
 inline constexpr int kHelperProtocolVersion = 1;
 /// The descriptor on which the helper finds its end of the socket pair.
 inline constexpr int kHelperDescriptor = 3;
@@ -37,9 +29,18 @@ std::optional<std::string> encodeFrame(const HelperMessage& message);
 /// should be closed.
 class FrameDecoder {
  public:
+  FrameDecoder() = default;
+  /// Frames of more than `longestParsed` bytes are only collected, for somebody else to parse: see
+  /// `takeText`.
+  explicit FrameDecoder(std::size_t longestParsed) : longestParsed_(longestParsed) {}
+
   void feed(std::string_view bytes);
-  /// Returns the next whole message, or nothing if more bytes are needed or the stream is broken.
+  /// Returns the next whole message. Returns nothing if more bytes are needed, the stream is
+  /// broken, or the text of a long frame waits to be taken.
   std::optional<HelperMessage> next();
+  /// Returns the text of a long frame once all of it is there. Call it after `next` returned
+  /// nothing, and feed nothing more before it was taken.
+  std::optional<MappedBytes> takeText();
   /// Returns how many bytes are missing until the end of the length or the content that is being
   /// read. Call it after `next` returned nothing.
   std::size_t missing() const;
@@ -50,13 +51,17 @@ class FrameDecoder {
  private:
   /// Returns whether a whole length has arrived, and is allowed.
   bool beginFrame();
-  /// Parses the bytes of the frame that have arrived.
+  void beginContent();
+  bool isInFrame() const { return parser_ || text_; }
+  /// Parses or collects the bytes of the frame that have arrived.
   void readContent();
   std::string_view unread() const { return std::string_view(buffer_).substr(consumed_); }
 
   std::string buffer_;
   std::size_t consumed_ = 0;
-  std::unique_ptr<boost::json::stream_parser> parser_;  // while a frame is being read
+  std::size_t longestParsed_ = kMaximumFrameLength;
+  std::optional<FrameParser> parser_;  // while a frame is being read
+  std::optional<MappedBytes> text_;    // while a long frame is being read, and until it is taken
   std::size_t contentLeft_ = 0;
   std::string error_;
 };

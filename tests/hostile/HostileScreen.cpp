@@ -74,7 +74,7 @@ HostileScreen::Seconds HostileScreen::pressTheCross() {
 
 double HostileScreen::megabytes() {
   malloc_trim(0);
-  return privateMegabytes(getpid());
+  return writtenMegabytes(getpid());
 }
 
 HelperInspector& HostileScreen::screen() {

@@ -33,7 +33,7 @@ class HostileScreen : public HostFixture {
   void forgetPumps() { longestPump_ = {}; }
   /// Returns the longest processor time of a pump.
   Seconds longestPump() const { return longestPump_; }
-  /// Returns the memory of the game's own process.
+  /// Returns the memory that the game has written.
   static double megabytes();
   HelperInspector& screen();
 

@@ -159,6 +159,30 @@ TEST(FrameCodec, SaysHowMuchIsMissingOfALengthAndOfAContent) {
   EXPECT_EQ(decoder.missing(), 4U);
 }
 
+/// Returns the text that the decoder collected; "none" if there is none.
+std::string collected(FrameDecoder& decoder) {
+  const auto text = decoder.takeText();
+  return text ? std::string(text->data(), text->size()) : "none";
+}
+
+TEST(FrameCodec, OnlyCollectsWhatIsLongerThanItIsToParse) {
+  const std::string shortOne = R"({"type":"a"})";
+  const std::string longOne = R"({"type":"ab"} no JSON)";
+  FrameDecoder decoder(shortOne.size());
+  decoder.feed(framed(shortOne) + framed(longOne).substr(0, 10));
+  EXPECT_EQ(decoder.next()->at("type"), "a");
+  EXPECT_FALSE(decoder.next().has_value());
+  EXPECT_EQ(decoder.missing(), longOne.size() - 6);
+  EXPECT_EQ(collected(decoder), "none");
+  decoder.feed(framed(longOne).substr(10) + framed(shortOne));
+  EXPECT_FALSE(decoder.next().has_value());
+  EXPECT_FALSE(decoder.next().has_value()) << "what comes next waits";
+  EXPECT_EQ(collected(decoder), longOne);
+  EXPECT_EQ(collected(decoder), "none");
+  EXPECT_EQ(decoder.next()->at("type"), "a");
+  EXPECT_FALSE(decoder.failed());
+}
+
 TEST(FrameCodec, MendsTextThatIsNotUtf8WhenItWrites) {
   const auto mended = [](std::string_view text) {
     return std::string(roundTrip({{"type", "x"}, {"text", text}})->at("text").as_string());

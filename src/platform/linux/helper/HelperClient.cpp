@@ -25,6 +25,7 @@ HelperClient::HelperClient(LinuxMainQueue& queue, LinuxDevice& device, HelperLau
       process_(::getpid()),
       launcher_(std::move(launcher)),
       hello_(std::move(hello)),
+      frames_(queue),
       reaper_(queue),
       watchdog_(queue, launcher_,
                 {.ping =
@@ -83,7 +84,7 @@ void HelperClient::launch() {
     HelperLauncher::Started started = launcher_.start();
     error = started.error;
     if (started.socket) {
-      link_ = HelperLife::open(*queue_, launcher_, std::move(started), linkEvents());
+      link_ = HelperLife::open({*queue_, frames_, launcher_}, std::move(started), linkEvents());
     }
   } catch (const std::system_error& exhausted) {
     error = exhausted.what();
@@ -284,6 +285,7 @@ void HelperClient::shutDown() {
     if (auto process = link_->takeProcess()) reaper_.add(std::move(*process));
     link_.reset();
   }
+  frames_.shutDown();
   backdrop_.close();
   watchdog_.close();
   rest_.close();

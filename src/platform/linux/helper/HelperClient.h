@@ -6,6 +6,7 @@
 
 #include <sys/types.h>
 
+#include "platform/linux/helper/FrameThread.h"
 #include "platform/linux/helper/HelperBackOff.h"
 #include "platform/linux/helper/HelperBackdrop.h"
 #include "platform/linux/helper/HelperJournal.h"
@@ -110,6 +111,7 @@ class HelperClient : public std::enable_shared_from_this<HelperClient> {
   const pid_t process_;
   const HelperLauncher launcher_;
   HelperMessage hello_;
+  FrameThread frames_;
   HelperReaper reaper_;
   HelperWatchdog watchdog_;
   HelperRest rest_;

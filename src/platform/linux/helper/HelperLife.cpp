@@ -36,11 +36,12 @@ UniqueFd writabilityOf(int socket) {
 
 }  // namespace
 
-std::shared_ptr<HelperLife> HelperLife::open(LinuxMainQueue& queue, const HelperLauncher& launcher,
+std::shared_ptr<HelperLife> HelperLife::open(const Surroundings& surroundings,
                                              HelperLauncher::Started started, Events events) {
-  auto link = std::make_shared<HelperLife>(queue, launcher, std::move(started), std::move(events));
+  auto link = std::make_shared<HelperLife>(surroundings, std::move(started), std::move(events));
   try {
-    link->watch(link, launcher.readyTimeout);
+    link->timeout_ = timerOf(surroundings.launcher.readyTimeout);
+    link->watch();
   } catch (const std::system_error&) {
     link->close();
     if (auto process = link->takeProcess()) {
@@ -52,17 +53,18 @@ std::shared_ptr<HelperLife> HelperLife::open(LinuxMainQueue& queue, const Helper
   return link;
 }
 
-HelperLife::HelperLife(LinuxMainQueue& queue, const HelperLauncher& launcher,
-                       HelperLauncher::Started started, Events events)
-    : queue_(queue),
-      connection_(std::move(started.socket), launcher.maximumPendingBytes),
+HelperLife::HelperLife(const Surroundings& surroundings, HelperLauncher::Started started,
+                       Events events)
+    : queue_(surroundings.queue),
+      frames_(surroundings.frames),
+      connection_(std::move(started.socket), surroundings.launcher.maximumPendingBytes),
       process_(std::move(started.process)),
       events_(std::move(events)) {}
 
 HelperLife::~HelperLife() = default;
 
-void HelperLife::watch(const std::shared_ptr<HelperLife>& self, std::chrono::milliseconds timeout) {
-  const std::weak_ptr<HelperLife> weak = self;
+void HelperLife::watch() {
+  const std::weak_ptr<HelperLife> weak = weak_from_this();
   queue_.addSource(connection_.descriptor(), [weak] {
     if (const auto link = weak.lock()) link->read();
   });
@@ -71,10 +73,16 @@ void HelperLife::watch(const std::shared_ptr<HelperLife>& self, std::chrono::mil
       if (const auto link = weak.lock()) link->processEnded();
     });
   }
-  timeout_ = timerOf(timeout);
+  if (!timeout_) return;
   queue_.addSource(timeout_.get(), [weak] {
     if (const auto link = weak.lock()) link->timedOut();
   });
+}
+
+void HelperLife::unwatch() {
+  queue_.removeSource(connection_.descriptor());
+  if (process_) queue_.removeSource(process_->descriptor());
+  if (timeout_) queue_.removeSource(timeout_.get());
 }
 
 bool HelperLife::send(const HelperMessage& message, UniqueFd file) {
@@ -113,17 +121,43 @@ bool HelperLife::read() {
   using Filled = HelperSocket::Filled;
   Filled filled = Filled::kSomething;
   std::optional<HelperMessage> message;
+  std::optional<MappedBytes> longOne;
   // A length and what follows it, or two pieces of a long content.
-  for (int part = 0; part < 2 && filled == Filled::kSomething && !message; ++part) {
+  for (int part = 0; part < 2 && filled == Filled::kSomething && !message && !longOne; ++part) {
     filled = connection_.fill();
     message = connection_.next();
     if (connection_.failed()) break;
+    longOne = connection_.takeLong();
   }
+  if (longOne) parse(std::move(*longOne));
   if (message) events_.message(std::move(*message));
   if (connection_.failed() || filled == Filled::kEnd) {
     lose(error_.empty() ? connection_.error() : error_);
   }
   return filled == Filled::kSomething && !closed_;
+}
+
+void HelperLife::parse(MappedBytes text) {
+  unwatch();
+  try {
+    frames_.parse(std::move(text), [weak = weak_from_this()](FrameThread::Parsed result) {
+      if (const auto link = weak.lock()) link->parsed(std::move(result));
+    });
+  } catch (const std::system_error& exhausted) {
+    lose(exhausted.what());
+  }
+}
+
+void HelperLife::parsed(FrameThread::Parsed result) {
+  if (closed_) return;
+  if (!result.message) return lose(result.error);
+  events_.message(std::move(*result.message));
+  if (closed_) return;
+  try {
+    watch();
+  } catch (const std::system_error& exhausted) {
+    lose(exhausted.what());
+  }
 }
 
 // The last messages of the process come first, a part in each turn of the pump. This is called
@@ -155,10 +189,9 @@ std::string HelperLife::endOfProcess() {
 
 void HelperLife::close() {
   if (std::exchange(closed_, true)) return;
-  if (process_) queue_.removeSource(process_->descriptor());
+  unwatch();
+  timeout_.reset();
   if (writable_) queue_.removeSource(writable_.get());
-  stopTimeout();
-  queue_.removeSource(connection_.descriptor());
   ::shutdown(connection_.descriptor(), SHUT_RDWR);
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/linux/helper/FrameThread.h"
 #include "platform/linux/helper/HelperLauncher.h"
 #include "platform/linux/helper/HelperSocket.h"
 #include "platform/linux/system/LinuxMainQueue.h"
@@ -15,7 +16,7 @@ namespace zovk {
 /// One running helper: its process, its socket and the time it has to become ready. Main thread
 /// only; both callbacks come from the pump. The destructor closes the socket; call `takeProcess`
 /// before.
-class HelperLife {
+class HelperLife : public std::enable_shared_from_this<HelperLife> {
  public:
   struct Events {
     std::function<void(HelperMessage message)> message;
@@ -23,10 +24,16 @@ class HelperLife {
     std::function<void(const std::string& reason)> lost;
   };
 
-  static std::shared_ptr<HelperLife> open(LinuxMainQueue& queue, const HelperLauncher& launcher,
+  /// What all lives share. It outlives them.
+  struct Surroundings {
+    LinuxMainQueue& queue;
+    FrameThread& frames;
+    const HelperLauncher& launcher;
+  };
+
+  static std::shared_ptr<HelperLife> open(const Surroundings& surroundings,
                                           HelperLauncher::Started started, Events events);
-  HelperLife(LinuxMainQueue& queue, const HelperLauncher& launcher, HelperLauncher::Started started,
-             Events events);
+  HelperLife(const Surroundings& surroundings, HelperLauncher::Started started, Events events);
   ~HelperLife();
   HelperLife(const HelperLife&) = delete;
   HelperLife& operator=(const HelperLife&) = delete;
@@ -41,10 +48,15 @@ class HelperLife {
   std::optional<HelperProcess> takeProcess();
 
  private:
-  void watch(const std::shared_ptr<HelperLife>& self, std::chrono::milliseconds timeout);
+  // Calls back when there is something to read, the process has ended or the time is up.
+  void watch();
+  void unwatch();
   // Reads only a little and delivers at most one message, so that the pump can keep to its budget.
   // Returns whether there may be more to read.
   bool read();
+  // Nothing more is read until the message has been delivered, so that the order stays.
+  void parse(MappedBytes text);
+  void parsed(FrameThread::Parsed result);
   void awaitWritable();
   void flush();
   void processEnded();
@@ -53,6 +65,7 @@ class HelperLife {
   std::string endOfProcess();
 
   LinuxMainQueue& queue_;
+  FrameThread& frames_;
   HelperSocket connection_;
   std::optional<HelperProcess> process_;
   UniqueFd timeout_;

@@ -31,13 +31,18 @@ class HelperSocket {
   enum class Filled { kSomething, kNothing, kEnd };
   /// Reads a part of the available bytes, never more than belongs to one message.
   Filled fill();
-  /// Returns the next whole message among the bytes read so far.
+  /// Returns the next whole message among the bytes read so far. A long one is only collected.
   std::optional<HelperMessage> next() { return decoder_.next(); }
+  /// Returns the text of a long message once it is there. Until it was taken, do not call `fill`.
+  std::optional<MappedBytes> takeLong() { return decoder_.takeText(); }
   /// Returns what ended the stream; empty if the other end just closed it.
   std::string error() const { return error_.empty() ? decoder_.error() : error_; }
   bool failed() const { return decoder_.failed(); }
 
  private:
+  /// Beyond it, what the parser moves about in memory would take too long for a turn of the pump.
+  static constexpr std::size_t kLongestParsedAtOnce = std::size_t{256} * 1024;
+
   // Returns the number of bytes that went out; 0 if the socket is full or closed.
   std::size_t write(const char* bytes, std::size_t length);
   // Makes one system call.
@@ -46,7 +51,7 @@ class HelperSocket {
 
   UniqueFd socket_;
   const std::size_t maximumPendingBytes_;
-  FrameDecoder decoder_;
+  FrameDecoder decoder_{kLongestParsedAtOnce};
   /// A file that goes with the byte at this position in the stream.
   struct Attached {
     std::uint64_t position;
