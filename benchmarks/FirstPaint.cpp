@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 
 #include "PixelWatch.h"
 #include "PopupGame.h"
@@ -34,19 +35,19 @@ struct Times {
 
 class Openings {
  public:
-  Openings(GameLoop& game, PixelWatch& watch, bool& loaded)
-      : game_(game), watch_(watch), loaded_(loaded) {}
+  Openings(PopupGame& game, PixelWatch& watch)
+      : game_(game.loop), watch_(watch), loaded_(game.loaded) {}
 
   void run(Times& times) {
     game_.runUntil([this] { return watch_.colour() != kLoud; });
     game_.runFrames(kFramesBetween);
-    loaded_ = false;
+    loaded_.reset();
     bool answered = false;
     watch_.expect(kLoud);
     const auto start = PixelWatch::Clock::now();
     ZOVKPopup::showPopup("page", 0, [&](std::int32_t, const std::string&) { answered = true; });
-    game_.runUntil([this] { return loaded_; });
-    times.loaded.push_back(Milliseconds(PixelWatch::Clock::now() - start).count());
+    game_.runUntil([this] { return loaded_.has_value(); });
+    times.loaded.push_back(Milliseconds(*loaded_ - start).count());
     game_.runUntil([&] { return answered; });
     if (!watch_.seen()) {
       std::fprintf(stderr, "a popup was never seen at (%d, %d): 0x%06lx is there\n", kMiddleX,
@@ -59,7 +60,7 @@ class Openings {
  private:
   GameLoop& game_;
   PixelWatch& watch_;
-  bool& loaded_;
+  std::optional<PixelWatch::Clock::time_point>& loaded_;
 };
 
 /// Milliseconds until the bare program's page is on the screen, its start included.
@@ -108,7 +109,7 @@ int main(int argc, char** argv) {
   if (!game.start()) return 1;
 
   Times times;
-  Openings opening(game.loop, watch, game.loaded);
+  Openings opening(game, watch);
   opening.run(times);
   times = {};  // the first opening of a process is not counted as a warm one
   for (int i = 0; i < openings; ++i) opening.run(times);

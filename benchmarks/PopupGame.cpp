@@ -31,7 +31,9 @@ bool PopupGame::start() {
   settings.dataDirectory = home_.path().string();
   settings.nativeWindow = loop.nativeWindow();
   settings.logSink = [this](std::string_view line) {
-    if (line.find(kLoadedLine) != std::string_view::npos) loaded = true;
+    if (line.find(kLoadedLine) != std::string_view::npos) {
+      loaded = std::chrono::steady_clock::now();
+    }
   };
   if (!ZOVKPopupHost::setUp(settings)) return false;
   loop.runFrames(180);  // the helper gets warm while the game shows its own start

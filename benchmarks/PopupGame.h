@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <optional>
 #include <string>
 
 #include "GameLoop.h"
@@ -18,7 +20,8 @@ class PopupGame {
   bool start();
 
   GameLoop loop;
-  bool loaded = false;  ///< Becomes true when a page has loaded. Whoever waits for it clears it.
+  /// When a page had loaded and the game heard of it. Whoever waits for it clears it.
+  std::optional<std::chrono::steady_clock::time_point> loaded;
   std::string pagePath;
 
  private:

@@ -50,16 +50,16 @@ double openBare(const std::string& program, const std::string& page) {
 
 class Opening {
  public:
-  Opening(GameLoop& game, bool& loaded) : game_(game), loaded_(loaded) {}
+  explicit Opening(PopupGame& game) : game_(game.loop), loaded_(game.loaded) {}
 
   void run(Measurement& m) {
-    loaded_ = false;
+    loaded_.reset();
     bool answered = false;
     const auto start = std::chrono::steady_clock::now();
     ZOVKPopup::showPopup("page", 0, [&](std::int32_t, const std::string&) { answered = true; });
     m.showCall.push_back(Milliseconds(std::chrono::steady_clock::now() - start).count());
-    auto frames = game_.runUntil([&] { return loaded_; });
-    m.showToLoaded.push_back(Milliseconds(std::chrono::steady_clock::now() - start).count());
+    auto frames = game_.runUntil([&] { return loaded_.has_value(); });
+    m.showToLoaded.push_back(Milliseconds(*loaded_ - start).count());
     const auto shown = game_.runFrames(kFramesAfterLoading);
     frames.insert(frames.end(), shown.begin(), shown.end());
     m.worstFrame.push_back(largestOf(frames));
@@ -72,7 +72,7 @@ class Opening {
 
  private:
   GameLoop& game_;
-  bool& loaded_;
+  std::optional<std::chrono::steady_clock::time_point>& loaded_;
 };
 
 int reportAll(const Measurement& m) {
@@ -112,7 +112,7 @@ int main(int argc, char** argv) {
   if (!game.start()) return 1;
 
   Measurement measurement;
-  Opening opening(game.loop, game.loaded);
+  Opening opening(game);
   opening.run(measurement);
   measurement = {};  // the first opening of a process is not counted as a warm one
   for (int i = 0; i < openings; ++i) {

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include <boost/json/array.hpp>
-#include <malloc.h>
 
 #include "helper/layout/ContainerView.h"
 #include "helper/pad/GamePad.h"
@@ -236,11 +235,13 @@ void Program::onViewDropped(Id id, GtkWidget* widget) {
 void Program::rest() {
   idle_ = {};
   webViewFactory_.dropSpare();
-  malloc_trim(0);
+  pictureMemory_.giveBack();
 }
 
 void Program::prepareSpare() {
-  webViewFactory_.prepareSpare(coveredFrame(game_));
+  const Frame covered = coveredFrame(game_);
+  webViewFactory_.prepareSpare(covered);
+  pictureMemory_.keep(webViewFactory_.spareWindow(), covered);
 }
 
 void Program::prepareSpareWhenIdle() {

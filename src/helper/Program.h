@@ -13,6 +13,7 @@
 #include "helper/layout/ToolkitLayout.h"
 #include "helper/layout/ViewRegistry.h"
 #include "helper/pad/PadQueue.h"
+#include "helper/page/LoadHaste.h"
 #include "helper/page/OpenLimit.h"
 #include "helper/page/ToolkitWebView.h"
 #include "helper/page/WebViewFactory.h"
@@ -20,6 +21,7 @@
 #include "helper/window/GameWindow.h"
 #include "helper/window/HeldSensor.h"
 #include "helper/window/MonitorsWatch.h"
+#include "helper/window/PictureMemory.h"
 #include "helper/window/ToolkitWindow.h"
 
 namespace zovk::helper {
@@ -55,6 +57,7 @@ class Program {
   ViewRegistry& views() { return views_; }
   ConstraintBook& constraints() { return constraints_; }
   WebViewFactory& webViewFactory() { return webViewFactory_; }
+  LoadHaste& loadHaste() { return loadHaste_; }
   OpenLimit& openLimit() { return openLimit_; }
 
   /// Tells the game in advance that its last frame will be needed, if that is known.
@@ -104,6 +107,8 @@ class Program {
   GameWindow game_;
   Backdrop backdrop_;
   WebViewFactory webViewFactory_;
+  PictureMemory pictureMemory_;
+  LoadHaste loadHaste_;
   OpenLimit openLimit_;
   ConstraintBook constraints_;
   std::map<Id, std::unique_ptr<ToolkitWindow>> windows_;

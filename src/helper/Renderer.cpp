@@ -72,9 +72,13 @@ std::string lastLine(std::string text) {
 }  // namespace
 
 bool hasGraphicsDevice() {
+  return holdsGraphicsDevice("/dev");
+}
+
+bool holdsGraphicsDevice(const std::string& devices) {
   std::error_code none;
-  if (fs::exists("/dev/dri", none)) return true;
-  for (const fs::directory_entry& entry : fs::directory_iterator("/dev", none)) {
+  if (fs::exists(fs::path(devices) / "dri", none)) return true;
+  for (const fs::directory_entry& entry : fs::directory_iterator(devices, none)) {
     const std::string name = entry.path().filename().string();
     const bool known = std::any_of(kDevices.begin(), kDevices.end(),
                                    [&name](const char* start) { return name.starts_with(start); });

@@ -6,6 +6,8 @@ namespace zovk::helper {
 
 /// Returns whether the machine has a device for a graphics driver. Software rendering needs none.
 bool hasGraphicsDevice();
+/// Returns whether one of the devices in that folder is for a graphics driver.
+bool holdsGraphicsDevice(const std::string& devices);
 
 /// Returns the name of the GL renderer on the display that the toolkit uses; empty if there is none
 /// or the driver fails. A separate process asks, with `program`, which is the helper itself,

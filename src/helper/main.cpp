@@ -15,6 +15,7 @@
 #include "helper/commands/Connection.h"
 #include "helper/commands/Dispatcher.h"
 #include "helper/page/ScriptSyntax.h"
+#include "helper/window/PictureMemory.h"
 
 namespace {
 
@@ -60,6 +61,7 @@ int main(int count, char** arguments) {
     return 2;
   }
   zovk::helper::goFirstWhenMemoryRunsOut();
+  zovk::helper::PictureMemory::keepFreed();
   // Where processors are few, the game's frames come before the pages. WebKit inherits it.
   nice(kBehindTheGame);
   run();

@@ -124,10 +124,7 @@ GameStandIn::GameStandIn(const Place& place, const std::string& name) : display_
   window_ = XCreateSimpleWindow(display, DefaultRootWindow(display), place.x, place.y,
                                 static_cast<unsigned int>(place.width),
                                 static_cast<unsigned int>(place.height), 0, 0, 0);
-  const std::string title = "The Game";
-  XChangeProperty(display, window_, atom(display, "_NET_WM_NAME"), atom(display, "UTF8_STRING"), 8,
-                  PropModeReplace, reinterpret_cast<const unsigned char*>(title.data()),
-                  static_cast<int>(title.size()));
+  setTitle("The Game");
   XSizeHints hints{};
   hints.flags = USPosition | USSize;
   XSetWMNormalHints(display, window_, &hints);
@@ -138,6 +135,14 @@ GameStandIn::GameStandIn(const Place& place, const std::string& name) : display_
 
 GameStandIn::~GameStandIn() {
   XCloseDisplay(asDisplay(display_));
+}
+
+void GameStandIn::setTitle(const std::string& title) {
+  Display* display = asDisplay(display_);
+  XChangeProperty(display, window_, atom(display, "_NET_WM_NAME"), atom(display, "UTF8_STRING"), 8,
+                  PropModeReplace, reinterpret_cast<const unsigned char*>(title.data()),
+                  static_cast<int>(title.size()));
+  XSync(display, False);
 }
 
 void GameStandIn::move(const Place& place) {
@@ -151,6 +156,16 @@ void GameStandIn::minimise() {
   Display* display = asDisplay(display_);
   XIconifyWindow(display, window_, DefaultScreen(display));
   XFlush(display);
+}
+
+void GameStandIn::setShown(bool shown) {
+  Display* display = asDisplay(display_);
+  if (shown) {
+    XMapWindow(display, window_);
+  } else {
+    XUnmapWindow(display, window_);
+  }
+  XSync(display, False);
 }
 
 void GameStandIn::activate() {
@@ -184,6 +199,11 @@ Place GameStandIn::place() const {
 std::uint64_t GameStandIn::popup() const {
   Display* display = asDisplay(display_);
   return transientBelow(display, DefaultRootWindow(display), window_);
+}
+
+void GameStandIn::awaitPopup(std::uint64_t window) const {
+  awaitOn(asDisplay(display_), "the window in front of the game did not become another",
+          [&] { return popup() == window; });
 }
 
 void GameStandIn::awaitPlace(std::uint64_t window, const Place& wanted) const {
@@ -267,6 +287,34 @@ std::vector<std::string> BareScreen::environment() const {
   return {"DISPLAY=" + name_, "XAUTHORITY", "WAYLAND_DISPLAY"};
 }
 
+WorkSpaces::WorkSpaces(const BareScreen& screen) : display_(open(screen.name())) {
+  Display* display = asDisplay(display_);
+  XSelectInput(display, DefaultRootWindow(display), SubstructureNotifyMask);
+  XSync(display, False);
+}
+
+WorkSpaces::~WorkSpaces() {
+  XCloseDisplay(asDisplay(display_));
+}
+
+void WorkSpaces::put(std::uint64_t window, unsigned long workSpace) {
+  Display* display = asDisplay(display_);
+  XChangeProperty(display, window, atom(display, "_NET_WM_DESKTOP"), XA_CARDINAL, 32,
+                  PropModeReplace, reinterpret_cast<const unsigned char*>(&workSpace), 1);
+  XSync(display, False);
+}
+
+unsigned long WorkSpaces::awaitWish(std::uint64_t window) {
+  Display* display = asDisplay(display_);
+  XEvent event{};
+  awaitOn(display, "nobody asked for a work space", [&] {
+    return XCheckTypedEvent(display, ClientMessage, &event) == True &&
+           event.xclient.window == window &&
+           event.xclient.message_type == atom(display, "_NET_WM_DESKTOP");
+  });
+  return static_cast<unsigned long>(event.xclient.data.l[0]);
+}
+
 BlendingManager::BlendingManager() : display_(open({})) {
   Display* display = asDisplay(display_);
   const Window owner =
@@ -288,31 +336,47 @@ IdleManager::~IdleManager() {
   XCloseDisplay(asDisplay(display_));
 }
 
-LoweringManager::LoweringManager(const BareScreen& screen)
-    : display_(open(screen.name())), stop_(eventfd(0, EFD_CLOEXEC)) {
+SimpleManager::SimpleManager(const BareScreen& screen, Habit habit)
+    : display_(open(screen.name())), habit_(habit), stop_(eventfd(0, EFD_CLOEXEC)) {
   beManager(asDisplay(display_));
   thread_ = std::thread([this] { manage(); });
 }
 
-LoweringManager::~LoweringManager() {
+SimpleManager::~SimpleManager() {
   eventfd_write(stop_, 1);
   thread_.join();
   close(stop_);
   XCloseDisplay(asDisplay(display_));
 }
 
-void LoweringManager::manage() {
+void SimpleManager::show(std::uint64_t window) const {
+  Display* display = asDisplay(display_);
+  if (habit_ == Habit::kLowers) XLowerWindow(display, window);
+  if (habit_ == Habit::kShifts) {
+    const bool full =
+        number(display, window, "_NET_WM_STATE") == atom(display, "_NET_WM_STATE_FULLSCREEN");
+    const Place place = placeOf(display, window);
+    const Place screen = placeOf(display, DefaultRootWindow(display));
+    const Place given =
+        full ? screen : Place{place.x + 32, place.y + 32, place.width, place.height};
+    XMoveResizeWindow(display, window, given.x, given.y, static_cast<unsigned int>(given.width),
+                      static_cast<unsigned int>(given.height));
+  }
+  XMapWindow(display, window);
+  XSetInputFocus(display, window, RevertToParent, CurrentTime);
+}
+
+void SimpleManager::manage() {
   Display* display = asDisplay(display_);
   std::array<pollfd, 2> ready{{{ConnectionNumber(display), POLLIN, 0}, {stop_, POLLIN, 0}}};
   while (ready[1].revents == 0) {
     while (XPending(display) > 0) {
       XEvent event{};
       XNextEvent(display, &event);
-      if (event.type == ConfigureRequest) zovk::place(display, event.xconfigurerequest);
-      if (event.type != MapRequest) continue;
-      XLowerWindow(display, event.xmaprequest.window);
-      XMapWindow(display, event.xmaprequest.window);
-      XSetInputFocus(display, event.xmaprequest.window, RevertToParent, CurrentTime);
+      if (event.type == ConfigureRequest && habit_ != Habit::kShifts) {
+        zovk::place(display, event.xconfigurerequest);
+      }
+      if (event.type == MapRequest) show(event.xmaprequest.window);
     }
     XFlush(display);
     ::poll(ready.data(), ready.size(), -1);

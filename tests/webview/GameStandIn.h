@@ -27,8 +27,11 @@ class GameStandIn {
   GameStandIn& operator=(const GameStandIn&) = delete;
 
   std::uint64_t id() const { return window_; }
+  void setTitle(const std::string& title);
   void move(const Place& place);
   void minimise();
+  /// Does by itself what window managers do to a window that is minimised or comes back.
+  void setShown(bool shown);
   /// Asks the window manager to make it the active one, which also brings it back.
   void activate();
   void awaitFocus(bool focused);
@@ -36,6 +39,8 @@ class GameStandIn {
   Place place() const;
   /// Returns the window that is declared to be in front of this one; 0 if there is none.
   std::uint64_t popup() const;
+  /// Waits until that window is declared so; 0 for none.
+  void awaitPopup(std::uint64_t window) const;
   /// Waits until another window's content is at `wanted`.
   void awaitPlace(std::uint64_t window, const Place& wanted) const;
   void awaitViewable(std::uint64_t window, bool viewable) const;
@@ -66,6 +71,23 @@ class BareScreen {
   std::string name_;
 };
 
+/// The work spaces of a screen without a window manager: the notes that one keeps on its windows,
+/// and the wishes that it gets.
+class WorkSpaces {
+ public:
+  explicit WorkSpaces(const BareScreen& screen);
+  ~WorkSpaces();
+  WorkSpaces(const WorkSpaces&) = delete;
+  WorkSpaces& operator=(const WorkSpaces&) = delete;
+
+  void put(std::uint64_t window, unsigned long workSpace);
+  /// Waits for the next wish. Returns the work space in it.
+  unsigned long awaitWish(std::uint64_t window);
+
+ private:
+  void* display_;
+};
+
 /// Makes programs on the display of this process believe that windows are blended there, as on a
 /// desktop.
 class BlendingManager {
@@ -91,18 +113,23 @@ class IdleManager {
   void* display_;
 };
 
-/// A window manager that puts new windows below all others and never restacks them, as simple
-/// compositors do with X11 windows: what they show has an order of its own.
-class LoweringManager {
+/// A window manager with one of the habits of simple compositors with X11 windows.
+class SimpleManager {
  public:
-  explicit LoweringManager(const BareScreen& screen);
-  ~LoweringManager();
-  LoweringManager(const LoweringManager&) = delete;
-  LoweringManager& operator=(const LoweringManager&) = delete;
+  enum class Habit {
+    kLowers,  ///< Puts new windows below all others, and never restacks them.
+    kShifts,  ///< Puts new windows that are not full screen out of place, and never moves them.
+  };
+  SimpleManager(const BareScreen& screen, Habit habit);
+  ~SimpleManager();
+  SimpleManager(const SimpleManager&) = delete;
+  SimpleManager& operator=(const SimpleManager&) = delete;
 
  private:
   void manage();
+  void show(std::uint64_t window) const;
   void* display_;
+  Habit habit_;
   int stop_ = -1;
   std::thread thread_;
 };

@@ -124,6 +124,26 @@ TEST_F(HelperMonitors, DrawThePageOnceThereIsOneWhereverItIs) {
   }
 }
 
+TEST_F(HelperMonitors, MayChangeBeforeAPopupOfTheWholeScreenIsShown) {
+  putMonitor(kTheLeft);
+  HelperUnderTest helper(HelperUnderTest::Start::kGreeted, screen_.environment());
+  helper.send({{"type", "window.create"}, {"window", 1}, {"view", 1}, {"frame", {0, 0, 0, 0}}});
+  helper.sync();
+  putMonitor("1280/320x600/200+0+100");
+  helper.await("screen", {{"screen", {0, 100, 1280, 600}}});
+  helper.send({{"type", "window.show"}, {"window", 1}});
+  helper.await("window.size", {{"window", 1}, {"width", 1280}, {"height", 600}});
+}
+
+TEST_F(HelperMonitors, TakeAPopupOverAGameWithoutASizeAlongWhenTheyChange) {
+  putMonitor(kTheLeft);
+  const GameStandIn game({300, 200, 1, 1}, screen_.name());
+  PageOver over(game, screen_);
+  game.awaitPlace(game.popup(), {0, 0, 1280, 800});
+  putMonitor("1280/320x600/200+0+100");
+  game.awaitPlace(game.popup(), {0, 100, 1280, 600});
+}
+
 TEST_F(HelperMonitors, TakeAPopupOfTheWholeScreenAlongWhenTheyChange) {
   putMonitor(kTheLeft);
   const GameStandIn game(kOnTheLeft, screen_.name());

@@ -102,6 +102,30 @@ TEST_F(HelperPad, ShowsWhatIsLeftOfALongPageBeforeItGoesToTheButtons) {
   EXPECT_FALSE(helper_.came("action"));
 }
 
+TEST_F(HelperPad, LeavesALongPageWhereItIsWhileTheFocusIsOnAButton) {
+  open(2);
+  screen_.evaluate("document.body.style.height = innerHeight * 1.4 + 'px'; 0");
+  goTo("down", "first");
+  goTo("down", "third");
+  pad("down");  // to the end of the page
+  pad("down");
+  pad("press");
+  expectAction("rejectBtn");
+  screen_.evaluate("scrollTo(0, 0); 0");
+  pad("down");
+  pad("press");
+  expectAction("rejectBtn");
+  EXPECT_EQ(screen_.evaluate("scrollY"), 0);
+}
+
+TEST_F(HelperPad, LeavesAScreenWithoutAPageToo) {
+  screen_.createWindow();
+  screen_.loadLayout();
+  screen_.show();
+  pad("leave");
+  expectAction("crossBtn");
+}
+
 TEST_F(HelperPad, PassesOverWhatCannotBeSeenOrUsed) {
   open(0);
   screen_.evaluate(

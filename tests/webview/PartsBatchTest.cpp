@@ -71,13 +71,16 @@ TEST(CommandsReadTogether, AreNotBroughtBeforeTheGreeting) {
             (Order{"hello 0", "web.create 2", "window.create 1"}));
 }
 
-TEST(CommandsReadTogether, HaveNothingToDoWithThoseOfTheNextRead) {
+TEST(CommandsReadTogether, BringALoadForwardAlsoWhenAllBeforeItAreDone) {
   CommandBatch batch;
   batch.add(command("web.create", 2));
   batch.take();
   batch.add(command("view.add", 1));
   batch.add(command("web.load", 2));
+  batch.add(command("web.load", 2));
+  EXPECT_EQ(batch.take().at("type").as_string(), "web.load");
   EXPECT_EQ(batch.take().at("type").as_string(), "view.add");
+  EXPECT_EQ(batch.take().at("type").as_string(), "web.load");
 }
 
 TEST(CommandsReadTogether, GoOnInOrderWhenSomeWereCarriedOut) {
@@ -89,6 +92,23 @@ TEST(CommandsReadTogether, GoOnInOrderWhenSomeWereCarriedOut) {
   EXPECT_EQ(batch.take().at("type").as_string(), "web.load");
   EXPECT_EQ(batch.take().at("type").as_string(), "window.create");
   EXPECT_TRUE(batch.empty());
+}
+
+TEST(CommandsReadTogether, ShowAWindowOnceItsViewsAreDressed) {
+  EXPECT_EQ(
+      ordered({command("window.create", 1), command("window.show", 1), command("layout.outlet", 2),
+               command("view.hidden", 2), command("view.pinTop", 2)}),
+      (Order{"window.create 1", "layout.outlet 2", "view.hidden 2", "view.pinTop 2",
+             "window.show 1"}));
+}
+
+TEST(CommandsReadTogether, ShowAWindowBeforeWhatIsAskedOfTheWindowOrThePage) {
+  EXPECT_EQ(ordered({command("window.show", 1), command("snapshot", 1), command("view.hidden", 2)}),
+            (Order{"window.show 1", "snapshot 1", "view.hidden 2"}));
+  EXPECT_EQ(ordered({command("window.show", 1), command("web.evaluate", 2)}),
+            (Order{"window.show 1", "web.evaluate 2"}));
+  EXPECT_EQ(ordered({command("window.show", 1), command("window.close", 1)}),
+            (Order{"window.show 1", "window.close 1"}));
 }
 
 TEST(CommandsReadTogether, MayHaveAViewThatIsNoNumber) {

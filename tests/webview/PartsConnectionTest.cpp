@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -268,6 +269,79 @@ TEST_F(LinesOfPages, AreAllCountedWhenTheirPageGoes) {
     for (int i = 0; i < 3; ++i) log.write("bad");
   }
   EXPECT_EQ(lines_, (std::vector<std::string>{"bad", "bad (1 more such lines held back)"}));
+}
+
+/// A game whose commands come while the helper carries out the first of them.
+class GoingOn : public testing::Test {
+ protected:
+  GoingOn() {
+    std::array<int, 2> ends{};
+    EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
+    game_ = UniqueFd(ends[1]);
+    connection_ = std::make_unique<Connection>(
+        ends[0],
+        [this](const HelperMessage& command) {
+          received_.emplace_back(command.at("type").as_string());
+          if (received_.size() == 1) duringTheFirst_();
+        },
+        [this] { ended_ = true; });
+  }
+  void command(const char* type, int count = 1) const {
+    std::string frames;
+    for (int i = 0; i < count; ++i) frames += *encodeFrame({{"type", type}, {"view", 2}});
+    ASSERT_EQ(write(game_.get(), frames.data(), frames.size()), ssize_t(frames.size()));
+  }
+  void runUntilReceived(std::size_t count) const {
+    while (received_.size() < count && !ended_) g_main_context_iteration(nullptr, TRUE);
+  }
+
+  UniqueFd game_;
+  std::function<void()> duringTheFirst_ = [] {};
+  std::vector<std::string> received_;
+  bool ended_ = false;
+  std::unique_ptr<Connection> connection_;
+};
+
+TEST_F(GoingOn, HasThePageLoadedBeforeTheWidgetsThatWaitAlready) {
+  duringTheFirst_ = [this] { command("web.load"); };
+  command("web.create");
+  command("view.add");
+  command("view.pinTop");
+  runUntilReceived(4);
+  EXPECT_EQ(received_,
+            (std::vector<std::string>{"web.create", "web.load", "view.add", "view.pinTop"}));
+}
+
+TEST_F(GoingOn, IsReadAheadByThreeHundredCommandsAtMost) {
+  duringTheFirst_ = [this] { command("web.load"); };
+  command("web.create");
+  command("view.add", 300);
+  runUntilReceived(302);
+  EXPECT_NE(received_[1], "web.load");
+  EXPECT_NE(std::find(received_.begin(), received_.end(), "web.load"), received_.end());
+}
+
+TEST_F(GoingOn, IsHeardToTheEndWhenItLeaves) {
+  duringTheFirst_ = [this] { game_ = UniqueFd(); };
+  for (const char* type : {"view.add", "view.pinTop", "view.hidden"}) command(type);
+  while (!ended_) g_main_context_iteration(nullptr, TRUE);
+  EXPECT_EQ(received_, (std::vector<std::string>{"view.add", "view.pinTop", "view.hidden"}));
+}
+
+TEST_F(GoingOn, IsNotReadWhileTheHelperPauses) {
+  duringTheFirst_ = [this] {
+    connection_->pause();
+    command("web.load");
+  };
+  command("web.create");
+  command("view.add");
+  runUntilReceived(1);
+  while (g_main_context_iteration(nullptr, FALSE) == TRUE) {
+  }
+  EXPECT_EQ(received_, std::vector<std::string>{"web.create"});
+  connection_->resume();
+  runUntilReceived(3);
+  EXPECT_EQ(received_, (std::vector<std::string>{"web.create", "view.add", "web.load"}));
 }
 
 }  // namespace

@@ -1,8 +1,12 @@
+#include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <string>
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
+#include "HelperUnderTest.h"
 #include "helper/Drawing.h"
 #include "helper/Renderer.h"
 
@@ -34,6 +38,7 @@ class ChosenDrawing : public testing::Test {
 TEST_F(ChosenDrawing, IsHardwareWhereTheDriverIsNoSoftware) {
   EXPECT_EQ(choice(""), "hardware");
   EXPECT_EQ(choice("Auto"), "hardware");
+  EXPECT_EQ(line_, "");
   renderer_ = kNoGpu;
   EXPECT_EQ(choice(""), "software");
   renderer_ = "";
@@ -96,14 +101,36 @@ TEST(Renderer, IsSoftwareByTheNamesOfDriversThatAre) {
   }
 }
 
+TEST(GraphicsDevice, IsOneOfTheSystemsOrOfADriverWithAPlaceOfItsOwn) {
+  for (const char* name : {"dri", "nvidia0", "nvidiactl", "mali0", "kgsl-3d0", "dxg", "pvr_sync"}) {
+    const ScratchDirectory devices;
+    std::ofstream(devices.path() / "null") << "";
+    std::ofstream(devices.path() / "video0") << "";
+    EXPECT_FALSE(holdsGraphicsDevice(devices.path().string()));
+    std::ofstream(devices.path() / name) << "";
+    EXPECT_TRUE(holdsGraphicsDevice(devices.path().string())) << name;
+  }
+  EXPECT_FALSE(holdsGraphicsDevice("/nowhere"));
+}
+
 /// The driver of the display that tests run on draws in software; it can be given another name.
 class AskedRenderer : public testing::Test {
  protected:
   void SetUp() override { unset(); }
   void TearDown() override { unset(); }
+  /// Returns a program that runs the command, whatever its arguments are.
+  std::string script(const std::string& command) const {
+    const std::filesystem::path program = directory_.path() / "program";
+    std::ofstream(program) << "#!/bin/sh\n" << command << '\n';
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    return program.string();
+  }
   static void unset() {
     for (const char* name : {"force_gl_renderer", "LIBGL_DRIVERS_PATH"}) unsetenv(name);
   }
+
+ private:
+  const ScratchDirectory directory_;
 };
 
 TEST_F(AskedRenderer, IsTheOneOfTheDriver) {
@@ -121,7 +148,16 @@ TEST_F(AskedRenderer, IsNoneWithoutADriverThatWorks) {
 TEST_F(AskedRenderer, IsNoneWhenTheProgramFailsOrNeverEnds) {
   EXPECT_EQ(rendererOf("/nowhere/program", "*"), "");
   EXPECT_EQ(rendererOf("/bin/false", "*"), "");
-  EXPECT_EQ(rendererOf("/usr/bin/yes", "*"), "") << "without a bound on what it writes";
+  EXPECT_EQ(rendererOf(script("echo Some GPU; exit 1"), "*"), "");
+  EXPECT_EQ(rendererOf(script("echo Some GPU"), "*"), "Some GPU");
+  EXPECT_EQ(rendererOf(script("exec sleep 1000"), "*"), "");
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(rendererOf(script("exec yes"), "*"), "") << "without a bound on what it writes";
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
+}
+
+TEST_F(AskedRenderer, IsThatOfTheNamedDisplaysOnly) {
+  EXPECT_EQ(rendererOf(HELPER_PROGRAM, "broadway"), "");
 }
 
 }  // namespace

@@ -75,6 +75,7 @@ class SensorService {
     hasAccelerometer_ = true;
     changed("HasAccelerometer", g_variant_new_boolean(TRUE));
   }
+  void say(const char* name, GVariant* value) { changed(name, value); }
   int claims() const { return claims_; }
 
  private:
@@ -178,6 +179,26 @@ TEST_F(Held, IsNotReadOfAMachineWithoutTheSensorUntilItHasOne) {
   EXPECT_TRUE(runUntil([&] { return service.claims() == 1; }));
 }
 
+TEST_F(Held, IsUnknownOnceTheSensorIsTakenAway) {
+  SensorService service(bus_, true);
+  watch(true);
+  awaitHeld("portrait");
+  service.say("HasAccelerometer", g_variant_new_boolean(FALSE));
+  awaitHeld("unknown");
+}
+
+TEST_F(Held, IsUnknownWhereTheServiceSaysWhatItShouldNot) {
+  SensorService service(bus_, true);
+  watch(true);
+  awaitHeld("portrait");
+  service.say("AccelerometerOrientation", g_variant_new_int32(7));
+  awaitHeld("unknown");
+  service.turn("left-up");
+  awaitHeld("right");
+  service.say("HasAccelerometer", g_variant_new_string("yes"));
+  awaitHeld("unknown");
+}
+
 TEST_F(Held, IsNotHeardOfAnyMoreAfterTheEnd) {
   SensorService service(bus_, true);
   watch(true);
@@ -185,6 +206,21 @@ TEST_F(Held, IsNotHeardOfAnyMoreAfterTheEnd) {
   watch(true);
   awaitHeld("portrait");
   EXPECT_EQ(heard_.size(), 1U);
+}
+
+TEST_F(Held, IsNotHeardOfWhenTheServiceEndsAfterTheEnd) {
+  auto service = std::make_unique<SensorService>(bus_, true);
+  watch(true);
+  awaitHeld("portrait");
+  sensor_.reset();
+  service.reset();
+  // What is still under way comes before what another one hears.
+  const SensorService next(bus_, true);
+  std::vector<std::string> heardByTheNext;
+  const HeldSensor nextSensor(true,
+                              [&](const std::string& held) { heardByTheNext.push_back(held); });
+  EXPECT_TRUE(runUntil([&] { return !heardByTheNext.empty(); }));
+  EXPECT_EQ(heard_, std::vector<std::string>{"portrait"});
 }
 
 TEST(UprightScreen, IsToldByTheFirstModeOfTheMachinesOwn) {
@@ -202,6 +238,17 @@ TEST(UprightScreen, IsToldByTheFirstModeOfTheMachinesOwn) {
   EXPECT_TRUE(hasUprightScreen(path));
   std::ofstream(folder.path() / "card0-eDP-1" / "modes") << "1920x1200\n800x1280\n";
   EXPECT_FALSE(hasUprightScreen(path));
+}
+
+TEST(UprightScreen, IsOfAnyKindThatMachinesHaveBuiltIn) {
+  for (const char* name : {"card0-eDP-1", "card1-LVDS-2", "card0-DSI-1"}) {
+    const ScratchDirectory folder;
+    std::filesystem::create_directory(folder.path() / name);
+    std::ofstream(folder.path() / name / "modes") << "720x720\n";
+    EXPECT_FALSE(hasUprightScreen(folder.path().string())) << "as wide as high";
+    std::ofstream(folder.path() / name / "modes") << "720x1280\n";
+    EXPECT_TRUE(hasUprightScreen(folder.path().string())) << name;
+  }
 }
 
 }  // namespace

@@ -35,6 +35,28 @@ TEST(PadSteps, DoNotGoToWhatLiesWithinOrAround) {
   EXPECT_EQ(nextPlace(kHere, {}, PadDirection::kDown), std::nullopt);
 }
 
+TEST(PadSteps, PassOverWhatOnlyReachesFurtherInTheDirection) {
+  // Its middle lies below, but more than half of it lies beside.
+  EXPECT_EQ(nextPlace(kHere, {{160, 105, 50, 20}}, PadDirection::kDown), std::nullopt);
+  EXPECT_EQ(nextPlace(kHere, {{160, 111, 50, 20}}, PadDirection::kDown), 0U);
+}
+
+TEST(PadSteps, TakeTheFirstOfTwoThatAreAsFar) {
+  const std::vector<PadPlace> places = {{100, 200, 50, 20}, {100, 200, 50, 20}};
+  EXPECT_EQ(nextPlace(kHere, places, PadDirection::kDown), 0U);
+}
+
+TEST(PadSteps, CountWhatOverlapsAsNextToIt) {
+  // Both touch the line below; the second is right beneath, the first overlaps and is a bit aside.
+  const std::vector<PadPlace> places = {{110, 112, 50, 20}, {100, 120, 50, 20}};
+  EXPECT_EQ(nextPlace(kHere, places, PadDirection::kDown), 1U);
+}
+
+TEST(PadSteps, CountWhatIsAsideOnEitherSide) {
+  EXPECT_EQ(nextPlace(kHere, {{10, 150, 50, 20}, {110, 160, 50, 20}}, PadDirection::kDown), 1U);
+  EXPECT_EQ(nextPlace(kHere, {{190, 150, 50, 20}, {110, 160, 50, 20}}, PadDirection::kDown), 1U);
+}
+
 TEST(PadQueue, RunsAStepOnceTheOneBeforeIsDone) {
   PadQueue queue;
   std::string order;

@@ -53,6 +53,14 @@ TEST(HelperPlace, IsTheFrameOfTheGamesWindowAndOfItsTitle) {
   EXPECT_EQ(game.title(game.popup()), "The Game");
 }
 
+TEST(HelperPlace, HasTheNameOfTheProgramWhenTheGamesWindowHasNoTitle) {
+  GameStandIn game(kGame);
+  game.setTitle({});
+  PopupOver popup(game);
+  popup.open();
+  EXPECT_EQ(game.title(game.popup()), popup.helper.greeting().at("application").as_string());
+}
+
 TEST(HelperPlace, FollowsTheGamesWindow) {
   GameStandIn game(kGame);
   PopupOver popup(game);
@@ -77,6 +85,50 @@ TEST(HelperPlace, StaysWhenTheGameIsMinimisedForTheLossOfTheKeyboard) {
   popup.close();
   game.awaitFocus(true);
   game.awaitViewable(game.id(), true);
+}
+
+TEST(HelperPlace, IsNotInFrontOfTheGameUntilThatIsBack) {
+  GameStandIn game(kGame);
+  PopupOver popup(game);
+  popup.open();
+  const std::uint64_t window = game.popup();
+  game.minimise();
+  game.awaitPopup(0);
+  game.activate();
+  game.awaitPopup(window);
+}
+
+TEST(HelperPlace, IsOnTheWorkSpaceOfTheGame) {
+  const BareScreen screen;
+  const GameStandIn game(kGame, screen.name());
+  PopupOver popup(game, screen.environment());
+  popup.open();
+  WorkSpaces spaces(screen);
+  spaces.put(game.popup(), 0);
+  spaces.put(game.id(), 1);
+  EXPECT_EQ(spaces.awaitWish(game.popup()), 1U);
+  spaces.put(game.popup(), 1);
+  spaces.put(game.id(), 1);  // nothing to ask for
+  spaces.put(game.id(), 2);
+  EXPECT_EQ(spaces.awaitWish(game.popup()), 2U);
+}
+
+TEST(HelperPlace, StaysOnItsWorkSpaceWhileTheGameIsMinimised) {
+  const BareScreen screen;
+  GameStandIn game(kGame, screen.name());
+  PopupOver popup(game, screen.environment());
+  popup.open();
+  const std::uint64_t window = game.popup();
+  WorkSpaces spaces(screen);
+  spaces.put(window, 0);
+  game.setShown(false);
+  game.awaitPopup(0);
+  spaces.put(game.id(), 1);
+  game.setShown(true);
+  EXPECT_EQ(spaces.awaitWish(window), 1U);
+  game.awaitPopup(window);
+  spaces.put(game.id(), 2);
+  EXPECT_EQ(spaces.awaitWish(window), 2U) << "one wish before, when the game came back";
 }
 
 TEST(HelperPlace, GoesAndComesWithAGameThatThePlayerMinimises) {
@@ -161,7 +213,7 @@ TEST(HelperPlace, IsNotManagedInTheSessionOfAHandheld) {
 
 TEST(HelperPlace, IsAboveTheGameWhereTheWindowManagerPutsItBelow) {
   const BareScreen screen;
-  const LoweringManager manager(screen);
+  const SimpleManager manager(screen, SimpleManager::Habit::kLowers);
   const GameStandIn game({300, 200, 640, 400}, screen.name());
   PopupOver popup(game, screen.environment());
   popup.show();
@@ -169,6 +221,21 @@ TEST(HelperPlace, IsAboveTheGameWhereTheWindowManagerPutsItBelow) {
   game.awaitAbove(game.popup());
   game.awaitPlace(game.popup(), game.place());
   EXPECT_FALSE(game.isOverrideRedirect(game.popup()));
+}
+
+TEST(HelperPlace, IsTheWholeScreenWhereTheWindowManagerDoesNotPutItOverTheGame) {
+  const BareScreen screen;
+  const GameStandIn game({300, 200, 640, 400}, screen.name());
+  const SimpleManager manager(screen, SimpleManager::Habit::kShifts);
+  PopupOver popup(game, screen.environment());
+  popup.show();
+  popup.helper.await("window.size", {{"window", 1}, {"width", 640}, {"height", 400}});
+  popup.helper.await("window.size", {{"window", 1}, {"width", 1280}, {"height", 800}});
+  game.awaitPlace(game.popup(), {0, 0, 1280, 800});
+  popup.helper.send(
+      {{"type", "window.create"}, {"window", 2}, {"view", 2}, {"frame", {0, 0, 0, 0}}});
+  popup.helper.send({{"type", "window.show"}, {"window", 2}});
+  EXPECT_EQ(popup.helper.await("window.size", {{"window", 2}}).at("width"), 1280) << "at once";
 }
 
 TEST(HelperPlace, IsToldWhenThePopupComesUpNowhere) {

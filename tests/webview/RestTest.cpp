@@ -1,4 +1,7 @@
 // A helper that rests on command.
+#include <fstream>
+#include <iterator>
+#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -13,12 +16,30 @@ std::vector<pid_t> pageProcesses(const HelperUnderTest& helper) {
   return descendantsNamed(helper.pid(), "WebKitWebProces");
 }
 
+/// Whether the helper shares memory with the X server, in which pictures are handed over.
+bool sharesPictures(const HelperUnderTest& helper) {
+  std::ifstream maps("/proc/" + std::to_string(helper.pid()) + "/maps");
+  const std::string all((std::istreambuf_iterator<char>(maps)), std::istreambuf_iterator<char>());
+  return all.find("/SYSV") != std::string::npos;
+}
+
 TEST(HelperAtRest, EndsTheProcessOfThePageThatItHeldReady) {
   HelperUnderTest helper;
   while (pageProcesses(helper).empty()) helper.came("pong");  // it starts in the background
   const std::vector<pid_t> ready = pageProcesses(helper);
   helper.send({{"type", "rest"}});
   for (const pid_t process : ready) EXPECT_TRUE(endsSoon(process));
+}
+
+TEST(HelperAtRest, GivesTheMemoryOfItsPicturesBack) {
+  HelperUnderTest helper;
+  EXPECT_TRUE(sharesPictures(helper)) << "it is kept for the next popup";
+  helper.send({{"type", "rest"}});
+  helper.send({{"type", "ping"}});
+  helper.await("pong");
+  EXPECT_FALSE(sharesPictures(helper));
+  helper.send({{"type", "prepare"}});
+  while (!sharesPictures(helper)) helper.came("pong");
 }
 
 TEST(HelperAtRest, HoldsAPageReadyThatHasTheSizeOfAPopup) {

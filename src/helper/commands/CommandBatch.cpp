@@ -1,6 +1,7 @@
 #include "helper/commands/CommandBatch.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -10,6 +11,8 @@ namespace zovk::helper {
 namespace {
 
 constexpr std::string_view kOfPages = "web.";
+constexpr std::string_view kOfViews = "view.";
+constexpr std::string_view kOfLayouts = "layout.";
 
 std::string_view typeOf(const HelperMessage& command) {
   return command.at(member::kType).as_string();
@@ -38,7 +41,7 @@ void CommandBatch::add(HelperMessage command) {
   const bool isUntouched = isOfPage && untouched_.erase(view) > 0;
   if (isUntouched && isLoad(type)) return addAhead(std::move(command));
   const bool isGreeting = type == command::kHello;
-  commands_.push_back(std::move(command));
+  addBehind(std::move(command));
   if (isGreeting) ahead_ = commands_.size();  // nothing can be done before it
 }
 
@@ -52,11 +55,18 @@ void CommandBatch::addAhead(HelperMessage command) {
   ++ahead_;
 }
 
+void CommandBatch::addBehind(HelperMessage command) {
+  const std::string_view type = typeOf(command);
+  const bool isOfWindow = type.starts_with(kOfViews) || type.starts_with(kOfLayouts);
+  const bool isShown = !commands_.empty() && typeOf(commands_.back()) == command::kWindowShow;
+  commands_.insert(isOfWindow && isShown ? std::prev(commands_.end()) : commands_.end(),
+                   std::move(command));
+}
+
 HelperMessage CommandBatch::take() {
   HelperMessage command = std::move(commands_.front());
   commands_.pop_front();
   if (ahead_ > 0) --ahead_;
-  if (commands_.empty()) untouched_.clear();
   return command;
 }
 

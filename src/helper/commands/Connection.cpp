@@ -26,6 +26,8 @@ constexpr int kDrainMilliseconds = 500;
 /// After so many microseconds of commands, what the web engine and the display have sent is handled
 /// first: a page waits for it.
 constexpr gint64 kSlice = 2000;
+/// Commands that wait while further ones are read.
+constexpr std::size_t kMostAhead = 256;
 /// Files that wait for their frame; a game sends one at a time.
 constexpr std::size_t kMostFiles = 4;
 
@@ -136,6 +138,19 @@ gboolean Connection::onResumed(gpointer self) {
 }
 
 void Connection::readSome() {
+  const ssize_t count = receiveBytes();
+  if (count < 0 && wouldBlock()) return;
+  if (count <= 0) return end();
+  deliver();
+}
+
+// The game sends what makes a popup one by one, and the page's load comes late among it. The end of
+// the socket is noticed once all commands before it are carried out.
+void Connection::readMore() {
+  if (!paused_ && !over_ && batch_.size() < kMostAhead) receiveBytes();
+}
+
+ssize_t Connection::receiveBytes() {
   std::array<char, 65536> bytes;
   iovec part{bytes.data(), bytes.size()};
   alignas(cmsghdr) std::array<char, CMSG_SPACE(kMostFiles * sizeof(int))> control{};
@@ -145,11 +160,11 @@ void Connection::readSome() {
   message.msg_control = control.data();
   message.msg_controllen = control.size();
   const ssize_t count = recvmsg(descriptor_, &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC);
-  if (count > 0) takeFiles(message, files_);
-  if (count < 0 && wouldBlock()) return;
-  if (count <= 0) return end();
+  if (count <= 0) return count;
+  takeFiles(message, files_);
   decoder_.feed({bytes.data(), static_cast<std::size_t>(count)});
-  deliver();
+  while (std::optional<HelperMessage> received = decoder_.next()) batch_.add(std::move(*received));
+  return count;
 }
 
 UniqueFd Connection::takeFile() {
@@ -160,12 +175,12 @@ UniqueFd Connection::takeFile() {
 }
 
 void Connection::deliver() {
-  while (std::optional<HelperMessage> message = decoder_.next()) batch_.add(std::move(*message));
   const gint64 end = g_get_monotonic_time() + kSlice;
   while (!batch_.empty()) {
     if (paused_ || over_) return;
     if (g_get_monotonic_time() >= end) return deliverLater();
     receiver_(batch_.take());
+    readMore();
   }
   if (paused_ || over_) return;
   if (decoder_.failed()) return endWith("helper: " + decoder_.error());

@@ -41,6 +41,10 @@ class Connection {
   static gboolean onWritable(int descriptor, GIOCondition condition, gpointer self);
   static gboolean onResumed(gpointer self);
   void readSome();
+  /// Reads the bytes that are there, at most as many as fit into one piece. Returns their number; 0
+  /// at the socket's end, and less, as the system says why, if there are none.
+  ssize_t receiveBytes();
+  void readMore();
   void deliver();
   void deliverLater();
   void writeSome();

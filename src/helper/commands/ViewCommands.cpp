@@ -65,11 +65,19 @@ void releaseView(Program& program, const Arguments& arguments) {
   program.views().release(arguments.id(member::kView));
 }
 
+bool isHiddenLike(GtkWidget* view, bool hidden, bool closesUp) {
+  const bool visible = gtk_widget_get_visible(view) == TRUE;
+  if (closesUp) return visible != hidden;
+  const bool shown = gtk_widget_get_child_visible(view) == TRUE;
+  return hidden ? !shown : shown && visible;
+}
+
 /// A hidden view keeps its place, so that others can be pinned to it; in a row of buttons the
 /// others close the gap.
 void setHidden(GtkWidget* view, bool hidden) {
   GtkWidget* parent = gtk_widget_get_parent(view);
   const bool closesUp = parent != nullptr && !isContainerView(parent);
+  if (isHiddenLike(view, hidden, closesUp)) return;
   if (closesUp || !hidden) gtk_widget_set_visible(view, !hidden);
   if (!closesUp) gtk_widget_set_child_visible(view, !hidden);
   // Its place is kept, but screen readers must not come upon it.

@@ -21,7 +21,10 @@ void createWebView(Program& program, const Arguments& arguments) {
 void load(Program& program, const Arguments& arguments) {
   const std::string url = arguments.text(member::kUrl);
   const bool allowed = arguments.flagOr(member::kAllowed, false);
-  if (ToolkitWebView* view = program.webView(arguments.id(member::kView))) view->load(url, allowed);
+  ToolkitWebView* const view = program.webView(arguments.id(member::kView));
+  if (view == nullptr) return;
+  program.loadHaste().begin();
+  view->load(url, allowed);
 }
 
 void loadFile(Program& program, const Arguments& arguments) {

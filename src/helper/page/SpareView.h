@@ -17,6 +17,7 @@ class SpareView {
   SpareView(const SpareView&) = delete;
   SpareView& operator=(const SpareView&) = delete;
 
+  GtkWidget* window() const { return GTK_WIDGET(window_); }
   bool isThere() const { return static_cast<bool>(view_); }
   void put(GObjectPtr<WebKitWebView> view, const Frame& size);
   /// Returns the view, which is in no window then; nothing if there is none.

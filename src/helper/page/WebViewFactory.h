@@ -46,6 +46,8 @@ class WebViewFactory {
   void prepareSpare(const Frame& size);
   /// Drops that view, with its process.
   void dropSpare();
+  /// Returns the window of spare web views, which is never shown.
+  GtkWidget* spareWindow() const { return spare_.window(); }
 
  private:
   static void onFilterSaved(GObject* store, GAsyncResult* result, gpointer self);

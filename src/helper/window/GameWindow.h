@@ -45,6 +45,9 @@ class GameWindow {
   /// Sets whether popups take the whole screen, whatever the size of this window.
   void setWholeScreen(bool whole) { wholeScreen_ = whole; }
   bool wholeScreen() const { return wholeScreen_; }
+  /// Reports that the display did not put a popup over this window. It will not with the next one.
+  void popupWasElsewhere() { popupWasElsewhere_ = true; }
+  bool wasPopupElsewhere() const { return popupWasElsewhere_; }
   /// Returns the object that puts windows in front of it on Wayland.
   WaylandParent& waylandParent() { return parent_; }
   /// Gives the keyboard back to it.
@@ -65,6 +68,7 @@ class GameWindow {
   Frame toldSize_;
   std::optional<bool> toldKeyboard_;
   bool wholeScreen_ = false;
+  bool popupWasElsewhere_ = false;
   gulong handler_ = 0;
 };
 

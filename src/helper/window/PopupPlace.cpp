@@ -31,9 +31,29 @@ bool wouldPushGameAside(GameWindow& game) {
   return isSwayRunning() && x11Display() == nullptr && !game.waylandParent().isKnown();
 }
 
-/// Wayland compositors draw nothing below full-screen windows, and sway not in X11 windows either.
-bool hidesBelowFullScreen() {
-  return x11Display() == nullptr || isSwayRunning();
+bool needsFullScreen(GameWindow& game) {
+  return game.wholeScreen() || game.wasPopupElsewhere() || wouldPushGameAside(game);
+}
+
+/// Wayland compositors draw nothing below full-screen windows, and some, like sway and those that
+/// put popups elsewhere, not in X11 windows either.
+bool hidesBelowFullScreen(const GameWindow& game) {
+  return x11Display() == nullptr || isSwayRunning() || game.wasPopupElsewhere();
+}
+
+GdkRectangle rectangleOf(const Frame& frame) {
+  return {frame.x, frame.y, frame.width, frame.height};
+}
+
+/// Returns whether `frame` covers all of `other` that is in `area`.
+bool coversWithin(const Frame& area, const Frame& frame, const Frame& other) {
+  const GdkRectangle whole = rectangleOf(area);
+  const GdkRectangle cover = rectangleOf(frame);
+  GdkRectangle seen = rectangleOf(other);
+  GdkRectangle covered{};
+  if (gdk_rectangle_intersect(&seen, &whole, &seen) == FALSE) return true;
+  return gdk_rectangle_intersect(&seen, &cover, &covered) == TRUE &&
+         gdk_rectangle_equal(&seen, &covered) == TRUE;
 }
 
 bool isBlended() {
@@ -54,7 +74,7 @@ PopupPlace::PopupPlace(GtkWindow* window, const Frame& frame, GameWindow& game)
 
 PopupPlace::Way PopupPlace::firstWay() const {
   if (!coversGame_) return Way::kOwnFrame;
-  if (game_.wholeScreen() || wouldPushGameAside(game_)) return Way::kFullScreen;
+  if (needsFullScreen(game_)) return Way::kFullScreen;
   // On Wayland a window of the screen's size is seen through where a full-screen one is not.
   const bool hasPlace = !isEmpty(game_.frame()) || x11Display() == nullptr;
   return hasPlace ? Way::kGameFrame : Way::kFullScreen;
@@ -180,15 +200,22 @@ bool PopupPlace::isFullScreen() const {
 }
 
 bool PopupPlace::hidesGame() const {
-  return !isBlended() || (hidesBelowFullScreen() && isFullScreen());
+  return !isBlended() || (hidesBelowFullScreen(game_) && isFullScreen());
 }
 
 bool PopupPlace::willHide(GameWindow& game) {
-  return !isBlended() || wouldPushGameAside(game) || (game.wholeScreen() && hidesBelowFullScreen());
+  return !isBlended() || (needsFullScreen(game) && hidesBelowFullScreen(game));
+}
+
+bool PopupPlace::isElsewhere() const {
+  const auto own = x11WindowOf(window_);
+  if (!own || way_ != Way::kGameFrame || detached_) return false;
+  return !coversWithin(monitorFrame(game_), own->logicalFrame(), wanted());
 }
 
 bool PopupPlace::fallBack() {
   if (way_ != Way::kGameFrame) return false;
+  if (isElsewhere()) game_.popupWasElsewhere();
   way_ = Way::kFullScreen;
   return true;
 }

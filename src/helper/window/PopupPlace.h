@@ -42,6 +42,9 @@ class PopupPlace {
   void takeKeyboard();
   bool isLastWay() const { return way_ != Way::kGameFrame; }
   bool coversGame() const { return coversGame_; }
+  /// Returns whether it leaves a part of the game's window uncovered that is on its monitor: some
+  /// window managers place new windows as they like, and then ignore all moves.
+  bool isElsewhere() const;
   /// Returns whether nothing can be seen through the window, as far as is known.
   bool hidesGame() const;
   /// Returns the same before there is a window.

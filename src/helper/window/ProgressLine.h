@@ -2,10 +2,12 @@
 
 #include <gtk/gtk.h>
 
+#include "helper/GObjectPtr.h"
+
 namespace zovk::helper {
 
-/// A thin line along the top of the page while it loads. It is drawn over the window's content, so
-/// neither the layouts nor the game need to know of it.
+/// A thin line along the top of a page that takes its time to load. It is drawn over the window's
+/// content, so neither the layouts nor the game need to know of it.
 class ProgressLine {
  public:
   explicit ProgressLine(GtkWidget* content);
@@ -20,11 +22,14 @@ class ProgressLine {
  private:
   static gboolean onPosition(GtkOverlay* overlay, GtkWidget* line, GdkRectangle* place,
                              gpointer self);
+  static gboolean onLate(gpointer self);
   void hide();
 
   GtkOverlay* overlay_;
   GtkWidget* line_;
   GtkWidget* page_ = nullptr;  // the one that loads
+  double loaded_ = 0;
+  SourceGuard late_;  // until the line is shown
 };
 
 }  // namespace zovk::helper

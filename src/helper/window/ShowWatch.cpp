@@ -7,6 +7,7 @@ namespace {
 
 constexpr guint kMilliseconds = 500;
 constexpr int kLooksWhileSlow = 6;
+constexpr int kLooksWhileElsewhere = 2;
 
 }  // namespace
 
@@ -49,6 +50,7 @@ void ShowWatch::decide() {
   const State state = duty_.look();
   if (state == State::kUp) return;
   if (state == State::kSlow && ++looks_ < kLooksWhileSlow) return lookAgain();
+  if (state == State::kElsewhere && ++looks_ < kLooksWhileElsewhere) return lookAgain();
   if (state == State::kWithoutKeyboard && !std::exchange(asked_, true)) {
     lookAgain();
     return duty_.askForKeyboard();

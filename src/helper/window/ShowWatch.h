@@ -7,10 +7,11 @@
 namespace zovk::helper {
 
 /// Checks half a second after a window was shown whether it came up, and reports once if it did
-/// not. A window that is drawn late because this process is slow gets more time.
+/// not. A window that is drawn late because this process is slow gets more time, and so does one
+/// that is not at its place because the window manager is slow.
 class ShowWatch {
  public:
-  enum class State { kUp, kSlow, kWithoutKeyboard, kStuck };
+  enum class State { kUp, kSlow, kElsewhere, kWithoutKeyboard, kStuck };
   struct Duty {
     std::function<State()> look;           ///< Returns how far the window has come.
     std::function<void()> askForKeyboard;  ///< Called once, before the window counts as stuck.

@@ -153,6 +153,7 @@ ShowWatch::State ToolkitWindow::progressOfShowing() const {
   if (isPutAway) return ShowWatch::State::kUp;
   if (width_ <= 1 || height_ <= 1) return ShowWatch::State::kStuck;
   if (!isPainted_) return ShowWatch::State::kSlow;
+  if (place_.isElsewhere()) return ShowWatch::State::kElsewhere;
   const bool lacksKeyboard = gtk_window_is_active(window_) == FALSE && mayHaveKeyboard();
   return lacksKeyboard ? ShowWatch::State::kWithoutKeyboard : ShowWatch::State::kUp;
 }
