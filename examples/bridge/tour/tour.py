@@ -109,6 +109,7 @@ class Visit:
         self.check(page["wrong"], [])
         self.check(30 <= int(page["coins"]) < 60, True)
         self.shoot("light")
+        self.screen.wake()
 
     def buy_with_the_pointer(self):
         self.step("A lantern is bought: the game sells it, and the page says so")

@@ -8,6 +8,8 @@ from screen import wait_until
 PAGES = pathlib.Path(__file__).resolve().parent.parent / "resources" / "pages"
 LANTERN_BAND = 0xD9B7A8  # around a lantern that is not lit
 AGREE = 0x1A5FB4         # the library's own confirm button
+PAD_RING = 0xF6C344      # around what a game pad is at
+PAD_LETTERS = 0xEEEEEC   # of the line at the foot
 OPAQUE = ("arcade",)     # pages that fill the screen
 SKY = 40                 # colours that a ground without the game does not have
 LIGHTING = 2.0           # seconds after which a lantern that was tapped is bright
@@ -56,7 +58,7 @@ class Player:
         self.game.wait_keyboard()
         print(f"  {what}", flush=True)
         if pointer:
-            self.screen.click(*self.game.button(key))
+            self.screen.click(*self.screen.in_game(*self.game.button(key)))
         else:
             self.screen.key(key)
         first = self.calls + 1
@@ -95,8 +97,9 @@ class Player:
         if picture:
             self.shoot(picture)
         middle = (box[0] + box[2]) / 2
-        # The two buttons stand side by side in the middle of the screen.
-        self.screen.click(middle if agree else self.screen.width - middle, (box[1] + box[3]) / 2)
+        # The two buttons stand side by side in the middle of the popup.
+        other = 2 * self.screen.popup[0] + self.screen.width - middle
+        self.screen.click(middle if agree else other, (box[1] + box[3]) / 2)
 
     def press_permission(self, picture):
         self.screen.wait_for("the permission's page", colour_in("page.css", "quiet"))
@@ -104,9 +107,25 @@ class Player:
         self.shoot(picture)
         self.screen.click_box(box)
 
+    def expect_pad_at_other(self, picture):
+        """Waits for the ring of game pads to be around the page's other button, and checks the line
+        that says what the pad's buttons do."""
+        top = self.screen.wait_for("the other button", colour_in("page.css", "quiet"))[1]
+
+        def around():
+            ring = self.screen.find(PAD_RING, 80)
+            return ring and top - 20 < ring[1] < top
+        wait_until("the ring around the other button", around)
+        self.shoot(picture)
+        left, foot = self.screen.popup[0], self.screen.popup[1] + self.screen.height
+        if foot <= self.screen.height:  # else it is below the screen's edge
+            seen = self.screen.colours(left, foot - 40, left + 200, foot - 12)
+            self.album.check("the pad's line" if PAD_LETTERS in seen else "no line", "the pad's line")
+
     def _corner(self, right):
         across, down = (38, 30) if self.landscape else (34, 34)
-        return (self.screen.width - across if right else across, down)
+        left, top = self.screen.popup
+        return left + (self.screen.width - across if right else across), top + down
 
     # What the tour looks for.
 
@@ -117,7 +136,8 @@ class Player:
         """Checks that the game is visible around a page: its sky and its words, not one dark
         ground."""
         # Not where the pointer rests, which some compositors paint.
-        colours = self.screen.colours(0, 0, self.screen.width * 0.4, 70)
+        left, top = self.screen.popup
+        colours = len(self.screen.colours(left, top, left + self.screen.width * 0.4, top + 70))
         self.album.check("the game behind the page" if colours > SKY else f"{colours} colours",
                          "the game behind the page")
 

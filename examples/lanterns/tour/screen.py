@@ -3,6 +3,7 @@ import contextlib
 import ctypes
 import json
 import os
+import re
 import subprocess
 import time
 
@@ -53,12 +54,12 @@ class Picture:
                 max(row[2] for row in highest), highest[-1][0] + 1)
 
     def colours(self, left, top, right, bottom):
-        """Returns the number of colours in a box."""
+        """Returns the colours in a box."""
         seen = set()
         for y in range(top, bottom):
             row = self.pixels[y * self.stride + left * 4:y * self.stride + right * 4]
             seen.update(row[at:at + 3] for at in range(0, len(row), 4))
-        return len(seen)
+        return {int.from_bytes(colour, "little") for colour in seen}
 
     def _rows(self, needle, run):
         """Returns, for each row that has the colour, its place and the pixels from the first to the
@@ -78,6 +79,7 @@ class Screen:
 
     def __init__(self, width, height):
         self.width, self.height = width, height
+        self.game = self.popup = (0, 0)  # where the windows of the game and of its popups begin
         self.scale = float(os.environ.get("SCREEN_SCALE", "1"))
         self.plain = "-" not in os.environ.get("SCREEN_NAME", "")  # not within another display
         self.outside = dict(os.environ)
@@ -114,13 +116,29 @@ class Screen:
         nested = () if self.plain else ("mousemove", *self._pixel(x - 4, y), "sleep", "0.1")
         self._xdotool(*nested, "mousemove", *self._pixel(x, y), "click", "1")
         # Out of the way, so that nothing looks different because the pointer is over it.
-        self.point(self.width / 2, 3)
+        self.point(*self.in_game(self.width / 2, 3))
 
     def wake(self):
         """Compositors that are drawn on another display may keep the pointer's moves from a program
         of XWayland until it was clicked once."""
         if not self.plain:
-            self.click(self.width / 2, 3)
+            self.click(*self.in_game(self.width / 2, 3))
+
+    def find_game(self, name):
+        """Learns where the game's window is. Compositors may put windows of XWayland elsewhere than
+        into the corner of the screen; Wayland does not say where a window is."""
+        if self.plain or os.environ["SDL_VIDEODRIVER"] != "x11":
+            return
+        told = subprocess.run(["xwininfo", "-name", name], stdout=subprocess.PIPE, text=True, check=True)
+        places = re.findall(r"Absolute upper-left [XY]: +(-?\d+)", told.stdout)
+        self.game = tuple(map(int, places))
+        # Popups on Wayland, and all windows in kiosks, are as large as the screen.
+        if os.environ["GDK_BACKEND"] == "x11" and not os.environ["SCREEN_NAME"].startswith("kiosk"):
+            self.popup = self.game
+
+    def in_game(self, x, y):
+        """Returns the place on the screen of a place in the game's window."""
+        return max(1, self.game[0] + x), max(1, self.game[1] + y)
 
     def click_box(self, box):
         self.click((box[0] + box[2]) / 2, (box[1] + box[3]) / 2)

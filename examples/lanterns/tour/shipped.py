@@ -40,7 +40,7 @@ def with_the_pad(player):
     player.page("fair", shot=False)
     for button in ("dpup", "dpdown", "dpdown"):
         player.game.pad(button)
-    player.shoot("pad")
+    player.expect_pad_at_other("pad")
     player.game.pad("a")
     player.expect(number, 2, record("cancel", "no-fair"))
 

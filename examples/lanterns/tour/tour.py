@@ -36,6 +36,7 @@ class Tour:
         try:
             player = Player(self.album.screen, game, self.album)
             player.game.wait_keyboard()
+            self.album.screen.find_game("Lanterns")
             self.album.screen.wake()
             play(player)
             player.leave()
