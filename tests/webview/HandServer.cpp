@@ -20,6 +20,9 @@ void awaitReadable(int descriptor) {
   if (poll(&waiting, 1, kBoundMilliseconds) != 1) throw std::runtime_error("no request came");
 }
 
+/// A page of which fewer bytes are there is not begun yet, since its kind could be another one.
+constexpr std::size_t kEnoughToSniff = 1024;
+
 }  // namespace
 
 HandServer::HandServer() : listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
@@ -57,11 +60,19 @@ void HandServer::awaitRequest() {
 }
 
 void HandServer::answer(const std::string& title) {
-  const std::string page = "<!doctype html><title>" + title + "</title>";
+  begin(title);
+  end();
+}
+
+void HandServer::begin(const std::string& title) {
   const std::string text =
-      "HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nConnection: close\r\nContent-Length: " +
-      std::to_string(page.size()) + "\r\n\r\n" + page;
+      "HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nConnection: close\r\n\r\n"
+      "<!doctype html><title>" +
+      title + "</title>" + std::string(kEnoughToSniff, ' ');
   send(connection_, text.data(), text.size(), MSG_NOSIGNAL);
+}
+
+void HandServer::end() {
   close(std::exchange(connection_, -1));
 }
 

@@ -18,6 +18,9 @@ class HandServer {
   void awaitRequest();
   /// Answers the last awaited request with a page of that title.
   void answer(const std::string& title);
+  /// Answers so, but for the end, which `end` sends.
+  void begin(const std::string& title);
+  void end();
 
  private:
   int listener_ = -1;

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "HandServer.h"
 #include "PopupScreen.h"
 
 namespace zovk {
@@ -31,6 +32,25 @@ TEST_F(HelperPage, StartsAndFinishesWithItsAddress) {
   helper_.await("web.started", {{"view", kWebView}, {"url", url}});
   helper_.await("web.finished", {{"view", kWebView}, {"url", url}});
   helper_.await("web.url", {{"view", kWebView}, {"url", url}});
+}
+
+TEST_F(HelperPage, ThatIsCompleteWhileTheGameDecidesOnTheNextOneIsToldUnderItsOwnAddress) {
+  HandServer server;
+  screen_.open();
+  screen_.decide(screen_.ask(server.url()));
+  server.awaitRequest();
+  server.begin("First");
+  helper_.await("web.committed", {{"url", server.url()}});
+  const boost::json::value next(PopupScreen::pageUrl("plain.html"));
+  const HelperMessage question = screen_.ask(PopupScreen::pageUrl("plain.html"));
+  server.end();
+  helper_.await("web.finished", {{"url", server.url()}});
+  EXPECT_EQ(screen_.evaluate("document.title"), "First");
+  screen_.decide(question);
+  helper_.await("web.started", {{"url", next}});
+  helper_.await("web.committed", {{"url", next}});
+  helper_.await("web.finished", {{"url", next}});
+  EXPECT_EQ(screen_.evaluate("document.title"), "Plain");
 }
 
 TEST_F(HelperPage, IsToldWithoutAWindowToo) {

@@ -110,8 +110,11 @@ void ToolkitWebView::endHangingProcess() {
 }
 
 void ToolkitWebView::loadAsked() {
-  stage_ = Stage::kAsked;
+  if (!isBeforeStart()) before_ = url();
   loadAddress(asked_);
+  next_ = url();
+  // Only an empty page starts without a question.
+  stage_ = next_.empty() ? Stage::kDeciding : Stage::kAsked;
 }
 
 void ToolkitWebView::loadAddress(const std::string& url) {
@@ -195,8 +198,11 @@ std::string ToolkitWebView::url() const {
   return address == nullptr ? "" : address;
 }
 
+// The engine names the address that was asked for last, even while an earlier page comes or ends.
 void ToolkitWebView::sendLoadEvent(std::string_view type) {
-  events_({{member::kType, type}, {member::kView, id_}, {member::kUrl, url()}});
+  events_({{member::kType, type},
+           {member::kView, id_},
+           {member::kUrl, isBeforeStart() ? before_ : url()}});
 }
 
 gboolean ToolkitWebView::onDecidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
@@ -209,6 +215,7 @@ gboolean ToolkitWebView::askGame(WebKitPolicyDecision* decision, WebKitPolicyDec
   const bool isEarly = policies_.waiting() < kMostFetchesAhead;
   const std::optional<PolicyBook::Question> asked = policies_.ask(decision, type);
   if (!asked) return FALSE;
+  if (stage_ == Stage::kAsked && asked->address == next_) stage_ = Stage::kDeciding;
   const bool fetches = isEarly && !fetchAddress_.empty() && asked->address == fetchAddress_;
   HelperMessage event{{member::kType, event::kWebPolicy},
                       {member::kView, id_},
@@ -238,13 +245,12 @@ void ToolkitWebView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpoint
   auto* own = static_cast<ToolkitWebView*>(self);
   if (event == WEBKIT_LOAD_STARTED) {
     own->failed_ = false;
-    if (own->stage_ == Stage::kAsked) own->stage_ = Stage::kStarted;
+    if (own->stage_ == Stage::kDeciding) own->stage_ = Stage::kStarted;
     own->sendLoadEvent(event::kWebStarted);
   }
   if (event == WEBKIT_LOAD_COMMITTED) {
     expectPicture(own->view());
     own->drawing_.pageCame();
-    // Events that were on their way when the game asked for another page may come after that.
     if (own->stage_ == Stage::kStarted) own->stage_ = Stage::kCommitted;
     own->sendLoadEvent(event::kWebCommitted);
   }
@@ -284,7 +290,9 @@ void ToolkitWebView::onResponsiveness(GObject* view, GParamSpec*, gpointer self)
 }
 
 void ToolkitWebView::onUrlChanged(GObject*, GParamSpec*, gpointer self) {
-  static_cast<ToolkitWebView*>(self)->sendLoadEvent(event::kWebUrl);
+  const auto* own = static_cast<ToolkitWebView*>(self);
+  own->events_(
+      {{member::kType, event::kWebUrl}, {member::kView, own->id_}, {member::kUrl, own->url()}});
 }
 
 void ToolkitWebView::onProgress(GObject*, GParamSpec*, gpointer self) {

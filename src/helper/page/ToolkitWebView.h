@@ -82,9 +82,12 @@ class ToolkitWebView {
   PageLog lostMessages_;
   const std::vector<std::string> handlers_;
   /// The progress of the game's last load.
-  enum class Stage { kNone, kAsked, kStarted, kCommitted };
-  bool pageIsMissing() const { return stage_ == Stage::kAsked || stage_ == Stage::kStarted; }
+  enum class Stage { kNone, kAsked, kDeciding, kStarted, kCommitted };
+  bool isBeforeStart() const { return stage_ == Stage::kAsked || stage_ == Stage::kDeciding; }
+  bool pageIsMissing() const { return isBeforeStart() || stage_ == Stage::kStarted; }
   std::string asked_;
+  std::string next_;    // as the engine writes that address
+  std::string before_;  // the address whose events may come until that load starts
   std::string fetchAddress_;
   std::string fetchScript_;
   Stage stage_ = Stage::kNone;
