@@ -233,9 +233,9 @@ bool ZOVKPopupWebViewJavascriptBridgeBase::receiveSome(ReceivedQueue& queue) {
 
 bool ZOVKPopupWebViewJavascriptBridgeBase::receiveNext(ReceivedQueue& queue) {
   if (isClosed()) return false;
-  if (queue.holdsTooMuch()) {
-    ZPLogger::writeDirectly(
-        "WebViewJavascriptBridge: WARNING: A message queue holds too many values, it is left out");
+  if (!queue.tooMuch().empty()) {
+    ZPLogger::writeDirectly("WebViewJavascriptBridge: WARNING: A message queue holds " +
+                            std::string(queue.tooMuch()) + ", it is left out");
     return false;
   }
   auto element = queue.take();

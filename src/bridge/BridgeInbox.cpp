@@ -29,7 +29,7 @@ BridgeInbox::BridgeInbox(const Clock& clock)
 bool BridgeInbox::mayTake(std::size_t size) const {
   std::size_t waiting = size;
   for (const ReceivedQueue& queue : queues) waiting += queue.size();
-  return queues.empty() || waiting <= kMostWaitingText;
+  return size <= kLongestQueue && waiting <= kMostWaitingText;
 }
 
 void BridgeInbox::logMistake(const std::string& what, const boost::json::value& value) {

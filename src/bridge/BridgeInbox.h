@@ -17,8 +17,7 @@ class BridgeInbox {
  public:
   explicit BridgeInbox(const Clock& clock);
 
-  /// Returns whether a queue of that size may be read. While a long one is being read, the queues
-  /// that wait behind it are bounded.
+  /// Returns whether a queue of that size may be read. The queues that wait are bounded, too.
   bool mayTake(std::size_t size) const;
   /// Writes a log line with the beginning of the wrong value. A page can make any number of
   /// mistakes; a few each second are written.

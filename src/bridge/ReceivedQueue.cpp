@@ -1,6 +1,5 @@
 #include "bridge/ReceivedQueue.h"
 
-#include <string_view>
 #include <utility>
 
 #include <boost/json/monotonic_resource.hpp>
@@ -18,14 +17,15 @@ ReceivedQueue::ReceivedQueue(boost::json::string text)
 bool ReceivedQueue::readPiece() {
   if (read_ == text_.size()) return false;
   const std::string_view piece = std::string_view(text_).substr(read_, kPieceOfQueue);
-  count_.add(piece);
-  tooMuch_ = count_.values() > kMostValuesOfQueue;
+  measured_.add(piece);
+  if (measured_.values() > kMostValuesOfQueue) tooMuch_ = "too many values";
+  if (measured_.longestText() > kLongestTextOfQueue) tooMuch_ = "too long a text";
   boost::json::error_code error;
-  if (!tooMuch_) parser_.write(piece.data(), piece.size(), error);
+  if (tooMuch_.empty()) parser_.write(piece.data(), piece.size(), error);
   read_ += piece.size();
   const bool isEnd = read_ == text_.size();
-  if (isEnd && !tooMuch_ && !error) parser_.finish(error);
-  if (tooMuch_ || error) {
+  if (isEnd && tooMuch_.empty() && !error) parser_.finish(error);
+  if (!tooMuch_.empty() || error) {
     giveUp();
   } else if (isEnd) {
     messages_.emplace(parser_.release());

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string_view>
 
 #include <boost/json/stream_parser.hpp>
 #include <boost/json/string.hpp>
@@ -16,6 +17,12 @@ inline constexpr std::size_t kPieceOfQueue = std::size_t{32} * 1024;
 /// The greatest number of values in a queue. Making a longer list at once would take too long.
 inline constexpr std::size_t kMostValuesOfQueue = 500'000;
 
+/// The longest text or key in a queue, in bytes as they are written. It is made in one turn, which
+/// takes a longer one more than a millisecond.
+inline constexpr std::size_t kLongestTextOfQueue = std::size_t{2} * 1024 * 1024;
+/// The longest queue, in bytes. The memory of its messages is given back in one turn.
+inline constexpr std::size_t kLongestQueue = std::size_t{16} * 1024 * 1024;
+
 /// A page's message queue. It is parsed in pieces and returns one message at a time, so that no
 /// page can block the main thread. Main thread only.
 class ReceivedQueue {
@@ -27,8 +34,9 @@ class ReceivedQueue {
   /// Reads the next piece. Returns false if there is none: everything was read, or the text is
   /// useless.
   bool readPiece();
-  /// Returns whether reading stopped because the text holds too many values.
-  bool holdsTooMuch() const { return tooMuch_; }
+  /// Returns what the text holds too much of, if reading stopped because of that; else an empty
+  /// text.
+  std::string_view tooMuch() const { return tooMuch_; }
   /// Returns the next element of the list, or the next key of a top-level object; nothing at the
   /// end, and for a text that is neither. Call it after everything was read. The element is moved,
   /// not copied, and the caller may keep it.
@@ -40,8 +48,8 @@ class ReceivedQueue {
   boost::json::string text_;
   std::size_t read_ = 0;
   std::size_t taken_ = 0;
-  bool tooMuch_ = false;
-  JsonValueCount count_;
+  std::string_view tooMuch_;
+  JsonSize measured_;
   boost::json::stream_parser parser_;
   std::optional<boost::json::value> messages_;
 };

@@ -34,9 +34,9 @@ std::string withoutLoneSurrogates(std::string_view json) {
 
 /// Returns whether the text, read as JSON, would hold too many values.
 bool holdsTooManyValues(std::string_view json) {
-  JsonValueCount count;
-  count.add(json);
-  return count.values() > kMaximumPageValues;
+  JsonSize size;
+  size.add(json);
+  return size.values() > kMaximumPageValues;
 }
 
 ScriptValue refused(std::string why) {

@@ -7,7 +7,7 @@ namespace zovk {
 namespace {
 
 constexpr int kMessages = 100'000;
-constexpr std::size_t kLongText = 5'000'000;
+constexpr std::size_t kLongText = 2'000'000;
 
 class Flood : public BridgePageFixture {
  protected:

@@ -1,6 +1,7 @@
 #include <chrono>
 #include <string>
 
+#include "bridge/ReceivedQueue.h"
 #include "unit/bridge/BridgeFixture.h"
 
 namespace zovk {
@@ -105,10 +106,36 @@ TEST_F(BridgeLongQueue, MayHold500000ValuesAndNoMore) {
                                       "many values, it is left out"));
 }
 
+TEST_F(BridgeLongQueue, MayHoldATextOfTwoMebibytesAndNoLongerOne) {
+  const std::string start = R"([{"handlerName":"a","data":")";
+  const std::string text(std::size_t{2} * 1024 * 1024, 'x');
+  bridge_->flushMessageQueue(start + text + R"("}])");
+  memory_->scheduler.runReady();
+  EXPECT_EQ(told_.size(), 1U);
+  EXPECT_THAT(warnings(), IsEmpty());
+  bridge_->flushMessageQueue(start + text + R"(x"}])");
+  memory_->scheduler.runReady();
+  EXPECT_EQ(told_.size(), 1U);
+  EXPECT_THAT(warnings(), ElementsAre("WebViewJavascriptBridge: WARNING: A message queue holds too "
+                                      "long a text, it is left out"));
+}
+
+TEST_F(BridgeLongQueue, MayHave16MebibytesAndNoMore) {
+  const std::string queue = R"([{"handlerName":"a"}])";
+  const std::string blanks(std::size_t{16} * 1024 * 1024 - queue.size(), ' ');
+  bridge_->flushMessageQueue(queue + blanks);
+  memory_->scheduler.runReady();
+  EXPECT_EQ(told_.size(), 1U);
+  EXPECT_THAT(warnings(), IsEmpty());
+  bridge_->flushMessageQueue(queue + blanks + ' ');
+  memory_->scheduler.runReady();
+  EXPECT_EQ(told_.size(), 1U);
+  EXPECT_THAT(warnings(), ElementsAre(kNoQueue));
+}
+
 TEST_F(BridgeLongQueue, LeavesRoomForSomeMoreBehindItAndCountsTheRestAsFailed) {
-  const std::string half(std::size_t{64} * 1024 * 1024, ' ');
-  bridge_->flushMessageQueue(half);
-  bridge_->flushMessageQueue(half);
+  const std::string longest(kLongestQueue, ' ');
+  for (int i = 0; i < 8; ++i) bridge_->flushMessageQueue(longest);
   EXPECT_THAT(warnings(), IsEmpty());
   bridge_->flushMessageQueue(R"([{"handlerName":"a"}])");
   EXPECT_THAT(warnings(), ElementsAre(kNoQueue));
