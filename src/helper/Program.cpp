@@ -5,6 +5,7 @@
 
 #include <boost/json/array.hpp>
 
+#include "helper/ProgramText.h"
 #include "helper/layout/ContainerView.h"
 #include "helper/pad/GamePad.h"
 #include "helper/page/PageGuards.h"
@@ -234,8 +235,9 @@ void Program::onViewDropped(Id id, GtkWidget* widget) {
 
 void Program::rest() {
   idle_ = {};
-  webViewFactory_.dropSpare();
+  if (webViews_.empty()) webViewFactory_.rest();
   pictureMemory_.giveBack();
+  giveProgramTextBack();
 }
 
 void Program::prepareSpare() {

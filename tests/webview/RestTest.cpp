@@ -31,6 +31,25 @@ TEST(HelperAtRest, EndsTheProcessOfThePageThatItHeldReady) {
   for (const pid_t process : ready) EXPECT_TRUE(endsSoon(process));
 }
 
+TEST(HelperAtRest, EndsTheProcessOfTheNetwork) {
+  HelperUnderTest helper;
+  PopupScreen screen(helper);
+  screen.openPage("plain.html");
+  helper.send({{"type", "web.close"}, {"view", PopupScreen::kWebView}});
+  helper.send({{"type", "view.release"}, {"view", PopupScreen::kWebView}});
+  const std::vector<pid_t> network = descendantsNamed(helper.pid(), "WebKitNetworkPr");
+  EXPECT_EQ(network.size(), 1U);
+  helper.send({{"type", "rest"}});
+  for (const pid_t process : network) EXPECT_TRUE(endsSoon(process));
+}
+
+TEST(HelperAtRest, GivesTheMemoryOfItsProgramTextBack) {
+  HelperUnderTest helper;
+  const double before = fileMegabytes(helper.pid());
+  helper.send({{"type", "rest"}});
+  while (fileMegabytes(helper.pid()) > before / 2) helper.came("pong");
+}
+
 TEST(HelperAtRest, GivesTheMemoryOfItsPicturesBack) {
   HelperUnderTest helper;
   EXPECT_TRUE(sharesPictures(helper)) << "it is kept for the next popup";

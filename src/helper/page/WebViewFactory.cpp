@@ -92,12 +92,15 @@ void apply(const WebViewWishes& wishes, WebKitWebView* view) {
 }  // namespace
 
 WebViewFactory::WebViewFactory(const PageTerms& terms)
-    : terms_(terms),
-      context_(newLimitedContext(terms.memory)),
-      session_(newLimitedSession(terms.directory)) {
-  g_signal_connect(session_.get(), "download-started", G_CALLBACK(cancelDownload), nullptr);
-  keepCookies(terms.directory + "/data");
+    : terms_(terms), context_(newLimitedContext(terms.memory)) {
+  openSession();
   saveFilter(terms.directory + "/rules");
+}
+
+void WebViewFactory::openSession() {
+  session_ = newLimitedSession(terms_.directory);
+  g_signal_connect(session_.get(), "download-started", G_CALLBACK(cancelDownload), nullptr);
+  keepCookies(terms_.directory + "/data");
 }
 
 void WebViewFactory::whenReady(std::function<void()> next) {
@@ -136,6 +139,7 @@ void WebViewFactory::onFilterSaved(GObject* store, GAsyncResult* result, gpointe
 }
 
 GObjectPtr<WebKitWebView> WebViewFactory::newView(bool opaque) {
+  if (!session_) openSession();
   const auto manager =
       GObjectPtr<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
   if (filter_ != nullptr) webkit_user_content_manager_add_filter(manager.get(), filter_);
@@ -157,10 +161,11 @@ void WebViewFactory::prepareSpare(const Frame& size) {
   spare_.put(std::move(view), size);
 }
 
-void WebViewFactory::dropSpare() {
+void WebViewFactory::rest() {
   if (const GObjectPtr<WebKitWebView> view = spare_.take()) {
     webkit_web_view_terminate_web_process(view.get());
   }
+  session_ = {};
 }
 
 GObjectPtr<WebKitWebView> WebViewFactory::make(const WebViewWishes& wishes) {

@@ -44,20 +44,22 @@ class WebViewFactory {
   GObjectPtr<WebKitWebView> make(const WebViewWishes& wishes);
   /// Makes the view that the next `make` returns, drawn for that size.
   void prepareSpare(const Frame& size);
-  /// Drops that view, with its process.
-  void dropSpare();
+  /// Gives up that view and the connection to the network, with their processes. The next view
+  /// brings them back. No view may be left.
+  void rest();
   /// Returns the window of spare web views, which is never shown.
   GtkWidget* spareWindow() const { return spare_.window(); }
 
  private:
   static void onFilterSaved(GObject* store, GAsyncResult* result, gpointer self);
   GObjectPtr<WebKitWebView> newView(bool opaque);
+  void openSession();
   void keepCookies(const std::string& directory);
   void saveFilter(const std::string& directory);
 
   const PageTerms terms_;
   GObjectPtr<WebKitWebContext> context_;
-  GObjectPtr<WebKitNetworkSession> session_;
+  GObjectPtr<WebKitNetworkSession> session_;  // null while at rest
   WebKitUserContentFilter* filter_ = nullptr;
   bool filterSettled_ = false;
   std::string refusal_;
