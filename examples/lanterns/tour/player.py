@@ -69,7 +69,10 @@ class Player:
 
     def page(self, name, shot=True):
         """Waits for a page to stand on the screen; the box of its main button."""
-        box = self.screen.wait_for(f"the page \"{name}\"", colour_in(f"{name}.html", "accent"))
+        colour = colour_in(f"{name}.html", "accent")
+        self.screen.wait_for(f"the page \"{name}\"", colour)
+        self.screen.wait_for_place()
+        box = self.screen.wait_for(f"the page \"{name}\"", colour)
         if shot:
             self.shoot(name)
         if shot and name not in OPAQUE:

@@ -12,6 +12,7 @@ from pixels import RootWindow
 # Seconds for anything that is waited for; a machine that has much else to do needs more.
 DEADLINE = float(os.environ.get("TOUR_PATIENCE", "20"))
 LOOK_AGAIN = 0.05
+UNTIL_IT_STANDS = 3.0
 
 
 class TourFailure(Exception):
@@ -79,7 +80,8 @@ class Screen:
 
     def __init__(self, width, height):
         self.width, self.height = width, height
-        self.game = self.popup = (0, 0)  # where the windows of the game and of its popups begin
+        self.game = (0, 0)  # where the game's window begins
+        self.moves_popups = None  # the game's name, where popups may be moved after they came
         self.scale = float(os.environ.get("SCREEN_SCALE", "1"))
         self.plain = "-" not in os.environ.get("SCREEN_NAME", "")  # not within another display
         self.outside = dict(os.environ)
@@ -129,12 +131,33 @@ class Screen:
         into the corner of the screen; Wayland does not say where a window is."""
         if self.plain or os.environ["SDL_VIDEODRIVER"] != "x11":
             return
-        told = subprocess.run(["xwininfo", "-name", name], stdout=subprocess.PIPE, text=True, check=True)
-        places = re.findall(r"Absolute upper-left [XY]: +(-?\d+)", told.stdout)
-        self.game = tuple(map(int, places))
+        self.game = self._place("-name", name)
         # Popups on Wayland, and all windows in kiosks, are as large as the screen.
         if os.environ["GDK_BACKEND"] == "x11" and not os.environ["SCREEN_NAME"].startswith("kiosk"):
-            self.popup = self.game
+            self.moves_popups = name
+
+    @property
+    def popup(self):
+        """Where the popup's window begins."""
+        if not self.moves_popups:
+            return 0, 0
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", self.moves_popups],
+                               stdout=subprocess.PIPE, text=True, check=False).stdout.split()
+        places = [self._place("-id", window) for window in found]
+        return next((place for place in places if place and place != self.game), self.game)
+
+    def wait_for_place(self):
+        """A popup that was put elsewhere than over the game takes the whole screen after a moment."""
+        end = time.monotonic() + UNTIL_IT_STANDS
+        while self.popup not in (self.game, (0, 0)) and time.monotonic() < end:
+            time.sleep(LOOK_AGAIN)
+
+    @staticmethod
+    def _place(*window):
+        """Empty for a window that is gone."""
+        told = subprocess.run(["xwininfo", *window], stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, text=True, check=False)
+        return tuple(map(int, re.findall(r"Absolute upper-left [XY]: +(-?\d+)", told.stdout)))
 
     def in_game(self, x, y):
         """Returns the place on the screen of a place in the game's window."""
