@@ -69,7 +69,8 @@ class Reports(unittest.TestCase):
         self.assertIn(("CheckViolation",), self.edge.rows("SELECT reason FROM put_aside"))
 
     def execute(self, statement):
-        with psycopg.connect(self.edge.places.database, autocommit=True) as connection:
+        with psycopg.connect(self.edge.places.database, autocommit=True,
+                             options="-c lock_timeout=20s") as connection:
             connection.execute(statement)
 
     def test_that_end_the_consumer_each_time_are_put_aside_in_the_end(self):
@@ -87,14 +88,15 @@ class Reports(unittest.TestCase):
 
     def test_are_not_put_aside_because_the_database_went_away(self):
         stream = self.edge.stream()
+        # Before the consumer is halted, which may be in the middle of storing what came before.
+        self.execute("CREATE FUNCTION full_disk() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN "
+                     "RAISE EXCEPTION 'full' USING ERRCODE = 'disk_full'; END $$")
+        self.execute("CREATE TRIGGER tested BEFORE INSERT ON reports EXECUTE FUNCTION full_disk()")
         with self.edge.halted("consumer"):
             held = stream.xadd("reports", fields_of(report_body("blameless")))
             stream.xreadgroup("database", "one", {"reports": ">"})
             # One more end of the consumer would be too many.
             stream.xclaim("reports", "database", "one", 0, [held], retrycount=4)
-            self.execute("CREATE FUNCTION full_disk() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN "
-                     "RAISE EXCEPTION 'full' USING ERRCODE = 'disk_full'; END $$")
-            self.execute("CREATE TRIGGER tested BEFORE INSERT ON reports EXECUTE FUNCTION full_disk()")
             self.edge.signal_part("consumer", signal.SIGKILL)
         log = self.edge.places.part("consumer") / "output.log"
         known = log.read_text().count("waiting")
