@@ -24,7 +24,8 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::uint32_t kReadySeconds = 5;
-constexpr std::chrono::seconds kUntilItHasCalmedDown{5};
+/// The web engine gives up the last of what it keeps for pages by and by.
+constexpr std::chrono::seconds kUntilItHasCalmedDown{55};
 constexpr std::chrono::minutes kUntilTheHelperEnds{10};
 constexpr double kMostMegabytes = 30;
 

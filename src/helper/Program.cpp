@@ -5,7 +5,7 @@
 
 #include <boost/json/array.hpp>
 
-#include "helper/ProgramText.h"
+#include "helper/IdleMemory.h"
 #include "helper/layout/ContainerView.h"
 #include "helper/pad/GamePad.h"
 #include "helper/page/PageGuards.h"
@@ -237,7 +237,7 @@ void Program::rest() {
   idle_ = {};
   if (webViews_.empty()) webViewFactory_.rest();
   pictureMemory_.giveBack();
-  giveProgramTextBack();
+  giveIdleMemoryBack();
 }
 
 void Program::prepareSpare() {
