@@ -35,6 +35,9 @@ struct PageTerms {
 class WebViewFactory {
  public:
   explicit WebViewFactory(const PageTerms& terms);
+  ~WebViewFactory();
+  WebViewFactory(const WebViewFactory&) = delete;
+  WebViewFactory& operator=(const WebViewFactory&) = delete;
 
   /// Calls `next` once it is known whether the rules that keep pages from other files are stored.
   void whenReady(std::function<void()> next);
@@ -44,8 +47,8 @@ class WebViewFactory {
   GObjectPtr<WebKitWebView> make(const WebViewWishes& wishes);
   /// Makes the view that the next `make` returns, drawn for that size.
   void prepareSpare(const Frame& size);
-  /// Gives up that view and the connection to the network, with their processes. The next view
-  /// brings them back. No view may be left.
+  /// Gives up that view and the connection to the network, with their processes, once they have
+  /// started. The next view brings them back. No view may be left.
   void rest();
   /// Returns the window of spare web views, which is never shown.
   GtkWidget* spareWindow() const { return spare_.window(); }
@@ -53,6 +56,8 @@ class WebViewFactory {
  private:
   static void onFilterSaved(GObject* store, GAsyncResult* result, gpointer self);
   GObjectPtr<WebKitWebView> newView(bool opaque);
+  static void onSpareStarted(GObject* view, GAsyncResult* result, gpointer);
+  GObjectPtr<WebKitWebView> takeSpare();
   void openSession();
   void keepCookies(const std::string& directory);
   void saveFilter(const std::string& directory);
@@ -65,6 +70,8 @@ class WebViewFactory {
   std::string refusal_;
   std::function<void()> ready_;
   SpareView spare_;
+  bool spareStarted_ = false;
+  bool restWanted_ = false;
 };
 
 }  // namespace zovk::helper
