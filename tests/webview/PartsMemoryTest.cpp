@@ -1,4 +1,5 @@
-// The memory in which the helper draws is kept from one picture to the next.
+// The memory in which the helper draws is kept from one picture to the next, and what it has left
+// is given back when it rests.
 #include <array>
 #include <bit>
 #include <cstdint>

@@ -70,9 +70,10 @@ class Player:
     def page(self, name, shot=True):
         """Waits for a page to stand on the screen; the box of its main button."""
         colour = colour_in(f"{name}.html", "accent")
-        self.screen.wait_for(f"the page \"{name}\"", colour)
-        self.screen.wait_for_place()
         box = self.screen.wait_for(f"the page \"{name}\"", colour)
+        if self.screen.moves_popups:
+            self.screen.wait_for_place()
+            box = self.screen.wait_for(f"the page \"{name}\"", colour)
         if shot:
             self.shoot(name)
         if shot and name not in OPAQUE:
