@@ -181,6 +181,7 @@ class Visit:
         self.game.wait_keyboard()
         self.screen.key("Escape")
         self.game.wait_end()
+        self.wrong += self.game.troubles()
 
     def run(self):
         self.enter()

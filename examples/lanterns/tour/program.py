@@ -1,4 +1,5 @@
 """Programs that are started, tell line by line what happens in them, and end."""
+import pathlib
 import subprocess
 import threading
 
@@ -59,7 +60,13 @@ class Game(Program):
     quiet = ("button ", "paused", "goes on", "has the keyboard", "lost the keyboard")
 
     def __init__(self, command, log):
+        self.began = len(log.read_text(encoding="utf-8")) if log.exists() else 0
         super().__init__("game", command, log)
+
+    def troubles(self):
+        """Returns what the game's log says about popups that did not come up as they should."""
+        told = pathlib.Path(self.log.name).read_text(encoding="utf-8")[self.began:]
+        return [line for line in told.splitlines() if " helper: " in line]
 
     def pad(self, button):
         """Presses a button of the game pad."""

@@ -1,12 +1,12 @@
 #include "helper/window/PopupPlace.h"
 
 #include <cstdlib>
+#include <utility>
 
 #include <gdk/x11/gdkx.h>
 
 #include "helper/window/GameWindow.h"
 #include "helper/window/Screen.h"
-#include "helper/window/SwayKeyboard.h"
 
 namespace zovk::helper {
 namespace {
@@ -62,10 +62,12 @@ bool isBlended() {
 
 }  // namespace
 
-PopupPlace::PopupPlace(GtkWindow* window, const Frame& frame, GameWindow& game)
+PopupPlace::PopupPlace(GtkWindow* window, const Frame& frame, GameWindow& game,
+                       std::function<void()> cameUp)
     : window_(window),
       game_(game),
       frame_(frame),
+      sway_(std::move(cameUp)),
       coversGame_(covers(frame, game)),
       way_(firstWay()) {
   const Frame size = wanted();
@@ -134,6 +136,9 @@ void PopupPlace::settle() {
 }
 
 void PopupPlace::comeUp() {
+  // Sway raises what it gives the keyboard to, and gives up windows that it does not manage even
+  // for a moment.
+  if (isSwayRunning()) return;
   const auto own = x11WindowOf(window_);
   if (!own || !game_.window() || !isManaged() || !own->isBelow(game_.window()->id())) return;
   own->raise();
@@ -144,7 +149,7 @@ void PopupPlace::comeUp() {
 
 void PopupPlace::takeKeyboard() {
   if (const auto own = x11WindowOf(window_); own && !isManaged()) own->takeKeyboard();
-  askSwayForKeyboard();
+  if (isSwayRunning()) sway_.ask();
 }
 
 bool PopupPlace::isManaged() const {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include <gtk/gtk.h>
 
 #include "helper/commands/Arguments.h"
+#include "helper/window/SwayKeyboard.h"
 
 namespace zovk::helper {
 
@@ -15,8 +17,9 @@ class GameWindow;
 /// window hides what is below it on many displays, so it comes last.
 class PopupPlace {
  public:
-  /// An empty frame, or one as large as the area to cover, means over the game.
-  PopupPlace(GtkWindow* window, const Frame& frame, GameWindow& game);
+  /// An empty frame, or one as large as the area to cover, means over the game. `cameUp` is called
+  /// where the display says that the window is on screen now, and gives it no keyboard by itself.
+  PopupPlace(GtkWindow* window, const Frame& frame, GameWindow& game, std::function<void()> cameUp);
 
   /// Call it once the window is realised, before it is shown.
   void prepare();
@@ -65,6 +68,7 @@ class PopupPlace {
   GtkWindow* window_;
   GameWindow& game_;
   Frame frame_;
+  SwayKeyboard sway_;
   bool coversGame_;
   bool detached_ = false;
   Way way_;

@@ -55,7 +55,7 @@ void ShowWatch::decide() {
     lookAgain();
     return duty_.askForKeyboard();
   }
-  duty_.stuck();
+  duty_.stuck(state);
 }
 
 }  // namespace zovk::helper

@@ -15,7 +15,7 @@ class ShowWatch {
   struct Duty {
     std::function<State()> look;           ///< Returns how far the window has come.
     std::function<void()> askForKeyboard;  ///< Called once, before the window counts as stuck.
-    std::function<void()> stuck;           ///< May start the watch again.
+    std::function<void(State)> stuck;      ///< Told how far it came. May start the watch again.
   };
   explicit ShowWatch(Duty duty);
   ShowWatch(const ShowWatch&) = delete;

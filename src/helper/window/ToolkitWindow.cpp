@@ -1,5 +1,7 @@
 #include "helper/window/ToolkitWindow.h"
 
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "helper/layout/DesktopTheme.h"
@@ -25,6 +27,23 @@ GtkWindow* newDialog() {
       g_object_new(GTK_TYPE_WINDOW, "accessible-role", GTK_ACCESSIBLE_ROLE_DIALOG, nullptr)));
 }
 
+/// Says what is missing from a popup that did not come up.
+std::string_view wordFor(ShowWatch::State state) {
+  switch (state) {
+    case ShowWatch::State::kSlow:
+      return "not drawn";
+    case ShowWatch::State::kElsewhere:
+      return "not at its place";
+    case ShowWatch::State::kWithoutKeyboard:
+      return "without the keyboard";
+    case ShowWatch::State::kStuck:
+      return "without a size";
+    case ShowWatch::State::kUp:
+      break;
+  }
+  return "up";
+}
+
 }  // namespace
 
 ToolkitWindow::ToolkitWindow(Id id, GtkWidget* root, const Frame& frame, GameWindow& game,
@@ -38,12 +57,12 @@ ToolkitWindow::ToolkitWindow(Id id, GtkWidget* root, const Frame& frame, GameWin
       progress_(root),
       padLine_(GTK_OVERLAY(progress_.widget())),
       ground_(progress_.widget()),
-      place_(window_, frame, game),
+      place_(window_, frame, game, [this] { takeFreeKeyboard(); }),
       monitor_(window_),
       escape_(window_),
       showWatch_({.look = [this] { return progressOfShowing(); },
                   .askForKeyboard = [this] { askForKeyboard(); },
-                  .stuck = [this] { showAnotherWay(); }}) {
+                  .stuck = [this](ShowWatch::State state) { showAnotherWay(state); }}) {
   gtk_window_set_decorated(window_, FALSE);
   gtk_window_set_child(window_, ground_.widget());
   keepTabSteps(window_);
@@ -148,24 +167,32 @@ bool ToolkitWindow::mayHaveKeyboard() const {
   return game_.hasKeyboard().value_or(!place_.isLastWay());
 }
 
+bool ToolkitWindow::lacksKeyboard() const {
+  return gtk_window_is_active(window_) == FALSE && mayHaveKeyboard();
+}
+
+void ToolkitWindow::takeFreeKeyboard() {
+  if (shown_ && lacksKeyboard()) place_.takeKeyboard();
+}
+
 ShowWatch::State ToolkitWindow::progressOfShowing() const {
   const bool isPutAway = game_.window() && !place_.isDetached() && !game_.window()->isViewable();
   if (isPutAway) return ShowWatch::State::kUp;
   if (width_ <= 1 || height_ <= 1) return ShowWatch::State::kStuck;
   if (!isPainted_) return ShowWatch::State::kSlow;
   if (place_.isElsewhere()) return ShowWatch::State::kElsewhere;
-  const bool lacksKeyboard = gtk_window_is_active(window_) == FALSE && mayHaveKeyboard();
-  return lacksKeyboard ? ShowWatch::State::kWithoutKeyboard : ShowWatch::State::kUp;
+  return lacksKeyboard() ? ShowWatch::State::kWithoutKeyboard : ShowWatch::State::kUp;
 }
 
-void ToolkitWindow::showAnotherWay() {
+void ToolkitWindow::showAnotherWay(ShowWatch::State state) {
   if (!place_.fallBack()) {
     const std::string_view display = x11Display() != nullptr ? word::kX11 : word::kWayland;
     return events_({{member::kType, event::kWindowStuck},
                     {member::kWindow, id_},
                     {member::kDisplay, display}});
   }
-  sendLog(events_, "helper: the popup did not come up, trying the whole screen");
+  sendLog(events_, "helper: the popup did not come up (" + std::string(wordFor(state)) +
+                       "), trying the whole screen");
   hide();
   show();
 }
@@ -231,9 +258,7 @@ void ToolkitWindow::onAfterPaint(GdkFrameClock*, gpointer self) {
   const bool isFirst = !std::exchange(own->isPainted_, true);
   if (isFirst) own->place_.comeUp();
   if (isFirst) own->monitor_.look();
-  if (isFirst && gtk_window_is_active(own->window_) == FALSE && own->mayHaveKeyboard()) {
-    own->place_.takeKeyboard();
-  }
+  if (isFirst) own->takeFreeKeyboard();
   own->showWatch_.notice();
   own->painted_();
   own->finishWaiting();

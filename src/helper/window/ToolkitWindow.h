@@ -69,7 +69,9 @@ class ToolkitWindow {
   void finishWaiting();
   ShowWatch::State progressOfShowing() const;
   bool mayHaveKeyboard() const;
-  void showAnotherWay();
+  bool lacksKeyboard() const;
+  void takeFreeKeyboard();
+  void showAnotherWay(ShowWatch::State state);
   void askForKeyboard();
 
   Id id_;
