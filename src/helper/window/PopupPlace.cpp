@@ -128,8 +128,19 @@ void PopupPlace::goFullScreen() {
 
 void PopupPlace::settle() {
   game_.waylandParent().settle(window_);
-  const auto own = x11WindowOf(window_);
-  if (!own) return;
+  if (!x11WindowOf(window_)) return;
+  // The page's load, whose messages come before it, goes on meanwhile.
+  settling_ = SourceGuard(g_idle_add_full(G_PRIORITY_DEFAULT, onSettled, this, nullptr));
+}
+
+gboolean PopupPlace::onSettled(gpointer self) {
+  auto* place = static_cast<PopupPlace*>(self);
+  place->settling_.forget();
+  place->takePlace();
+  return G_SOURCE_REMOVE;
+}
+
+void PopupPlace::takePlace() {
   takeKeyboard();
   // Without a window manager nothing else makes it as large as the screen.
   if (way_ != Way::kFullScreen || !isManaged()) moveTo(wanted());

@@ -5,6 +5,7 @@
 
 #include <gtk/gtk.h>
 
+#include "helper/GObjectPtr.h"
 #include "helper/commands/Arguments.h"
 #include "helper/window/SwayKeyboard.h"
 
@@ -23,7 +24,9 @@ class PopupPlace {
 
   /// Call it once the window is realised, before it is shown.
   void prepare();
-  /// Call it after the window was shown: only then does the display give it a place.
+  /// Call it after the window was shown: only then does the display give it a place. On X11 it
+  /// takes the place a moment later, because the X server, which is asked for it, maps the window
+  /// first.
   void settle();
   /// Reports that the game's window moved or changed its size.
   void follow();
@@ -62,6 +65,8 @@ class PopupPlace {
   /// Returns whether a window manager, or the display itself, gives places and the keyboard.
   bool isManaged() const;
   Frame wanted() const;
+  static gboolean onSettled(gpointer self);
+  void takePlace();
   void moveTo(const Frame& frame);
   void goFullScreen();
 
@@ -74,6 +79,7 @@ class PopupPlace {
   Way way_;
   std::optional<Frame> asked_;
   std::optional<Frame> remembered_;
+  SourceGuard settling_;
 };
 
 }  // namespace zovk::helper
