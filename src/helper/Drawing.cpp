@@ -1,5 +1,6 @@
 #include "helper/Drawing.h"
 
+#include <algorithm>
 #include <optional>
 
 #include <glib.h>
@@ -59,6 +60,9 @@ void prepareDrawing(Drawing drawing) {
   g_setenv("GSK_RENDERER", "cairo", FALSE);
   // Where GL is software, pages painted by the processor take half the memory.
   g_setenv("WEBKIT_SKIA_ENABLE_CPU_RENDERING", "1", FALSE);
+  // Otherwise software GL draws with all processors at once, and the game's frames wait.
+  const std::string threads = std::to_string(std::max(1U, g_get_num_processors() / 2));
+  g_setenv("LP_NUM_THREADS", threads.c_str(), FALSE);
 }
 
 }  // namespace zovk::helper

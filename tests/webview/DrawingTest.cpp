@@ -3,7 +3,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -24,7 +26,8 @@ const Pixel kCard{224, 32, 32, 255};
 const Pixel kOtherCard{32, 224, 32, 255};
 
 std::vector<std::string> drawnAs(const std::string& way) {
-  return {"ZOVKPOPUP_DRAWING=" + way, "GSK_RENDERER", "WEBKIT_SKIA_ENABLE_CPU_RENDERING"};
+  return {"ZOVKPOPUP_DRAWING=" + way, "GSK_RENDERER", "WEBKIT_SKIA_ENABLE_CPU_RENDERING",
+          "LP_NUM_THREADS"};
 }
 
 /// Renderers round what they blend.
@@ -142,17 +145,23 @@ TEST_P(SeeThrough, PageIsRightAfterATurn) {
 INSTANTIATE_TEST_SUITE_P(HelperDrawing, MovingSeeThrough, testing::Values("", "Hardware"));
 INSTANTIATE_TEST_SUITE_P(HelperDrawing, SeeThrough, testing::Values("", "hardware", "plain"));
 
-/// Returns whether the page's process composes the page with GL. It has a thread for that.
-bool drawsWithGl(const HelperUnderTest& helper) {
+/// Returns the names with that in them of threads of the pages' processes.
+std::set<std::string> threadsOfPages(const HelperUnderTest& helper, const char* part) {
+  std::set<std::string> names;
   for (const pid_t page : descendantsNamed(helper.pid(), "WebKitWebProces")) {
     const std::string tasks = "/proc/" + std::to_string(page) + "/task";
     for (const auto& task : std::filesystem::directory_iterator(tasks)) {
       std::string name;
       std::getline(std::ifstream(task.path() / "comm"), name);
-      if (name.find("Compositor") != std::string::npos) return true;
+      if (name.find(part) != std::string::npos) names.insert(name);
     }
   }
-  return false;
+  return names;
+}
+
+/// Returns whether the page's process composes the page with GL. It has a thread for that.
+bool drawsWithGl(const HelperUnderTest& helper) {
+  return !threadsOfPages(helper, "Compositor").empty();
 }
 
 TEST(HelperDrawing, GoesOnWithoutHardwareInAViewWhoseProcessCrashed) {
@@ -165,6 +174,18 @@ TEST(HelperDrawing, GoesOnWithoutHardwareInAViewWhoseProcessCrashed) {
   screen.loadPage("plain.html");
   EXPECT_FALSE(drawsWithGl(helper));
 }
+
+class SoftwareGl : public SeeThrough {};
+
+TEST_P(SoftwareGl, LeavesHalfOfTheProcessorsToTheGame) {
+  open();
+  expectFirstPage(20);
+  // The driver numbers them, and has them once for drawing and once for computing.
+  EXPECT_EQ(threadsOfPages(helper_, "llvmpipe").size(),
+            std::max(1U, std::thread::hardware_concurrency() / 2));
+}
+
+INSTANTIATE_TEST_SUITE_P(HelperDrawing, SoftwareGl, testing::Values("software"));
 
 TEST(HelperDrawing, CostsPagesThatCoverWhatIsBehindThemNoGlInSoftware) {
   HelperUnderTest helper(HelperUnderTest::Start::kGreeted, drawnAs("software"));
