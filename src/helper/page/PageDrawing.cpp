@@ -1,5 +1,9 @@
 #include "helper/page/PageDrawing.h"
 
+#include <utility>
+
+#include "helper/page/PageView.h"
+
 namespace zovk::helper {
 namespace {
 
@@ -16,6 +20,12 @@ void PageDrawing::pageCame() {
   // A view of another size begins with a clear picture.
   GtkWidget* widget = GTK_WIDGET(view_);
   gtk_widget_set_margin_bottom(widget, gtk_widget_get_margin_bottom(widget) == 0 ? 1 : 0);
+}
+
+void PageDrawing::pageLoaded() {
+  // Until the second page's picture comes, the engine shows the first page's.
+  if (std::exchange(hadPage_, true)) return;
+  if (drawing_ == Drawing::kSoftware && drawsWithGl(view_)) showPoster(view_);
 }
 
 void PageDrawing::crashed() {

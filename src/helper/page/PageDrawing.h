@@ -15,6 +15,8 @@ class PageDrawing {
   void letThrough() { seeThrough_ = true; }
   /// Reports that another page has replaced the one before.
   void pageCame();
+  /// Reports that the page has loaded.
+  void pageLoaded();
   /// Reports that the pages' process crashed, perhaps in the graphics driver: the next one does
   /// without the driver.
   void crashed();
@@ -23,6 +25,7 @@ class PageDrawing {
   WebKitWebView* view_;
   Drawing drawing_;
   bool seeThrough_ = false;
+  bool hadPage_ = false;
 };
 
 /// Prepares the settings of new views. The way of drawing stays while their process lives: a

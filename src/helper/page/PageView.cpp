@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "helper/page/PageDrawing.h"
+#include "helper/page/Poster.h"
 
 namespace zovk::helper {
 namespace {
@@ -13,14 +14,17 @@ constexpr gint64 kRestless = 400 * G_TIME_SPAN_MILLISECOND;
 
 /// What is known of a view's picture.
 struct Picture {
+  explicit Picture(GtkWidget* view) : poster(view) {}
+
   bool isOfPage = false;  ///< A page has come; before it the engine draws an empty one.
   gint64 paintedAt = 0;   ///< When the view was last painted with something of a page; 0 for never.
+  Poster poster;
 };
 
 Picture& pictureOf(gpointer view) {
   auto* picture = static_cast<Picture*>(g_object_get_data(G_OBJECT(view), kPicture));
   if (picture != nullptr) return *picture;
-  picture = new Picture;
+  picture = new Picture(GTK_WIDGET(view));
   g_object_set_data_full(G_OBJECT(view), kPicture, picture,
                          [](gpointer data) { delete static_cast<Picture*>(data); });
   return *picture;
@@ -32,10 +36,12 @@ bool isSeeThrough(GtkWidget* view) {
   return background.alpha < 1;
 }
 
+/// `node` is what the engine paints, and may be null.
 void append(GtkWidget* view, GskRenderNode* node, GtkSnapshot* target) {
   Picture& picture = pictureOf(view);
+  if (picture.poster.paint(node, target)) return;
   // A see-through view without a page shows nothing; to paint that takes as long as a page.
-  if (!picture.isOfPage && isSeeThrough(view)) return;
+  if (node == nullptr || (!picture.isOfPage && isSeeThrough(view))) return;
   gtk_snapshot_append_node(target, node);
   if (picture.isOfPage) picture.paintedAt = g_get_monotonic_time();
 }
@@ -44,9 +50,8 @@ void snapshot(GtkWidget* view, GtkSnapshot* target) {
   GtkSnapshot* page = gtk_snapshot_new();
   GTK_WIDGET_CLASS(g_type_class_peek(WEBKIT_TYPE_WEB_VIEW))->snapshot(view, page);
   GskRenderNode* node = gtk_snapshot_free_to_node(page);
-  if (node == nullptr) return;
   append(view, node, target);
-  gsk_render_node_unref(node);
+  if (node != nullptr) gsk_render_node_unref(node);
 }
 
 void initializeClass(gpointer type, gpointer) {
@@ -69,11 +74,21 @@ GType pageViewType() {
 }
 
 void expectPicture(WebKitWebView* view) {
-  pictureOf(view).isOfPage = true;
+  Picture& picture = pictureOf(view);
+  picture.isOfPage = true;
+  picture.poster.drop();
+}
+
+void showPoster(WebKitWebView* view) {
+  pictureOf(view).poster.ask();
+}
+
+bool showsPoster(WebKitWebView* view) {
+  return pictureOf(view).poster.hangs();
 }
 
 bool waitsForPicture(WebKitWebView* view) {
-  return drawsWithGl(view) && pictureOf(view).paintedAt == 0 &&
+  return drawsWithGl(view) && (pictureOf(view).paintedAt == 0 || showsPoster(view)) &&
          webkit_web_view_get_uri(view) != nullptr;
 }
 

@@ -10,6 +10,9 @@ GType pageViewType();
 
 /// Call it when a page has come: from then on the view's pictures are of a page.
 void expectPicture(WebKitWebView* view);
+/// Shows what the page looks like now until the engine has composed its picture.
+void showPoster(WebKitWebView* view);
+bool showsPoster(WebKitWebView* view);
 /// Returns whether the view has a page, but was not painted with any yet.
 bool waitsForPicture(WebKitWebView* view);
 /// Returns whether the view shows everything that the page had drawn when it answered, at that time

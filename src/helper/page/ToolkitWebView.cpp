@@ -257,6 +257,7 @@ void ToolkitWebView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpoint
   // The engine also calls a load that failed finished.
   if (event != WEBKIT_LOAD_FINISHED || own->failed_) return;
   own->retried_ = false;
+  own->drawing_.pageLoaded();
   own->sendLoadEvent(event::kWebFinished);
 }
 

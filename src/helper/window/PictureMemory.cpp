@@ -18,12 +18,12 @@ constexpr int kSmallSide = 64;
 
 }  // namespace
 
-PictureMemory::Surface PictureMemory::drawn(GdkSurface* window) {
+CairoSurface PictureMemory::drawn(GdkSurface* window) {
   Display* connection = gdk_x11_display_get_xdisplay(gdk_surface_get_display(window));
   const Window id = gdk_x11_surface_get_xid(window);
   XWindowAttributes attributes{};
   XGetWindowAttributes(connection, id, &attributes);
-  return Surface(cairo_xlib_surface_create(connection, id, attributes.visual, 1, 1));
+  return CairoSurface(cairo_xlib_surface_create(connection, id, attributes.visual, 1, 1));
 }
 
 void PictureMemory::keepFreed() {
@@ -34,10 +34,10 @@ void PictureMemory::keepFreed() {
 void PictureMemory::keep(GtkWidget* window, const Frame& size) {
   GdkSurface* place = gtk_native_get_surface(GTK_NATIVE(window));
   if (shared_ || !GDK_IS_X11_SURFACE(place)) return;
-  const Surface server = drawn(place);
+  const CairoSurface server = drawn(place);
   // The drawing library shares memory with the X server in pools, in each of which several pictures
   // have room, and gives a pool back once it is empty. A small picture keeps it.
-  const Surface whole(cairo_surface_create_similar_image(
+  const CairoSurface whole(cairo_surface_create_similar_image(
       server.get(), CAIRO_FORMAT_ARGB32, std::max(size.width, 1), std::max(size.height, 1)));
   shared_.reset(cairo_surface_create_similar_image(server.get(), CAIRO_FORMAT_ARGB32, kSmallSide,
                                                    kSmallSide));

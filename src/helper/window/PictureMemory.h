@@ -1,9 +1,8 @@
 #pragma once
 
-#include <memory>
-
 #include <gtk/gtk.h>
 
+#include "helper/CairoPtr.h"
 #include "helper/window/Screen.h"
 
 namespace zovk::helper {
@@ -23,14 +22,10 @@ class PictureMemory {
   void giveBack();
 
  private:
-  struct Destroy {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-  };
-  using Surface = std::unique_ptr<cairo_surface_t, Destroy>;
   /// Returns what is drawn on when something is drawn on the X server's window.
-  static Surface drawn(GdkSurface* window);
+  static CairoSurface drawn(GdkSurface* window);
 
-  Surface shared_;
+  CairoSurface shared_;
 };
 
 }  // namespace zovk::helper

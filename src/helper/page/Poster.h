@@ -1,0 +1,42 @@
+#pragma once
+
+#include <webkit/webkit.h>
+
+#include "helper/CairoPtr.h"
+#include "helper/GObjectPtr.h"
+
+namespace zovk::helper {
+
+/// Stands for a see-through page until the engine has composed its picture, which takes longer than
+/// to load the page where GL is software. The page's process paints it at once when it is asked.
+class Poster {
+ public:
+  explicit Poster(GtkWidget* view) : view_(view) {}
+  ~Poster() { drop(); }
+  Poster(const Poster&) = delete;
+  Poster& operator=(const Poster&) = delete;
+
+  /// Asks the page of `view_`, a web view.
+  void ask();
+  void hang(GdkTexture* picture);
+  /// Gives it up, and what was asked for.
+  void drop();
+  bool hangs() const { return picture_ != nullptr; }
+  /// Paints it if there is nothing in the engine's own picture, which may be null. Otherwise it is
+  /// given up, as it is when the view has another size.
+  bool paint(GskRenderNode* own, GtkSnapshot* target);
+
+ private:
+  static void onPainted(GObject* view, GAsyncResult* result, gpointer self);
+  static gboolean onOver(gpointer self);
+  bool fits() const;
+
+  GtkWidget* view_;
+  GObjectPtr<GCancellable> asked_;
+  CairoSurface picture_;
+  int width_ = 0;
+  int height_ = 0;
+  SourceGuard over_;
+};
+
+}  // namespace zovk::helper
