@@ -62,8 +62,26 @@ class Browser:
         self.wait(lambda: self.all(selector), "there is no " + selector)
         return self.driver.find_element(By.CSS_SELECTOR, selector)
 
+    def click(self, selector):
+        """Clicks on an element, also when the page makes it anew meanwhile."""
+        self.wait(lambda: self.clicked(self.find(selector)), "no click on " + selector)
+
+    def press(self, text):
+        """Clicks on the button with that text, also when the page makes it anew meanwhile."""
+        self.wait(lambda: self.clicked(self.button(text)), "no click on the button " + text)
+
+    @staticmethod
+    def clicked(element):
+        element.click()
+        return True
+
+    def slow_network(self, milliseconds):
+        self.command("Network.enable")
+        self.command("Network.emulateNetworkConditions", offline=False, latency=milliseconds,
+                     downloadThroughput=-1, uploadThroughput=-1)
+
     def text(self, selector):
-        return self.find(selector).text
+        return self.wait(lambda: [e.text for e in self.all(selector)[:1]], "no " + selector)[0]
 
     def wait_text(self, selector, text):
         self.wait(lambda: any(text in e.text for e in self.all(selector)), f"{selector} has no {text}")

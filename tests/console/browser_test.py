@@ -46,10 +46,11 @@ class InTheBrowser(unittest.TestCase):
         self.browser.find("main h1")
 
     def open(self, scene):
-        row = self.browser.wait(lambda: next(
-            (r for r in self.browser.all(".popups .row")
-             if r.find_element("css selector", ".title").text.startswith(scene)), None), scene)
-        row.click()
+        def chosen():
+            row = next((r for r in self.browser.all(".popups .row")
+                        if r.find_element("css selector", ".title").text.startswith(scene)), None)
+            return row is not None and self.browser.clicked(row)
+        self.browser.wait(chosen, scene)
         self.browser.wait_text(".editor h1", scene)
 
     def some(self):
@@ -95,7 +96,7 @@ class InTheBrowser(unittest.TestCase):
         self.browser.wait(typed, "the preview")
         self.assertEqual(self.browser.script("return document.compatMode"), "CSS1Compat")
         self.assertEqual(self.browser.script("return window.origin"), "null")
-        self.browser.find("button").click()
+        self.browser.click("button")
         self.browser.driver.switch_to.default_content()
         self.browser.wait_text(".answer", '{"action":"commit","msg":"lantern"}')
         self.browser.picture("preview")
@@ -136,7 +137,7 @@ class InTheBrowser(unittest.TestCase):
         self.browser.script(
             "const f = document.querySelector('[name=expire_time]'); f.value = '2026-07-01T12:30';"
             "f.dispatchEvent(new Event('input', {bubbles: true}));")
-        self.browser.button("Save").click()
+        self.browser.press("Save")
         self.browser.wait(lambda: self.service.popup(1)["version"] == 2)
         kept = self.service.popup(1)["entry"]
         self.assertEqual(kept["expire_time"], 1782923400)  # 16:30 UTC, in daylight saving time
@@ -157,7 +158,7 @@ class InTheBrowser(unittest.TestCase):
         self.browser.wait(lambda: self.service.popup(3)["entry"]["priority"] == 4)
         self.browser.wait_text(".popups li:first-child", "third")
         self.browser.wait_text(".waiting", "1 with unpublished changes")
-        self.browser.button("Publish them").click()
+        self.browser.press("Publish them")
         self.browser.wait(lambda: self.service.config()["popups"][2]["priority"] == 4)
 
     def test_keys_alone_move_open_change_and_publish(self):
@@ -189,27 +190,37 @@ class InTheBrowser(unittest.TestCase):
         keys(Keys.TAB, Keys.SPACE)
         self.browser.wait(lambda: self.service.config()["popups"][0]["scene"].endswith("later"))
 
+    def test_what_is_pressed_while_the_console_waits_for_the_service_is_done_afterwards(self):
+        self.start(entry(1, "first"))
+        self.open("first")
+        self.browser.type("[name=scene]", "later")
+        self.browser.slow_network(200)
+        self.addCleanup(self.browser.slow_network, 0)
+        self.browser.script("document.querySelector('[name=save]').click();"
+                            "document.querySelector('[name=publish]').click();")
+        self.browser.wait(lambda: self.service.config()["popups"][0]["scene"] == "later")
+
     def test_popups_are_made_duplicated_paused_ended_and_rolled_back(self):
         self.some()
         self.browser.type("#who", "Ada")
-        self.browser.button("New popup").click()
+        self.browser.press("New popup")
         self.browser.wait_text(".editor h1", "scene-5")
         self.browser.type("[name=scene]", "harbour")
-        self.browser.button("Publish").click()
+        self.browser.press("Publish")
         self.browser.wait_text(".problems", "It cannot be published")  # gift is live and broken
         self.open("gift")
-        self.browser.button("Pause").click()
+        self.browser.press("Pause")
         self.browser.wait_text(".chosen", "Paused")
         self.open("harbour")
-        self.browser.button("Publish").click()
+        self.browser.press("Publish")
         self.browser.wait_text(".chosen", "Live")
-        self.browser.button("Duplicate").click()
+        self.browser.press("Duplicate")
         self.browser.wait_text(".editor h1", "#6")
         self.open("welcome")
-        self.browser.button("End now").click()
+        self.browser.press("End now")
         self.browser.wait_text(".chosen", "Ended")
         self.assertEqual([p["pop_id"] for p in self.service.config()["popups"]], [1, 2, 3, 5])
-        self.browser.find('[aria-label="Roll back to release 1"]').click()
+        self.browser.click('[aria-label="Roll back to release 1"]')
         self.browser.wait(lambda: [p["pop_id"] for p in self.service.config()["popups"]] == [1, 2, 3, 4])
         self.browser.picture("rolled-back")
         self.browser.section("history")
@@ -225,7 +236,7 @@ class InTheBrowser(unittest.TestCase):
         self.assertEqual(names, ["announcement", "event", "reward", "survey", "policy"])
         for number, name in enumerate(names, start=2):
             Select(self.browser.find(choice)).select_by_value(name)
-            self.browser.button("New popup").click()
+            self.browser.press("New popup")
             scene = "ZOVKPolicy" if name == "policy" else f"scene-{number}"
             self.browser.wait_text(".editor h1", scene)
             page = self.browser.wait(
@@ -244,7 +255,7 @@ class InTheBrowser(unittest.TestCase):
         self.open("welcome")
         self.browser.script("const f = document.querySelector('[name=pop_freq]'); f.value = 3;"
                             "f.dispatchEvent(new Event('input', {bubbles: true}))")
-        self.browser.button("Publish").click()
+        self.browser.press("Publish")
         self.browser.wait_text(".problems", "It cannot be published")
         self.assertIn("a conditional popup (pop_freq 3) is never shown without it",
                       self.browser.text(".problems"))
@@ -256,7 +267,7 @@ class InTheBrowser(unittest.TestCase):
         self.some()
         self.browser.section("why")
         self.browser.type("[name=scene]", "gift")
-        self.browser.button("Explain").click()
+        self.browser.press("Explain")
         self.browser.wait_text(".result", "the player's channel is 1")
         self.browser.wait_text(".result", "ther channel")
         self.browser.picture("why")
@@ -278,8 +289,8 @@ class InTheBrowser(unittest.TestCase):
         self.browser.picture("answers")
         self.browser.type("[name=text]", "SHIELD")
         self.browser.wait_text(".count", "1 answer")
-        self.browser.button("CSV").click()
-        self.browser.button("JSON").click()
+        self.browser.press("CSV")
+        self.browser.press("JSON")
         files = lambda: sorted(f.name for f in self.browser.downloads.glob("answers*[nv]"))
         self.browser.wait(lambda: files() == ["answers.csv", "answers.json"], "the downloads")
         text = (self.browser.downloads / "answers.csv").read_text()
@@ -302,16 +313,17 @@ class InTheBrowser(unittest.TestCase):
         self.some()
         refused(self.service, "/report/shop", '{"pop_id":1}')
         self.browser.section("controls")
-        self.browser.button("Switch on").click()
+        self.browser.press("Switch on")
         self.browser.wait_text(".switches", "/popup/get_info delay 1500")
         self.browser.type("[name=name]", "vip")
-        self.browser.button("Add with yes").click()
-        self.browser.find('[aria-label="Condition vip"]').click()
+        self.browser.press("Add with yes")
+        self.browser.click('[aria-label="Condition vip"]')
         self.browser.wait(lambda: json.loads(self.service.read("checks.json")) == {"vip": 0})
-        self.browser.find(".refusals summary").click()
+        self.browser.find('[aria-label="Condition vip"][aria-checked="false"]')
+        self.browser.click(".refusals summary")
         self.browser.wait_text(".refusals pre", '{"pop_id":1}<game key>')
         self.browser.picture("controls")
-        self.browser.find('[aria-label="Fault for /popup/get_info"]').click()
+        self.browser.click('[aria-label="Fault for /popup/get_info"]')
         self.browser.wait(lambda: self.service.get("controls")["faults"] == [])
 
     def every_section(self):
@@ -334,7 +346,7 @@ class InTheBrowser(unittest.TestCase):
                                  320, name)
             self.browser.picture("phone-" + name)
         self.browser.section("popups")
-        self.browser.button("← All popups").click()
+        self.browser.press("← All popups")
         self.browser.wait(lambda: self.browser.find(".popups").is_displayed())
         self.browser.picture("phone-list")
 

@@ -56,7 +56,7 @@ class Walk(unittest.TestCase):
                   "0, ", None)
 
     def make(self):
-        self.browser.button("New popup").click()
+        self.browser.press("New popup")
         self.browser.type(".editor [name=scene]", "welcome")
         self.browser.type(".editor [name=scene_type]", "10")
         self.browser.script("""
@@ -76,7 +76,7 @@ class Walk(unittest.TestCase):
             frame()
             return self.browser.all("h1") and self.browser.all("h1")[0].text
         self.browser.wait(lambda: heading() == "The lanterns are back", "the preview")
-        self.browser.find("button").click()
+        self.browser.click("button")
         self.browser.driver.switch_to.default_content()
         self.browser.wait_text(".answer", '"action":"commit"')
         self.browser.picture("walk-1-made")
@@ -88,7 +88,7 @@ class Walk(unittest.TestCase):
 
     def check(self):
         self.often(3)
-        self.browser.button("Publish").click()
+        self.browser.press("Publish")
         self.browser.wait_text(".problems", "It cannot be published")
         self.assertIn("is never shown without it", self.browser.text(".problems"))
         self.assertEqual(self.service.config()["popups"], [])
@@ -96,7 +96,7 @@ class Walk(unittest.TestCase):
 
     def publish(self):
         self.often(2)
-        self.browser.button("Publish").click()
+        self.browser.press("Publish")
         self.browser.wait_text(".chosen", "Live")
         self.assertEqual([p["scene"] for p in self.service.config()["popups"]], ["welcome"])
 
@@ -139,13 +139,13 @@ class Walk(unittest.TestCase):
         self.browser.wait_text(".count", "1 answer")
         self.browser.wait_text(".results", "welcome")
         self.assertEqual(len(self.browser.all(".canvas canvas")), 3)
-        self.browser.find(".plot:last-child summary").click()
+        self.browser.click(".plot:last-child summary")
         self.assertIn("lanterns 1", self.browser.text(".plot:last-child table"))
         self.browser.picture("walk-4-counted")
 
     def take_back(self):
         self.browser.section("popups")
-        self.browser.find('[aria-label="Roll back to release 1"]').click()
+        self.browser.click('[aria-label="Roll back to release 1"]')
         self.browser.wait_text(".popups", "Draft")
         self.browser.picture("walk-5-taken-back")
 

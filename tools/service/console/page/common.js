@@ -103,15 +103,23 @@ export function toast(text, bad) {
   toast.timer = window.setTimeout(() => place.classList.remove('shown'), bad ? 9000 : 4000);
 }
 
-// Runs what a control asks for, and says what went wrong.
+let last = Promise.resolve();
+
+// Runs what a control asks for once all that was asked for before is done, and says what went
+// wrong. To publish at once after saving would otherwise save the same change again, which the
+// service takes for somebody else's.
 export function act(work) {
-  return async (event) => {
-    if (event && event.preventDefault) event.preventDefault();
+  const run = async (event) => {
     try {
       await work(event);
     } catch (error) {
       toast(error.message, true);
     }
+  };
+  return (event) => {
+    if (event && event.preventDefault) event.preventDefault();
+    last = last.then(() => run(event));
+    return last;
   };
 }
 
