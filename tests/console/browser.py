@@ -68,7 +68,10 @@ class Browser:
 
     def press(self, text):
         """Clicks on the button with that text, also when the page makes it anew meanwhile."""
-        self.wait(lambda: self.clicked(self.button(text)), "no click on the button " + text)
+        def pressed():
+            button = next((b for b in self.all("button") if b.text == text), None)
+            return button is not None and self.clicked(button)
+        self.wait(pressed, "no click on the button " + text)
 
     @staticmethod
     def clicked(element):
@@ -85,10 +88,6 @@ class Browser:
 
     def wait_text(self, selector, text):
         self.wait(lambda: any(text in e.text for e in self.all(selector)), f"{selector} has no {text}")
-
-    def button(self, text, within="body"):
-        return self.wait(lambda: next((b for b in self.all(within + " button") if b.text == text), None),
-                         "there is no button " + text)
 
     def type(self, selector, text):
         field = self.find(selector)

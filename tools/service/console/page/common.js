@@ -109,16 +109,9 @@ let last = Promise.resolve();
 // wrong. To publish at once after saving would otherwise save the same change again, which the
 // service takes for somebody else's.
 export function act(work) {
-  const run = async (event) => {
-    try {
-      await work(event);
-    } catch (error) {
-      toast(error.message, true);
-    }
-  };
   return (event) => {
     if (event && event.preventDefault) event.preventDefault();
-    last = last.then(() => run(event));
+    last = last.then(() => work(event)).catch((error) => toast(error.message, true));
     return last;
   };
 }

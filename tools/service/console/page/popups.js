@@ -64,14 +64,15 @@ function drag(event, row, popup) {
     const below = rowBelow(list, moved.clientY, row);
     if (below !== row.nextElementSibling) list.insertBefore(row, below || null);
   };
-  const onUp = act(async () => {
+  // The row is let go of at once, whatever the console still waits for.
+  const onUp = () => {
     row.classList.remove('dragged');
     window.removeEventListener('pointermove', onMove);
     window.removeEventListener('pointerup', onUp);
     window.removeEventListener('pointercancel', onUp);
     const next = row.nextElementSibling;
-    if (next !== start) await move(popup, next ? Number(next.dataset.id) : 0);
-  });
+    if (next !== start) act(() => move(popup, next ? Number(next.dataset.id) : 0))();
+  };
   window.addEventListener('pointermove', onMove);
   window.addEventListener('pointerup', onUp);
   window.addEventListener('pointercancel', onUp);
