@@ -45,6 +45,16 @@ void GameLoop::fill(int width, int height) {
   SDL_SetWindowPosition(window_, 0, 0);
 }
 
+SDL_Point GameLoop::fillScreen() {
+  SDL_Rect screen{};
+  if (SDL_GetDisplayBounds(0, &screen) != 0 ||
+      SDL_SetWindowFullscreen(window_, SDL_WINDOW_FULLSCREEN_DESKTOP) != 0) {
+    std::fprintf(stderr, "SDL: %s\n", SDL_GetError());
+    std::exit(1);
+  }
+  return {screen.w, screen.h};
+}
+
 double GameLoop::frame() {
   const auto start = std::chrono::steady_clock::now();
   SDL_Event event;

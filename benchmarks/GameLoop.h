@@ -24,6 +24,8 @@ class GameLoop {
   unsigned long nativeWindow() const;
   /// Fills a screen of that size, as a game does after a turn.
   void fill(int width, int height);
+  /// Goes full screen. Returns the screen's size.
+  SDL_Point fillScreen();
 
  private:
   double frame();

@@ -2,9 +2,13 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
+#include <utility>
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <pthread.h>
+#include <sys/socket.h>
 
 namespace zovk {
 namespace {
@@ -48,8 +52,38 @@ std::optional<PixelWatch::Clock::time_point> PixelWatch::seen() const {
   return seen_;
 }
 
+void PixelWatch::follow() {
+  {
+    const std::lock_guard lock(mutex_);
+    following_ = true;
+    followed_.clear();
+  }
+  changed_.notify_all();
+}
+
+std::vector<unsigned long> PixelWatch::followed() {
+  const std::lock_guard lock(mutex_);
+  following_ = false;
+  return std::exchange(followed_, {});
+}
+
 unsigned long PixelWatch::colour() const {
   return read(own_, x_, y_);
+}
+
+double PixelWatch::processorSeconds() const {
+  clockid_t clock{};
+  timespec time{};
+  if (pthread_getcpuclockid(thread_.native_handle(), &clock) != 0) return 0;
+  if (clock_gettime(clock, &time) != 0) return 0;
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+}
+
+pid_t PixelWatch::screenProcess() const {
+  ucred server{};
+  socklen_t size = sizeof server;
+  const int socket = ConnectionNumber(static_cast<Display*>(own_));
+  return getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &server, &size) == 0 ? server.pid : 0;
 }
 
 unsigned long PixelWatch::read(void* connection, int x, int y) {
@@ -67,7 +101,7 @@ void PixelWatch::look() {
   void* const display = openDisplay();
   std::unique_lock lock(mutex_);
   while (!over_) {
-    if (!wanted_) {
+    if (!wanted_ && !following_) {
       changed_.wait(lock);
       continue;
     }
@@ -75,6 +109,7 @@ void PixelWatch::look() {
     const unsigned long now = read(display, x_, y_);
     const auto when = Clock::now();
     lock.lock();
+    if (following_ && (followed_.empty() || followed_.back() != now)) followed_.push_back(now);
     if (wanted_ == now) {
       seen_ = when;
       wanted_.reset();

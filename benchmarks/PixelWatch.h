@@ -5,6 +5,9 @@
 #include <mutex>
 #include <optional>
 #include <thread>
+#include <vector>
+
+#include <sys/types.h>
 
 namespace zovk {
 
@@ -24,8 +27,16 @@ class PixelWatch {
   void expect(unsigned long colour);
   /// Returns when the pixel first had the colour, or nothing until then.
   std::optional<Clock::time_point> seen() const;
+  /// Writes down from now on which colours the pixel takes.
+  void follow();
+  /// Returns them in order, the first one included, and stops writing.
+  std::vector<unsigned long> followed();
   /// Returns the pixel's present colour.
   unsigned long colour() const;
+  /// Returns the processor time that the thread has taken so far.
+  double processorSeconds() const;
+  /// Returns the X server's process.
+  pid_t screenProcess() const;
 
  private:
   void look();
@@ -38,8 +49,10 @@ class PixelWatch {
   std::condition_variable changed_;
   std::optional<unsigned long> wanted_;
   std::optional<Clock::time_point> seen_;
+  bool following_ = false;
+  std::vector<unsigned long> followed_;
   bool over_ = false;
-  std::thread thread_;
+  mutable std::thread thread_;  // only a changeable one has a handle
 };
 
 }  // namespace zovk

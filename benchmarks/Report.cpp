@@ -30,6 +30,12 @@ void Report::tell(const std::string& text, double figure, const std::string& uni
   figures_.push_back({{"text", text}, {"figure", figure}, {"unit", unit}});
 }
 
+void Report::note(const std::string& text) {
+  std::printf("%s\n", text.c_str());
+  std::fflush(stdout);
+  notes_.emplace_back(text);
+}
+
 void Report::keep(const std::string& text, const std::vector<double>& milliseconds) {
   samples_[text] = boost::json::array(milliseconds.begin(), milliseconds.end());
 }
@@ -37,8 +43,8 @@ void Report::keep(const std::string& text, const std::vector<double>& millisecon
 int Report::finish() const {
   if (const char* const path = std::getenv("ZOVKPOPUP_BENCHMARK_RESULT")) {
     std::ofstream file(path);
-    file << boost::json::serialize(
-        boost::json::object{{"claims", claims_}, {"figures", figures_}, {"samples", samples_}});
+    file << boost::json::serialize(boost::json::object{
+        {"claims", claims_}, {"figures", figures_}, {"notes", notes_}, {"samples", samples_}});
     if (!file.flush()) {
       std::fprintf(stderr, "cannot write %s\n", path);
       return 1;

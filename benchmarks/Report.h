@@ -29,6 +29,8 @@ class Report {
   bool add(const Claim& claim);
   /// Adds a figure without a bound.
   void tell(const std::string& text, double figure, const std::string& unit);
+  /// Adds a fact about the machine that the figures depend on.
+  void note(const std::string& text);
   /// Adds single measurements, for a picture of their distribution.
   void keep(const std::string& text, const std::vector<double>& milliseconds);
   /// Returns the exit code of the program: 0 if all claims hold.
@@ -38,6 +40,7 @@ class Report {
   bool allHold_ = true;
   boost::json::array claims_;
   boost::json::array figures_;
+  boost::json::array notes_;
   boost::json::object samples_;
 };
 
