@@ -1,15 +1,14 @@
 // Pages that post more than anybody can take. What they cost the helper is counted in its processor
 // time, and how soon it answers a click is printed.
 #include <chrono>
-#include <fstream>
 #include <iostream>
 #include <string>
 
 #include <boost/json/array.hpp>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "PopupScreen.h"
+#include "fixtures/ProcessFacts.h"
 
 namespace zovk {
 namespace {
@@ -31,15 +30,6 @@ class HostilePage : public testing::Test {
   std::string line() { return std::string(helper_.await("log").at("line").as_string()); }
   boost::json::value next() { return helper_.await("web.message").at("body"); }
 
-  double processorSeconds() const {
-    std::ifstream file("/proc/" + std::to_string(helper_.pid()) + "/stat");
-    std::string word;
-    double ticks = 0;
-    for (int field = 1; file >> word && field <= 15; ++field) {
-      if (field >= 14) ticks += std::stod(word);
-    }
-    return ticks / static_cast<double>(sysconf(_SC_CLK_TCK));
-  }
   void clickAndPrint(const std::string& what) {
     if (cross_.empty()) cross_ = screen_.place(PopupScreen::view("crossBtn"));
     const auto middle = [this](std::size_t side, int origin) {
@@ -70,11 +60,11 @@ struct Hostile {
 class HostilePost : public HostilePage, public testing::WithParamInterface<Hostile> {};
 
 TEST_P(HostilePost, IsLeftOutWithOneLineAndCostsTheHelperNothing) {
-  const double before = processorSeconds();
+  const double before = processorSeconds(helper_.pid());
   run(std::string(GetParam().script) + "; sdk.postMessage('after')");
   EXPECT_EQ(line(), std::string("helper: a page's message was left out: ") + GetParam().problem);
   EXPECT_EQ(next(), "after");
-  const double cost = processorSeconds() - before;
+  const double cost = processorSeconds(helper_.pid()) - before;
   std::cout << GetParam().name << ": " << cost << " s of the helper\n";
   EXPECT_LT(cost, 1) << "a hundred times what it takes";
 }

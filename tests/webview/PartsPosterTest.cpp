@@ -127,6 +127,35 @@ TEST_F(HungPoster, ComesDownForGoodWithTheEnginesPicture) {
   EXPECT_EQ(paint(poster_, NodePtr()), nullptr);
 }
 
+TEST_F(HungPoster, ComesDownHoweverLittleIsInTheEnginesPicture) {
+  for (const auto& [x, y] :
+       {std::pair(0, 0), std::pair(kWidth - 1, kHeight / 2), std::pair(kWidth - 1, kHeight - 1)}) {
+    poster_.hang(picture(kWidth, kHeight).get());
+    graphene_rect_t box;
+    graphene_rect_init(&box, static_cast<float>(x), static_cast<float>(y), 1, 1);
+    EXPECT_EQ(paint(poster_, NodePtr(gsk_color_node_new(&kRed, &box))), nullptr);
+    EXPECT_FALSE(poster_.hangs()) << x << ", " << y;
+  }
+}
+
+TEST_F(HungPoster, ComesDownWithAPictureOfOneColour) {
+  EXPECT_EQ(paint(poster_, surface({1, 1, 1, 1}, kWidth, kHeight)), nullptr);
+  EXPECT_FALSE(poster_.hangs());
+}
+
+TEST_F(Posters, AreOfTheRightSizeEvenIfTheViewHasNoneYet) {
+  GtkWidget* view = gtk_drawing_area_new();
+  g_object_ref_sink(view);
+  {
+    Poster poster(view);
+    poster.hang(picture(kWidth, kHeight).get());
+    ASSERT_TRUE(poster.hangs());
+    show(view);
+    EXPECT_NE(paint(poster, NodePtr()), nullptr);
+  }
+  g_object_unref(view);
+}
+
 TEST_F(HungPoster, ComesDownOnceTheViewHasAnotherSize) {
   gtk_window_set_default_size(window_, kWidth + 40, kHeight);
   EXPECT_TRUE(runUntil([&] { return gtk_widget_get_width(view_) == kWidth + 40; }));
@@ -148,6 +177,17 @@ class AskedPoster : public Posters {
     webkit_web_view_load_html(WEBKIT_WEB_VIEW(view_), html, nullptr);
     EXPECT_TRUE(
         runUntil([&] { return webkit_web_view_is_loading(WEBKIT_WEB_VIEW(view_)) == FALSE; }));
+  }
+
+  /// Returns whether the poster is hung once all that was asked for before has been answered.
+  bool hangsAtLast() {
+    bool later = false;
+    webkit_web_view_get_snapshot(
+        WEBKIT_WEB_VIEW(view_), WEBKIT_SNAPSHOT_REGION_VISIBLE, WEBKIT_SNAPSHOT_OPTIONS_NONE,
+        nullptr, [](GObject*, GAsyncResult*, gpointer flag) { *static_cast<bool*>(flag) = true; },
+        &later);
+    EXPECT_TRUE(runUntil([&] { return later; }));
+    return poster_.hangs();
   }
 
   GtkWidget* view_ = webkit_web_view_new();
@@ -173,12 +213,104 @@ TEST_F(AskedPoster, IsNotHungOnceItWasDroppedHoweverOftenItWasAskedFor) {
   poster_.ask();
   poster_.ask();
   poster_.drop();
-  bool later = false;
-  webkit_web_view_get_snapshot(
-      WEBKIT_WEB_VIEW(view_), WEBKIT_SNAPSHOT_REGION_VISIBLE, WEBKIT_SNAPSHOT_OPTIONS_NONE, nullptr,
-      [](GObject*, GAsyncResult*, gpointer flag) { *static_cast<bool*>(flag) = true; }, &later);
-  EXPECT_TRUE(runUntil([&] { return later; }));
-  EXPECT_FALSE(poster_.hangs());
+  EXPECT_FALSE(hangsAtLast());
+}
+
+/// A page that waits for an answer before it has loaded.
+class PosterOfSlowPage : public AskedPoster {
+ protected:
+  PosterOfSlowPage() {
+    static GObjectPtr<WebKitURISchemeRequest> asked;
+    static const bool known = registerScheme(asked);
+    EXPECT_TRUE(known);
+    asked = {};
+    show(view_);
+    webkit_web_view_load_html(WEBKIT_WEB_VIEW(view_), "<p>page<img src='slow:image'>", nullptr);
+    EXPECT_TRUE(runUntil([] { return static_cast<bool>(asked); }));
+  }
+
+ private:
+  /// A context knows a scheme for good. What is asked for waits in `asked`.
+  static bool registerScheme(GObjectPtr<WebKitURISchemeRequest>& asked) {
+    webkit_web_context_register_uri_scheme(
+        webkit_web_context_get_default(), "slow",
+        [](WebKitURISchemeRequest* request, gpointer data) {
+          *static_cast<GObjectPtr<WebKitURISchemeRequest>*>(data) =
+              GObjectPtr<WebKitURISchemeRequest>::retain(request);
+        },
+        &asked, nullptr);
+    return true;
+  }
+};
+
+TEST_F(PosterOfSlowPage, IsNotHungEarly) {
+  poster_.askEarly();
+  EXPECT_FALSE(hangsAtLast());
+}
+
+TEST_F(PosterOfSlowPage, IsHungOnceThePageHasLoadedThoughItWasAskedTooEarly) {
+  poster_.askEarly();
+  EXPECT_FALSE(hangsAtLast());
+  poster_.ask();
+  EXPECT_TRUE(hangsAtLast());
+}
+
+TEST_F(PosterOfSlowPage, IsAskedAgainIfThePageHasLoadedMeanwhile) {
+  poster_.askEarly();
+  poster_.ask();
+  EXPECT_TRUE(runUntil([&] { return poster_.hangs(); }));
+}
+
+TEST_F(AskedPoster, IsHungEarlyForAPageThatHasLoadedCompletely) {
+  load("<p>page");
+  poster_.askEarly();
+  EXPECT_TRUE(runUntil([&] { return poster_.hangs(); }));
+}
+
+TEST_F(AskedPoster, OfAnotherSizeIsAskedForAgainRatherThanStretched) {
+  load("<body style='margin:0'><div style='width:50px;height:50px;background:#f00'></div>");
+  poster_.askEarly();
+  poster_.ask();
+  gtk_widget_allocate(view_, kWidth + 40, kHeight, -1, nullptr);
+  ASSERT_TRUE(runUntil([&] { return poster_.hangs(); }));
+  const NodePtr painted = paint(poster_, NodePtr());
+  ASSERT_NE(painted, nullptr);
+  const std::vector<guint32> pixels = pixelsOf(painted);
+  EXPECT_EQ(pixels[10 * kWidth + 48], 0xFFFF0000);
+  EXPECT_EQ(pixels[10 * kWidth + 53], 0U);
+}
+
+TEST_F(AskedPoster, MayBeAskedForAgainOnceItWasDropped) {
+  load("<p>page");
+  poster_.askEarly();
+  poster_.drop();
+  poster_.ask();
+  EXPECT_TRUE(runUntil([&] { return poster_.hangs(); }));
+}
+
+/// What decides how a view's pages are drawn, with a page that has loaded.
+class DrawnPage : public Posters {
+ protected:
+  DrawnPage() {
+    view_ = WEBKIT_WEB_VIEW(g_object_new(pageViewType(), nullptr));
+    show(GTK_WIDGET(view_));
+    webkit_web_view_load_html(view_, "<p>page", nullptr);
+    EXPECT_TRUE(runUntil([&] { return webkit_web_view_is_loading(view_) == FALSE; }));
+  }
+
+  WebKitWebView* view_ = nullptr;
+};
+
+TEST_F(DrawnPage, HasAPosterAsSoonAsItComes) {
+  PageDrawing drawing(view_, Drawing::kSoftware);
+  drawing.pageCame();
+  EXPECT_TRUE(runUntil([&] { return showsPoster(view_); }));
+}
+
+TEST_F(DrawnPage, HasAPosterWhenItHasLoaded) {
+  PageDrawing drawing(view_, Drawing::kSoftware);
+  drawing.pageLoaded();
+  EXPECT_TRUE(runUntil([&] { return showsPoster(view_); }));
 }
 
 /// A popup's page, drawn in one of the ways.

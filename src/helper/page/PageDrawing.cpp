@@ -1,7 +1,5 @@
 #include "helper/page/PageDrawing.h"
 
-#include <utility>
-
 #include "helper/page/PageView.h"
 
 namespace zovk::helper {
@@ -15,7 +13,13 @@ void useGl(WebKitSettings* settings, bool use) {
 
 }  // namespace
 
+// Until the second page's picture comes, the engine shows the first page's.
+bool PageDrawing::hasPoster() const {
+  return !hadPage_ && drawing_ == Drawing::kSoftware && drawsWithGl(view_);
+}
+
 void PageDrawing::pageCame() {
+  if (hasPoster()) showPosterEarly(view_);
   if (!seeThrough_ || drawsWithGl(view_)) return;
   // A view of another size begins with a clear picture.
   GtkWidget* widget = GTK_WIDGET(view_);
@@ -23,9 +27,8 @@ void PageDrawing::pageCame() {
 }
 
 void PageDrawing::pageLoaded() {
-  // Until the second page's picture comes, the engine shows the first page's.
-  if (std::exchange(hadPage_, true)) return;
-  if (drawing_ == Drawing::kSoftware && drawsWithGl(view_)) showPoster(view_);
+  if (hasPoster()) showPoster(view_);
+  hadPage_ = true;
 }
 
 void PageDrawing::crashed() {

@@ -22,6 +22,8 @@ class PageDrawing {
   void crashed();
 
  private:
+  bool hasPoster() const;
+
   WebKitWebView* view_;
   Drawing drawing_;
   bool seeThrough_ = false;

@@ -79,6 +79,10 @@ void expectPicture(WebKitWebView* view) {
   picture.poster.drop();
 }
 
+void showPosterEarly(WebKitWebView* view) {
+  pictureOf(view).poster.askEarly();
+}
+
 void showPoster(WebKitWebView* view) {
   pictureOf(view).poster.ask();
 }

@@ -10,7 +10,9 @@ GType pageViewType();
 
 /// Call it when a page has come: from then on the view's pictures are of a page.
 void expectPicture(WebKitWebView* view);
-/// Shows what the page looks like now until the engine has composed its picture.
+/// Shows what the page looks like until the engine has composed its picture. Call the first when a
+/// page has come, and the second when it has loaded.
+void showPosterEarly(WebKitWebView* view);
 void showPoster(WebKitWebView* view);
 bool showsPoster(WebKitWebView* view);
 /// Returns whether the view has a page, but was not painted with any yet.

@@ -1,6 +1,9 @@
 #include "helper/page/Poster.h"
 
 #include <algorithm>
+#include <cstring>
+
+#include "helper/page/PageScripts.h"
 
 namespace zovk::helper {
 namespace {
@@ -8,20 +11,26 @@ namespace {
 /// A page may have become invisible meanwhile.
 constexpr guint kLongest = 500;  // milliseconds
 
-/// The side of the small picture in which something is looked for.
-constexpr int kLookSide = 32;
+/// The height of the strips in which something is looked for.
+constexpr int kStrip = 64;
 
-/// Returns whether nothing is in a picture of that size.
+/// Returns whether nothing is in a picture of that size. Scaled down, it would take as long as a
+/// frame.
 bool isBlank(GskRenderNode* node, int width, int height) {
-  const CairoSurface small(cairo_image_surface_create(CAIRO_FORMAT_A8, kLookSide, kLookSide));
-  const CairoContext context(cairo_create(small.get()));
-  cairo_scale(context.get(), static_cast<double>(kLookSide) / std::max(1, width),
-              static_cast<double>(kLookSide) / std::max(1, height));
-  gsk_render_node_draw(node, context.get());
-  cairo_surface_flush(small.get());
-  const unsigned char* pixels = cairo_image_surface_get_data(small.get());
-  const int size = cairo_image_surface_get_stride(small.get()) * kLookSide;
-  return std::all_of(pixels, pixels + size, [](unsigned char alpha) { return alpha == 0; });
+  const CairoSurface strip(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, kStrip));
+  const CairoContext context(cairo_create(strip.get()));
+  for (int top = 0; top < height; top += kStrip) {
+    // What was drawn so far was blank.
+    gsk_render_node_draw(node, context.get());
+    cairo_surface_flush(strip.get());
+    const unsigned char* pixels = cairo_image_surface_get_data(strip.get());
+    const auto size =
+        static_cast<std::size_t>(cairo_image_surface_get_stride(strip.get())) * kStrip;
+    if (pixels == nullptr || pixels[0] != 0 || std::memcmp(pixels, pixels + 1, size - 1) != 0)
+      return false;
+    cairo_translate(context.get(), 0, -kStrip);
+  }
+  return true;
 }
 
 /// Takes as long as to paint the rest of a frame, so it is done while the frame is waited for.
@@ -38,25 +47,65 @@ CairoSurface pixelsOf(GdkTexture* picture) {
 
 }  // namespace
 
-void Poster::ask() {
+void Poster::askEarly() {
   drop();
   asked_ = GObjectPtr<GCancellable>::adopt(g_cancellable_new());
+  // The page's process answers in turn, this before the picture.
+  webkit_web_view_evaluate_javascript(WEBKIT_WEB_VIEW(view_), "document.readyState === 'complete'",
+                                      -1, kGuardWorld, nullptr, asked_.get(), onState, this);
+  askNow();
+}
+
+void Poster::ask() {
+  again_ = awaited_;
+  if (hangs() || awaited_) return;
+  drop();
+  asked_ = GObjectPtr<GCancellable>::adopt(g_cancellable_new());
+  loaded_ = true;
+  askNow();
+}
+
+void Poster::askNow() {
+  awaited_ = true;
   webkit_web_view_get_snapshot(WEBKIT_WEB_VIEW(view_), WEBKIT_SNAPSHOT_REGION_VISIBLE,
                                WEBKIT_SNAPSHOT_OPTIONS_NONE, asked_.get(), onPainted, this);
+}
+
+// The view lives until it is answered, and this with it. Of what was given up there is no result.
+void Poster::onState(GObject* view, GAsyncResult* result, gpointer self) {
+  const auto state = GObjectPtr<JSCValue>::adopt(
+      webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, nullptr));
+  if (state) static_cast<Poster*>(self)->loaded_ = jsc_value_to_boolean(state.get()) == TRUE;
 }
 
 void Poster::onPainted(GObject* view, GAsyncResult* result, gpointer self) {
   auto picture = GObjectPtr<GdkTexture>::adopt(
       webkit_web_view_get_snapshot_finish(WEBKIT_WEB_VIEW(view), result, nullptr));
-  // The view lives until it is answered, and this with it.
-  if (picture) static_cast<Poster*>(self)->hang(picture.get());
+  if (!picture) return;
+  auto* poster = static_cast<Poster*>(self);
+  poster->awaited_ = false;
+  if (poster->loaded_ && poster->isOfSize(picture.get())) return poster->hang(picture.get());
+  if (poster->again_) poster->ask();
+}
+
+/// A page keeps its old size for a moment when its view is laid out anew.
+bool Poster::isOfSize(GdkTexture* picture) const {
+  const int scale = gtk_widget_get_scale_factor(view_);
+  return !isLaidOut() || (gdk_texture_get_width(picture) == gtk_widget_get_width(view_) * scale &&
+                          gdk_texture_get_height(picture) == gtk_widget_get_height(view_) * scale);
+}
+
+bool Poster::isLaidOut() const {
+  return gtk_widget_get_width(view_) > 0 && gtk_widget_get_height(view_) > 0;
 }
 
 void Poster::hang(GdkTexture* picture) {
   picture_ = pixelsOf(picture);
   if (!picture_) return;
-  width_ = gtk_widget_get_width(view_);
-  height_ = gtk_widget_get_height(view_);
+  const int scaleOfScreen = gtk_widget_get_scale_factor(view_);
+  const bool known = isLaidOut();
+  width_ = known ? gtk_widget_get_width(view_) : gdk_texture_get_width(picture) / scaleOfScreen;
+  height_ = known ? gtk_widget_get_height(view_) : gdk_texture_get_height(picture) / scaleOfScreen;
   const double scale = static_cast<double>(gdk_texture_get_width(picture)) / std::max(1, width_);
   cairo_surface_set_device_scale(picture_.get(), scale, scale);
   over_ = SourceGuard(g_timeout_add(kLongest, onOver, this));
@@ -74,6 +123,7 @@ gboolean Poster::onOver(gpointer self) {
 void Poster::drop() {
   if (asked_) g_cancellable_cancel(asked_.get());
   asked_ = {};
+  awaited_ = loaded_ = again_ = false;
   picture_.reset();
   over_ = {};
 }

@@ -16,7 +16,10 @@ class Poster {
   Poster(const Poster&) = delete;
   Poster& operator=(const Poster&) = delete;
 
-  /// Asks the page of `view_`, a web view.
+  /// Asks the page of `view_`, a web view that has just come to a page. The answer is taken only if
+  /// the page had loaded completely by then, which small ones have.
+  void askEarly();
+  /// Asks the page, which has loaded, unless an early answer was taken or is still to come.
   void ask();
   void hang(GdkTexture* picture);
   /// Gives it up, and what was asked for.
@@ -27,13 +30,20 @@ class Poster {
   bool paint(GskRenderNode* own, GtkSnapshot* target);
 
  private:
+  void askNow();
+  static void onState(GObject* view, GAsyncResult* result, gpointer self);
   static void onPainted(GObject* view, GAsyncResult* result, gpointer self);
   static gboolean onOver(gpointer self);
+  bool isOfSize(GdkTexture* picture) const;
+  bool isLaidOut() const;
   bool fits() const;
 
   GtkWidget* view_;
   GObjectPtr<GCancellable> asked_;
   CairoSurface picture_;
+  bool awaited_ = false;  // what was asked for has not been answered
+  bool loaded_ = false;   // the page had loaded before it was painted
+  bool again_ = false;    // the page has loaded meanwhile
   int width_ = 0;
   int height_ = 0;
   SourceGuard over_;
