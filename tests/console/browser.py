@@ -59,8 +59,7 @@ class Browser:
         return self.driver.find_elements(By.CSS_SELECTOR, selector)
 
     def find(self, selector):
-        self.wait(lambda: self.all(selector), "there is no " + selector)
-        return self.driver.find_element(By.CSS_SELECTOR, selector)
+        return self.wait(lambda: self.all(selector)[:1], "there is no " + selector)[0]
 
     def click(self, selector):
         """Clicks on an element, also when the page makes it anew meanwhile."""
@@ -89,10 +88,23 @@ class Browser:
     def wait_text(self, selector, text):
         self.wait(lambda: any(text in e.text for e in self.all(selector)), f"{selector} has no {text}")
 
+    def attribute(self, selector, name):
+        """An attribute of an element, also when the page makes it anew meanwhile."""
+        return self.wait(lambda: [self.find(selector).get_attribute(name)], "no " + selector)[0]
+
     def type(self, selector, text):
-        field = self.find(selector)
-        field.clear()
-        field.send_keys(text)
+        def typed():
+            field = self.find(selector)
+            field.clear()
+            field.send_keys(text)
+            return True
+        self.wait(typed, "no typing into " + selector)
+
+    def focused(self):
+        """What the keyboard is on, read at once, as the page may make it anew at any time."""
+        return self.script(
+            "const {tagName, name, className, innerText, ariaLabel} = document.activeElement;"
+            "return {tag: tagName, name, kind: className, text: innerText, label: ariaLabel};")
 
     def script(self, text, *arguments):
         return self.driver.execute_script(text, *arguments)

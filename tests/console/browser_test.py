@@ -72,7 +72,8 @@ class InTheBrowser(unittest.TestCase):
 
     def test_every_popup_is_shown_with_its_state_and_what_it_is(self):
         self.some()
-        rows = {row.text.split(" ")[0]: row.text for row in self.browser.all(".popups .row")}
+        rows = self.browser.wait(
+            lambda: {row.text.split(" ")[0]: row.text for row in self.browser.all(".popups .row")})
         states = {"welcome": "Live", "shop": "Scheduled", "fair": "Ended", "gift": "Broken"}
         for scene, state in states.items():
             self.assertIn(state, rows[scene])
@@ -145,7 +146,7 @@ class InTheBrowser(unittest.TestCase):
         self.assertIn("America/New_York", self.browser.text(".list"))
         self.browser.script("const z = document.getElementById('zone'); z.value = 'utc';"
                             "z.dispatchEvent(new Event('change'))")
-        self.browser.wait(lambda: self.browser.find("[name=valid_time]").get_attribute("value")
+        self.browser.wait(lambda: self.browser.attribute("[name=valid_time]", "value")
                           == "2026-01-01T00:00")
         self.browser.script("localStorage.clear()")
 
@@ -164,29 +165,35 @@ class InTheBrowser(unittest.TestCase):
     def test_keys_alone_move_open_change_and_publish(self):
         self.start(entry(1, "first", priority=3), entry(2, "second", priority=2))
         keys = lambda *sent: ActionChains(self.browser.driver).send_keys(*sent).perform()
-        focused = lambda: self.browser.driver.switch_to.active_element
+        focused = self.browser.focused
         keys(Keys.TAB)
-        self.assertEqual(focused().text, "Skip to the content")
+        self.assertEqual(focused()["text"].strip(), "Skip to the content")
         keys(Keys.ENTER)
         for _ in range(30):
             keys(Keys.TAB)
-            if focused().get_attribute("aria-label") == "Lower priority: popup 1":
+            if focused()["label"] == "Lower priority: popup 1":
                 break
         keys(Keys.ENTER)
         self.browser.wait(lambda: [p["entry"]["pop_id"] for p in
                                    self.service.get("popups")["popups"]] == [2, 1])
         # The last row cannot go lower, so the keyboard goes to the row itself.
-        self.browser.wait(lambda: "first" in focused().text and focused().get_attribute("class") == "row")
+        def is_on_row():
+            now = focused()
+            return "first" in now["text"] and now["kind"] == "row"
+        self.browser.wait(is_on_row)
         keys(Keys.ENTER)
-        self.browser.wait(lambda: focused().tag_name == "h1" and "first" in focused().text)
+        def is_on_title():
+            now = focused()
+            return "first" in now["text"] and now["tag"] == "H1"
+        self.browser.wait(is_on_title)
         for _ in range(30):
             keys(Keys.TAB)
-            if focused().get_attribute("name") == "scene":
+            if focused()["name"] == "scene":
                 break
         keys("-later")
-        self.browser.find("[name=save]").send_keys(Keys.SPACE)
+        self.browser.wait(lambda: self.browser.find("[name=save]").send_keys(Keys.SPACE) is None)
         self.browser.wait(lambda: self.service.popup(1)["entry"]["scene"].endswith("later"))
-        self.browser.wait(lambda: focused().get_attribute("name") == "save")
+        self.browser.wait(lambda: focused()["name"] == "save")
         keys(Keys.TAB, Keys.SPACE)
         self.browser.wait(lambda: self.service.config()["popups"][0]["scene"].endswith("later"))
 
@@ -232,22 +239,24 @@ class InTheBrowser(unittest.TestCase):
     def test_a_new_popup_starts_from_each_of_the_five_pages_of_the_tool(self):
         self.start(entry(1, "welcome"))
         choice = "[name=starter]"
-        names = [option.get_attribute("value") for option in self.browser.all(choice + " option")]
+        names = self.browser.wait(lambda: [option.get_attribute("value") for option in
+                                           self.browser.all(choice + " option")])
         self.assertEqual(names, ["announcement", "event", "reward", "survey", "policy"])
         for number, name in enumerate(names, start=2):
-            Select(self.browser.find(choice)).select_by_value(name)
+            self.browser.wait(
+                lambda: Select(self.browser.find(choice)).select_by_value(name) is None)
             self.browser.press("New popup")
             scene = "ZOVKPolicy" if name == "policy" else f"scene-{number}"
             self.browser.wait_text(".editor h1", scene)
             page = self.browser.wait(
-                lambda: self.browser.find("[name=page_text]").get_attribute("value"), name)
+                lambda: self.browser.attribute("[name=page_text]", "value"), name)
             self.assertEqual(page.strip(), (STARTERS / f"{name}.html").read_text().strip())
             made = next(p for p in self.service.get("popups")["popups"]
                         if p["entry"]["pop_id"] == number)
             self.assertEqual((made["entry"]["scene"], made["entry"]["scene_type"], made["state"]),
                              (scene, 0 if name == "policy" else 1, "draft"))
             self.assertEqual(made["problems"], [])
-            self.assertEqual(self.browser.find(choice).get_attribute("value"), name)
+            self.assertEqual(self.browser.attribute(choice, "value"), name)
             self.browser.picture("new-" + name)
 
     def test_what_is_not_valid_is_said_at_its_field(self):
@@ -259,7 +268,7 @@ class InTheBrowser(unittest.TestCase):
         self.browser.wait_text(".problems", "It cannot be published")
         self.assertIn("a conditional popup (pop_freq 3) is never shown without it",
                       self.browser.text(".problems"))
-        self.assertEqual(self.browser.find("[name=check_url]").get_attribute("aria-invalid"), "true")
+        self.assertEqual(self.browser.attribute("[name=check_url]", "aria-invalid"), "true")
         self.browser.picture("not-valid")
         self.assertTrue(any("409" in line for line in self.browser.complaints()))
 
