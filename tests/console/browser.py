@@ -61,9 +61,12 @@ class Browser:
     def find(self, selector):
         return self.wait(lambda: self.all(selector)[:1], "there is no " + selector)[0]
 
+    def do(self, action, what=""):
+        """Does it, once more when the page makes the element anew meanwhile."""
+        self.wait(lambda: (action(), True)[1], what)
+
     def click(self, selector):
-        """Clicks on an element, also when the page makes it anew meanwhile."""
-        self.wait(lambda: self.clicked(self.find(selector)), "no click on " + selector)
+        self.do(lambda: self.find(selector).click(), "no click on " + selector)
 
     def press(self, text):
         """Clicks on the button with that text, also when the page makes it anew meanwhile."""
@@ -97,8 +100,7 @@ class Browser:
             field = self.find(selector)
             field.clear()
             field.send_keys(text)
-            return True
-        self.wait(typed, "no typing into " + selector)
+        self.do(typed, "no typing into " + selector)
 
     def focused(self):
         """What the keyboard is on, read at once, as the page may make it anew at any time."""

@@ -191,7 +191,7 @@ class InTheBrowser(unittest.TestCase):
             if focused()["name"] == "scene":
                 break
         keys("-later")
-        self.browser.wait(lambda: self.browser.find("[name=save]").send_keys(Keys.SPACE) is None)
+        self.browser.do(lambda: self.browser.find("[name=save]").send_keys(Keys.SPACE))
         self.browser.wait(lambda: self.service.popup(1)["entry"]["scene"].endswith("later"))
         self.browser.wait(lambda: focused()["name"] == "save")
         keys(Keys.TAB, Keys.SPACE)
@@ -243,8 +243,7 @@ class InTheBrowser(unittest.TestCase):
                                            self.browser.all(choice + " option")])
         self.assertEqual(names, ["announcement", "event", "reward", "survey", "policy"])
         for number, name in enumerate(names, start=2):
-            self.browser.wait(
-                lambda: Select(self.browser.find(choice)).select_by_value(name) is None)
+            self.browser.do(lambda: Select(self.browser.find(choice)).select_by_value(name))
             self.browser.press("New popup")
             scene = "ZOVKPolicy" if name == "policy" else f"scene-{number}"
             self.browser.wait_text(".editor h1", scene)

@@ -179,6 +179,13 @@ class AskedPoster : public Posters {
         runUntil([&] { return webkit_web_view_is_loading(WEBKIT_WEB_VIEW(view_)) == FALSE; }));
   }
 
+  /// Waits for the poster; returns what is painted of it, or nothing if it does not come.
+  std::vector<guint32> pixelsOnceHung() {
+    EXPECT_TRUE(runUntil([&] { return poster_.hangs(); }));
+    const NodePtr painted = paint(poster_, NodePtr());
+    return painted ? pixelsOf(painted) : std::vector<guint32>();
+  }
+
   /// Returns whether the poster is hung once all that was asked for before has been answered.
   bool hangsAtLast() {
     bool later = false;
@@ -199,10 +206,8 @@ TEST_F(AskedPoster, ShowsThePageAndIsClearWhereThePageIs) {
       "<body style='margin:0'><div style='width:50px;height:50px;background:#f00'></div>"
       "<div style='width:50px;height:50px;background:#f008'></div>");
   poster_.ask();
-  ASSERT_TRUE(runUntil([&] { return poster_.hangs(); }));
-  const NodePtr painted = paint(poster_, NodePtr());
-  ASSERT_NE(painted, nullptr);
-  const std::vector<guint32> pixels = pixelsOf(painted);
+  const std::vector<guint32> pixels = pixelsOnceHung();
+  ASSERT_FALSE(pixels.empty());
   EXPECT_EQ(pixels[10 * kWidth + 10], 0xFFFF0000);
   EXPECT_EQ(pixels[60 * kWidth + 10], 0x88880000);
   EXPECT_EQ(pixels[10 * kWidth + 100], 0U);
@@ -219,28 +224,25 @@ TEST_F(AskedPoster, IsNotHungOnceItWasDroppedHoweverOftenItWasAskedFor) {
 /// A page that waits for an answer before it has loaded.
 class PosterOfSlowPage : public AskedPoster {
  protected:
-  PosterOfSlowPage() {
-    static GObjectPtr<WebKitURISchemeRequest> asked;
-    static const bool known = registerScheme(asked);
-    EXPECT_TRUE(known);
-    asked = {};
-    show(view_);
-    webkit_web_view_load_html(WEBKIT_WEB_VIEW(view_), "<p>page<img src='slow:image'>", nullptr);
-    EXPECT_TRUE(runUntil([] { return static_cast<bool>(asked); }));
-  }
-
- private:
-  /// A context knows a scheme for good. What is asked for waits in `asked`.
-  static bool registerScheme(GObjectPtr<WebKitURISchemeRequest>& asked) {
+  /// A context knows a scheme for good.
+  static void SetUpTestSuite() {
+    ToolkitFixture::SetUpTestSuite();
     webkit_web_context_register_uri_scheme(
         webkit_web_context_get_default(), "slow",
-        [](WebKitURISchemeRequest* request, gpointer data) {
-          *static_cast<GObjectPtr<WebKitURISchemeRequest>*>(data) =
-              GObjectPtr<WebKitURISchemeRequest>::retain(request);
+        [](WebKitURISchemeRequest* request, gpointer) {
+          asked_ = GObjectPtr<WebKitURISchemeRequest>::retain(request);
         },
-        &asked, nullptr);
-    return true;
+        nullptr, nullptr);
   }
+  PosterOfSlowPage() {
+    show(view_);
+    webkit_web_view_load_html(WEBKIT_WEB_VIEW(view_), "<p>page<img src='slow:image'>", nullptr);
+    EXPECT_TRUE(runUntil([] { return static_cast<bool>(asked_); }));
+  }
+  ~PosterOfSlowPage() override { asked_ = {}; }
+
+ private:
+  static inline GObjectPtr<WebKitURISchemeRequest> asked_;
 };
 
 TEST_F(PosterOfSlowPage, IsNotHungEarly) {
@@ -272,10 +274,8 @@ TEST_F(AskedPoster, OfAnotherSizeIsAskedForAgainRatherThanStretched) {
   poster_.askEarly();
   poster_.ask();
   gtk_widget_allocate(view_, kWidth + 40, kHeight, -1, nullptr);
-  ASSERT_TRUE(runUntil([&] { return poster_.hangs(); }));
-  const NodePtr painted = paint(poster_, NodePtr());
-  ASSERT_NE(painted, nullptr);
-  const std::vector<guint32> pixels = pixelsOf(painted);
+  const std::vector<guint32> pixels = pixelsOnceHung();
+  ASSERT_FALSE(pixels.empty());
   EXPECT_EQ(pixels[10 * kWidth + 48], 0xFFFF0000);
   EXPECT_EQ(pixels[10 * kWidth + 53], 0U);
 }

@@ -47,26 +47,29 @@ CairoSurface pixelsOf(GdkTexture* picture) {
 
 }  // namespace
 
-void Poster::askEarly() {
+void Poster::begin() {
   drop();
   asked_ = GObjectPtr<GCancellable>::adopt(g_cancellable_new());
+  awaited_ = true;
+}
+
+void Poster::askEarly() {
+  begin();
   // The page's process answers in turn, this before the picture.
   webkit_web_view_evaluate_javascript(WEBKIT_WEB_VIEW(view_), "document.readyState === 'complete'",
                                       -1, kGuardWorld, nullptr, asked_.get(), onState, this);
-  askNow();
+  askForPicture();
 }
 
 void Poster::ask() {
   again_ = awaited_;
   if (hangs() || awaited_) return;
-  drop();
-  asked_ = GObjectPtr<GCancellable>::adopt(g_cancellable_new());
+  begin();
   loaded_ = true;
-  askNow();
+  askForPicture();
 }
 
-void Poster::askNow() {
-  awaited_ = true;
+void Poster::askForPicture() {
   webkit_web_view_get_snapshot(WEBKIT_WEB_VIEW(view_), WEBKIT_SNAPSHOT_REGION_VISIBLE,
                                WEBKIT_SNAPSHOT_OPTIONS_NONE, asked_.get(), onPainted, this);
 }

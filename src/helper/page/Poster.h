@@ -30,7 +30,8 @@ class Poster {
   bool paint(GskRenderNode* own, GtkSnapshot* target);
 
  private:
-  void askNow();
+  void begin();
+  void askForPicture();
   static void onState(GObject* view, GAsyncResult* result, gpointer self);
   static void onPainted(GObject* view, GAsyncResult* result, gpointer self);
   static gboolean onOver(gpointer self);
