@@ -3,6 +3,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include <link.h>
 #include <pthread.h>
@@ -19,9 +20,15 @@ std::uintptr_t pageSize() {
   return static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
 }
 
+struct Range {
+  std::uintptr_t start;
+  std::uintptr_t end;
+};
+
 /// Gives back what lies between two addresses, of which the first begins a page.
-void giveBack(std::uintptr_t start, std::uintptr_t end) {
-  if (start < end) madvise(std::bit_cast<void*>(start), end - start, MADV_DONTNEED);
+void giveBack(const Range& range) {
+  if (range.start >= range.end) return;
+  madvise(std::bit_cast<void*>(range.start), range.end - range.start, MADV_DONTNEED);
 }
 
 /// Only parts that nobody ever wrote to are as they are in the file.
@@ -29,15 +36,22 @@ bool isAsInFile(const ElfW(Phdr) & part) {
   return part.p_type == PT_LOAD && (part.p_flags & PF_W) == 0;
 }
 
-/// The loader keeps the library where it is meanwhile.
-int giveTextBack(dl_phdr_info* library, std::size_t, void*) {
+int addText(dl_phdr_info* library, std::size_t, void* ranges) {
   for (int i = 0; i < library->dlpi_phnum; ++i) {
     const ElfW(Phdr)& part = library->dlpi_phdr[i];
     if (!isAsInFile(part)) continue;
     const std::uintptr_t start = library->dlpi_addr + part.p_vaddr;
-    giveBack(start & ~(pageSize() - 1), start + part.p_memsz);
+    static_cast<std::vector<Range>*>(ranges)->push_back(
+        {start & ~(pageSize() - 1), start + part.p_memsz});
   }
   return 0;
+}
+
+void giveTextBack() {
+  // Listed first: the list is read from the text itself, which would come back.
+  std::vector<Range> ranges;
+  dl_iterate_phdr(addText, &ranges);
+  for (const Range& range : ranges) giveBack(range);
 }
 
 void giveStackBack() {
@@ -48,14 +62,14 @@ void giveStackBack() {
   pthread_attr_getstack(&stack, &lowest, &size);
   pthread_attr_destroy(&stack);
   const auto used = std::bit_cast<std::uintptr_t>(__builtin_frame_address(0)) - kRoomOnStack;
-  giveBack(std::bit_cast<std::uintptr_t>(lowest), used & ~(pageSize() - 1));
+  giveBack({std::bit_cast<std::uintptr_t>(lowest), used & ~(pageSize() - 1)});
 }
 
 }  // namespace
 
 void giveIdleMemoryBack() {
-  dl_iterate_phdr(giveTextBack, nullptr);
   giveStackBack();
+  giveTextBack();
 }
 
 }  // namespace zovk::helper

@@ -16,6 +16,10 @@
 namespace zovk::helper {
 namespace {
 
+/// The web engine keeps what it read scripts' answers with for five to ten seconds, and its clock
+/// of frames for half a minute. To drop them, it reads much of its code again.
+constexpr guint kEngineForgets = 30;  // seconds
+
 template <class T>
 T* findIn(const std::map<Id, std::unique_ptr<T>>& items, Id id) {
   const auto found = items.find(id);
@@ -197,6 +201,7 @@ ToolkitLayout* Program::layout(Id id) const {
 void Program::openWebView(Id id, const WebViewWishes& wishes,
                           const std::vector<std::string>& handlers) {
   if (views_.find(id) != nullptr) return;
+  engineForgets_ = {};
   GObjectPtr<WebKitWebView> view = webViewFactory_.make(wishes);
   guardPage(view.get(), developerTools_);
   const auto progress = [this](GtkWidget* page, double loaded) {
@@ -238,9 +243,17 @@ void Program::rest() {
   if (webViews_.empty()) webViewFactory_.rest();
   pictureMemory_.giveBack();
   giveIdleMemoryBack();
+  engineForgets_ = SourceGuard(g_timeout_add_seconds(kEngineForgets, onEngineForgot, this));
+}
+
+gboolean Program::onEngineForgot(gpointer self) {
+  static_cast<Program*>(self)->engineForgets_.forget();
+  giveIdleMemoryBack();
+  return G_SOURCE_REMOVE;
 }
 
 void Program::prepareSpare() {
+  engineForgets_ = {};
   const Frame covered = coveredFrame(game_);
   webViewFactory_.prepareSpare(covered);
   pictureMemory_.keep(webViewFactory_.spareWindow(), covered);

@@ -62,7 +62,8 @@ class Program {
 
   /// Tells the game in advance that its last frame will be needed, if that is known.
   void askForBackdropAhead();
-  /// Drops the page that is held ready.
+  /// Drops the page that is held ready, and gives idle memory back, again after the web engine has
+  /// settled.
   void rest();
   /// Makes it again.
   void prepareSpare();
@@ -88,6 +89,7 @@ class Program {
 
  private:
   static gboolean onIdle(gpointer self);
+  static gboolean onEngineForgot(gpointer self);
   void onViewDropped(Id id, GtkWidget* widget);
   void dropBackdrop();
   void carryOut(const std::string& press, const PadQueue::Done& done) const;
@@ -116,6 +118,7 @@ class Program {
   ViewRegistry views_;
   std::map<Id, std::unique_ptr<ToolkitLayout>> layouts_;
   SourceGuard idle_;
+  SourceGuard engineForgets_;
   Frame toldScreen_;
   PadQueue padQueue_;
   HeldSensor held_;
