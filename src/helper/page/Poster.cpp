@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "helper/page/PageScripts.h"
+#include "helper/page/TexturePixels.h"
 
 namespace zovk::helper {
 namespace {
@@ -31,18 +32,6 @@ bool isBlank(GskRenderNode* node, int width, int height) {
     cairo_translate(context.get(), 0, -kStrip);
   }
   return true;
-}
-
-/// Takes as long as to paint the rest of a frame, so it is done while the frame is waited for.
-/// Returns null for a picture that is too large.
-CairoSurface pixelsOf(GdkTexture* picture) {
-  CairoSurface pixels(cairo_image_surface_create(
-      CAIRO_FORMAT_ARGB32, gdk_texture_get_width(picture), gdk_texture_get_height(picture)));
-  if (cairo_surface_status(pixels.get()) != CAIRO_STATUS_SUCCESS) return {};
-  gdk_texture_download(picture, cairo_image_surface_get_data(pixels.get()),
-                       static_cast<gsize>(cairo_image_surface_get_stride(pixels.get())));
-  cairo_surface_mark_dirty(pixels.get());
-  return pixels;
 }
 
 }  // namespace
