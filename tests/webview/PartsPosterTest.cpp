@@ -316,6 +316,7 @@ TEST_F(DrawnPage, HasAPosterWhenItHasLoaded) {
 /// A popup's page, drawn in one of the ways.
 class PosterOfPage : public Posters {
  protected:
+  ~PosterOfPage() override { g_cancellable_cancel(lateAsk_.get()); }
   void open(Drawing drawing, bool opaque) {
     const auto settings = GObjectPtr<WebKitSettings>::adopt(webkit_settings_new());
     preparePages(settings.get(), drawing, opaque);
@@ -336,6 +337,8 @@ class PosterOfPage : public Posters {
     bool hung = false;
     asked_ = false;
     late_ = false;
+    g_cancellable_cancel(lateAsk_.get());
+    lateAsk_ = GObjectPtr<GCancellable>::adopt(g_cancellable_new());
     EXPECT_TRUE(runUntil([&] {
       hung = hung || showsPoster(view_);
       return hung || (finished_ == page && isLate());
@@ -353,15 +356,18 @@ class PosterOfPage : public Posters {
   bool isLate() {
     if (!std::exchange(asked_, true)) {
       webkit_web_view_get_snapshot(
-          view_, WEBKIT_SNAPSHOT_REGION_VISIBLE, WEBKIT_SNAPSHOT_OPTIONS_NONE, nullptr,
-          [](GObject*, GAsyncResult*, gpointer self) {
-            static_cast<PosterOfPage*>(self)->late_ = true;
+          view_, WEBKIT_SNAPSHOT_REGION_VISIBLE, WEBKIT_SNAPSHOT_OPTIONS_NONE, lateAsk_.get(),
+          [](GObject* view, GAsyncResult* result, gpointer self) {
+            const auto picture = GObjectPtr<GdkTexture>::adopt(
+                webkit_web_view_get_snapshot_finish(WEBKIT_WEB_VIEW(view), result, nullptr));
+            if (picture) static_cast<PosterOfPage*>(self)->late_ = true;
           },
           this);
     }
     return late_;
   }
 
+  GObjectPtr<GCancellable> lateAsk_;
   int finished_ = 0;
   bool asked_ = false;
   bool late_ = false;
