@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <memory>
+#include <utility>
 
 #include <dlfcn.h>
 
