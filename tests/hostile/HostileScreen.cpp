@@ -33,9 +33,7 @@ void HostileScreen::playFrame() {
   const auto end = std::chrono::steady_clock::now() + kFrame;
   const Seconds before = processorTime();
   ZOVKPopupHost::pump();
-  const Seconds taken = processorTime() - before;
-  longPump_ = std::max(longPump_, std::min(taken, longestPump_));
-  longestPump_ = std::max(longestPump_, taken);
+  longestPump_ = std::max(longestPump_, processorTime() - before);
   const auto left =
       std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
   if (left.count() > 0) poll(nullptr, 0, static_cast<int>(left.count()));

@@ -32,10 +32,9 @@ class HostileScreen : public HostFixture {
   /// absent if the page has answered before the press. The trial fails if none comes within ten
   /// seconds.
   std::optional<Seconds> pressTheCross();
-  void forgetPumps() { longestPump_ = longPump_ = {}; }
-  /// Returns the longest processor time of a pump but for one. A single one may meet a busy
-  /// machine, whose interrupts count, too.
-  Seconds longPump() const { return longPump_; }
+  void forgetPumps() { longestPump_ = {}; }
+  /// Returns the longest processor time of a pump.
+  Seconds longestPump() const { return longestPump_; }
   /// Returns the memory that the game has written.
   static double megabytes();
   HelperInspector& screen();
@@ -43,7 +42,6 @@ class HostileScreen : public HostFixture {
  private:
   std::shared_ptr<HostedPlatform> platform_;
   Seconds longestPump_{};
-  Seconds longPump_{};
 };
 
 }  // namespace zovk

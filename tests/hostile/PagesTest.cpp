@@ -56,8 +56,8 @@ class HostilePages : public HostileScreen {
     }
     settle();
     EXPECT_EQ(answers().size(), before + 1) << page;
-    EXPECT_LE(longPump().count(), kPumpBound.count()) << page;
-    tally.measure("milliseconds of the longest pump but one", longPump().count() * 1e3);
+    EXPECT_LE(longestPump().count(), kPumpBound.count()) << page;
+    tally.measure("milliseconds of the longest pump", longestPump().count() * 1e3);
     tally.measure("log lines", static_cast<double>(lines().size() - linesBefore));
     return outcome;
   }
