@@ -1,6 +1,7 @@
 #include "text/Md5.h"
 
 #include <array>
+#include <cstddef>
 
 #include <openssl/evp.h>
 
@@ -39,11 +40,10 @@ std::string Md5::finish() {
   EVP_DigestFinal_ex(context_->handle, digest.data(), nullptr);
   EVP_DigestInit_ex2(context_->handle, algorithm(), nullptr);
   constexpr std::string_view kDigits = "0123456789abcdef";
-  std::string text;
-  text.reserve(2 * digest.size());
-  for (unsigned char byte : digest) {
-    text += kDigits[byte >> 4U];
-    text += kDigits[byte & 0xFU];
+  std::string text(2 * digest.size(), '\0');
+  for (std::size_t i = 0; i < digest.size(); ++i) {
+    text[2 * i] = kDigits[digest[i] >> 4U];
+    text[2 * i + 1] = kDigits[digest[i] & 0xFU];
   }
   return text;
 }

@@ -264,6 +264,37 @@ TEST_F(DownloadCacheTest, WhatWasUsedLongestAgoGoesWhenThereIsTooMuch) {
   EXPECT_TRUE(cache.validators("page" + std::to_string(kFit)).has_value());
 }
 
+TEST_F(DownloadCacheTest, AnOldEntryThatIsReadCountsAsUsedAgain) {
+  DownloadCache cache(cachePath);
+  cache.keep("page", {"1", ""}, "a");
+  sqlite3* opened = nullptr;
+  ASSERT_EQ(sqlite3_open(cachePath.c_str(), &opened), SQLITE_OK);
+  const SqliteDatabase other(opened);
+  sqlite3_exec(opened, "UPDATE downloads SET used = unixepoch() - 86500", nullptr, nullptr,
+               nullptr);
+  EXPECT_THAT(cache.body("page", {"1", ""}), Optional(std::string("a")));
+  sqlite3_exec(opened, "DELETE FROM downloads WHERE used < unixepoch() - 60", nullptr, nullptr,
+               nullptr);
+  EXPECT_TRUE(cache.validators("page").has_value());
+}
+
+TEST_F(DownloadCacheTest, AnEntryOfTheSameDayIsReadWithoutAChangeOfTheFile) {
+  DownloadCache cache(cachePath);
+  cache.keep("page", {"1", ""}, "a");
+  const auto before = PosixFileSystem().identity(cachePath);
+  EXPECT_THAT(cache.body("page", {"1", ""}), Optional(std::string("a")));
+  EXPECT_EQ(PosixFileSystem().identity(cachePath), before);
+}
+
+TEST_F(DownloadCacheTest, ACacheThatIsReplacedWhileItIsOpenIsBegunAfresh) {
+  DownloadCache cache(cachePath);
+  cache.keep("page", {"1", ""}, "a");
+  std::ofstream(cachePath) << std::string(50000, 'x');
+  EXPECT_FALSE(cache.body("page", {"1", ""}).has_value());
+  cache.keep("page", {"2", ""}, "b");
+  EXPECT_THAT(cache.body("page", {"2", ""}), Optional(std::string("b")));
+}
+
 TEST_F(DownloadCacheTest, AVeryLargeBodyIsNotKept) {
   DownloadCache cache(cachePath);
   cache.keep("page", {"1", ""}, std::string(DownloadCache::kLargestBody + 1, 'x'));

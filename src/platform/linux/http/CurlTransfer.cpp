@@ -12,6 +12,8 @@ namespace zovk {
 namespace {
 
 constexpr long kMostRedirects = 16;
+// Larger than the library's own, so that a page takes few reads and writes.
+constexpr long kPieceOfBody = 100L * 1024;
 constexpr const char* kProtocols = "http,https";
 
 // Programs that the game starts must not inherit its connections.
@@ -138,6 +140,7 @@ void CurlTransfer::addHeader(const std::string& line) {
 void CurlTransfer::setReception() {
   set(CURLOPT_ACCEPT_ENCODING, "");
   set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(kMaximumBody));
+  set(CURLOPT_BUFFERSIZE, kPieceOfBody);
   set(CURLOPT_WRITEFUNCTION, &CurlTransfer::receive);
   set(CURLOPT_WRITEDATA, this);
   set(CURLOPT_ERRORBUFFER, errorBuffer_.data());

@@ -1,8 +1,6 @@
 #include "platform/linux/http/ResponseSink.h"
 
 #include <cerrno>
-#include <fstream>
-#include <iterator>
 #include <utility>
 
 #include <unistd.h>
@@ -71,9 +69,11 @@ bool DownloadSink::takeKept(UrlResult& result, bool redirected) {
 }
 
 void DownloadSink::keep(const Validators& validators) {
-  std::ifstream file(path_, std::ios::binary);
-  const std::string body{std::istreambuf_iterator<char>(file), {}};
-  if (file.good()) files_->downloads.keep(url_, validators, body);
+  const off_t size = ::lseek(file_.get(), 0, SEEK_END);
+  if (size < 0 || size > static_cast<off_t>(DownloadCache::kLargestBody)) return;
+  std::string body(static_cast<std::size_t>(size), '\0');
+  if (::pread(file_.get(), body.data(), body.size(), 0) != size) return;
+  files_->downloads.keep(url_, validators, body);
 }
 
 void DownloadSink::complete(const UrlResult& result) {

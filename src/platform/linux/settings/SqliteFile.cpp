@@ -13,6 +13,14 @@ bool isCorrupt(int code) {
   return code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
 }
 
+int step(sqlite3_stmt* statement, const SqliteFile::Row& row) {
+  int code = SQLITE_OK;
+  while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+    if (row) row(statement);
+  }
+  return code == SQLITE_DONE ? SQLITE_OK : code;
+}
+
 // SQLite gives the files that it makes beside a database the database's mode; older ones may have
 // another. Returns false if one of them is not a file, because the database must then not be
 // opened.
@@ -39,7 +47,7 @@ SqliteFile::Outcome SqliteFile::run(const char* sql, const Bind& bind, const Row
 int SqliteFile::tryOnce(const char* sql, const Bind& bind, const Row& row) {
   int code = open();
   if (code == SQLITE_OK) code = execute(sql, bind, row);
-  if (isCorrupt(code)) database_.reset();
+  if (isCorrupt(code)) close();
   return code;
 }
 
@@ -57,15 +65,29 @@ int SqliteFile::open() {
 }
 
 int SqliteFile::execute(const char* sql, const Bind& bind, const Row& row) {
-  sqlite3_stmt* prepared = nullptr;
-  int code = sqlite3_prepare_v2(database_.get(), sql, -1, &prepared, nullptr);
-  const SqliteStatement statement(prepared);
-  if (code == SQLITE_OK) code = bind(prepared);
-  if (code != SQLITE_OK) return code;
-  while ((code = sqlite3_step(prepared)) == SQLITE_ROW) {
-    if (row) row(prepared);
+  SqliteStatement& prepared = prepared_[sql];
+  if (!prepared) {
+    const int code = prepare(sql, prepared);
+    if (code != SQLITE_OK) return code;
   }
-  return code == SQLITE_DONE ? SQLITE_OK : code;
+  int code = bind(prepared.get());
+  if (code == SQLITE_OK) code = step(prepared.get(), row);
+  // Lets go of the file, and of the values, which live no longer.
+  sqlite3_reset(prepared.get());
+  sqlite3_clear_bindings(prepared.get());
+  return code;
+}
+
+int SqliteFile::prepare(const char* sql, SqliteStatement& prepared) {
+  sqlite3_stmt* statement = nullptr;
+  const int code = sqlite3_prepare_v2(database_.get(), sql, -1, &statement, nullptr);
+  prepared.reset(statement);
+  return code;
+}
+
+void SqliteFile::close() {
+  prepared_.clear();
+  database_.reset();
 }
 
 // Returns 0 if SQLite is to give up, and another number if it is to try again.
@@ -79,7 +101,7 @@ int SqliteFile::waitForOthers(void* file, int /*times*/) {
 }
 
 void SqliteFile::getOutOfTheWay() {
-  database_.reset();
+  close();
   // The rest of an unfinished change belongs to the old file.
   for (const char* part : {"", "-journal"}) {
     const std::string file = path_ + part;

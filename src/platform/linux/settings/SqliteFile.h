@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <map>
 #include <string>
 
 #include "platform/linux/settings/SqliteHandles.h"
@@ -43,13 +44,16 @@ class SqliteFile {
   int tryOnce(const char* sql, const Bind& bind, const Row& row);
   int open();
   int execute(const char* sql, const Bind& bind, const Row& row);
+  int prepare(const char* sql, SqliteStatement& prepared);
+  void close();
   void getOutOfTheWay();
   static int waitForOthers(void* file, int times);
 
   const std::string path_;
   const Manner manner_;
-  std::chrono::steady_clock::time_point deadline_;  // of the statement that runs
-  SqliteDatabase database_;                         // null until it could be opened
+  std::chrono::steady_clock::time_point deadline_;   // of the statement that runs
+  SqliteDatabase database_;                          // null until it could be opened
+  std::map<std::string, SqliteStatement> prepared_;  // by their texts; of the open database
 };
 
 }  // namespace zovk
