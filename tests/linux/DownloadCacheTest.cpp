@@ -1,5 +1,3 @@
-#include <chrono>
-#include <filesystem>
 #include <fstream>
 
 #include <gmock/gmock.h>
@@ -16,7 +14,6 @@
 namespace zovk {
 namespace {
 
-namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::Optional;
 
@@ -66,6 +63,13 @@ class DownloadCacheTest : public testing::Test {
     });
     task->resume();
     return end.get_future().get();
+  }
+  /// Changes the cache from outside.
+  void change(const char* sql) const {
+    sqlite3* opened = nullptr;
+    ASSERT_EQ(sqlite3_open(cachePath.c_str(), &opened), SQLITE_OK);
+    const SqliteDatabase other(opened);
+    ASSERT_EQ(sqlite3_exec(opened, sql, nullptr, nullptr, nullptr), SQLITE_OK);
   }
   /// Returns the validators of the requests so far; "-" for none.
   std::vector<std::string> conditions() const {
@@ -215,10 +219,7 @@ TEST_F(DownloadCacheTest, ACacheThatIsNoDatabaseIsBegunAfresh) {
 TEST_F(DownloadCacheTest, ADamagedBodyIsFetchedAgain) {
   const std::string url = serve("/page");
   download(url);
-  sqlite3* opened = nullptr;
-  ASSERT_EQ(sqlite3_open(cachePath.c_str(), &opened), SQLITE_OK);
-  const SqliteDatabase other(opened);
-  sqlite3_exec(opened, "UPDATE downloads SET body = x'00'", nullptr, nullptr, nullptr);
+  change("UPDATE downloads SET body = x'00'");
   EXPECT_EQ(download(url), Answer(200, "first"));
   EXPECT_THAT(conditions(), ElementsAre("-", "\"1\"", "-"));
   EXPECT_EQ(download(url), Answer(200, "first"));
@@ -270,24 +271,19 @@ TEST_F(DownloadCacheTest, WhatWasUsedLongestAgoGoesWhenThereIsTooMuch) {
 TEST_F(DownloadCacheTest, AnOldEntryThatIsReadCountsAsUsedAgain) {
   DownloadCache cache(cachePath);
   cache.keep("page", {"1", ""}, "a");
-  sqlite3* opened = nullptr;
-  ASSERT_EQ(sqlite3_open(cachePath.c_str(), &opened), SQLITE_OK);
-  const SqliteDatabase other(opened);
-  sqlite3_exec(opened, "UPDATE downloads SET used = unixepoch() - 86500", nullptr, nullptr,
-               nullptr);
+  change("UPDATE downloads SET used = unixepoch() - 86500");
   EXPECT_THAT(cache.body("page", {"1", ""}), Optional(std::string("a")));
-  sqlite3_exec(opened, "DELETE FROM downloads WHERE used < unixepoch() - 60", nullptr, nullptr,
-               nullptr);
+  change("DELETE FROM downloads WHERE used < unixepoch() - 60");
   EXPECT_TRUE(cache.validators("page").has_value());
 }
 
-TEST_F(DownloadCacheTest, AnEntryOfTheSameDayIsReadWithoutAChangeOfTheFile) {
+TEST_F(DownloadCacheTest, AnEntryOfTheSameDayIsReadWithoutAChange) {
   DownloadCache cache(cachePath);
   cache.keep("page", {"1", ""}, "a");
-  const auto before = fs::last_write_time(cachePath) - std::chrono::hours(1);
-  fs::last_write_time(cachePath, before);
+  change("UPDATE downloads SET used = unixepoch() - 80000");
   EXPECT_THAT(cache.body("page", {"1", ""}), Optional(std::string("a")));
-  EXPECT_EQ(fs::last_write_time(cachePath), before);
+  change("DELETE FROM downloads WHERE used < unixepoch() - 60");
+  EXPECT_FALSE(cache.validators("page").has_value());
 }
 
 TEST_F(DownloadCacheTest, ACacheThatIsReplacedWhileItIsOpenIsBegunAfresh) {
