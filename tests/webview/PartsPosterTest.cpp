@@ -16,6 +16,7 @@
 #include "helper/page/PageView.h"
 #include "helper/page/Poster.h"
 #include "helper/page/ToolkitWebView.h"
+#include "helper/window/X11Window.h"
 
 namespace zovk::helper {
 namespace {
@@ -104,6 +105,17 @@ TEST_F(HungPoster, IsPaintedAsLongAsTheEngineShowsNothing) {
     EXPECT_EQ(bounds.size.height, kHeight);
     EXPECT_TRUE(poster_.hangs());
   }
+}
+
+TEST_F(HungPoster, IsPaintedAtOnceRatherThanWithTheNextFrame) {
+  bool painted = false;
+  gtk_drawing_area_set_draw_func(
+      GTK_DRAWING_AREA(view_),
+      [](GtkDrawingArea*, cairo_t*, int, int, gpointer flag) { *static_cast<bool*>(flag) = true; },
+      &painted, nullptr);
+  poster_.hang(picture(kWidth, kHeight).get());
+  EXPECT_EQ(painted, x11Display() != nullptr);
+  gtk_drawing_area_set_draw_func(GTK_DRAWING_AREA(view_), nullptr, nullptr, nullptr);
 }
 
 TEST_F(HungPoster, HasAsManyPixelsAsTheScreen) {
@@ -331,8 +343,8 @@ class PosterOfPage : public Posters {
     show(GTK_WIDGET(view_));
   }
   /// Returns whether a poster was hung, or whether the page came without one.
-  bool hangsOne(int page) {
-    std::ofstream(file_) << "<!doctype html><h1>Page</h1>";
+  bool hangsOne(int page, const char* body = "<h1>Page</h1>") {
+    std::ofstream(file_) << "<!doctype html>" << body;
     page_->load("file://" + file_.string(), true);
     bool hung = false;
     asked_ = false;
@@ -390,7 +402,7 @@ TEST_F(PosterOfPage, ComesDownWhenAnotherPageComes) {
 
 TEST_F(PosterOfPage, IsWaitedForAfterTheEngineHasPaintedAnEmptyPicture) {
   open(Drawing::kSoftware, false);
-  EXPECT_TRUE(hangsOne(1));
+  EXPECT_TRUE(hangsOne(1, ""));
   EXPECT_TRUE(runUntil([&] { return !waitsForPicture(view_); }));
   showPoster(view_);
   EXPECT_TRUE(runUntil([&] { return showsPoster(view_); }));

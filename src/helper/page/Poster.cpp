@@ -5,6 +5,7 @@
 
 #include "helper/page/PageScripts.h"
 #include "helper/page/TexturePixels.h"
+#include "helper/window/X11Window.h"
 
 namespace zovk::helper {
 namespace {
@@ -14,6 +15,17 @@ constexpr guint kLongest = 500;  // milliseconds
 
 /// The height of the strips in which something is looked for.
 constexpr int kStrip = 64;
+
+/// The toolkit lets a sixtieth of a second pass after each frame, the empty ones of a window that
+/// comes up included. The page's first picture is not to wait for that. A Wayland compositor sets
+/// the pace itself.
+void paintAtOnce(GtkWidget* view) {
+  if (x11Display() == nullptr || gtk_widget_get_mapped(view) == FALSE) return;
+  GdkFrameClock* const clock = gtk_widget_get_frame_clock(view);
+  g_signal_emit_by_name(clock, "layout");
+  g_signal_emit_by_name(clock, "paint");
+  gdk_display_flush(gtk_widget_get_display(view));
+}
 
 /// Returns whether nothing is in a picture of that size. Scaled down, it would take as long as a
 /// frame.
@@ -102,6 +114,7 @@ void Poster::hang(GdkTexture* picture) {
   cairo_surface_set_device_scale(picture_.get(), scale, scale);
   over_ = SourceGuard(g_timeout_add(kLongest, onOver, this));
   gtk_widget_queue_draw(view_);
+  if (known) paintAtOnce(view_);
 }
 
 gboolean Poster::onOver(gpointer self) {
