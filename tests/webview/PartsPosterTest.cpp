@@ -325,6 +325,54 @@ TEST_F(DrawnPage, HasAPosterWhenItHasLoaded) {
   EXPECT_TRUE(runUntil([&] { return showsPoster(view_); }));
 }
 
+/// Before its first picture. Where GL draws, the engine's first one is empty.
+class PageWithoutPicture : public DrawnPage {
+ protected:
+  PageWithoutPicture() {
+    useSoftwareGl();
+    webkit_web_view_set_background_color(view_, &kNothing);
+    EXPECT_TRUE(runUntil([this] { return engineHasPicture(); }));
+    expectPicture(view_);
+  }
+  void paint() {
+    gtk_widget_queue_draw(GTK_WIDGET(view_));
+    g_signal_emit_by_name(gtk_widget_get_frame_clock(GTK_WIDGET(view_)), "paint");
+  }
+
+ private:
+  bool engineHasPicture() {
+    GtkSnapshot* const target = gtk_snapshot_new();
+    GTK_WIDGET_CLASS(g_type_class_peek(WEBKIT_TYPE_WEB_VIEW))->snapshot(GTK_WIDGET(view_), target);
+    return NodePtr(gtk_snapshot_free_to_node(target)) != nullptr;
+  }
+  void useSoftwareGl() {
+    webkit_settings_set_hardware_acceleration_policy(webkit_web_view_get_settings(view_),
+                                                     WEBKIT_HARDWARE_ACCELERATION_POLICY_ALWAYS);
+  }
+};
+
+TEST_F(PageWithoutPicture, IsNotPaintedUntilItsPosterHasCome) {
+  showPosterEarly(view_);
+  paint();
+  EXPECT_TRUE(waitsForPicture(view_));
+  EXPECT_TRUE(runUntil([&] { return !waitsForPicture(view_); }));
+}
+
+TEST_F(PageWithoutPicture, IsPaintedAsTheEngineHasItWithoutAPoster) {
+  paint();
+  EXPECT_FALSE(waitsForPicture(view_));
+}
+
+TEST_F(PageWithoutPicture, IsPaintedAsTheEngineHasItIfThePosterIsLate) {
+  webkit_web_view_evaluate_javascript(view_,
+                                      "for (const end = Date.now() + 3000; Date.now() < end;);", -1,
+                                      nullptr, nullptr, nullptr, nullptr, nullptr);
+  showPosterEarly(view_);
+  const gint64 start = g_get_monotonic_time();
+  EXPECT_TRUE(runUntil([&] { return !waitsForPicture(view_); }));
+  EXPECT_LT(g_get_monotonic_time() - start, 2 * G_TIME_SPAN_SECOND);
+}
+
 /// A popup's page, drawn in one of the ways.
 class PosterOfPage : public Posters {
  protected:

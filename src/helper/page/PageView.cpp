@@ -16,6 +16,9 @@ constexpr gint64 kRestless = 400 * G_TIME_SPAN_MILLISECOND;
 struct Picture {
   explicit Picture(GtkWidget* view) : poster(view) {}
 
+  /// Returns whether the engine's picture is still the empty one of before the first page.
+  bool isEmpty() const { return !isOfPage || (paintedAt == 0 && poster.isExpected()); }
+
   bool isOfPage = false;  ///< A page has come; before it the engine draws an empty one.
   gint64 paintedAt = 0;   ///< When the view was last painted with something of a page; 0 for never.
   Poster poster;
@@ -41,7 +44,7 @@ void append(GtkWidget* view, GskRenderNode* node, GtkSnapshot* target) {
   Picture& picture = pictureOf(view);
   if (picture.poster.paint(node, target)) return;
   // A see-through view without a page shows nothing; to paint that takes as long as a page.
-  if (node == nullptr || (!picture.isOfPage && isSeeThrough(view))) return;
+  if (node == nullptr || (picture.isEmpty() && isSeeThrough(view))) return;
   gtk_snapshot_append_node(target, node);
   if (picture.isOfPage) picture.paintedAt = g_get_monotonic_time();
 }

@@ -13,6 +13,9 @@ namespace {
 /// A page may have become invisible meanwhile.
 constexpr guint kLongest = 500;  // milliseconds
 
+/// A page that is busy may answer late.
+constexpr guint kMoment = 100;  // milliseconds
+
 /// The height of the strips in which something is looked for.
 constexpr int kStrip = 64;
 
@@ -52,6 +55,7 @@ void Poster::begin() {
   drop();
   asked_ = GObjectPtr<GCancellable>::adopt(g_cancellable_new());
   awaited_ = true;
+  moment_ = SourceGuard(g_timeout_add(kMoment, onLate, this));
 }
 
 void Poster::askEarly() {
@@ -117,6 +121,13 @@ void Poster::hang(GdkTexture* picture) {
   if (known) paintAtOnce(view_);
 }
 
+gboolean Poster::onLate(gpointer self) {
+  auto* poster = static_cast<Poster*>(self);
+  poster->moment_.forget();
+  gtk_widget_queue_draw(poster->view_);
+  return G_SOURCE_REMOVE;
+}
+
 gboolean Poster::onOver(gpointer self) {
   auto* poster = static_cast<Poster*>(self);
   poster->over_.forget();
@@ -130,6 +141,7 @@ void Poster::drop() {
   asked_ = {};
   awaited_ = loaded_ = again_ = false;
   picture_.reset();
+  moment_ = {};
   over_ = {};
 }
 

@@ -25,6 +25,8 @@ class Poster {
   /// Gives it up, and what was asked for.
   void drop();
   bool hangs() const { return picture_ != nullptr; }
+  /// Returns whether it was asked for a moment ago and has not come.
+  bool isExpected() const { return awaited_ && moment_.active(); }
   /// Paints it if there is nothing in the engine's own picture, which may be null. Otherwise it is
   /// given up, as it is when the view has another size.
   bool paint(GskRenderNode* own, GtkSnapshot* target);
@@ -34,6 +36,7 @@ class Poster {
   void askForPicture();
   static void onState(GObject* view, GAsyncResult* result, gpointer self);
   static void onPainted(GObject* view, GAsyncResult* result, gpointer self);
+  static gboolean onLate(gpointer self);
   static gboolean onOver(gpointer self);
   bool isOfSize(GdkTexture* picture) const;
   bool isLaidOut() const;
@@ -47,6 +50,7 @@ class Poster {
   bool again_ = false;    // the page has loaded meanwhile
   int width_ = 0;
   int height_ = 0;
+  SourceGuard moment_;
   SourceGuard over_;
 };
 
