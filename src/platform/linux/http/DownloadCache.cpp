@@ -30,7 +30,7 @@ unsigned char* asBytes(std::string& text) {
   return reinterpret_cast<unsigned char*>(text.data());
 }
 
-// Tells damage, not deceit: SHA-1 takes a third of MD5's time.
+// Tells damage, not deceit: SHA-1 takes less than half of MD5's time.
 std::string digestOf(const std::string& url, const Validators& validators,
                      const std::string& body) {
   std::string all = url + validators.entityTag + validators.lastModified + body;
