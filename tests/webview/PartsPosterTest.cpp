@@ -72,6 +72,14 @@ class Posters : public ToolkitFixture {
     gtk_window_present(window_);
     EXPECT_TRUE(runUntil([&] { return gtk_widget_get_width(widget) == kWidth; }));
   }
+  /// Waits until the page has answered all that it was asked before.
+  void waitForAnswers(WebKitWebView* view) {
+    bool later = false;
+    webkit_web_view_get_snapshot(
+        view, WEBKIT_SNAPSHOT_REGION_VISIBLE, WEBKIT_SNAPSHOT_OPTIONS_NONE, nullptr,
+        [](GObject*, GAsyncResult*, gpointer flag) { *static_cast<bool*>(flag) = true; }, &later);
+    EXPECT_TRUE(runUntil([&] { return later; }));
+  }
   /// Paints the poster, or what the engine has; returns what was painted of the poster.
   static NodePtr paint(Poster& poster, const NodePtr& own) {
     GtkSnapshot* target = gtk_snapshot_new();
@@ -206,12 +214,7 @@ class AskedPoster : public Posters {
 
   /// Returns whether the poster is hung once all that was asked for before has been answered.
   bool hangsAtLast() {
-    bool later = false;
-    webkit_web_view_get_snapshot(
-        WEBKIT_WEB_VIEW(view_), WEBKIT_SNAPSHOT_REGION_VISIBLE, WEBKIT_SNAPSHOT_OPTIONS_NONE,
-        nullptr, [](GObject*, GAsyncResult*, gpointer flag) { *static_cast<bool*>(flag) = true; },
-        &later);
-    EXPECT_TRUE(runUntil([&] { return later; }));
+    waitForAnswers(WEBKIT_WEB_VIEW(view_));
     return poster_.hangs();
   }
 
@@ -335,7 +338,7 @@ TEST_F(DrawnPage, HasAPosterWhenItHasLoaded) {
 class PageWithoutPicture : public DrawnPage {
  protected:
   PageWithoutPicture() {
-    useSoftwareGl();
+    preparePages(webkit_web_view_get_settings(view_), Drawing::kSoftware, false);
     webkit_web_view_set_background_color(view_, &kNothing);
     EXPECT_TRUE(runUntil([this] { return engineHasPicture(); }));
     expectPicture(view_);
@@ -351,10 +354,6 @@ class PageWithoutPicture : public DrawnPage {
     GtkSnapshot* const target = gtk_snapshot_new();
     type->snapshot(GTK_WIDGET(view_), target);
     return NodePtr(gtk_snapshot_free_to_node(target));
-  }
-  void useSoftwareGl() {
-    webkit_settings_set_hardware_acceleration_policy(webkit_web_view_get_settings(view_),
-                                                     WEBKIT_HARDWARE_ACCELERATION_POLICY_ALWAYS);
   }
 };
 
@@ -373,11 +372,7 @@ TEST_F(PageWithoutPicture, IsPaintedAsTheEngineHasItWithoutAPoster) {
 TEST_F(PageWithoutPicture, IsPaintedAsTheEngineHasItOnceThePosterTurnsOutUnfit) {
   showPosterEarly(view_);
   gtk_widget_allocate(GTK_WIDGET(view_), kWidth + 40, kHeight, -1, nullptr);
-  bool answered = false;
-  webkit_web_view_get_snapshot(
-      view_, WEBKIT_SNAPSHOT_REGION_VISIBLE, WEBKIT_SNAPSHOT_OPTIONS_NONE, nullptr,
-      [](GObject*, GAsyncResult*, gpointer flag) { *static_cast<bool*>(flag) = true; }, &answered);
-  EXPECT_TRUE(runUntil([&] { return answered; }));
+  waitForAnswers(view_);
   EXPECT_FALSE(showsPoster(view_));
   EXPECT_NE(painted(), nullptr);
 }
