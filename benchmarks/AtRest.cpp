@@ -64,10 +64,13 @@ double megabytesBelow() {
   return sum;
 }
 
-void showOnce() {
+/// Returns how long the popup took to be shown and to answer, in milliseconds.
+double showOnce() {
   bool answered = false;
+  const auto start = Clock::now();
   ZOVKPopup::showPopup("page", 0, [&](std::int32_t, const std::string&) { answered = true; });
   rest(std::chrono::seconds(60), [&] { return answered; });
+  return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
 void listProcesses() {
@@ -99,7 +102,9 @@ int main(int argc, char** argv) {
   settings.readySeconds = kReadySeconds;
   if (!ZOVKPopupHost::setUp(settings)) return 1;
   showOnce();
+  rest(kReadySeconds / 2 * std::chrono::seconds(1));
   Report report;
+  report.tell("show to answer, helper ready", showOnce(), "ms");
   report.tell("helper and processes below, just after a popup", megabytesBelow(), "MB");
   rest(std::chrono::seconds(kReadySeconds) + kUntilItHasCalmedDown);
   listProcesses();
@@ -115,8 +120,9 @@ int main(int argc, char** argv) {
   report.add({.text = "wake-ups of the game by the library, at rest",
               .figure = (pumps + static_cast<double>(sleepsOfOtherThreads() - sleeps)) / minutes,
               .unit = "a minute"});
+  report.tell("show to answer, helper at rest", showOnce(), "ms");
   if (untilTheEnd) {
-    rest(kUntilTheHelperEnds);
+    rest(kReadySeconds * std::chrono::seconds(1) + kUntilTheHelperEnds);
     report.add({.text = "processes of the library eleven minutes after a popup",
                 .figure = static_cast<double>(descendantsOf(getpid()).size())});
   }

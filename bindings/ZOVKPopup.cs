@@ -135,9 +135,9 @@ namespace ZOVKPopup {
     public IntPtr BackdropUser;
     public Destroy BackdropDestroy;
     /// <summary>How many seconds popups stay ready to appear at once when nothing is shown.
-    /// Default: 60. After that the helper drops the page that it holds ready, and ten minutes
-    /// later it ends. The next popup starts it again, and so does a `zovkpopup_have_popup` that
-    /// returns true.</summary>
+    /// Default: 60. After that the helper gives way to one with hardly any memory, and ten
+    /// minutes later that one ends. The next popup makes one ready again, and so does a
+    /// `zovkpopup_have_popup` that returns true.</summary>
     public ulong ReadySeconds;
     /// <summary>Returns one with its size set and all else zero.</summary>
     public static Settings New() {

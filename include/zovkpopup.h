@@ -164,8 +164,8 @@ typedef struct zovkpopup_settings {
   void* backdrop_user;
   zovkpopup_destroy backdrop_destroy;
   /// How many seconds popups stay ready to appear at once when nothing is shown. Default: 60. After
-  /// that the helper drops the page that it holds ready, and ten minutes later it ends. The next
-  /// popup starts it again, and so does a `zovkpopup_have_popup` that returns true.
+  /// that the helper gives way to one with hardly any memory, and ten minutes later that one ends.
+  /// The next popup makes one ready again, and so does a `zovkpopup_have_popup` that returns true.
   uint64_t ready_seconds;
 } zovkpopup_settings;
 

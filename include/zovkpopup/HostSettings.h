@@ -59,8 +59,9 @@ struct ZOVKPopupHostSettings {
   /// game's. For tools.
   bool pageConsole = false;
   /// The seconds after the last popup in which the next one can appear without delay. Then the
-  /// helper frees the page held ready, and ten minutes later it ends. The next popup starts it
-  /// again; so does a `havePopup` that returns true, best called a second ahead.
+  /// helper gives way to one with hardly any memory, and ten minutes later that one ends. The next
+  /// popup makes one ready again; so does a `havePopup` that returns true, best called a second
+  /// ahead.
   std::uint32_t readySeconds = 60;
 };
 

@@ -36,7 +36,7 @@ DrawingChoice chooseDrawing(const DrawingWish& wish, const GraphicsFacts& facts)
   if (const auto drawing = named(wish.asked)) {
     choice.drawing = *drawing;
   } else if (!wish.failedBefore && (look || facts.hasDevice())) {
-    choice.renderer = facts.renderer();
+    choice.renderer = wish.renderer.empty() ? facts.renderer() : wish.renderer;
     const bool hardware = !choice.renderer.empty() && !isSoftwareRenderer(choice.renderer);
     if (hardware) choice.drawing = Drawing::kHardware;
   }

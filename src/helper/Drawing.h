@@ -19,6 +19,7 @@ struct DrawingWish {
   std::string asked;  ///< The wish of the player, or else of the game, in upper or lower case.
                       ///< Empty for neither.
   bool failedBefore = false;  ///< The helper before this one was lost.
+  std::string renderer{};     ///< As an earlier helper found it; empty if none looked.
 };
 
 /// The result of a wish.

@@ -6,15 +6,11 @@
 #include <vector>
 
 #include <link.h>
-#include <pthread.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
 namespace zovk::helper {
 namespace {
-
-/// What the calls from here on may need.
-constexpr std::uintptr_t kRoomOnStack = std::uintptr_t{64} * 1024;
 
 std::uintptr_t pageSize() {
   return static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
@@ -47,29 +43,13 @@ int addText(dl_phdr_info* library, std::size_t, void* ranges) {
   return 0;
 }
 
-void giveTextBack() {
+}  // namespace
+
+void giveIdleMemoryBack() {
   // Listed first: the list is read from the text itself, which would come back.
   std::vector<Range> ranges;
   dl_iterate_phdr(addText, &ranges);
   for (const Range& range : ranges) giveBack(range);
-}
-
-void giveStackBack() {
-  pthread_attr_t stack;
-  if (pthread_getattr_np(pthread_self(), &stack) != 0) return;
-  void* lowest = nullptr;
-  std::size_t size = 0;
-  pthread_attr_getstack(&stack, &lowest, &size);
-  pthread_attr_destroy(&stack);
-  const auto used = std::bit_cast<std::uintptr_t>(__builtin_frame_address(0)) - kRoomOnStack;
-  giveBack({std::bit_cast<std::uintptr_t>(lowest), used & ~(pageSize() - 1)});
-}
-
-}  // namespace
-
-void giveIdleMemoryBack() {
-  giveStackBack();
-  giveTextBack();
 }
 
 }  // namespace zovk::helper

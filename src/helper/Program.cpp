@@ -5,7 +5,6 @@
 
 #include <boost/json/array.hpp>
 
-#include "helper/IdleMemory.h"
 #include "helper/layout/ContainerView.h"
 #include "helper/pad/GamePad.h"
 #include "helper/page/PageGuards.h"
@@ -15,10 +14,6 @@
 
 namespace zovk::helper {
 namespace {
-
-/// The web engine keeps what it read scripts' answers with for five to ten seconds, and its clock
-/// of frames for half a minute. To drop them, it reads much of its code again.
-constexpr guint kEngineForgets = 30;  // seconds
 
 template <class T>
 T* findIn(const std::map<Id, std::unique_ptr<T>>& items, Id id) {
@@ -48,6 +43,7 @@ Program::Program(const Greeting& greeting, EventSink events, Drawing drawing)
         forEachWindow(&ToolkitWindow::monitorsChanged);
       }) {
   game_.setWholeScreen(greeting.wholeScreen);
+  if (greeting.gameKey) game_.setKeyboard(*greeting.gameKey);
 }
 
 Program::~Program() {
@@ -201,7 +197,6 @@ ToolkitLayout* Program::layout(Id id) const {
 void Program::openWebView(Id id, const WebViewWishes& wishes,
                           const std::vector<std::string>& handlers) {
   if (views_.find(id) != nullptr) return;
-  engineForgets_ = {};
   GObjectPtr<WebKitWebView> view = webViewFactory_.make(wishes);
   guardPage(view.get(), developerTools_);
   const auto progress = [this](GtkWidget* page, double loaded) {
@@ -238,22 +233,7 @@ void Program::onViewDropped(Id id, GtkWidget* widget) {
   prepareSpareWhenIdle();
 }
 
-void Program::rest() {
-  idle_ = {};
-  if (webViews_.empty()) webViewFactory_.rest();
-  pictureMemory_.giveBack();
-  giveIdleMemoryBack();
-  engineForgets_ = SourceGuard(g_timeout_add_seconds(kEngineForgets, onEngineForgot, this));
-}
-
-gboolean Program::onEngineForgot(gpointer self) {
-  static_cast<Program*>(self)->engineForgets_.forget();
-  giveIdleMemoryBack();
-  return G_SOURCE_REMOVE;
-}
-
 void Program::prepareSpare() {
-  engineForgets_ = {};
   const Frame covered = coveredFrame(game_);
   webViewFactory_.prepareSpare(covered);
   pictureMemory_.keep(webViewFactory_.spareWindow(), covered);

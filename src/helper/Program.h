@@ -9,6 +9,7 @@
 
 #include "helper/Drawing.h"
 #include "helper/Events.h"
+#include "helper/commands/Greeting.h"
 #include "helper/layout/ConstraintBook.h"
 #include "helper/layout/ToolkitLayout.h"
 #include "helper/layout/ViewRegistry.h"
@@ -25,21 +26,6 @@
 #include "helper/window/ToolkitWindow.h"
 
 namespace zovk::helper {
-
-/// The game's settings for the helper.
-struct Greeting {
-  std::string application;
-  std::string dataDirectory;
-  unsigned long nativeWindow = 0;
-  bool developerTools = false;
-  std::int64_t pageMemory = 0;  ///< In megabytes.
-  std::string waylandWindow{};  ///< The exported handle of the game's window; empty for none.
-  Frame gameSize{};             ///< In logical pixels; empty if the game did not report it.
-  std::string display{};        ///< The display system to use, "x11" or "wayland"; empty for any.
-  DrawingWish drawing{};
-  bool wholeScreen = false;  ///< Popups take the whole screen, whatever the game's size.
-  bool pageConsole = false;  ///< Pages' console lines go to standard output.
-};
 
 /// Everything that the game has made in this process, by number.
 class Program {
@@ -62,12 +48,8 @@ class Program {
 
   /// Tells the game in advance that its last frame will be needed, if that is known.
   void askForBackdropAhead();
-  /// Drops the page that is held ready, and gives idle memory back, again after the web engine has
-  /// settled.
-  void rest();
-  /// Makes it again.
+  /// Makes the page that is held ready.
   void prepareSpare();
-  void prepareSpareWhenIdle();
   void takeBackdrop(GObjectPtr<GdkTexture> picture);
   void openWindow(Id id, Id rootView, const Frame& frame);
   void closeWindow(Id id);
@@ -89,8 +71,8 @@ class Program {
 
  private:
   static gboolean onIdle(gpointer self);
-  static gboolean onEngineForgot(gpointer self);
   void onViewDropped(Id id, GtkWidget* widget);
+  void prepareSpareWhenIdle();
   void dropBackdrop();
   void carryOut(const std::string& press, const PadQueue::Done& done) const;
   /// Returns the newest window that is shown; null if there is none.
@@ -118,7 +100,6 @@ class Program {
   ViewRegistry views_;
   std::map<Id, std::unique_ptr<ToolkitLayout>> layouts_;
   SourceGuard idle_;
-  SourceGuard engineForgets_;
   Frame toldScreen_;
   PadQueue padQueue_;
   HeldSensor held_;

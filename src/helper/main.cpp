@@ -6,9 +6,11 @@
 #include <string_view>
 
 #include <glib.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "helper/IdleMemory.h"
 #include "helper/MemoryRank.h"
 #include "helper/ParentWatch.h"
 #include "helper/Renderer.h"
@@ -27,6 +29,11 @@ bool hasSocket() {
   return getsockopt(zovk::kHelperDescriptor, SOL_SOCKET, SO_TYPE, &type, &size) == 0;
 }
 
+bool isReadable(int socket) {
+  pollfd waiting{socket, POLLIN, 0};
+  return poll(&waiting, 1, 0) > 0;
+}
+
 void run() {
   const std::unique_ptr<GMainLoop, decltype(&g_main_loop_unref)> loop(
       g_main_loop_new(nullptr, FALSE), &g_main_loop_unref);
@@ -43,6 +50,8 @@ void run() {
                             [&connection] { return connection.takeFile(); }});
   receiver = &dispatcher;
   const zovk::helper::ParentWatch parent(zovk::kHelperDescriptor, quit);
+  // At rest the game sends no greeting, and starting has left much in memory.
+  if (!isReadable(zovk::kHelperDescriptor)) zovk::helper::giveIdleMemoryBack();
   g_main_loop_run(loop.get());
   connection.drain();
 }

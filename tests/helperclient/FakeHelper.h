@@ -96,6 +96,7 @@ class FakeHelpers {
     launcher.start = [this] { return start(); };
     return launcher;
   }
+  FakeHelper& first() { return hosts_.front(); }
   FakeHelper& last() { return hosts_.back(); }
   std::size_t count() const { return hosts_.size(); }
   /// From now on no helper can be started.

@@ -77,7 +77,7 @@ void ClientScreen::didReceiveScriptMessage(const std::string& name,
   messages.push_back(name + " " + (body ? boost::json::serialize(*body) : "absent"));
 }
 
-HelperClientLive::HelperClientLive() {
+HelperClientLive::HelperClientLive(std::uint32_t readySeconds) {
   std::string pattern = (std::filesystem::temp_directory_path() / "client-XXXXXX").string();
   directory_ = ::mkdtemp(pattern.data());
   LogEnvironment log;
@@ -85,6 +85,7 @@ HelperClientLive::HelperClientLive() {
   ZPLogger::setEnvironment(std::move(log));
   ZOVKPopupHostSettings settings;
   settings.applicationId = "client.test";
+  settings.readySeconds = readySeconds;
   queue_ = std::make_unique<LinuxMainQueue>();
   device_ = std::make_unique<LinuxDevice>(directory_.string(), settings.applicationId);
   client_ = std::make_unique<HelperUserInterface>(settings, *queue_, *device_);

@@ -78,7 +78,8 @@ class HelperClientLive : public testing::Test {
   static constexpr int kWidth = 390;
   static constexpr int kHeight = 700;
 
-  HelperClientLive();
+  /// The helper rests that long after the last window.
+  explicit HelperClientLive(std::uint32_t readySeconds = 60);
   ~HelperClientLive() override;
 
   /// Opens a window with a page, and waits until the page reports that it is there.

@@ -215,6 +215,11 @@ TEST(HelperDrawing, IsHardwareWhereTheDriverSaysSoAndNoHelperWasLost) {
   EXPECT_EQ(drawingOf({"ZOVKPOPUP_DRAWING"}, {{"drawing", "look"}}), "software");
 }
 
+TEST(HelperDrawing, IsAsTheRendererThatTheGameKnowsAllows) {
+  EXPECT_EQ(drawingOf({"ZOVKPOPUP_DRAWING"}, {{"drawing", "look"}, {"renderer", "Some GPU"}}),
+            "hardware");
+}
+
 TEST(HelperDrawing, IsThePlayersChoiceBeforeTheGames) {
   EXPECT_EQ(drawingOf(drawnAs("PLAIN"), {{"drawing", "hardware"}}), "plain");
   EXPECT_EQ(drawingOf(drawnAs(""), {{"drawing", "hardware"}, {"drawingFailed", true}},

@@ -20,17 +20,19 @@ constexpr const char* kNoGpu = "llvmpipe (LLVM 15.0.6, 256 bits)";
 class ChosenDrawing : public testing::Test {
  protected:
   std::string choice(const std::string& asked, bool failedBefore = false) {
-    const DrawingChoice choice = chooseDrawing({asked, failedBefore}, {[this] { return device_; },
-                                                                       [this] {
-                                                                         ++questions_;
-                                                                         return renderer_;
-                                                                       }});
+    const auto look = [this] {
+      ++questions_;
+      return renderer_;
+    };
+    const DrawingChoice choice =
+        chooseDrawing({asked, failedBefore, known_}, {[this] { return device_; }, look});
     line_ = choice.line;
     return nameOf(choice.drawing);
   }
 
   bool device_ = true;
   std::string renderer_ = kGpu;
+  std::string known_;
   int questions_ = 0;
   std::string line_;
 };
@@ -52,6 +54,16 @@ TEST_F(ChosenDrawing, AsksNoDriverWithoutADeviceUnlessItIsToLook) {
   EXPECT_EQ(questions_, 0);
   EXPECT_EQ(choice("LOOK"), "hardware");
   EXPECT_EQ(questions_, 1);
+}
+
+TEST_F(ChosenDrawing, AsksNoDriverThatAnEarlierHelperHasAsked) {
+  known_ = kNoGpu;
+  EXPECT_EQ(choice("look"), "software");
+  known_ = kGpu;
+  renderer_ = kNoGpu;
+  EXPECT_EQ(choice(""), "hardware");
+  EXPECT_EQ(choice("", true), "software") << "which was lost since";
+  EXPECT_EQ(questions_, 0);
 }
 
 TEST_F(ChosenDrawing, IsWhatWasAskedForInAnyCase) {

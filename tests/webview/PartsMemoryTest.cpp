@@ -1,19 +1,12 @@
-// The memory in which the helper draws is kept from one picture to the next, and what it has left
-// is given back when it rests.
-#include <array>
-#include <bit>
-#include <cstdint>
+// The memory in which the helper draws is kept from one picture to the next.
 #include <fstream>
 #include <set>
 #include <string>
 
 #include <malloc.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include "ToolkitFixture.h"
 #include "helper/GObjectPtr.h"
-#include "helper/IdleMemory.h"
 #include "helper/window/PictureMemory.h"
 
 namespace zovk::helper {
@@ -62,21 +55,11 @@ class PicturesOfAWindow : public ToolkitFixture {
 TEST_F(PicturesOfAWindow, GoThroughTheMemoryThatIsKept) {
   PictureMemory memory;
   memory.keep(GTK_WIDGET(window_), kSize);
+  memory.keep(GTK_WIDGET(window_), kSize);
   const std::set<std::string> kept = sharedPieces();
   EXPECT_EQ(kept.size(), 1U);
   paint();
   EXPECT_EQ(sharedPieces(), kept) << "nothing was made anew";
-}
-
-TEST_F(PicturesOfAWindow, LeaveNothingSharedOnceItIsGivenBack) {
-  PictureMemory memory;
-  memory.keep(GTK_WIDGET(window_), kSize);
-  memory.keep(GTK_WIDGET(window_), kSize);
-  memory.giveBack();
-  paint();
-  EXPECT_TRUE(runUntil([] { return sharedPieces().empty(); }));
-  memory.keep(GTK_WIDGET(window_), kSize);
-  EXPECT_EQ(sharedPieces().size(), 1U) << "and can be kept again";
 }
 
 TEST(FreedMemory, IsKeptForTheNextPicture) {
@@ -88,26 +71,6 @@ TEST(FreedMemory, IsKeptForTheNextPicture) {
   EXPECT_EQ(held.hblks, mapped) << "not of the system's for this one picture";
   g_free(picture);
   EXPECT_GE(mallinfo2().arena, held.arena) << "not given back";
-}
-
-/// Uses a megabyte of the stack. Returns the first page in it.
-[[gnu::noinline]] std::uintptr_t useStack() {
-  std::array<volatile char, std::size_t{1024} * 1024> bytes;
-  for (volatile char& byte : bytes) byte = 1;
-  return (std::bit_cast<std::uintptr_t>(bytes.data()) + 4095) & ~std::uintptr_t{4095};
-}
-
-bool isInMemory(std::uintptr_t page) {
-  unsigned char found = 0;
-  EXPECT_EQ(mincore(std::bit_cast<void*>(page), 1, &found), 0);
-  return (found & 1) != 0;
-}
-
-TEST(MemoryOfAnIdleHelper, OfTheStackThatWasLeftIsGivenBack) {
-  const std::uintptr_t page = useStack();
-  EXPECT_TRUE(isInMemory(page));
-  giveIdleMemoryBack();
-  EXPECT_FALSE(isInMemory(page));
 }
 
 }  // namespace

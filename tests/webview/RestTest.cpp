@@ -1,6 +1,5 @@
-// A helper that rests on command.
+// A helper that is not greeted yet: one at rest.
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 #include <poll.h>
@@ -11,68 +10,42 @@
 namespace zovk {
 namespace {
 
-std::vector<pid_t> pageProcesses(const HelperUnderTest& helper) {
-  return descendantsNamed(helper.pid(), "WebKitWebProces");
-}
-
-/// Whether the helper shares memory with the X server, in which pictures are handed over.
-bool sharesPictures(const HelperUnderTest& helper) {
-  return hasMapped(helper.pid(), "/SYSV");
-}
-
-TEST(HelperAtRest, EndsTheProcessOfThePageThatItHeldReady) {
-  HelperUnderTest helper;
-  while (pageProcesses(helper).empty()) helper.came("pong");  // it starts in the background
-  const std::vector<pid_t> ready = pageProcesses(helper);
-  helper.send({{"type", "rest"}});
-  for (const pid_t process : ready) EXPECT_TRUE(endsSoon(process));
-}
-
-TEST(HelperAtRest, EndsTheProcessOfTheNetwork) {
-  HelperUnderTest helper;
-  PopupScreen screen(helper);
-  screen.openPage("plain.html");
-  helper.send({{"type", "web.close"}, {"view", PopupScreen::kWebView}});
-  helper.send({{"type", "view.release"}, {"view", PopupScreen::kWebView}});
-  const std::vector<pid_t> network = descendantsNamed(helper.pid(), "WebKitNetworkPr");
-  EXPECT_EQ(network.size(), 1U);
-  helper.send({{"type", "rest"}});
-  for (const pid_t process : network) EXPECT_TRUE(endsSoon(process));
+/// Waits until the helper has started and has given back what it can.
+void settle(const HelperUnderTest& helper) {
+  constexpr double kLeft = 10;  // of the 35 megabytes that starting reads
+  while (threadsOf(helper.pid()) < 2) poll(nullptr, 0, 10);
+  while (fileMegabytes(helper.pid()) > kLeft) poll(nullptr, 0, 10);
 }
 
 TEST(HelperAtRest, GivesTheMemoryOfItsProgramTextBack) {
-  HelperUnderTest helper;
-  const double before = fileMegabytes(helper.pid());
-  helper.send({{"type", "rest"}});
-  while (fileMegabytes(helper.pid()) > before / 2) helper.came("pong");
+  const HelperUnderTest helper(HelperUnderTest::Start::kSilent);
+  settle(helper);
 }
 
-TEST(HelperAtRest, GivesTheMemoryBackThatTheEngineUsesUpAfterwards) {
-  HelperUnderTest helper;
+TEST(HelperAtRest, HasNoProcessesAndNoGraphicsDriver) {
+  const HelperUnderTest helper(HelperUnderTest::Start::kSilent);
+  settle(helper);
+  EXPECT_TRUE(descendantsOf(helper.pid()).empty());
+  EXPECT_FALSE(hasMapped(helper.pid(), "LLVM"));
+}
+
+TEST(HelperAtRest, EndsWithTheGame) {
+  HelperUnderTest helper(HelperUnderTest::Start::kSilent);
+  settle(helper);
+  helper.closeSocket();
+  EXPECT_EQ(helper.awaitEnd(), 0);
+}
+
+TEST(HelperAtRest, ShowsAPopupOnceItIsGreeted) {
+  HelperUnderTest helper(HelperUnderTest::Start::kSilent);
+  settle(helper);
+  helper.send(helper.greeting());
   PopupScreen screen(helper);
   screen.openPage("plain.html");
   EXPECT_EQ(screen.evaluate("document.title"), "Plain");
-  helper.send({{"type", "window.close"}, {"window", PopupScreen::kWindow}});
-  helper.send({{"type", "rest"}});
-  helper.came("pong");
-  const double atRest = fileMegabytes(helper.pid());
-  // The engine drops what it had for the script's answer after some seconds.
-  while (fileMegabytes(helper.pid()) < atRest + 3) poll(nullptr, 0, 100);
-  while (fileMegabytes(helper.pid()) > atRest + 1) poll(nullptr, 0, 100);
 }
 
-TEST(HelperAtRest, GivesTheMemoryOfItsPicturesBack) {
-  HelperUnderTest helper;
-  EXPECT_TRUE(sharesPictures(helper)) << "it is kept for the next popup";
-  helper.send({{"type", "rest"}});
-  helper.send({{"type", "ping"}});
-  helper.await("pong");
-  EXPECT_FALSE(sharesPictures(helper));
-  helper.send({{"type", "prepare"}});
-  while (!sharesPictures(helper)) helper.came("pong");
-}
-
-TEST(HelperAtRest, HoldsAPageReadyThatHasTheSizeOfAPopup) {
+TEST(HelperHoldsAPageReady, ThatHasTheSizeOfAPopup) {
   HelperUnderTest helper;
   PopupScreen screen(helper);
   screen.createWebView();
@@ -82,22 +55,9 @@ TEST(HelperAtRest, HoldsAPageReadyThatHasTheSizeOfAPopup) {
   EXPECT_EQ(screen.evaluate("innerWidth + ' ' + innerHeight"), boost::json::value(size));
 }
 
-TEST(HelperAtRest, ShowsTheNextPopupAsEver) {
-  HelperUnderTest helper;
-  helper.send({{"type", "rest"}});
-  PopupScreen screen(helper);
-  screen.openPage("plain.html");
-  EXPECT_EQ(screen.evaluate("document.title"), "Plain");
-}
-
-TEST(HelperAtRest, ShowsTheNextPopupAfterItWasPrepared) {
-  HelperUnderTest helper;
-  helper.send({{"type", "rest"}});
-  helper.send({{"type", "prepare"}});
-  helper.send({{"type", "prepare"}});
-  PopupScreen screen(helper);
-  screen.openPage("plain.html");
-  EXPECT_EQ(screen.evaluate("document.title"), "Plain");
+TEST(HelperHoldsAPageReady, AndMemoryThatPicturesAreHandedToTheServerIn) {
+  const HelperUnderTest helper;
+  EXPECT_TRUE(hasMapped(helper.pid(), "/SYSV"));
 }
 
 }  // namespace

@@ -15,22 +15,6 @@
 namespace zovk::helper {
 namespace {
 
-Greeting readGreeting(const Arguments& arguments) {
-  Greeting greeting;
-  greeting.application = arguments.text(member::kApplication);
-  greeting.dataDirectory = arguments.text(member::kDataDirectory);
-  greeting.nativeWindow = static_cast<unsigned long>(arguments.wholeNumber(member::kNativeWindow));
-  greeting.developerTools = arguments.flag(member::kDeveloperTools);
-  greeting.pageMemory = arguments.wholeNumber(member::kPageMemory);
-  greeting.waylandWindow = arguments.textOr(member::kWaylandWindow, "");
-  if (arguments.has(member::kGameSize)) greeting.gameSize = arguments.frame(member::kGameSize);
-  greeting.pageConsole = arguments.flagOr(member::kPageConsole, false);
-  greeting.display = arguments.textOr(member::kDisplay, "");
-  greeting.drawing.asked = askedDrawing(arguments.text(member::kDrawing));
-  greeting.drawing.failedBefore = arguments.flag(member::kDrawingFailed);
-  return greeting;
-}
-
 /// Returns the display systems to try, in order, as the toolkit takes them.
 std::string displaysFor(const Greeting& greeting) {
   if (!greeting.display.empty()) return greeting.display;

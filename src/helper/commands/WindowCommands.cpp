@@ -70,14 +70,6 @@ void noteKeyboardOfGame(Program& program, const Arguments& arguments) {
   program.game().setKeyboard(arguments.flag(member::kKey));
 }
 
-void restUntilNext(Program& program, const Arguments&) {
-  program.rest();
-}
-
-void prepareNext(Program& program, const Arguments&) {
-  program.prepareSpareWhenIdle();
-}
-
 void answerPing(const Program& program, const Arguments&) {
   program.events()({{member::kType, event::kPong}});
 }
@@ -105,8 +97,6 @@ void addWindowCommands(CommandTable& table) {
   table[command::kSnapshot] = takeSnapshot;
   table[command::kSync] = sync;
   table[command::kPing] = answerPing;
-  table[command::kRest] = restUntilNext;
-  table[command::kPrepare] = prepareNext;
   table[command::kPadPress] = pressPad;
   table[command::kUrlOpen] = openAddress;
 }

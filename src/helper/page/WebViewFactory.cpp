@@ -23,9 +23,6 @@ constexpr const char* kFileRules = R"([
    "action": {"type": "block"}}
 ])";
 
-/// Who waits for a spare view's process.
-constexpr const char* kFactory = "zovk-factory";
-
 constexpr GdkRGBA kClear{0, 0, 0, 0};
 constexpr GdkRGBA kWhite{1, 1, 1, 1};
 
@@ -95,20 +92,15 @@ void apply(const WebViewWishes& wishes, WebKitWebView* view) {
 }  // namespace
 
 WebViewFactory::WebViewFactory(const PageTerms& terms)
-    : terms_(terms), context_(newLimitedContext(terms.memory)) {
-  openSession();
+    : terms_(terms),
+      context_(newLimitedContext(terms.memory)),
+      session_(newLimitedSession(terms.directory)) {
+  g_signal_connect(session_.get(), "download-started", G_CALLBACK(cancelDownload), nullptr);
+  keepCookies(terms_.directory + "/data");
   saveFilter(terms.directory + "/rules");
 }
 
-WebViewFactory::~WebViewFactory() {
-  takeSpare();
-}
-
-void WebViewFactory::openSession() {
-  session_ = newLimitedSession(terms_.directory);
-  g_signal_connect(session_.get(), "download-started", G_CALLBACK(cancelDownload), nullptr);
-  keepCookies(terms_.directory + "/data");
-}
+WebViewFactory::~WebViewFactory() = default;
 
 void WebViewFactory::whenReady(std::function<void()> next) {
   if (filterSettled_) return next();
@@ -146,7 +138,6 @@ void WebViewFactory::onFilterSaved(GObject* store, GAsyncResult* result, gpointe
 }
 
 GObjectPtr<WebKitWebView> WebViewFactory::newView(bool opaque) {
-  if (!session_) openSession();
   const auto manager =
       GObjectPtr<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
   if (filter_ != nullptr) webkit_user_content_manager_add_filter(manager.get(), filter_);
@@ -159,45 +150,18 @@ GObjectPtr<WebKitWebView> WebViewFactory::newView(bool opaque) {
 }
 
 void WebViewFactory::prepareSpare(const Frame& size) {
-  restWanted_ = false;
   if (spare_.isThere()) return;
   GObjectPtr<WebKitWebView> view = newView(false);  // what most pages are
   webkit_web_view_set_background_color(view.get(), &kClear);
   // A script starts the web process and, unlike a page, leaves no trace in the view.
-  g_object_set_data(G_OBJECT(view.get()), kFactory, this);
-  webkit_web_view_evaluate_javascript(view.get(), "0", -1, nullptr, nullptr, nullptr,
-                                      onSpareStarted, nullptr);
+  webkit_web_view_evaluate_javascript(view.get(), "0", -1, nullptr, nullptr, nullptr, nullptr,
+                                      nullptr);
   spare_.put(std::move(view), size);
 }
 
-void WebViewFactory::onSpareStarted(GObject* view, GAsyncResult*, gpointer) {
-  auto* const factory = static_cast<WebViewFactory*>(g_object_get_data(view, kFactory));
-  if (factory == nullptr) return;
-  factory->spareStarted_ = true;
-  if (factory->restWanted_) factory->rest();
-}
-
-GObjectPtr<WebKitWebView> WebViewFactory::takeSpare() {
-  spareStarted_ = false;
-  GObjectPtr<WebKitWebView> view = spare_.take();
-  if (view) g_object_set_data(G_OBJECT(view.get()), kFactory, nullptr);
-  return view;
-}
-
-void WebViewFactory::rest() {
-  // The engine would keep the network's process if a page's process ended while it starts.
-  restWanted_ = spare_.isThere() && !spareStarted_;
-  if (restWanted_) return;
-  if (const GObjectPtr<WebKitWebView> view = takeSpare()) {
-    webkit_web_view_terminate_web_process(view.get());
-  }
-  session_ = {};
-}
-
 GObjectPtr<WebKitWebView> WebViewFactory::make(const WebViewWishes& wishes) {
-  restWanted_ = false;
   const bool isOther = wishes.opaque && terms_.drawing == Drawing::kSoftware;
-  GObjectPtr<WebKitWebView> view = isOther ? GObjectPtr<WebKitWebView>() : takeSpare();
+  GObjectPtr<WebKitWebView> view = isOther ? GObjectPtr<WebKitWebView>() : spare_.take();
   if (!view) view = newView(wishes.opaque);
   webkit_web_view_set_background_color(view.get(), wishes.opaque ? &kWhite : &kClear);
   apply(wishes, view.get());

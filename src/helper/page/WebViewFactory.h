@@ -47,31 +47,23 @@ class WebViewFactory {
   GObjectPtr<WebKitWebView> make(const WebViewWishes& wishes);
   /// Makes the view that the next `make` returns, drawn for that size.
   void prepareSpare(const Frame& size);
-  /// Gives up that view and the connection to the network, with their processes, once they have
-  /// started. The next view brings them back. No view may be left.
-  void rest();
   /// Returns the window of spare web views, which is never shown.
   GtkWidget* spareWindow() const { return spare_.window(); }
 
  private:
   static void onFilterSaved(GObject* store, GAsyncResult* result, gpointer self);
   GObjectPtr<WebKitWebView> newView(bool opaque);
-  static void onSpareStarted(GObject* view, GAsyncResult* result, gpointer);
-  GObjectPtr<WebKitWebView> takeSpare();
-  void openSession();
   void keepCookies(const std::string& directory);
   void saveFilter(const std::string& directory);
 
   const PageTerms terms_;
   GObjectPtr<WebKitWebContext> context_;
-  GObjectPtr<WebKitNetworkSession> session_;  // null while at rest
+  GObjectPtr<WebKitNetworkSession> session_;
   WebKitUserContentFilter* filter_ = nullptr;
   bool filterSettled_ = false;
   std::string refusal_;
   std::function<void()> ready_;
   SpareView spare_;
-  bool spareStarted_ = false;
-  bool restWanted_ = false;
 };
 
 }  // namespace zovk::helper

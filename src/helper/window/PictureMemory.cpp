@@ -43,11 +43,4 @@ void PictureMemory::keep(GtkWidget* window, const Frame& size) {
                                                    kSmallSide));
 }
 
-void PictureMemory::giveBack() {
-  // The drawing library keeps what the X server may not have seen yet.
-  if (shared_) gdk_display_sync(gdk_display_get_default());
-  shared_.reset();
-  malloc_trim(0);
-}
-
 }  // namespace zovk::helper

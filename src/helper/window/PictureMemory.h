@@ -18,8 +18,6 @@ class PictureMemory {
   /// Keeps what a picture of that size takes, beginning with one for `window`. Nothing is kept on
   /// other display systems.
   void keep(GtkWidget* window, const Frame& size);
-  /// Gives everything back to the system that is not in use.
-  void giveBack();
 
  private:
   /// Returns what is drawn on when something is drawn on the X server's window.

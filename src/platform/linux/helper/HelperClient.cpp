@@ -45,7 +45,12 @@ bool HelperClient::isEmpty() const {
 }
 
 void HelperClient::start() {
-  if (failure_.empty() || isShutDown() || isForeignProcess()) return;
+  if (isShutDown() || isForeignProcess()) return;
+  if (isWaiting()) {
+    mayStartAgain_ = true;
+    return greet();
+  }
+  if (failure_.empty()) return;
   if (!backOff_.mayStart(launcher_.now())) {
     if (backOff_.saysSo()) logError("Helper is not started for every popup while it fails");
     return;
@@ -55,45 +60,55 @@ void HelperClient::start() {
 }
 
 void HelperClient::prepare() {
-  if (!isResting_ || isShutDown() || isForeignProcess()) return;
-  start();
-  if (isReady_) send({{member::kType, command::kPrepare}});
-  isResting_ = false;
-  watchHelper();
+  if (isResting_) return start();
+  watchHelper();  // the time until it rests begins again
 }
 
+// What a helper takes up in memory for windows and pages it cannot give back: system libraries keep
+// it. One that was not greeted has nothing of it, and is ready sooner than one yet to be started.
 void HelperClient::restHelper() {
-  if (!objects_.windows.empty()) return;
-  isResting_ = true;
-  send({{member::kType, command::kRest}});
+  endHelper();
+  openLink();
+  if (link_) failure_.clear();  // nobody misses it before the next window
+  watchHelper();
 }
 
 // Not a loss: the next window, or whoever expects one, starts another.
 void HelperClient::endHelper() {
-  if (!objects_.windows.empty()) return;
   dropLink(HelperEnd::kByItself);
   isResting_ = true;
   failure_ = kAtRest;
+  for (const auto& reply : replies_.takeAll()) later([reply] { reply(nullptr); });
 }
 
 void HelperClient::launch() {
   failure_.clear();
-  const int number = ++helperNumber_;
-  std::string error;
+  isResting_ = false;
+  const std::string error = openLink();
+  if (link_) return greet();
+  later([this, number = helperNumber_, error] {
+    if (number == helperNumber_) helperIsLost(error);
+  });
+}
+
+std::string HelperClient::openLink() {
+  ++helperNumber_;
   try {
     HelperLauncher::Started started = launcher_.start();
-    error = started.error;
+    std::string error = started.error;
     if (started.socket) {
       link_ = HelperLife::open({*queue_, frames_, launcher_}, std::move(started), linkEvents());
     }
+    return error;
   } catch (const std::system_error& exhausted) {
-    error = exhausted.what();
+    return exhausted.what();
   }
-  if (!link_) {
-    return later([this, number, error] {
-      if (number == helperNumber_) helperIsLost(error);
-    });
-  }
+}
+
+void HelperClient::greet() {
+  isResting_ = false;
+  watchHelper();
+  link_->expectReady(launcher_.readyTimeout);
   send(hello_);
   for (const HelperMessage& command : journal_.commands()) send(command);
 }
@@ -114,7 +129,7 @@ HelperLife::Events HelperClient::linkEvents() {
 }
 
 void HelperClient::send(const HelperMessage& command) {
-  if (!link_ || isForeignProcess()) return;
+  if (!link_ || isResting_ || isForeignProcess()) return;
   if (!link_->send(command)) logError("Helper command too long: %@", command.at(member::kType));
 }
 
@@ -129,7 +144,8 @@ void HelperClient::request(HelperMessage command, std::string_view event, Helper
   if (isForeignProcess()) return;
   const HelperId id = newId();
   command[member::kId] = id;
-  if (!link_ || !link_->send(command)) return later([reply] { reply(nullptr); });
+  const bool isSent = link_ && !isResting_ && link_->send(command);
+  if (!isSent) return later([reply] { reply(nullptr); });
   replies_.expect(id, event, about, std::move(reply));
 }
 
@@ -181,9 +197,9 @@ void HelperClient::sendBackdrop() {
 void HelperClient::watchHelper() {
   if (isShutDown() || isForeignProcess()) return;
   watchdog_.watch(isReady_ && !objects_.shownWindows.empty());
+  if (isWaiting()) return rest_.watch(HelperRest::Helper::kResting);
   const bool isIdle = isReady_ && objects_.windows.empty();
-  if (!isIdle) isResting_ = false;
-  rest_.watch(isIdle);
+  rest_.watch(isIdle ? HelperRest::Helper::kIdle : HelperRest::Helper::kBusy);
 }
 
 void HelperClient::heldAs(Orientation orientation) {
@@ -199,8 +215,9 @@ bool HelperClient::displayTellsOfGame() const {
 }
 
 void HelperClient::gameHasKeyboard(bool has) {
-  if (!isShutDown() && !displayTellsOfGame())
-    send({{member::kType, command::kGameKey}, {member::kKey, has}});
+  if (isShutDown() || displayTellsOfGame()) return;
+  hello_[member::kKey] = has;
+  send({{member::kType, command::kGameKey}, {member::kKey, has}});
 }
 
 void HelperClient::gameHasSize(const Size& size) {
@@ -223,7 +240,9 @@ HelperReplies::Reply HelperClient::takeReply(HelperId id, std::string_view event
   return replies_.take(id, event);
 }
 
-void HelperClient::helperIsReady() {
+void HelperClient::helperIsReady(const std::string& renderer) {
+  if (isResting_) return;                                       // it was not asked
+  if (!renderer.empty()) hello_[member::kRenderer] = renderer;  // to look takes long
   isReady_ = true;
   link_->stopTimeout();
   watchHelper();
@@ -231,6 +250,7 @@ void HelperClient::helperIsReady() {
 
 void HelperClient::helperIsLost(const std::string& reason) {
   const auto keepAlive = shared_from_this();
+  if (isResting_) return endHelper();
   dropLink(HelperEnd::kAtOnce);
   const bool again = std::exchange(mayStartAgain_, false);
   logError("Helper lost (%s), %s", reason, again ? "starting it again" : "giving up");
@@ -250,7 +270,7 @@ void HelperClient::helperIsLost(const std::string& reason) {
 }
 
 void HelperClient::dropLink(HelperEnd end) {
-  isReady_ = false;
+  isReady_ = isResting_ = false;
   heldAs(Orientation::kUnknown);
   backdrop_.setWanted(false);  // the next one may see through its windows
   watchHelper();

@@ -38,10 +38,11 @@ class HelperClient : public std::enable_shared_from_this<HelperClient> {
   HelperClient(LinuxMainQueue& queue, LinuxDevice& device, HelperLauncher launcher,
                HelperMessage hello, ZOVKPopupBackdrop backdrop = {});
 
-  /// Starts a helper, unless one is running or starting, or it is too soon after a failure.
+  /// Starts a helper, or greets the one at rest, unless one is ready or starting, or it is too soon
+  /// after a failure.
   void start();
-  /// Announces that something may be shown soon: makes a resting helper ready again, and starts one
-  /// that ended at rest. Does nothing if a helper is ready.
+  /// Announces that something may be shown soon: makes a helper at rest ready, and starts another
+  /// if that one has ended. A helper that is ready stays so for its time from now on.
   void prepare();
   /// Ends the helper. Afterwards no call has an effect, and nothing is called back.
   void shutDown();
@@ -75,7 +76,8 @@ class HelperClient : public std::enable_shared_from_this<HelperClient> {
   /// Runs `task` from the pump, unless the client has been shut down by then.
   void later(Task task);
 
-  void helperIsReady();
+  /// `renderer` is what the helper found that draws; empty if it did not look.
+  void helperIsReady(const std::string& renderer);
   /// Reports that the helper is of no use any more. Call only from the pump.
   void helperIsLost(const std::string& reason);
   /// Returns the number of the current helper, so that a question of one helper is not answered to
@@ -95,7 +97,13 @@ class HelperClient : public std::enable_shared_from_this<HelperClient> {
  private:
   bool isForeignProcess() const;
   bool displayTellsOfGame() const;
+  /// Whether a helper is there that was not greeted, and so knows nothing of the game.
+  bool isWaiting() const { return isResting_ && link_; }
   void launch();
+  /// Starts a process, without greeting it. Returns why there is none.
+  std::string openLink();
+  /// Sends what the helper must know, and waits until it is ready.
+  void greet();
   HelperLife::Events linkEvents();
   /// How a helper ends: killed at once, or on its own because its socket closes.
   enum class HelperEnd { kAtOnce, kByItself };
@@ -124,7 +132,7 @@ class HelperClient : public std::enable_shared_from_this<HelperClient> {
   std::string failure_ = "not started";
   bool mayStartAgain_ = true;
   bool isReady_ = false;
-  bool isResting_ = false;  // has dropped the page that it held ready, or has ended after that
+  bool isResting_ = false;  // nothing was shown for long: the helper waits, or has ended
   int helperNumber_ = 0;
   HelperId lastId_ = 0;
 };

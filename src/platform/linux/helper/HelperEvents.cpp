@@ -34,13 +34,15 @@ Delivery ready(const HelperEventReader& event, HelperMessage&) {
   const HelperId version = event.id(member::kVersion);
   const Rect screen = event.rect(member::kScreen);
   const auto schemes = event.texts(member::kSchemes);
+  const auto renderer =
+      event.has(member::kRenderer) ? printable(event.text(member::kRenderer)) : std::string();
   return [=](HelperClient& session) {
     if (version != kHelperProtocolVersion) {
       return session.helperIsLost("it speaks version " + std::to_string(version));
     }
     session.objects().screen = screen;
     session.objects().schemes = {schemes.begin(), schemes.end()};
-    session.helperIsReady();
+    session.helperIsReady(renderer);
   };
 }
 

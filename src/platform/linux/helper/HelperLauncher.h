@@ -26,8 +26,8 @@ struct HelperLauncher {
   /// The interval of pings while a helper shows something, and how long it may stay silent then.
   std::chrono::milliseconds pingInterval{500};
   std::chrono::milliseconds answerTimeout = std::chrono::seconds(5);
-  /// How long after the last window the helper frees what it holds ready for the next page, and how
-  /// long after that it ends.
+  /// How long after the last window the helper makes way for one that is not greeted, and how long
+  /// after that this one ends.
   std::chrono::milliseconds restAfter = std::chrono::minutes(1);
   std::chrono::milliseconds endAfter = std::chrono::minutes(10);
   /// The clock for silence and for pauses between starts.

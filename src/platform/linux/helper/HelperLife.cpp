@@ -20,12 +20,6 @@ UniqueFd opened(int descriptor, const char* what) {
   return UniqueFd(descriptor);
 }
 
-UniqueFd timerOf(std::chrono::milliseconds timeout) {
-  UniqueFd timer = openTimer();
-  setTimer(timer, timeout);
-  return timer;
-}
-
 UniqueFd writabilityOf(int socket) {
   UniqueFd writable = opened(::epoll_create1(EPOLL_CLOEXEC), "epoll_create1");
   epoll_event event{};
@@ -40,7 +34,7 @@ std::shared_ptr<HelperLife> HelperLife::open(const Surroundings& surroundings,
                                              HelperLauncher::Started started, Events events) {
   auto link = std::make_shared<HelperLife>(surroundings, std::move(started), std::move(events));
   try {
-    link->timeout_ = timerOf(surroundings.launcher.readyTimeout);
+    link->timeout_ = openTimer();
     link->watch();
   } catch (const std::system_error&) {
     link->close();
@@ -109,6 +103,10 @@ void HelperLife::flush() {
   if (connection_.isPending()) return;
   queue_.removeSource(writable_.get());
   writable_.reset();
+}
+
+void HelperLife::expectReady(std::chrono::milliseconds timeout) {
+  if (timeout_) setTimer(timeout_, timeout);
 }
 
 void HelperLife::stopTimeout() {

@@ -40,6 +40,8 @@ class HelperLife : public std::enable_shared_from_this<HelperLife> {
 
   /// Returns false if the message is too long.
   bool send(const HelperMessage& message, UniqueFd file = {});
+  /// The helper is lost unless it becomes ready in this time.
+  void expectReady(std::chrono::milliseconds timeout);
   /// Stops the time limit: the helper is ready.
   void stopTimeout();
   /// Closes the socket for both sides, even if a copy of it is open. No callback follows.

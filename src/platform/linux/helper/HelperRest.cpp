@@ -18,18 +18,19 @@ HelperRest::HelperRest(LinuxMainQueue& queue, const HelperLauncher& launcher, Du
   queue_.addSource(timer_.get(), [this] { look(); });
 }
 
-void HelperRest::watch(bool idle) {
-  resting_ = false;
-  setTimer(timer_, idle ? std::max(restAfter_, std::chrono::milliseconds(1))
-                        : std::chrono::milliseconds(0));
+void HelperRest::watch(Helper helper) {
+  helper_ = helper;
+  if (helper == Helper::kBusy) return setTimer(timer_, std::chrono::milliseconds(0));
+  const auto time = helper == Helper::kIdle ? restAfter_ : endAfter_;
+  setTimer(timer_, std::max(time, std::chrono::milliseconds(1)));
 }
 
 void HelperRest::look() {
   std::uint64_t turns = 0;
   if (::read(timer_.get(), &turns, sizeof turns) < 0) return;
-  if (std::exchange(resting_, true)) return duty_.end();
-  setTimer(timer_, endAfter_);
-  duty_.rest();
+  const Helper helper = std::exchange(helper_, Helper::kBusy);
+  if (helper == Helper::kIdle) duty_.rest();
+  if (helper == Helper::kResting) duty_.end();
 }
 
 void HelperRest::close() {

@@ -8,10 +8,10 @@
 
 namespace zovk {
 
-/// Reports when nothing was shown for so long that the helper should drop the page that it holds
-/// ready, and later when it should end. It wakes the game for these two and for nothing else. Main
-/// thread only; both callbacks come from the pump. The constructor throws std::system_error if the
-/// process has no descriptors left. The queue must outlive `close`.
+/// Reports when nothing was shown for so long that the helper should rest, and later when it should
+/// end. It wakes the game for these two and for nothing else. Main thread only; both callbacks come
+/// from the pump. The constructor throws std::system_error if the process has no descriptors left.
+/// The queue must outlive `close`.
 class HelperRest {
  public:
   struct Duty {
@@ -20,9 +20,10 @@ class HelperRest {
   };
   HelperRest(LinuxMainQueue& queue, const HelperLauncher& launcher, Duty duty);
 
-  /// If `idle` is false, because something is shown or there is no helper, nothing is due.
-  /// Otherwise the time begins again.
-  void watch(bool idle);
+  /// Whether something is shown, or there is no helper; nothing is; or the helper rests already.
+  enum class Helper { kBusy, kIdle, kResting };
+  /// The time begins again.
+  void watch(Helper helper);
   /// Stops for good. Call it before the queue is destroyed.
   void close();
 
@@ -34,7 +35,7 @@ class HelperRest {
   const std::chrono::milliseconds endAfter_;
   const Duty duty_;
   UniqueFd timer_;
-  bool resting_ = false;
+  Helper helper_ = Helper::kBusy;
 };
 
 }  // namespace zovk
