@@ -111,8 +111,12 @@ TEST_F(HelperAtRest, IsGreetedOnceWhenSomethingMayBeShown) {
 TEST_F(HelperAtRest, IsGreetedForTheNextWindow) {
   startReady(kSoon, kNever);
   awaitRest();
+  const auto controller = std::make_shared<RecordingController>();
   const auto window = client_->makeWindow({});
   EXPECT_THAT(commands(), ElementsAre(HasSubstr("hello"), HasSubstr("window.create")));
+  window->setRootViewController(controller);
+  pump();
+  EXPECT_THAT(controller->calls, Not(Contains(HasSubstr("failed"))));
   EXPECT_EQ(hosts_.count(), 2U);
   EXPECT_THAT(takeLines(), IsEmpty());
 }
@@ -251,6 +255,25 @@ TEST_F(HelperAtRest, IsMissedByNobodyWhenItCannotBeStarted) {
   client_->prepare();
   EXPECT_EQ(hosts_.count(), 2U);
   EXPECT_THAT(commands(), ElementsAre(HasSubstr("hello")));
+}
+
+TEST_F(HelperAtRest, IsMissedWhenItCannotBeStartedForAWindow) {
+  startReady(kSoon, kSoon);
+  awaitEnd();
+  hosts_.refuse("no such program");
+  const auto controller = std::make_shared<RecordingController>();
+  const auto window = client_->makeWindow({});
+  window->setRootViewController(controller);
+  pump();
+  EXPECT_THAT(controller->calls, Contains(HasSubstr("no such program")));
+}
+
+TEST_F(HelperAtRest, DoesNotEndOnceItIsGreeted) {
+  startReady(kSoon, std::chrono::milliseconds(20));
+  awaitRest();
+  client_->prepare();
+  EXPECT_FALSE(wakes());
+  EXPECT_FALSE(hosts_.last().sawEnd());
 }
 
 TEST_F(HelperAtRest, EndsWithTheGame) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <utility>
 
 #include <unistd.h>
 
@@ -28,9 +27,8 @@ void HelperRest::watch(Helper helper) {
 void HelperRest::look() {
   std::uint64_t turns = 0;
   if (::read(timer_.get(), &turns, sizeof turns) < 0) return;
-  const Helper helper = std::exchange(helper_, Helper::kBusy);
-  if (helper == Helper::kIdle) duty_.rest();
-  if (helper == Helper::kResting) duty_.end();
+  if (helper_ == Helper::kIdle) return duty_.rest();
+  if (helper_ == Helper::kResting) duty_.end();
 }
 
 void HelperRest::close() {
