@@ -122,7 +122,7 @@ int main(int argc, char** argv) {
               .unit = "a minute"});
   report.tell("show to answer, helper at rest", showOnce(), "ms");
   if (untilTheEnd) {
-    rest(kReadySeconds * std::chrono::seconds(1) + kUntilTheHelperEnds);
+    rest(kUntilItHasCalmedDown + kUntilTheHelperEnds);
     report.add({.text = "processes of the library eleven minutes after a popup",
                 .figure = static_cast<double>(descendantsOf(getpid()).size())});
   }
