@@ -102,7 +102,7 @@ int main(int argc, char** argv) {
   settings.readySeconds = kReadySeconds;
   if (!ZOVKPopupHost::setUp(settings)) return 1;
   showOnce();
-  rest(kReadySeconds / 2 * std::chrono::seconds(1));
+  rest(std::chrono::seconds(kReadySeconds / 2));
   Report report;
   report.tell("show to answer, helper ready", showOnce(), "ms");
   report.tell("helper and processes below, just after a popup", megabytesBelow(), "MB");

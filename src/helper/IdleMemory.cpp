@@ -23,7 +23,6 @@ struct Range {
 
 /// Gives back what lies between two addresses, of which the first begins a page.
 void giveBack(const Range& range) {
-  if (range.start >= range.end) return;
   madvise(std::bit_cast<void*>(range.start), range.end - range.start, MADV_DONTNEED);
 }
 

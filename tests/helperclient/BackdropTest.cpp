@@ -63,7 +63,6 @@ class HelperBackdrops : public ClientOfTheHelper {
   Bytes pixels_{1, 2, 3, 4, 5, 6, 7, 8};
   ZOVKPopupPicture picture_;
   int asked_ = 0;
-  std::shared_ptr<Window> window_;
 };
 
 TEST_F(HelperBackdrops, AGameIsNotAskedWhereItIsSeenThroughThePopups) {

@@ -113,6 +113,8 @@ class ClientOfTheHelper : public testing::Test {
     ZPLogger::setEnvironment(std::move(log));
   }
   ~ClientOfTheHelper() override {
+    window_.reset();
+    controller_.reset();
     client_.reset();
     ZPLogger::setEnvironment({});
   }
@@ -128,6 +130,10 @@ class ClientOfTheHelper : public testing::Test {
     hosts_.last().becomeReady();
     pump();
     hosts_.last().messages();
+  }
+  void makeWindow(const Rect& frame = {}) {
+    window_ = client_->makeWindow(frame);
+    window_->setRootViewController(controller_);
   }
   void pump() { queue_.pump(std::chrono::seconds(10)); }
   /// Pumps on events until `done`. Fails the test if that takes too long.
@@ -168,6 +174,8 @@ class ClientOfTheHelper : public testing::Test {
   LinuxDevice device_{"/data/test.game", "test.game"};
   FakeHelpers hosts_;
   std::unique_ptr<HelperUserInterface> client_;
+  std::shared_ptr<RecordingController> controller_ = std::make_shared<RecordingController>();
+  std::shared_ptr<Window> window_;
 };
 
 }  // namespace zovk

@@ -13,10 +13,6 @@ using testing::IsEmpty;
 
 class HelperRecovery : public ClientOfTheHelper {
  protected:
-  void makeWindow() {
-    window_ = client_->makeWindow({});
-    window_->setRootViewController(controller_);
-  }
   void openWindow() {
     makeWindow();
     pump();
@@ -28,9 +24,6 @@ class HelperRecovery : public ClientOfTheHelper {
         std::count_if(controller_->calls.begin(), controller_->calls.end(),
                       [](const std::string& call) { return call.starts_with("failed: "); }));
   }
-
-  std::shared_ptr<RecordingController> controller_ = std::make_shared<RecordingController>();
-  std::shared_ptr<Window> window_;
 };
 
 TEST_F(HelperRecovery, ANewHelperIsGivenWhatWasOnScreen) {

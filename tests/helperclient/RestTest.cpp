@@ -42,6 +42,10 @@ class HelperAtRest : public ClientOfTheHelper {
     pumpUntil("the end", [this] { return hosts_.last().sawEnd(); });
     pump();
   }
+  void openWindow() {
+    makeWindow();
+    pump();
+  }
   /// Returns whether the game would be woken within a moment.
   bool wakes() {
     pollfd ready{queue_.pollDescriptor(), POLLIN, 0};
@@ -111,12 +115,9 @@ TEST_F(HelperAtRest, IsGreetedOnceWhenSomethingMayBeShown) {
 TEST_F(HelperAtRest, IsGreetedForTheNextWindow) {
   startReady(kSoon, kNever);
   awaitRest();
-  const auto controller = std::make_shared<RecordingController>();
-  const auto window = client_->makeWindow({});
+  openWindow();
   EXPECT_THAT(commands(), ElementsAre(HasSubstr("hello"), HasSubstr("window.create")));
-  window->setRootViewController(controller);
-  pump();
-  EXPECT_THAT(controller->calls, Not(Contains(HasSubstr("failed"))));
+  EXPECT_THAT(controller_->calls, Not(Contains(HasSubstr("failed"))));
   EXPECT_EQ(hosts_.count(), 2U);
   EXPECT_THAT(takeLines(), IsEmpty());
 }
@@ -261,11 +262,8 @@ TEST_F(HelperAtRest, IsMissedWhenItCannotBeStartedForAWindow) {
   startReady(kSoon, kSoon);
   awaitEnd();
   hosts_.refuse("no such program");
-  const auto controller = std::make_shared<RecordingController>();
-  const auto window = client_->makeWindow({});
-  window->setRootViewController(controller);
-  pump();
-  EXPECT_THAT(controller->calls, Contains(HasSubstr("no such program")));
+  openWindow();
+  EXPECT_THAT(controller_->calls, Contains(HasSubstr("no such program")));
 }
 
 TEST_F(HelperAtRest, DoesNotEndOnceItIsGreeted) {
@@ -294,12 +292,9 @@ TEST_F(HelperAtRest, IsStartedAnewWhenSomethingMayBeShown) {
 TEST_F(HelperAtRest, IsStartedAnewForTheNextWindow) {
   startReady(kSoon, kSoon);
   awaitEnd();
-  const auto controller = std::make_shared<RecordingController>();
-  const auto window = client_->makeWindow({});
-  window->setRootViewController(controller);
-  pump();
+  openWindow();
   EXPECT_EQ(hosts_.count(), 3U);
-  EXPECT_THAT(controller->calls, Not(Contains(HasSubstr("failed"))));
+  EXPECT_THAT(controller_->calls, Not(Contains(HasSubstr("failed"))));
   EXPECT_THAT(commands(), Contains(HasSubstr("window.create")));
   EXPECT_THAT(takeLines(), IsEmpty());
 }

@@ -29,8 +29,7 @@ class HelperWatch : public ClientOfTheHelper {
     passing_ = 500ms;
   }
   void openWindow() {
-    window_ = client_->makeWindow({});
-    window_->setRootViewController(controller_);
+    makeWindow();
     window_->makeKeyAndVisible();
   }
   std::size_t pings() { return hosts_.last().messages("ping").size(); }
@@ -43,8 +42,6 @@ class HelperWatch : public ClientOfTheHelper {
 
   std::chrono::steady_clock::time_point now_{100h};
   std::chrono::milliseconds passing_{0};
-  std::shared_ptr<RecordingController> controller_ = std::make_shared<RecordingController>();
-  std::shared_ptr<Window> window_;
 };
 
 TEST_F(HelperWatch, AHelperThatDoesNotAnswerWhileAPopupIsUpIsStartedAgain) {

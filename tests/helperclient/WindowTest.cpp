@@ -16,8 +16,7 @@ class HelperWindows : public ClientOfTheHelper {
  protected:
   /// A window with a root controller that has settled.
   void open(const Rect& frame) {
-    window_ = client_->makeWindow(frame);
-    window_->setRootViewController(controller_);
+    makeWindow(frame);
     pump();
     controller_->calls.clear();
     commands();
@@ -26,9 +25,6 @@ class HelperWindows : public ClientOfTheHelper {
     const auto syncs = hosts_.last().messages("sync");
     return syncs.size() == 1 ? syncs[0].at("id").as_int64() : 0;
   }
-
-  std::shared_ptr<RecordingController> controller_ = std::make_shared<RecordingController>();
-  std::shared_ptr<Window> window_;
 };
 
 TEST_F(HelperWindows, TheRootControllerLoadsItsViewAtOnceAndUpdatesConstraintsFromThePump) {

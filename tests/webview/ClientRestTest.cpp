@@ -1,4 +1,6 @@
 // The client and the real helper while nothing is shown.
+#include <csignal>
+
 #include <unistd.h>
 
 #include "ClientFixture.h"

@@ -100,8 +100,6 @@ WebViewFactory::WebViewFactory(const PageTerms& terms)
   saveFilter(terms.directory + "/rules");
 }
 
-WebViewFactory::~WebViewFactory() = default;
-
 void WebViewFactory::whenReady(std::function<void()> next) {
   if (filterSettled_) return next();
   ready_ = std::move(next);

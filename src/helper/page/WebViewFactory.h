@@ -35,7 +35,6 @@ struct PageTerms {
 class WebViewFactory {
  public:
   explicit WebViewFactory(const PageTerms& terms);
-  ~WebViewFactory();
   WebViewFactory(const WebViewFactory&) = delete;
   WebViewFactory& operator=(const WebViewFactory&) = delete;
 

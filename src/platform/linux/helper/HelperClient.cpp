@@ -69,7 +69,7 @@ void HelperClient::prepare() {
 void HelperClient::restHelper() {
   endHelper();
   openLink();
-  if (link_) failure_.clear();  // nobody misses it before the next window
+  if (link_) failure_.clear();  // otherwise it has ended early, which nobody misses
   watchHelper();
 }
 
